@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+// What the program shows of its work: short status texts, time-out counter and gauge, counters and
+// the upload bar. The console and the status window both implement it; StatusHub passes everything
+// on to all of them.
+class StatusDisplay {
+  public:
+    virtual ~StatusDisplay() = default;
+
+    // Whether anybody looks; the FTP control leaves gauge and label alone otherwise.
+    [[nodiscard]] virtual bool InUse() const = 0;
+
+    // The step that runs: "Send File", "Wait...", "stopped".
+    virtual void ShowStatus(const QString& text) = 0;
+
+    // "Time Out: N s"; nothing hides the label.
+    virtual void ShowTimeOutLabel(std::optional<int> seconds) = 0;
+    // The gauge beside it, 0 to 25 seconds; nothing hides it.
+    virtual void ShowTimeOutGauge(std::optional<int> seconds) = 0;
+
+    // The two indicators that tell whether the machine is online.
+    virtual void ShowOnline(bool online) = 0;
+    // The recording state: "Rec." or empty.
+    virtual void ShowRecording(const QString& text) = 0;
+
+    // The upload bar, 0 to 100 per cent.
+    virtual void ShowUpload(int percent) = 0;
+
+    // "Pic: N" and "MB: N".
+    virtual void ShowPictureCount(const QString& text) = 0;
+    virtual void ShowMegabytes(const QString& text) = 0;
+
+    // The running time starts at "00:00:00" again.
+    virtual void ResetRunningTime() = 0;
+
+    // A command sent to the server or a reply received, without its line end. Never a password.
+    virtual void LogCommand(const QString& command) = 0;
+    virtual void LogReply(const QString& reply) = 0;
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "base/clock.h"
+
+#include <functional>
+
+// Time that stands still while anything happens and jumps to the next timer when the event loop has
+// been quiet for a few real milliseconds. A 45-second limit so passes in milliseconds, and replies
+// of a server in this process are never overtaken by a limit.
+class TestClock : public Clock {
+    Q_OBJECT
+
+  public:
+    // quiet: real milliseconds without an event before the time jumps. Servers in other processes
+    // need more of it than those in this one.
+    explicit TestClock(int quiet = 3);
+
+    [[nodiscard]] qint64 Milliseconds() const override { return now; }
+    [[nodiscard]] QDateTime Now() const override { return start.addMSecs(now); }
+    void WaitForEvents() override;
+
+    // Sets the date and time of day that belong to this moment.
+    void SetNow(const QDateTime& time) { start = time.addMSecs(-now); }
+
+    // Moves the time on step by step from timer to timer, events handled between the steps.
+    void Advance(qint64 milliseconds);
+
+    // Runs until the condition holds; false when `limit` milliseconds of clock time pass before.
+    [[nodiscard]] bool RunUntil(const std::function<bool()>& condition, qint64 limit = 600'000);
+
+  protected:
+    void NextDueChanged() override {}
+
+  private:
+    // Handles events until none has come for the quiet time; false when none came at all.
+    bool HandleEvents();
+
+    int quiet;
+    qint64 now = 1'000'000;
+    QDateTime start{QDate(2026, 3, 4), QTime(10, 0)};
+};
