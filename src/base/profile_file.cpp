@@ -1,0 +1,117 @@
+#include "base/profile_file.h"
+
+#include "base/profile_text.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+namespace {
+
+// Whatever is larger is no settings file, and nobody waits for it to be searched.
+constexpr qint64 mostBytes = 1024 * 1024;
+
+constexpr qsizetype mostCharacters = 255;
+
+// Tells versions of a file apart. The time of change catches a file that was moved or copied here
+// together with its old time of modification: nobody can set it back.
+struct Stamp {
+    qint64 Size = 0;
+    qint64 Modified = 0;  // milliseconds
+    qint64 Changed = 0;   // milliseconds
+
+    explicit Stamp(const QFileInfo& info)
+        : Size(info.size()),
+          Modified(info.lastModified().toMSecsSinceEpoch()),
+          Changed(info.metadataChangeTime().toMSecsSinceEpoch()) {}
+
+    bool operator==(const Stamp&) const = default;
+
+    // Whether a write from now on leaves another stamp. File systems count time in steps of some
+    // milliseconds, those of memory cards in steps of up to two seconds. After the machine's date
+    // was set back no stamp is safe until that date comes again.
+    [[nodiscard]] bool Settled() const {
+        const qint64 step = Modified % 1000 == 0 ? 2000 : 20;
+        return std::max(Modified, Changed) + 2 * step < QDateTime::currentMSecsSinceEpoch();
+    }
+};
+
+struct KnownFile {
+    Stamp Version;
+    ProfileText Text;
+};
+
+// The few files in use: the settings and a skin's layout or two.
+std::map<QString, KnownFile>& KnownFiles() {
+    static std::map<QString, KnownFile> files;
+    constexpr std::size_t most = 8;
+    if (files.size() > most) files.clear();
+    return files;
+}
+
+bool IsReadable(const QFileInfo& info) {
+    // A pipe would keep the program waiting for its other end.
+    return info.isFile() && info.size() <= mostBytes;
+}
+
+// Nothing when it cannot be read to its end, or grew too large meanwhile.
+std::optional<ProfileText> Load(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+    const QByteArray bytes = file.read(mostBytes + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > mostBytes) return std::nullopt;
+    return ProfileText(bytes);
+}
+
+std::optional<QString> Find(const QString& path, const QString& section, const QString& key) {
+    const QFileInfo info(path);
+    if (!IsReadable(info)) return std::nullopt;
+    auto& files = KnownFiles();
+    // The stamp is taken before the content is read, so it can only be too old.
+    const Stamp version(info);
+    const auto known = files.find(path);
+    if (known != files.end() && known->second.Version == version)
+        return known->second.Text.Value(section, key);
+    const bool settled = version.Settled();
+    const std::optional<ProfileText> text = Load(path);
+    if (!text) return std::nullopt;
+    if (settled) files.insert_or_assign(path, KnownFile{version, *text});
+    return text->Value(section, key);
+}
+
+bool Replace(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    // Before the password is in it.
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    // Flushed here: commit() does not notice when the last bytes found the disk full.
+    return file.write(bytes) == bytes.size() && file.flush() && file.commit();
+}
+
+}  // namespace
+
+QString ReadSetting(const QString& file, const QString& section, const QString& key) {
+    QString value = Find(file, section, key).value_or(QString());
+    if (value.size() <= mostCharacters) return value;
+    value.truncate(mostCharacters);
+    if (value.back().isHighSurrogate()) value.chop(1);
+    return value;
+}
+
+int WriteSetting(const QString& file, const QString& section, const QString& key,
+                 const QString& value) {
+    const QFileInfo info(file);
+    const bool isNew = !info.exists();
+    if (!isNew && !IsReadable(info)) return 0;
+    std::optional<ProfileText> text = isNew ? ProfileText() : Load(file);
+    if (!text || !text->Set(section, key, value)) return 0;
+    const QByteArray bytes = text->Bytes();
+    if (bytes.size() > mostBytes || !Replace(file, bytes)) return 0;
+    KnownFiles().erase(file);
+    return 1;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+// Profile (INI) files as the system's profile functions treat them: one call for each value, the
+// file is never held open. ftpOptions.ini and Position.ini are such files. A damaged or binary file
+// has no settings, and writing keeps what is in it. To be used from one thread only.
+
+// The value of `key` in `section`, at most 255 characters, without surrounding blanks and without a
+// pair of quotes around it; empty when file, section or key is missing or the file is unreadable.
+// Section and key names are compared without regard to case; the first match counts.
+[[nodiscard]] QString ReadSetting(const QString& file, const QString& section, const QString& key);
+
+// Sets the value, creating file, section and key where missing. Everything else in the file stays
+// as it is, byte for byte: encoding, line ends, order, comments, unknown lines. The file is
+// replaced as a whole and readable by its owner only. Returns 0 when nothing was written: the file
+// cannot be replaced, is too large to be a settings file, the value has a line break or NUL in it,
+// or a name is one that cannot be found again.
+int WriteSetting(const QString& file, const QString& section, const QString& key,
+                 const QString& value);
+
+// The number at the start of a text as settings mean it: blanks, a sign, digits with a decimal
+// point among them; whatever follows does not count. 0 when there is none; a number out of range is
+// the nearest in range.
+[[nodiscard]] double Val(const QString& text);
+
+// The same for whole numbers of 32 bits: "75.9" is 75.
+[[nodiscard]] int ValLong(const QString& text);

@@ -1,0 +1,108 @@
+#include "base/profile_file_encoding.h"
+
+#include <QStringDecoder>
+#include <QtEndian>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace {
+
+using Encoding = EncodedText::Encoding;
+
+// What Windows-1252 has in the place of the control characters 0x80 to 0x9f.
+constexpr std::array<char16_t, 32> windowsCharacters = {
+    0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
+constexpr char16_t firstSpecial = 0x80;
+constexpr char16_t afterSpecials = 0xa0;
+
+QString FromWindows(QByteArrayView bytes) {
+    QString text(bytes.size(), Qt::Uninitialized);
+    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char each) -> QChar {
+        const auto byte = static_cast<uchar>(each);
+        if (byte < firstSpecial || byte >= afterSpecials) return QChar(byte);
+        return windowsCharacters[byte - firstSpecial];
+    });
+    return text;
+}
+
+// Nothing when a character has no place in Windows-1252.
+std::optional<QByteArray> ToWindows(const QString& text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar each : text) {
+        char16_t code = each.unicode();
+        if (code >= firstSpecial && (code < afterSpecials || code > 0xff)) {
+            const auto* const place =
+                std::find(windowsCharacters.begin(), windowsCharacters.end(), code);
+            if (place == windowsCharacters.end()) return std::nullopt;
+            code = static_cast<char16_t>(firstSpecial + (place - windowsCharacters.begin()));
+        }
+        bytes.append(static_cast<char>(code));
+    }
+    return bytes;
+}
+
+// Nothing when the bytes are no UTF-8, or not in the one form that gives the same bytes again.
+std::optional<QString> FromUtf8(QByteArrayView bytes) {
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom |
+                                                       QStringConverter::Flag::Stateless);
+    const QString text = decoder(bytes);
+    if (decoder.hasError() || text.toUtf8() != bytes) return std::nullopt;
+    return text;
+}
+
+// Units are copied one by one: half a surrogate pair in a damaged file stays what it is.
+QString FromUtf16(QByteArrayView bytes, Encoding as) {
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char* const unit = bytes.data() + 2 * i;
+        text[i] = as == Encoding::Utf16LittleEndian ? qFromLittleEndian<char16_t>(unit)
+                                                    : qFromBigEndian<char16_t>(unit);
+    }
+    return text;
+}
+
+QByteArray ToUtf16(const QString& text, Encoding as) {
+    QByteArray bytes(text.size() * 2, Qt::Uninitialized);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char* const unit = bytes.data() + 2 * i;
+        const char16_t code = text[i].unicode();
+        if (as == Encoding::Utf16LittleEndian)
+            qToLittleEndian(code, unit);
+        else
+            qToBigEndian(code, unit);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+EncodedText EncodedText::Decode(const QByteArray& bytes) {
+    EncodedText result;
+    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
+        result.As =
+            bytes.startsWith("\xff") ? Encoding::Utf16LittleEndian : Encoding::Utf16BigEndian;
+        result.Mark = bytes.left(2);
+        result.Tail = bytes.right(bytes.size() % 2);
+        result.Text = FromUtf16(QByteArrayView(bytes).sliced(2), result.As);
+        return result;
+    }
+    if (bytes.startsWith("\xef\xbb\xbf")) result.Mark = bytes.left(3);
+    const QByteArrayView content = QByteArrayView(bytes).sliced(result.Mark.size());
+    const std::optional<QString> text = FromUtf8(content);
+    result.As = text ? Encoding::Utf8 : Encoding::Windows1252;
+    result.Text = text ? *text : FromWindows(content);
+    return result;
+}
+
+QByteArray EncodedText::Encode() const {
+    if (As == Encoding::Utf16LittleEndian || As == Encoding::Utf16BigEndian)
+        return Mark + ToUtf16(Text, As) + Tail;
+    const std::optional<QByteArray> windows =
+        As == Encoding::Windows1252 ? ToWindows(Text) : std::nullopt;
+    return Mark + windows.value_or(Text.toUtf8());
+}
