@@ -1,0 +1,197 @@
+#include "platform/linux/capture_devices.h"
+
+#include <fcntl.h>
+#include <linux/videodev2.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QSize>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <tuple>
+
+namespace {
+
+// An open device node; closed at the end of its scope.
+class Node {
+  public:
+    explicit Node(const QString& path)
+        : descriptor(open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC)) {}
+    ~Node() {
+        if (descriptor >= 0) close(descriptor);
+    }
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+
+    [[nodiscard]] bool Ask(unsigned long request, void* answer) const {
+        if (descriptor < 0) return false;
+        int result;
+        do result = ioctl(descriptor, request, answer);
+        while (result < 0 && errno == EINTR);
+        return result == 0;
+    }
+
+  private:
+    int descriptor;
+};
+
+struct PixelFormatName {
+    __u32 Code;
+    const char* Name;
+};
+
+// The formats that FFmpeg's input device takes, by its names.
+constexpr std::array formatNames{
+    PixelFormatName{V4L2_PIX_FMT_YUYV, "yuyv422"},
+    PixelFormatName{V4L2_PIX_FMT_UYVY, "uyvy422"},
+    PixelFormatName{V4L2_PIX_FMT_YUV420, "yuv420p"},
+    PixelFormatName{V4L2_PIX_FMT_YUV422P, "yuv422p"},
+    PixelFormatName{V4L2_PIX_FMT_NV12, "nv12"},
+    PixelFormatName{V4L2_PIX_FMT_BGR24, "bgr24"},
+    PixelFormatName{V4L2_PIX_FMT_RGB24, "rgb24"},
+    PixelFormatName{V4L2_PIX_FMT_RGB565, "rgb565le"},
+    PixelFormatName{V4L2_PIX_FMT_GREY, "gray"},
+    PixelFormatName{V4L2_PIX_FMT_SBGGR8, "bayer_bggr8"},
+    PixelFormatName{V4L2_PIX_FMT_SGBRG8, "bayer_gbrg8"},
+    PixelFormatName{V4L2_PIX_FMT_SGRBG8, "bayer_grbg8"},
+    PixelFormatName{V4L2_PIX_FMT_SRGGB8, "bayer_rggb8"},
+    PixelFormatName{V4L2_PIX_FMT_MJPEG, "mjpeg"},
+    PixelFormatName{V4L2_PIX_FMT_JPEG, "mjpeg"},
+    PixelFormatName{V4L2_PIX_FMT_H264, "h264"},
+    PixelFormatName{V4L2_PIX_FMT_MPEG4, "mpeg4"},
+};
+
+QString FormatName(__u32 code) {
+    const auto found =
+        std::ranges::find_if(formatNames, [code](const auto& name) { return name.Code == code; });
+    return found == formatNames.end() ? QString() : QString::fromLatin1(found->Name);
+}
+
+// A text field of a driver's answer, which need not end in a NUL.
+template <size_t N>
+QString Text(const __u8 (&field)[N]) {
+    const auto end = std::find(std::begin(field), std::end(field), 0);
+    return QString::fromUtf8(reinterpret_cast<const char*>(field), end - std::begin(field));
+}
+
+// The camera behind a node; nothing when the node is not one that delivers single-plane pictures.
+std::optional<CaptureDevice> Camera(const QString& path) {
+    const Node node(path);
+    v4l2_capability capability{};
+    if (!node.Ask(VIDIOC_QUERYCAP, &capability)) return std::nullopt;
+    const __u32 abilities = capability.capabilities & V4L2_CAP_DEVICE_CAPS
+                                ? capability.device_caps
+                                : capability.capabilities;
+    if (!(abilities & V4L2_CAP_VIDEO_CAPTURE) || !(abilities & V4L2_CAP_STREAMING))
+        return std::nullopt;
+    return CaptureDevice{.Name = Text(capability.card),
+                         .Connection = Text(capability.bus_info),
+                         .Input = QStringLiteral("v4l2"),
+                         .Address = path};
+}
+
+// The highest rate of a size, pictures per second; 0 when the driver does not tell.
+double HighestRate(const Node& node, __u32 code, QSize size) {
+    double highest = 0;
+    v4l2_frmivalenum entry{};
+    entry.pixel_format = code;
+    entry.width = static_cast<__u32>(size.width());
+    entry.height = static_cast<__u32>(size.height());
+    for (; node.Ask(VIDIOC_ENUM_FRAMEINTERVALS, &entry); ++entry.index) {
+        const bool discrete = entry.type == V4L2_FRMIVAL_TYPE_DISCRETE;
+        const v4l2_fract& interval = discrete ? entry.discrete : entry.stepwise.min;
+        if (interval.numerator > 0)
+            highest = std::max(highest, double(interval.denominator) / interval.numerator);
+        if (!discrete) break;
+    }
+    return highest;
+}
+
+bool Reaches(__u32 value, __u32 least, __u32 most, __u32 step) {
+    return value >= least && value <= most && (value - least) % std::max(step, 1U) == 0;
+}
+
+// The usual sizes among a range's, and its largest one.
+QList<QSize> SizesInRange(const v4l2_frmsize_stepwise& range) {
+    static constexpr std::array usual{
+        std::pair{160U, 120U},   std::pair{320U, 180U},   std::pair{320U, 240U},
+        std::pair{352U, 288U},   std::pair{640U, 360U},   std::pair{640U, 480U},
+        std::pair{720U, 576U},   std::pair{800U, 600U},   std::pair{1024U, 768U},
+        std::pair{1280U, 720U},  std::pair{1280U, 1024U}, std::pair{1600U, 1200U},
+        std::pair{1920U, 1080U}, std::pair{2560U, 1440U}, std::pair{3840U, 2160U}};
+    QList<QSize> sizes;
+    for (const auto& [width, height] : usual) {
+        if (Reaches(width, range.min_width, range.max_width, range.step_width) &&
+            Reaches(height, range.min_height, range.max_height, range.step_height))
+            sizes << QSize(static_cast<int>(width), static_cast<int>(height));
+    }
+    const QSize largest(static_cast<int>(range.max_width), static_cast<int>(range.max_height));
+    if (!sizes.contains(largest)) sizes << largest;
+    return sizes;
+}
+
+QList<QSize> Sizes(const Node& node, __u32 code) {
+    QList<QSize> sizes;
+    v4l2_frmsizeenum entry{};
+    entry.pixel_format = code;
+    for (; node.Ask(VIDIOC_ENUM_FRAMESIZES, &entry); ++entry.index) {
+        if (entry.type != V4L2_FRMSIZE_TYPE_DISCRETE) return SizesInRange(entry.stepwise);
+        sizes << QSize(static_cast<int>(entry.discrete.width),
+                       static_cast<int>(entry.discrete.height));
+    }
+    return sizes;
+}
+
+class VideoNodes : public CaptureDevices {
+  public:
+    QList<CaptureDevice> List() const override {
+        QList<std::pair<int, CaptureDevice>> found;
+        const QDir folder(QStringLiteral("/dev"));
+        const QStringList names =
+            folder.entryList({QStringLiteral("video*")}, QDir::System | QDir::Files);
+        for (const QString& name : names) {
+            bool isNumber = false;
+            const int number = name.mid(5).toInt(&isNumber);
+            if (!isNumber) continue;
+            if (auto camera = Camera(folder.filePath(name))) found.emplaceBack(number, *camera);
+        }
+        // Numbers are given out in the order in which drivers happen to load; the place where a
+        // camera is plugged in stays. A camera with several nodes keeps their order.
+        std::ranges::sort(found, [](const auto& a, const auto& b) {
+            return std::tie(a.second.Connection, a.first) < std::tie(b.second.Connection, b.first);
+        });
+        QList<CaptureDevice> cameras;
+        for (const auto& entry : found) cameras << entry.second;
+        return cameras;
+    }
+
+    QList<CaptureFormat> Formats(const CaptureDevice& device) const override {
+        const Node node(device.Address);
+        QList<CaptureFormat> formats;
+        v4l2_fmtdesc entry{};
+        entry.type = V4L2_BUF_TYPE_VIDEO_CAPTURE;
+        for (; node.Ask(VIDIOC_ENUM_FMT, &entry); ++entry.index) {
+            const QString name = FormatName(entry.pixelformat);
+            if (name.isEmpty()) continue;
+            for (const QSize& size : Sizes(node, entry.pixelformat)) {
+                formats << CaptureFormat{
+                    .Width = size.width(),
+                    .Height = size.height(),
+                    .Rate = HighestRate(node, entry.pixelformat, size),
+                    .PixelFormat = name,
+                    .Compressed = (entry.flags & V4L2_FMT_FLAG_COMPRESSED) != 0};
+            }
+        }
+        return formats;
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<CaptureDevices> MakeCaptureDevices() {
+    return std::make_unique<VideoNodes>();
+}

@@ -1,0 +1,14 @@
+#include "platform/platform.h"
+
+#include "platform/linux/capture_devices.h"
+#include "platform/linux/dialer.h"
+#include "platform/linux/online_state.h"
+#include "platform/linux/sound.h"
+
+Platform MakePlatform() {
+    const QDBusConnection bus = QDBusConnection::systemBus();
+    return {.Online = std::make_unique<LinuxOnlineState>(bus),
+            .Dial = std::make_unique<LinuxDialer>(bus),
+            .Cameras = MakeCaptureDevices(),
+            .Sounds = std::make_unique<LinuxSound>()};
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/capture_devices.h"
+#include "platform/dialer.h"
+#include "platform/online_state.h"
+#include "platform/sound.h"
+
+#include <memory>
+
+// Everything that differs from system to system, in one hand.
+struct Platform {
+    std::unique_ptr<OnlineState> Online;
+    std::unique_ptr<Dialer> Dial;
+    std::unique_ptr<CaptureDevices> Cameras;
+    std::unique_ptr<Sound> Sounds;
+};
+
+// The services of the system that the program runs on.
+[[nodiscard]] Platform MakePlatform();

@@ -1,0 +1,47 @@
+#include "platform/test/test_platform.h"
+
+#include <utility>
+
+void TestOnlineState::Set(bool nowConnected, Links nowLinks) {
+    connected = nowConnected;
+    links = nowLinks;
+    emit Changed();
+}
+
+bool TestOnlineState::Connected() const {
+    ++Asked;
+    return connected;
+}
+
+void TestDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
+    Dialled << entry;
+    open << std::move(dialled);
+    if (Answers) QMetaObject::invokeMethod(this, &TestDialer::Answer, Qt::QueuedConnection);
+}
+
+void TestDialer::Answer() {
+    for (const auto& dialled : std::exchange(open, {})) dialled(++lastHandle);
+}
+
+QList<CaptureFormat> TestCaptureDevices::Formats(const CaptureDevice& device) const {
+    return Devices.contains(device) ? DeviceFormats : QList<CaptureFormat>();
+}
+
+TestPlatform MakeTestPlatform() {
+    auto online = std::make_unique<TestOnlineState>();
+    auto dial = std::make_unique<TestDialer>();
+    auto cameras = std::make_unique<TestCaptureDevices>();
+    auto sounds = std::make_unique<RecordingSound>();
+    TestOnlineState& onlineRef = *online;
+    TestDialer& dialRef = *dial;
+    TestCaptureDevices& camerasRef = *cameras;
+    RecordingSound& soundsRef = *sounds;
+    return {{.Online = std::move(online),
+             .Dial = std::move(dial),
+             .Cameras = std::move(cameras),
+             .Sounds = std::move(sounds)},
+            onlineRef,
+            dialRef,
+            camerasRef,
+            soundsRef};
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/platform.h"
+
+#include <functional>
+
+// The third set of services, beside the systems' own: states that tests set, and records of what
+// the program asked for.
+
+class TestOnlineState : public OnlineState {
+  public:
+    int Forced = 0;         // how often ForceOnline was called
+    mutable int Asked = 0;  // how often Connected was
+
+    // Sets the state and tells those who listen.
+    void Set(bool nowConnected, Links nowLinks = {});
+
+    [[nodiscard]] bool Connected() const override;
+    [[nodiscard]] Links Connection() const override { return links; }
+    void ForceOnline() override { ++Forced; }
+
+  private:
+    bool connected = false;
+    Links links;
+};
+
+// Every dial succeeds at once unless Answers is cleared; Answer() then makes it succeed late.
+class TestDialer : public Dialer {
+  public:
+    QStringList EntryList;
+    QStringList Dialled;  // entries in the order of dialling
+    QList<int> HungUp;    // handles
+    bool Answers = true;
+
+    [[nodiscard]] QStringList Entries() const override { return EntryList; }
+    void Dial(const QString& entry, std::function<void(int)> dialled) override;
+    void HangUp(int handle) override { HungUp << handle; }
+
+    // The dials that are still open stand now; each gets the next handle, from 1.
+    void Answer();
+
+  private:
+    QList<std::function<void(int)>> open;
+    int lastHandle = 0;
+};
+
+class TestCaptureDevices : public CaptureDevices {
+  public:
+    QList<CaptureDevice> Devices;
+    QList<CaptureFormat> DeviceFormats;  // of every device
+
+    [[nodiscard]] QList<CaptureDevice> List() const override { return Devices; }
+    [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice& device) const override;
+};
+
+class RecordingSound : public Sound {
+  public:
+    QStringList Played;
+    QList<quint32> Volumes;
+
+    void Play(const QString& file) override { Played << file; }
+    void SetVolume(quint32 volume) override { Volumes << volume; }
+};
+
+// A platform, and its parts by the names that tests use; they live as long as Services.
+struct TestPlatform {
+    Platform Services;
+    TestOnlineState& Online;
+    TestDialer& Dial;
+    TestCaptureDevices& Cameras;
+    RecordingSound& Sounds;
+};
+
+// Offline, without dial-up entries and without cameras, until a test says otherwise.
+[[nodiscard]] TestPlatform MakeTestPlatform();
