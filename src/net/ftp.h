@@ -1,0 +1,89 @@
+#pragma once
+
+#include "net/ftp_commands.h"
+#include "net/ftp_download.h"
+#include "net/ftp_listing.h"
+#include "net/ftp_upload.h"
+
+// The FTP client: active mode over IPv4, one operation at a time. Each operation waits through the
+// event loop until it is done and returns whether it succeeded; the reason of a failure is stored
+// as last error (for the user, across runs) and announced by Error. The host must not start an
+// operation, nor delete the client, from a handler of its signals. Texts with control characters
+// are refused before anything is sent.
+class FTP : public QObject {
+    Q_OBJECT
+
+  public:
+    FTP(Waiting& waiting, StatusDisplay& display, QObject* parent = nullptr);
+    ~FTP() override;
+
+    // Where the scratch file of a size lookup is written.
+    void SetProgramFolder(const QString& folder) { listing.SetProgramFolder(folder); }
+
+    [[nodiscard]] bool Connect();  // see LogIn
+    bool Disconnect();             // says QUIT and closes; always true
+
+    [[nodiscard]] QString RemoteHost() const { return properties.RemoteHost; }
+    void SetRemoteHost(const QString& host);
+    [[nodiscard]] qint32 RemotePort() const { return properties.RemotePort; }
+    void SetRemotePort(qint32 port);
+    [[nodiscard]] QString UserName() const { return properties.UserName; }
+    void SetUserName(const QString& name);
+    [[nodiscard]] QString Password() const { return properties.Password; }
+    void SetPassword(const QString& password);
+    // Seconds: the limit on the waits of one operation.
+    [[nodiscard]] qint16 TimeOut() const { return properties.TimeOut; }
+    void SetTimeOut(qint16 seconds);
+    // These two are the host's own; see GetLastErrorCode.
+    [[nodiscard]] qint32 LastErrorCode() const { return properties.LastErrorCode; }
+    void SetLastErrorCode(qint32 code);
+    [[nodiscard]] QString LastErrorDesc() const { return properties.LastErrorDesc; }
+    void SetLastErrorDesc(const QString& text);
+
+    // The last error recorded, as text; empty when there never was one.
+    [[nodiscard]] QString GetLastErrorCode() const;
+    [[nodiscard]] QString GetLastErrorString() const;
+
+    // See FtpDownload, FtpUpload and FtpListing.
+    [[nodiscard]] bool GetFile(QString& folder, const QString& name, const QString& localPath,
+                               bool ascii);
+    [[nodiscard]] bool PutFile(const QString& folder, const QString& name, const QString& localPath,
+                               bool ascii);
+    [[nodiscard]] bool DirListing(const QString& localPath);
+    [[nodiscard]] qint32 GetRemoteFileSize(const QString& folder, const QString& name);
+
+    // Deletes a remote file. A folder that cannot be changed to does not stop it.
+    [[nodiscard]] bool KillFile(const QString& folder, const QString& name);
+    // Renames a remote file in the folder (empty: the current one).
+    [[nodiscard]] bool Rename(const QString& folder, const QString& oldName,
+                              const QString& newName);
+
+    // Sends a raw command line; `response` is the server's reply, or a text starting with 500 when
+    // there was none. True when a reply came, whatever it says. Records no last error. Without a
+    // connection element, within the time left of the operation before.
+    [[nodiscard]] bool Execute(const QString& commandLine, QString& response);
+
+    // Ends a running transfer: closes all data connections. Works from any handler.
+    void Cancel();
+
+    // The code of the last reply; 0 before the first one.
+    [[nodiscard]] int ReplyCode() const { return commands.Control.ReplyCode; }
+    // Whether the login still stands; false as soon as the server has closed the connection.
+    [[nodiscard]] bool IsConnected() const { return commands.Control.LoggedIn; }
+
+  signals:
+    void ReceiveProgress(qint32 received, qint32 expected);
+    void SendProgress(qint32 sent, qint32 total);
+    void ServerResponse(const QString& chunk);
+    void CommandSentToServer(const QString& command);
+    void Error();
+    void PropertyChanged(const QString& name);
+
+  private:
+    FtpProperties properties;
+    FtpCommands commands;
+    FtpDataElements elements;
+    FtpUpload upload;
+    FtpListing listing;
+    FtpDownload download;
+};

@@ -1,0 +1,79 @@
+#include "net/ftp_commands.h"
+
+#include "net/ftp_text.h"
+#include "net/last_error_store.h"
+
+#include <algorithm>
+
+namespace {
+constexpr int GeneralError = 500;
+
+QString NotPossible(const QString& operation, const QString& reason) {
+    return QStringLiteral("Die Operation \"%1\" konnte nicht ausgeführt werden, %2.")
+        .arg(operation, reason);
+}
+
+QString NoConnection(const QString& operation) {
+    return NotPossible(operation, QStringLiteral("keine aktive Verbindung vorhanden"));
+}
+}  // namespace
+
+FtpCommands::FtpCommands(Waiting& ownWaiting, StatusDisplay& display,
+                         const FtpProperties& ownProperties, QObject* parent)
+    : QObject(parent),
+      TimeOut(ownWaiting.OwnClock(), display),
+      waiting(ownWaiting),
+      properties(ownProperties) {}
+
+bool FtpCommands::SendCommand(const QString& command, const QString& argument, int expected) {
+    TimeOut.Begin(properties.TimeOut);
+    Control.ForgetReply();
+    const QString line = command + u' ' + argument;
+    emit CommandSentToServer(line);
+    Control.SendLine(argument.isEmpty() ? command : line);
+    const Waiting::End end = Wait([this] { return Control.ReplyCode != 0; });
+    TimeOut.Stop();
+
+    if (TimeOut.TimedOut()) {
+        SetLastError(
+            GeneralError,
+            QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten").arg(command));
+        return false;
+    }
+    if (end == Waiting::End::Hopeless) SetLastError(GeneralError, NoConnection(command));
+    if (end != Waiting::End::Done) return false;
+    if (expected != AnyCode && Control.ReplyCode != expected) {
+        SetLastError(Control.ReplyCode,
+                     QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.").arg(command));
+        return false;
+    }
+    return true;
+}
+
+bool FtpCommands::CheckConnected(const QString& operation) {
+    if (Control.Connected) return true;
+    SetLastError(GeneralError, NoConnection(operation));
+    return false;
+}
+
+bool FtpCommands::CheckTexts(const QString& operation, const QStringList& texts) {
+    if (std::none_of(texts.begin(), texts.end(), HasControlCharacters)) return true;
+    SetLastError(GeneralError,
+                 NotPossible(operation, QStringLiteral("Steuerzeichen sind nicht erlaubt")));
+    return false;
+}
+
+void FtpCommands::ClearLastError() {
+    LastErrorStore::Write(0, {});
+}
+
+void FtpCommands::SetLastError(int code, const QString& text) {
+    LastErrorStore::Write(code, text);
+    emit Error();
+}
+
+Waiting::End FtpCommands::Wait(const std::function<bool()>& done,
+                               const std::function<bool()>& hopeless) {
+    return waiting.Until([&] { return done() || TimeOut.TimedOut(); },
+                         {.Hopeless = [&] { return Control.Gone() || (hopeless && hopeless()); }});
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "base/waiting.h"
+#include "net/ftp_control_connection.h"
+#include "net/ftp_properties.h"
+#include "net/ftp_time_out.h"
+
+#include <QStringList>
+
+// The exchange of commands and replies, and the record of what went wrong in it.
+class FtpCommands : public QObject {
+    Q_OBJECT
+
+  public:
+    FtpCommands(Waiting& waiting, StatusDisplay& display, const FtpProperties& properties,
+                QObject* parent = nullptr);
+
+    static constexpr int AnyCode = 65535;
+
+    // Sends the command, with a blank and the argument unless that is empty, and waits for the
+    // reply. True when its code is `expected` (AnyCode: whatever it is). Else a last error is
+    // recorded; only a wait that ends with the program records none.
+    bool SendCommand(const QString& command, const QString& argument, int expected);
+
+    // Whether the control connection stands; records a last error for `operation` when not.
+    [[nodiscard]] bool CheckConnected(const QString& operation);
+    // Whether all texts may be sent; records a last error for `operation` when not.
+    [[nodiscard]] bool CheckTexts(const QString& operation, const QStringList& texts);
+
+    void ClearLastError();
+    // Stores code and text and raises Error.
+    void SetLastError(int code, const QString& text);
+
+    // Waits for the condition or the time-out. Ends hopeless when the control connection is gone
+    // or `hopeless` says so.
+    Waiting::End Wait(const std::function<bool()>& done,
+                      const std::function<bool()>& hopeless = {});
+    // Lets pending events run once.
+    void Yield() { waiting.Yield(); }
+
+    FtpControlConnection Control;
+    FtpTimeOut TimeOut;
+
+  signals:
+    void CommandSentToServer(const QString& command);
+    void Error();
+
+  private:
+    Waiting& waiting;
+    const FtpProperties& properties;
+};

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "net/ftp_reply.h"
+#include "net/winsock.h"
+
+#include <QObject>
+
+// The control connection (element 0) and the replies that arrive on it. What arrives together is
+// one reply, whatever its lines: ReplyCode and ReplyText always belong to the last arrival.
+class FtpControlConnection : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit FtpControlConnection(QObject* parent = nullptr);
+
+    // Starts connecting, everything known of an earlier connection forgotten.
+    void Open(const QString& host, qint32 port);
+    void Close();
+
+    // Sends the line in UTF-8 with its line end; ignored when there is no connection.
+    void SendLine(const QString& line);
+    // Hands over to the system what was sent, so that it reaches the server before a Close.
+    void Flush() { element.Flush(); }
+
+    // Whether the connection stands; false as soon as the server has closed it.
+    [[nodiscard]] bool Stands() const { return element.State() == Winsock::StateConnected; }
+    // Whether it neither stands nor can come to stand.
+    [[nodiscard]] bool Gone() const;
+    // The last reply tells of a failure.
+    [[nodiscard]] bool Refused() const { return ReplyCode >= 400 && ReplyCode <= 599; }
+    [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
+
+    // Gets ready for the reply to the next command.
+    void ForgetReply();
+
+    bool Connected = false;        // established, not closed since, login not refused
+    bool WelcomeReceived = false;  // the server's 220
+    bool LoggedIn = false;
+    int ReplyCode = 0;
+    QString ReplyText;
+    ReplyLines Lines;  // the codes received since ForgetReply, however their lines were cut
+
+  signals:
+    void ServerResponse(const QString& chunk);
+
+  private:
+    void Receive();
+
+    Winsock element;
+};

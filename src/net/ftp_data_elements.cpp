@@ -1,0 +1,61 @@
+#include "net/ftp_data_elements.h"
+
+#include "net/ftp_text.h"
+
+FtpDataElements::FtpDataElements(FtpCommands& ownCommands, QObject* parent)
+    : QObject(parent), commands(ownCommands) {}
+
+void FtpDataElements::Load(Role role, qint32 size) {
+    auto* element = new Winsock(this);
+    loaded.push_back(element);
+    connect(element, &Winsock::ConnectionRequest, element, [element] {
+        element->Close();
+        element->Accept();
+    });
+    connect(element, &Winsock::SendComplete, this,
+            [this, role, size] { emit SendComplete(role, size); });
+    if (DataIndex() == 1) {
+        connect(element, &Winsock::DataArrival, this,
+                [this, element, role, size] { emit DataArrival(role, size, element->GetData()); });
+    }
+    element->Listen(commands.Control.LocalAddress());
+}
+
+bool FtpDataElements::Announce() {
+    const QString argument =
+        PortArgument(commands.Control.LocalAddress(), loaded.back()->LocalPort());
+    return commands.SendCommand(QStringLiteral("PORT"), argument, 200);
+}
+
+void FtpDataElements::Unload() {
+    if (loaded.empty()) return;
+    Winsock* const element = loaded.back();
+    loaded.pop_back();
+    // This may run in a handler of the element's own signal.
+    element->disconnect();
+    element->Close();
+    element->deleteLater();
+}
+
+void FtpDataElements::Cancel() {
+    while (DataIndex() >= 1) {
+        Unload();
+        Cancelled = true;
+    }
+}
+
+Winsock::ElementState FtpDataElements::State() const {
+    return loaded.empty() ? Winsock::StateClosed : loaded.back()->State();
+}
+
+bool FtpDataElements::Gone() const {
+    return State() != Winsock::StateListening && State() != Winsock::StateConnected;
+}
+
+void FtpDataElements::Send(const QByteArray& bytes) {
+    if (!loaded.empty()) loaded.back()->Send(bytes);
+}
+
+void FtpDataElements::Close() {
+    if (!loaded.empty()) loaded.back()->Close();
+}

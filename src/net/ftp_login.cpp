@@ -1,0 +1,89 @@
+#include "net/ftp_login.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int ServiceReady = 220;
+constexpr int LoginAccepted = 230;
+constexpr int LoginRefused = 530;
+constexpr int NameAccepted = 331;
+
+bool FailConnect(FtpCommands& commands) {
+    commands.TimeOut.Stop();
+    commands.SetLastError(1510,
+                          QStringLiteral("Verbindungsanfrage hat das Zeitlimit überschritten"));
+    commands.Control.Close();
+    return false;
+}
+
+bool ReachServer(FtpCommands& commands, const FtpProperties& properties) {
+    FtpControlConnection& control = commands.Control;
+    commands.TimeOut.ResetElapsed();
+    commands.TimeOut.Begin(properties.TimeOut);
+    control.Open(properties.RemoteHost, properties.RemotePort);
+    const auto comes = [&commands](const bool& flag) {
+        const Waiting::End end = commands.Wait([&flag] { return flag; });
+        return end == Waiting::End::Done && !commands.TimeOut.TimedOut();
+    };
+    return comes(control.Connected) && comes(control.WelcomeReceived);
+}
+
+// Waits, within the time-out, for the end of a reply of several lines: a late line must not be
+// taken for the reply to the next command.
+void AwaitLastLine(FtpCommands& commands) {
+    commands.Wait([&commands] { return !commands.Control.Lines.Unfinished(); });
+}
+
+// Any text may have the digits 230 in it (a greeting, a user name): only a reply that can accept a
+// login counts.
+bool Accepted(const FtpControlConnection& control) {
+    if (control.Lines.Codes.contains(LoginAccepted)) return true;
+    return control.ReplyCode / 100 == 2 && control.ReplyCode != ServiceReady &&
+           control.ReplyText.contains(QStringLiteral("230"));
+}
+
+// The last code that refuses something; 0 when nothing was refused since the name was sent.
+int Refusal(const FtpControlConnection& control, qsizetype from = 0) {
+    const QList<int>& codes = control.Lines.Codes;
+    const auto refuses = [](int code) { return code >= 400; };
+    const auto found = std::find_if(codes.rbegin(), codes.rend() - from, refuses);
+    return found == codes.rend() - from ? 0 : *found;
+}
+
+Waiting::End SendPassword(FtpCommands& commands, const QString& password) {
+    FtpControlConnection& control = commands.Control;
+    const qsizetype before = control.Lines.Codes.size();
+    control.SendLine(QStringLiteral("PASS ") + password);
+    const auto done = [&control] { return Accepted(control) || control.ReplyCode == LoginRefused; };
+    // Nothing accepts the login any more once the server has answered with a failure.
+    const auto refused = [&control, before] { return Refusal(control, before) != 0; };
+    return commands.Wait(done, refused);
+}
+
+}  // namespace
+
+bool LogIn(FtpCommands& commands, const FtpProperties& properties) {
+    FtpControlConnection& control = commands.Control;
+    commands.ClearLastError();
+    if (!ReachServer(commands, properties)) return FailConnect(commands);
+    AwaitLastLine(commands);
+
+    // A refused name is recorded, but the password may still settle the login.
+    commands.SendCommand(QStringLiteral("USER"), properties.UserName, NameAccepted);
+    const Waiting::End end = SendPassword(commands, properties.Password);
+    if (Accepted(control)) {
+        commands.TimeOut.Begin(properties.TimeOut);
+        AwaitLastLine(commands);
+        commands.TimeOut.Stop();
+        control.LoggedIn = control.Stands();
+        return true;
+    }
+    commands.TimeOut.Stop();
+    const int refusal = Refusal(control);
+    if (end != Waiting::End::Done && refusal == 0) return FailConnect(commands);
+    commands.SetLastError(refusal != 0 ? refusal : control.ReplyCode,
+                          control.ReplyText + u' ' + properties.UserName);
+    control.Close();
+    return false;
+}

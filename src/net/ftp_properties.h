@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+// What the host sets before it connects.
+struct FtpProperties {
+    QString RemoteHost;
+    qint32 RemotePort = 21;
+    QString UserName;
+    QString Password;
+    qint16 TimeOut = 30;       // seconds
+    qint32 LastErrorCode = 0;  // kept for the host; no operation changes these two
+    QString LastErrorDesc = QStringLiteral("(n/a)");
+};

@@ -1,0 +1,40 @@
+#include "net/ftp_reply.h"
+
+#include "net/ftp_text.h"
+
+namespace {
+constexpr int CodeLength = 3;
+}
+
+int ReplyCodeOf(const QString& chunk) {
+    return LeadingNumber(chunk.left(CodeLength));
+}
+
+void ReplyLines::Feed(const QString& chunk) {
+    for (const QChar character : chunk) {
+        if (character == u'\n') {
+            if (!taken) TakeLine();
+            line.clear();
+            taken = false;
+        } else if (!taken) {
+            line += character;
+            // The character after the code tells whether more lines follow.
+            if (line.size() > CodeLength) TakeLine();
+        }
+    }
+}
+
+void ReplyLines::Reset() {
+    *this = {};
+}
+
+void ReplyLines::TakeLine() {
+    taken = true;
+    if (line.size() < CodeLength) return;
+    bool numeric = false;
+    const int code = line.left(CodeLength).toInt(&numeric);
+    const bool more = line.size() > CodeLength && line[CodeLength] == u'-';
+    if (!numeric || code < 100 || (openReply != 0 && code != openReply)) return;
+    if (openReply == 0) Codes << code;
+    openReply = more ? code : 0;
+}

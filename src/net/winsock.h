@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHostAddress>
+#include <QObject>
+#include <QString>
+
+class QTcpServer;
+class QTcpSocket;
+
+// One element of a socket control: it connects, or listens and accepts a single connection, over
+// IPv4 (active-mode FTP can announce nothing else). Faults show in State() and never in a return
+// value. It may be closed, and its owner may schedule its deletion, from a handler of its signals.
+class Winsock : public QObject {
+    Q_OBJECT
+
+  public:
+    enum ElementState {
+        StateClosed = 0,
+        StateListening = 2,
+        StateResolving = 4,
+        StateConnecting = 6,
+        StateConnected = 7,
+        StatePeerClosing = 8,  // the peer has closed; what it sent before has been delivered
+        StateError = 9,
+    };
+
+    explicit Winsock(QObject* parent = nullptr);
+
+    // Starts connecting; Connected follows, or the state becomes StateError.
+    void Connect(const QString& host, qint32 port);
+
+    // Listens on the address at a port that the system chooses.
+    void Listen(const QHostAddress& address);
+
+    // Takes the connection that ConnectionRequest has announced. Only from a handler of it.
+    void Accept();
+
+    // Closes whatever is open. What SendComplete has reported still reaches the peer.
+    void Close();
+
+    // Sends bytes; ignored unless connected. SendComplete follows from the event loop once the
+    // system has taken all of them, also when there are none.
+    void Send(const QByteArray& bytes);
+
+    // Hands over at once what Send has taken, as far as the system takes it without waiting.
+    void Flush();
+
+    // Everything that has arrived.
+    [[nodiscard]] QByteArray GetData();
+
+    [[nodiscard]] ElementState State() const { return state; }
+    [[nodiscard]] QHostAddress LocalAddress() const;
+    [[nodiscard]] quint16 LocalPort() const;
+
+  signals:
+    void Connected();
+    void ConnectionRequest();
+    void DataArrival();
+    void SendComplete();
+    // The peer has closed, or the connection broke.
+    void Closed();
+
+  private:
+    void Use(QTcpSocket* newSocket);
+    void TakeRequest();
+    void Established();
+    void Written();
+    void Ended();
+    void SetUpSocket();
+
+    ElementState state = StateClosed;
+    QTcpSocket* socket = nullptr;
+    QTcpServer* listener = nullptr;
+    QTcpSocket* request = nullptr;
+    bool sending = false;
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "net/ftp.h"
+#include "support/recording_display.h"
+#include "support/test_clock.h"
+
+#include <QFile>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+// An FTP client with everything around it, and a folder for its files and its last error.
+struct FtpBench {
+    // quiet: see TestClock.
+    explicit FtpBench(quint16 port, int quiet = 3) : Clock(quiet), Patience(5000 / quiet) {
+        QObject::connect(&Client, &FTP::ServerResponse, &Client,
+                         [this](const QString& chunk) { Replies.Feed(chunk); });
+        QObject::connect(&Client, &FTP::CommandSentToServer, &Client,
+                         [this] { Replies.Codes.clear(); });
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Folder.path());
+        Client.SetRemoteHost(QStringLiteral("127.0.0.1"));
+        Client.SetRemotePort(port);
+        Client.SetUserName(QStringLiteral("cam"));
+        Client.SetPassword(QStringLiteral("secret"));
+        Client.SetProgramFolder(Folder.path());
+    }
+
+    // Writes a local file of that content and returns its path.
+    QString Local(const QByteArray& content) const {
+        QFile file(Folder.filePath(QStringLiteral("local")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("no local file");
+        return file.fileName();
+    }
+
+    // What GetFile and DirListing write to, and its content.
+    [[nodiscard]] QString Fetched() const { return Folder.filePath(QStringLiteral("fetched")); }
+    [[nodiscard]] QByteArray FetchedBytes() const {
+        QFile file(Fetched());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    bool Get(const QString& name) {
+        QString folder;
+        return Client.GetFile(folder, name, Fetched(), false);
+    }
+
+    // Waits for a reply since the last command announced, such as the server's last word on a
+    // transfer; for about five real seconds.
+    bool AwaitReply(int code) {
+        return Clock.RunUntil([this, code] { return Replies.Codes.contains(code); }, Patience);
+    }
+
+    QTemporaryDir Folder;
+    TestClock Clock;
+    const qint64 Patience;
+    ReplyLines Replies;
+    Waiting Waits{Clock};
+    RecordingDisplay Display;
+    FTP Client{Waits, Display};
+    QSignalSpy Errors{&Client, &FTP::Error};
+    QSignalSpy Sent{&Client, &FTP::CommandSentToServer};
+};
+
+// Bytes that no transfer in text mode or of a wrong block would leave alone.
+inline QByteArray Content(qsizetype size) {
+    QByteArray bytes(size, '\0');
+    quint32 state = 12345;
+    for (char& byte : bytes) {
+        state = state * 1664525 + 1013904223;
+        byte = static_cast<char>(state >> 24);
+    }
+    return bytes;
+}

@@ -1,0 +1,295 @@
+#include "net/ftp_bench.h"
+#include "support/scripted_ftp_server.h"
+
+using Script = QList<FtpFault>;
+Q_DECLARE_METATYPE(Script)
+
+namespace {
+const QString NameTimeOut = QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten");
+const QString Failed = QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.");
+const QString NoConnection = QStringLiteral(
+    "Die Operation \"%1\" konnte nicht ausgeführt werden, keine aktive Verbindung vorhanden.");
+const QString Unreached = QStringLiteral("Verbindungsanfrage hat das Zeitlimit überschritten");
+}  // namespace
+
+class TestFtpControl : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        bench = std::make_unique<FtpBench>(quint16(0));
+        server = std::make_unique<ScriptedFtpServer>(bench->Clock);
+        bench->Client.SetRemotePort(server->Port());
+    }
+    void cleanup() {
+        server.reset();
+        bench.reset();
+    }
+
+    void LogsIn_data() {
+        QTest::addColumn<Script>("script");
+        QTest::addColumn<bool>("connected");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, const Script& script, const char* code = "0",
+                            const QString& text = {}) {
+            QTest::addRow("%s", name) << script << (*code == '0' || *code == '+')
+                                      << QString::fromLatin1(code).remove(u'+') << text;
+        };
+        row("ordinary", {});
+        row("greeting late", {{.Verb = "CONNECT", .DelayMilliseconds = 29'000}});
+        row("greeting in pieces", {{.Verb = "CONNECT", .SplitAt = 2}});
+        row("greeting by byte", {{.Verb = "CONNECT", .Drip = true}});
+        row("greeting of two lines in two chunks",
+            {{.Verb = "CONNECT", .Chunks = {"220-Wait, 230 users\r\n", "220 b 230\r\n"}}});
+        row("greeting without its end, 230 in it and the login refused",
+            {{.Verb = "CONNECT", .Chunks = {"220-a 230\r\n"}},
+             {.Verb = "PASS", .Chunks = {"530 not 230\r\n"}}},
+            "530", QStringLiteral("530 not 230\r\n cam"));
+        row("greeting and unasked 331 in one chunk",
+            {{.Verb = "CONNECT", .Chunks = {"220 a\r\n331 b\r\n"}}});
+        row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, "1510", Unreached);
+        row("other greeting", {{.Verb = "CONNECT", .Chunks = {"hello\r\n"}}}, "1510", Unreached);
+        row("closed after the greeting", {{.Verb = "CONNECT", .CloseControl = true}}, "1510",
+            Unreached);
+        row("too many users",
+            {{.Verb = "CONNECT", .Chunks = {"421 full\r\n"}, .CloseControl = true}}, "1510",
+            Unreached);
+        row("user late", {{.Verb = "USER", .DelayMilliseconds = 20'000}});
+        row("user needs no password", {{.Verb = "USER", .Chunks = {"230 in\r\n"}}}, "+230",
+            Failed.arg("USER"));
+        row("user refused", {{.Verb = "USER", .Chunks = {"530 who?\r\n"}}}, "530",
+            QStringLiteral("530 who?\r\n cam"));
+        row("user refused and closed",
+            {{.Verb = "USER", .Chunks = {"421 go\r\n"}, .CloseControl = true}}, "421",
+            QStringLiteral("421 go\r\n cam"));
+        row("user reply joined with the next",
+            {{.Verb = "USER", .Chunks = {"331 a\r\n230 b\r\n"}}});
+        row("name with the digits 230, login refused",
+            {{.Verb = "USER", .Chunks = {"331 for cam230\r\n"}},
+             {.Verb = "PASS", .Chunks = {"530 no\r\n"}}},
+            "530", QStringLiteral("530 no\r\n cam"));
+        row("password late by an hour", {{.Verb = "PASS", .DelayMilliseconds = 3'600'000}});
+        row("password reply by byte", {{.Verb = "PASS", .Drip = true}});
+        row("password reply of two lines in two chunks",
+            {{.Verb = "PASS", .Chunks = {"230-a\r\n", "230 b\r\n"}}});
+        row("password refused", {{.Verb = "PASS", .Chunks = {"530 no\r\n"}}}, "530",
+            QStringLiteral("530 no\r\n cam"));
+        row("password refused in pieces", {{.Verb = "PASS", .Chunks = {"5", "30 no\r\n"}}}, "530",
+            QStringLiteral("30 no\r\n cam"));
+        row("password refused otherwise", {{.Verb = "PASS", .Chunks = {"430 no\r\n"}}}, "430",
+            QStringLiteral("430 no\r\n cam"));
+        row("closed at the password", {{.Verb = "PASS", .Silent = true, .CloseControl = true}},
+            "1510", Unreached);
+    }
+    void LogsIn() {
+        QFETCH(Script, script);
+        QFETCH(bool, connected);
+        server->Script = script;
+        QCOMPARE(bench->Client.Connect(), connected);
+        QCOMPARE(bench->Client.IsConnected(), connected);
+        QTEST(bench->Client.GetLastErrorCode(), "code");
+        QTEST(bench->Client.GetLastErrorString(), "text");
+        for (const auto& command : bench->Sent)
+            QVERIFY(!command.first().toString().contains(QStringLiteral("PASS")));
+        // The next command gets its own reply, whatever the login has left behind.
+        server->Files["a"] = "x";
+        if (connected && script.isEmpty()) QVERIFY(bench->Client.KillFile({}, "a"));
+        if (!connected) return;
+        QVERIFY(bench->Clock.RunUntil([this] { return server->Commands.size() >= 2; }, 1000));
+        QCOMPARE(server->Commands.mid(0, 2), (QStringList{"USER cam", "PASS secret"}));
+        QVERIFY(!bench->Display.LabelVisible && !bench->Display.GaugeVisible);
+    }
+
+    // Login texts of several lines are told apart from the reply to the next command.
+    void GetsItsOwnReplyAfterLongTexts() {
+        server->Script = {{.Verb = "CONNECT", .Chunks = {"220-a\r\n", "b\r\n220 c\r\n"}},
+                          {.Verb = "PASS", .Chunks = {"230-a\r\n", "230-b\r\n", "230 c\r\n"}}};
+        server->Files["a"] = "x";
+        QVERIFY(bench->Client.Connect());
+        QVERIFY(bench->Client.KillFile({}, "a"));
+        QCOMPARE(bench->Errors.count(), 0);
+    }
+
+    void FailsWhereNobodyListens() {
+        server->StopListening();
+        const qint64 start = bench->Clock.Milliseconds();
+        QVERIFY(!bench->Client.Connect());
+        QVERIFY(bench->Clock.Milliseconds() - start < 5000);
+        QCOMPARE(bench->Client.GetLastErrorCode(), QStringLiteral("1510"));
+        server->ListenAgain();
+        QVERIFY(bench->Client.Connect());
+    }
+
+    void CountsDown() {
+        server->Script = {{.Verb = "CONNECT", .Silent = true}};
+        const qint64 start = bench->Clock.Milliseconds();
+        QVERIFY(!bench->Client.Connect());
+        QCOMPARE(bench->Clock.Milliseconds() - start, 31'000);
+        QList<int> seconds;
+        for (int second = 25; second >= 0; --second) seconds << second;
+        QCOMPARE(bench->Display.LabelSeconds, seconds);
+        QCOMPARE(bench->Display.GaugeSeconds, seconds);
+        QCOMPARE(bench->Display.Statuses, QStringList{"Time out !"});
+        QVERIFY(!bench->Display.LabelVisible && !bench->Display.GaugeVisible);
+    }
+
+    // One limit holds for all commands of an operation together.
+    void AddsUpWaits() {
+        server->Files["a"] = "x";
+        server->Script = {{.Verb = "RNFR", .DelayMilliseconds = 20'500},
+                          {.Verb = "RNTO", .DelayMilliseconds = 12'500}};
+        QVERIFY(bench->Client.Connect());
+        const qint64 start = bench->Clock.Milliseconds();
+        QVERIFY(!bench->Client.Rename({}, "a", "b"));
+        QCOMPARE(bench->Client.GetLastErrorString(), NameTimeOut.arg("RNTO"));
+        // 20 ticks in the first wait, 11 in the second.
+        QCOMPARE((bench->Clock.Milliseconds() - start) / 100, 315);
+    }
+
+    void Exchanges_data() {
+        QTest::addColumn<FtpFault>("fault");
+        QTest::addColumn<bool>("deleted");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, const FtpFault& fault, const char* code = "0",
+                            const QString& text = {}) {
+            QTest::addRow("%s", name)
+                << fault << (*code == '0') << QString::fromLatin1(code) << text;
+        };
+        const QString failed = Failed.arg("DELE");
+        row("prompt", {.Verb = "-"});
+        row("late", {.Verb = "DELE", .DelayMilliseconds = 29'500});
+        row("too late", {.Verb = "DELE", .DelayMilliseconds = 31'500}, "500",
+            NameTimeOut.arg("DELE"));
+        row("missing", {.Verb = "DELE", .Silent = true}, "500", NameTimeOut.arg("DELE"));
+        row("cut after the code", {.Verb = "DELE", .SplitAt = 3});
+        row("cut in the code", {.Verb = "DELE", .SplitAt = 1}, "2", failed);
+        row("with another reply", {.Verb = "DELE", .Chunks = {"250 a\r\n226 b\r\n"}});
+        row("text first", {.Verb = "DELE", .Chunks = {"wait\r\n", "250 a\r\n"}});
+        row("wrong code", {.Verb = "DELE", .Chunks = {"226 a\r\n"}}, "226", failed);
+        row("refused", {.Verb = "DELE", .Chunks = {"550 a\r\n"}}, "550", failed);
+        row("421 and closed", {.Verb = "DELE", .Chunks = {"421 a\r\n"}, .CloseControl = true},
+            "421", failed);
+        row("closed without a word", {.Verb = "DELE", .Silent = true, .CloseControl = true}, "500",
+            NoConnection.arg("DELE"));
+    }
+    void Exchanges() {
+        QFETCH(FtpFault, fault);
+        server->Files["a b.jpg"] = "x";
+        server->Script = {fault};
+        QVERIFY(bench->Client.Connect());
+        bench->Sent.clear();
+        QTEST(bench->Client.KillFile({}, "a b.jpg"), "deleted");
+        QTEST(bench->Client.GetLastErrorCode(), "code");
+        QTEST(bench->Client.GetLastErrorString(), "text");
+        QCOMPARE(bench->Errors.count(), bench->Client.GetLastErrorCode() == "0" ? 0 : 1);
+        QCOMPARE(bench->Sent, (QList<QVariantList>{{"DELE a b.jpg"}}));
+        QCOMPARE(server->Commands.last(), QStringLiteral("DELE a b.jpg"));
+    }
+
+    void NoticesAClosedConnection() {
+        QVERIFY(bench->Client.Connect());
+        server->DropControl();
+        QVERIFY(bench->Clock.RunUntil([this] { return !bench->Client.IsConnected(); }, 1000));
+        QVERIFY(!bench->Client.KillFile({}, "a"));
+        QCOMPARE(bench->Client.GetLastErrorString(), NoConnection.arg("KILL"));
+        QVERIFY(!bench->Client.Rename({}, "a", "b"));
+        QCOMPARE(bench->Client.GetLastErrorString(), NoConnection.arg("RNFR"));
+        QVERIFY(bench->Client.Connect());
+        server->Files["a"] = "x";
+        QVERIFY(bench->Client.Rename({}, "a", "b"));
+        QCOMPARE(server->Files.keys(), QStringList{"b"});
+    }
+
+    void SaysQuit() {
+        QVERIFY(bench->Client.Disconnect());
+        QVERIFY(bench->Client.Connect());
+        QVERIFY(bench->Client.Disconnect());
+        QVERIFY(!bench->Client.IsConnected());
+        QVERIFY(bench->Clock.RunUntil([this] { return server->OpenConnections == 0; }, 1000));
+        QCOMPARE(server->Commands.last(), QStringLiteral("QUIT"));
+        QCOMPARE(server->Connections, 1);
+    }
+
+    void Executes_data() {
+        QTest::addColumn<FtpFault>("fault");
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("response");
+        QTest::addRow("reply") << FtpFault{} << "NOOP"
+                               << "200 fine\r\n";
+        QTest::addRow("refusal") << FtpFault{} << "cwd nowhere"
+                                 << "550 no such folder\r\n";
+        QTest::addRow("silent") << FtpFault{.Verb = "NOOP", .Silent = true} << "NOOP"
+                                << "500 Der Server hat das Zeitlimit überschritten.";
+        QTest::addRow("closed") << FtpFault{.Verb = "NOOP", .Silent = true, .CloseControl = true}
+                                << "NOOP"
+                                << "500 nicht verbunden!";
+        QTest::addRow("two commands") << FtpFault{} << "NOOP\r\nDELE a"
+                                      << "500 Steuerzeichen sind nicht erlaubt.";
+    }
+    void Executes() {
+        QFETCH(FtpFault, fault);
+        QFETCH(QString, line);
+        QFETCH(QString, response);
+        QString answer;
+        QVERIFY(!bench->Client.Execute(line, answer));
+        QCOMPARE(answer, QStringLiteral("500 nicht verbunden!"));
+        server->Script = {fault};
+        QVERIFY(bench->Client.Connect());
+        bench->Sent.clear();
+        QCOMPARE(bench->Client.Execute(line, answer), !response.startsWith(u"500"));
+        QCOMPARE(answer, response);
+        QCOMPARE(bench->Sent.count() + bench->Errors.count(), 0);
+    }
+
+    void RefusesControlCharacters() {
+        FTP& client = bench->Client;
+        const QString bad = QStringLiteral("a\r\nDELE b");
+        for (auto set : {&FTP::SetRemoteHost, &FTP::SetUserName, &FTP::SetPassword}) {
+            (client.*set)(bad);
+            QVERIFY(!client.Connect());
+            (client.*set)(QStringLiteral("127.0.0.1"));
+        }
+        QCOMPARE(server->Connections, 0);
+        QVERIFY(client.Connect());
+        const QStringList before = server->Commands;
+        QString folder = bad;
+        const QString local = bench->Local("x");
+        QVERIFY(!client.PutFile(bad, "a", local, false) && !client.PutFile({}, bad, local, false));
+        QVERIFY(!client.GetFile(folder, "a", bench->Fetched(), false) && !bench->Get(bad));
+        QVERIFY(!client.KillFile(bad, "a") && !client.KillFile({}, bad));
+        QVERIFY(!client.Rename(bad, "a", "b") && !client.Rename({}, "a", bad));
+        QCOMPARE(client.GetRemoteFileSize(bad, "a") + client.GetRemoteFileSize({}, bad), 0);
+        QCOMPARE(bench->Errors.count(), 3 + 10);
+        QCOMPARE(server->Commands, before);
+        QCOMPARE(client.GetLastErrorCode(), QStringLiteral("500"));
+    }
+
+    // Whatever it waits for, a closing program gets its way, and the client can go.
+    void EndsWithTheProgram_data() {
+        QTest::addColumn<QString>("silent");
+        for (const char* verb : {"CONNECT", "USER", "PASS", "TYPE", "SIZE", "PORT", "STOR", "RETR"})
+            QTest::addRow("%s", verb) << QString::fromLatin1(verb);
+    }
+    void EndsWithTheProgram() {
+        QFETCH(QString, silent);
+        server->Files["a"] = "x";
+        server->Script = {{.Verb = silent, .Silent = true, .NoDataConnection = true}};
+        Timer closing(bench->Clock, 3500);
+        connect(&closing, &Timer::Tick, this, [this] { bench->Waits.Close(); });
+        closing.SetEnabled(true);
+        const bool sent =
+            bench->Client.Connect() && bench->Client.PutFile({}, "b", bench->Local("y"), false);
+        QVERIFY(!sent || silent == "SIZE" || silent == "RETR");
+        QVERIFY(!(sent && bench->AwaitReply(226) && bench->Get("a")));
+        QVERIFY(bench->Waits.Closing());
+    }
+
+  private:
+    std::unique_ptr<FtpBench> bench;
+    std::unique_ptr<ScriptedFtpServer> server;
+};
+
+QTEST_GUILESS_MAIN(TestFtpControl)
+#include "test_ftp_control.moc"

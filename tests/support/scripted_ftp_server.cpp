@@ -1,0 +1,44 @@
+#include "support/scripted_ftp_server.h"
+
+#include "support/scripted_ftp_session.h"
+
+ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock) : clock(ownClock) {
+    connect(&listener, &QTcpServer::newConnection, this, &ScriptedFtpServer::Take);
+    ListenAgain();
+}
+
+ScriptedFtpServer::~ScriptedFtpServer() {
+    for (ScriptedFtpSession* session : std::as_const(sessions)) delete session;
+}
+
+void ScriptedFtpServer::Take() {
+    ++Connections;
+    sessions << new ScriptedFtpSession(*this, listener.nextPendingConnection());
+}
+
+void ScriptedFtpServer::ListenAgain() {
+    if (!listener.listen(QHostAddress::LocalHost, port)) qFatal("the test server cannot listen");
+    port = listener.serverPort();
+}
+
+void ScriptedFtpServer::StopListening() {
+    listener.close();
+}
+
+void ScriptedFtpServer::DropControl() {
+    for (ScriptedFtpSession* session : std::as_const(sessions))
+        if (session) session->CloseControl();
+}
+
+void ScriptedFtpServer::SendAll(const QByteArray& bytes) {
+    for (ScriptedFtpSession* session : std::as_const(sessions))
+        if (session) session->Send(bytes);
+}
+
+FtpFault ScriptedFtpServer::Meet(const QString& verb) {
+    const int occurrence = ++met[verb];
+    for (const FtpFault& fault : std::as_const(Script))
+        if (fault.Verb == verb && (fault.Occurrence == 0 || fault.Occurrence == occurrence))
+            return fault;
+    return {.Verb = verb};
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "base/clock.h"
+
+#include <QMap>
+#include <QPointer>
+#include <QStringList>
+#include <QTcpServer>
+
+// What the scripted server does wrong, or otherwise, at one command.
+struct FtpFault {
+    // The command; "CONNECT" is the greeting, "DONE" the reply at the end of a transfer.
+    QString Verb;
+    int Occurrence = 0;             // the n-th time it comes, from 1; 0: every time
+    QStringList Chunks = {};        // sent in place of the reply, as they are, one after another
+    int DelayMilliseconds = 0;      // of the clock, before the reply
+    int SplitAt = 0;                // the reply comes in two parts, the first of so many bytes
+    bool Drip = false;              // the reply comes byte by byte
+    bool JoinNext = false;          // the reply comes in one chunk with the next one
+    bool Silent = false;            // no reply
+    bool CloseControl = false;      // the connection is closed after the reply
+    bool NoDataConnection = false;  // the transfer is announced, but nobody connects
+    int DataBytes = -1;             // the data connection is closed after so many bytes
+};
+
+class ScriptedFtpSession;
+
+// A well-behaved little FTP server in this process, with its files in memory, that misbehaves as
+// its script says. A script is a few lines of a test:
+//     server.Script = {{.Verb = "STOR", .Occurrence = 2, .Chunks = {"550 no\r\n"}}};
+// Paths in Files and Folders start without a slash.
+class ScriptedFtpServer : public QObject {
+    Q_OBJECT
+
+  public:
+    // Listens on 127.0.0.1 at a free port.
+    explicit ScriptedFtpServer(Clock& clock);
+    ~ScriptedFtpServer() override;
+
+    [[nodiscard]] quint16 Port() const { return port; }
+
+    // Closes the control connections, as a server does with idle ones.
+    void DropControl();
+    // Refuses connections, and takes them again at the same port.
+    void StopListening();
+    void ListenAgain();
+    // Sends bytes that nobody asked for on every control connection.
+    void SendAll(const QByteArray& bytes);
+
+    QList<FtpFault> Script;
+    QMap<QString, QByteArray> Files;
+    QStringList Folders;     // besides the root
+    bool AnyFolder = false;  // CWD goes anywhere
+    QString User, Password;  // empty: any
+    bool KnowsSize = true;
+    bool RefuseRenameOver = false;         // RNTO over an existing file is a 550
+    bool RepliesBeforeConnecting = false;  // 150 first, then the data connection
+
+    QStringList Commands;     // every line received, in order, over all connections
+    int Connections = 0;      // control connections so far
+    int OpenConnections = 0;  // control connections now
+    int DataConnections = 0;  // data connections so far
+
+    // The fault that the script has for this occurrence of the verb.
+    [[nodiscard]] FtpFault Meet(const QString& verb);
+    [[nodiscard]] Clock& OwnClock() const { return clock; }
+
+  private:
+    void Take();
+
+    Clock& clock;
+    QTcpServer listener;
+    quint16 port = 0;
+    QMap<QString, int> met;
+    QList<QPointer<ScriptedFtpSession>> sessions;
+};

@@ -1,0 +1,172 @@
+#include "support/scripted_ftp_session.h"
+
+#include <QDir>
+
+ScriptedFtpSession::ScriptedFtpSession(ScriptedFtpServer& ownServer, QTcpSocket* socket)
+    : server(ownServer), control(socket) {
+    control->setParent(this);
+    ++server.OpenConnections;
+    connect(control, &QTcpSocket::readyRead, this, &ScriptedFtpSession::Read);
+    connect(control, &QTcpSocket::disconnected, this, [this] {
+        --server.OpenConnections;
+        deleteLater();
+    });
+    ReplyAs(server.Meet(QStringLiteral("CONNECT")), QStringLiteral("220 ready"));
+}
+
+ScriptedFtpSession::~ScriptedFtpSession() {
+    control->disconnect(this);
+}
+
+void ScriptedFtpSession::CloseControl() {
+    control->disconnectFromHost();
+}
+
+void ScriptedFtpSession::Read() {
+    input += control->readAll();
+    for (qsizetype end = input.indexOf("\r\n"); end >= 0; end = input.indexOf("\r\n")) {
+        const QString line = QString::fromUtf8(input.left(end));
+        input.remove(0, end + 2);
+        server.Commands << line;
+        // A client that sends the next command has read what came before it.
+        if (output.isEmpty()) ++pumped, pumping = false;
+        Handle(line);
+    }
+}
+
+void ScriptedFtpSession::Handle(const QString& line) {
+    const qsizetype blank = line.indexOf(u' ');
+    const QString verb = line.left(blank).toUpper();
+    const QString argument = blank < 0 ? QString() : line.mid(blank + 1);
+    QString usual = HandleLogin(verb, argument);
+    if (usual.isEmpty() && !loggedIn) usual = QStringLiteral("530 not logged in");
+    const bool transfer = QStringList{"STOR", "RETR", "LIST"}.contains(verb);
+    if (usual.isEmpty() && transfer) return StartTransfer(verb, argument);
+    if (usual.isEmpty()) usual = HandleFile(verb, argument);
+    ReplyAs(server.Meet(verb), usual);
+    if (verb == QStringLiteral("QUIT")) output << Output{{}, true};
+    Pump();
+}
+
+QString ScriptedFtpSession::HandleLogin(const QString& verb, const QString& argument) {
+    if (verb == QStringLiteral("QUIT")) return QStringLiteral("221 bye");
+    if (verb == QStringLiteral("NOOP")) return QStringLiteral("200 fine");
+    if (verb == QStringLiteral("USER")) {
+        user = argument;
+        return QStringLiteral("331 password?");
+    }
+    if (verb != QStringLiteral("PASS")) return {};
+    loggedIn = (server.User.isEmpty() || server.User == user) &&
+               (server.Password.isEmpty() || server.Password == argument);
+    return loggedIn ? QStringLiteral("230 welcome") : QStringLiteral("530 wrong");
+}
+
+QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argument) {
+    const QString path = PathOf(argument);
+    const bool there = server.Files.contains(path);
+    if (verb == QStringLiteral("TYPE")) return QStringLiteral("200 type set");
+    if (verb == QStringLiteral("PWD")) return QStringLiteral("257 \"/%1\"").arg(cwd);
+    if (verb == QStringLiteral("CWD")) return ChangeFolder(argument);
+    if (verb == QStringLiteral("CDUP")) return ChangeFolder(QStringLiteral(".."));
+    if (verb == QStringLiteral("RNTO")) return RenameTo(path);
+    if (verb == QStringLiteral("PORT")) {
+        const QStringList parts = argument.split(u',');
+        if (parts.size() != 6) return QStringLiteral("501 wrong address");
+        dataPort = static_cast<quint16>(parts[4].toInt() * 256 + parts[5].toInt());
+        return QStringLiteral("200 port set");
+    }
+    if (verb == QStringLiteral("SIZE") && server.KnowsSize)
+        return there ? QStringLiteral("213 %1").arg(server.Files[path].size())
+                     : QStringLiteral("550 no such file");
+    if (verb == QStringLiteral("DELE"))
+        return server.Files.remove(path) ? QStringLiteral("250 deleted")
+                                         : QStringLiteral("550 no such file");
+    if (verb == QStringLiteral("RNFR")) {
+        renameFrom = there ? path : QString();
+        return there ? QStringLiteral("350 to?") : QStringLiteral("550 no such file");
+    }
+    return QStringLiteral("500 unknown command");
+}
+
+QString ScriptedFtpSession::ChangeFolder(const QString& folder) {
+    const QString path = PathOf(folder);
+    if (!path.isEmpty() && !server.AnyFolder && !server.Folders.contains(path))
+        return QStringLiteral("550 no such folder");
+    cwd = path;
+    return QStringLiteral("250 changed");
+}
+
+QString ScriptedFtpSession::RenameTo(const QString& path) {
+    if (renameFrom.isEmpty()) return QStringLiteral("503 RNFR first");
+    if (server.RefuseRenameOver && server.Files.contains(path)) return QStringLiteral("550 exists");
+    const QByteArray content = server.Files.take(renameFrom);
+    server.Files[path] = content;
+    renameFrom.clear();
+    return QStringLiteral("250 renamed");
+}
+
+// The path from the root, without a slash in front.
+QString ScriptedFtpSession::PathOf(const QString& name) const {
+    const QString full = name.startsWith(u'/') ? name : u'/' + cwd + u'/' + name;
+    return QDir::cleanPath(full).mid(1);
+}
+
+void ScriptedFtpSession::Later(int milliseconds, const std::function<void()>& act) {
+    auto* timer = new Timer(server.OwnClock(), milliseconds, this);
+    connect(timer, &Timer::Tick, this, [timer, act] {
+        timer->SetEnabled(false);
+        timer->deleteLater();
+        act();
+    });
+    timer->SetEnabled(true);
+}
+
+void ScriptedFtpSession::ReplyAs(const FtpFault& fault, const QString& usual) {
+    if (fault.DelayMilliseconds > 0) {
+        FtpFault prompt = fault;
+        prompt.DelayMilliseconds = 0;
+        return Later(fault.DelayMilliseconds, [this, prompt, usual] { ReplyAs(prompt, usual); });
+    }
+    const QByteArray reply = usual.toUtf8() + "\r\n";
+    QList<QByteArray> parts;
+    for (const QString& chunk : fault.Chunks) parts << chunk.toUtf8();
+    if (fault.Chunks.isEmpty() && fault.Drip)
+        for (const char byte : reply) parts << QByteArray(1, byte);
+    else if (fault.Chunks.isEmpty() && fault.SplitAt > 0)
+        parts << reply.left(fault.SplitAt) << reply.mid(fault.SplitAt);
+    else if (fault.Chunks.isEmpty())
+        parts << reply;
+    if (fault.Silent) parts.clear();
+    for (const QByteArray& part : std::as_const(parts)) Queue(part);
+    if (fault.CloseControl) output << Output{{}, true};
+    held = fault.JoinNext;
+    Pump();
+}
+
+void ScriptedFtpSession::Send(const QByteArray& bytes) {
+    Queue(bytes);
+    Pump();
+}
+
+void ScriptedFtpSession::Queue(const QByteArray& bytes) {
+    if (held && !output.isEmpty())
+        output.last().Bytes += bytes;
+    else
+        output << Output{bytes, false};
+    held = false;
+}
+
+// Sends what waits. Between two parts the clock moves on, so that the client has read the first.
+void ScriptedFtpSession::Pump() {
+    if (pumping || output.isEmpty() || (held && output.size() == 1)) return;
+    const Output next = output.takeFirst();
+    if (next.Close) return CloseControl();
+    control->write(next.Bytes);
+    control->flush();
+    pumping = true;
+    Later(1, [this, turn = ++pumped] {
+        if (turn != pumped) return;
+        pumping = false;
+        Pump();
+    });
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "support/scripted_ftp_server.h"
+
+#include <QTcpSocket>
+
+#include <functional>
+
+// One control connection of the scripted server with the data connection it has opened.
+class ScriptedFtpSession : public QObject {
+    Q_OBJECT
+
+  public:
+    ScriptedFtpSession(ScriptedFtpServer& server, QTcpSocket* control);
+    ~ScriptedFtpSession() override;
+
+    void CloseControl();
+    // Puts bytes into the queue of what is sent.
+    void Send(const QByteArray& bytes);
+
+  private:
+    struct Output {
+        QByteArray Bytes;
+        bool Close = false;
+    };
+
+    void Queue(const QByteArray& bytes);
+    void Read();
+    void Handle(const QString& line);
+    void ReplyAs(const FtpFault& fault, const QString& usual);
+    void Later(int milliseconds, const std::function<void()>& act);
+    void Pump();
+
+    [[nodiscard]] QString HandleLogin(const QString& verb, const QString& argument);
+    [[nodiscard]] QString HandleFile(const QString& verb, const QString& argument);
+    [[nodiscard]] QString ChangeFolder(const QString& folder);
+    [[nodiscard]] QString RenameTo(const QString& path);
+    [[nodiscard]] QString PathOf(const QString& name) const;
+    [[nodiscard]] QByteArray Listing() const;
+
+    void StartTransfer(const QString& verb, const QString& argument);
+    void OpenData(const FtpFault& fault, const QString& storePath);
+    void SendData(const FtpFault& fault);
+    void ReceiveData(const FtpFault& fault, const QString& path);
+    void EndData(const QString& reply);
+
+    ScriptedFtpServer& server;
+    QTcpSocket* control;
+    QTcpSocket* data = nullptr;
+    QByteArray input;
+    QList<Output> output;
+    bool pumping = false;  // something was sent just now
+    int pumped = 0;        // how many times
+    bool held = false;     // the last output waits to be joined with the next
+    QString user;
+    bool loggedIn = false;
+    QString cwd;
+    QString renameFrom;
+    quint16 dataPort = 0;
+    QByteArray outgoing;
+};
