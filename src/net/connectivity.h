@@ -1,0 +1,84 @@
+#pragma once
+
+#include "base/status_display.h"
+#include "base/waiting.h"
+#include "net/page_control.h"
+#include "platform/dialer.h"
+#include "platform/online_state.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+// Whether the machine is on the internet, and the ways to bring it there: dialling a configured
+// entry, or page requests that make the system dial by itself. Owns the line that it dialled.
+class Connectivity : public QObject {
+    Q_OBJECT
+
+  public:
+    Connectivity(Waiting& waiting, OnlineState& state, Dialer& dialer, StatusDisplay& display,
+                 PageControl& page);
+
+    // The server's name as the settings have it. A server on this machine, and local mode
+    // ("Local", "local"), need no network: both questions are then answered with true.
+    void SetServer(const QString& host);
+
+    // anwahl: dial `entry` when offline, instead of trying page requests.
+    void SetDialling(bool anwahl, const QString& entry);
+
+    // While stopped (as at first), nothing is dialled or tried; stopping ends what runs.
+    void SetStopped(bool nowStopped);
+
+    // The full check: when offline, dials or tries for up to 64 seconds before it answers. After
+    // a dial it still answers false; the next question finds the line. A call that arrives while
+    // one waits is answered at once, from the present state.
+    [[nodiscard]] bool IstNetzVerbindung();
+
+    // The cheap question for each pass of a wait: the present state, shown when it has changed.
+    [[nodiscard]] bool Online();
+
+    // Dials the entry and waits up to 10 seconds until the connection stands. A connection that
+    // stands later is noted all the same, so that it can be hung up.
+    void DialConfigured();
+
+    // Ends the connection that was dialled, if any.
+    void HangUp();
+
+    // The handle of the connection that was dialled, 0 when none.
+    [[nodiscard]] int DialConnection() const { return dialConnection; }
+    // Whether the program has dialled at all.
+    [[nodiscard]] bool Dialled() const { return dialled; }
+
+    // "proxy", "modem", "lan" or empty; of several, lan counts before modem before proxy.
+    [[nodiscard]] QString ConnectionType() const;
+
+  private:
+    class Running;
+
+    [[nodiscard]] bool Connected() const;
+    [[nodiscard]] bool CheckAndConnect();
+    [[nodiscard]] bool TryToConnect();
+    bool RequestPages();
+    void Show(bool online);
+    [[nodiscard]] bool Aborted() const;
+    bool WaitUnlessAborted(int seconds);
+
+    Waiting& waiting;
+    OnlineState& state;
+    Dialer& dialer;
+    StatusDisplay& display;
+    PageControl& page;
+
+    bool needsNetwork = true;
+    bool anwahl = false;
+    QString entryName;
+    bool stopped = true;
+    bool interrupted = false;  // stopped since the outermost check or dial began
+    int depth = 0;             // checks and dials that run inside each other
+    bool checking = false;
+    bool dialled = false;
+    int dialConnection = 0;
+    QString dialledEntry;
+    std::optional<bool> shown;  // what the indicators show; none while nobody looks
+};
