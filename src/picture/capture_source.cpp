@@ -1,0 +1,26 @@
+#include "picture/capture_source.h"
+
+#include "picture/capture_sources.h"
+#include "picture/test_picture.h"
+
+std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
+                                                 CapturePosition& position,
+                                                 const std::atomic<bool>& stop,
+                                                 CaptureFault& fault) {
+    fault = CaptureFault::None;
+    if (request.Kind == CaptureKind::Test) {
+        const QSize size = TestPicture::ParseAddress(request.Address);
+        if (!size.isEmpty()) return std::make_unique<TestPicture>(size, position);
+        fault = CaptureFault::BadAddress;
+        return nullptr;
+    }
+    auto input = std::make_unique<CaptureInput>(request, stop);
+    const int result = input->Open();
+    if (result < 0) {
+        fault = FaultOfError(result, request.Kind);
+        return nullptr;
+    }
+    if (input->IsStill() || input->IsVideoFile())
+        return std::make_unique<FileSource>(std::move(input), position);
+    return std::make_unique<LiveSource>(std::move(input));
+}

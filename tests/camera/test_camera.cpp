@@ -1,0 +1,170 @@
+// The capture control and real V4L2 cameras. Runs on a machine with two of the kernel's virtual
+// cameras, which camera-machine starts; there it may pull them out.
+
+#include "base/clock.h"
+#include "picture/ezvidcap.h"
+#include "platform/linux/capture_devices.h"
+
+#include <QCryptographicHash>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSet>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+struct Bench {
+    SystemClock Time;
+    Waiting Wait{Time};
+    std::unique_ptr<CaptureDevices> Devices = MakeCaptureDevices();
+    ezVidCap Control{Wait, *Devices};
+
+    explicit Bench(int index) {
+        (void)Control.DriverNames();
+        Control.SetDriverIndex(index);
+    }
+};
+
+// Pulls the camera out, or puts it back.
+bool Plug(bool in) {
+    QFile file(in ? QStringLiteral("/sys/bus/platform/drivers/vivid/bind")
+                  : QStringLiteral("/sys/bus/platform/drivers/vivid/unbind"));
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write("vivid.0") > 0;
+}
+
+QByteArray Print(const Dib& dib) {
+    return QCryptographicHash::hash(QByteArrayView(dib.Bits.data(), qsizetype(dib.Bits.size())),
+                                    QCryptographicHash::Sha1);
+}
+
+// Whether the picture has colours in every band of rows: the pattern is upright bars, so that rows
+// that were never delivered stand out.
+bool HasAllRows(const Dib& dib) {
+    for (int y = 0; y < dib.Height; y += dib.Height / 18) {
+        const uchar* const row = dib.Bits.data() + qptrdiff(y) * dib.Stride();
+        const auto [least, most] = std::minmax_element(row, row + dib.Width * 3);
+        if (*most - *least < 100) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+class CameraTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void CamerasAreListed();
+    void FormatsAreListed();
+    void PicturesAreNewAndWhole_data();
+    void PicturesAreNewAndWhole();
+    void SecondOpenerIsTold();
+    void PulledCameraWorksAgain();
+    void UnusedCameraIsLetGo();
+};
+
+void CameraTest::CamerasAreListed() {
+    const QList<CaptureDevice> list = MakeCaptureDevices()->List();
+    QCOMPARE(list.size(), 2);
+    QCOMPARE(list[0].Name, QStringLiteral("vivid"));
+    QCOMPARE(list[0].Connection, QStringLiteral("platform:vivid-000"));
+    QCOMPARE(list[1].Connection, QStringLiteral("platform:vivid-001"));
+    QCOMPARE(Bench(0).Control.DriverNames(), QStringList({"vivid", "vivid (2)"}));
+}
+
+void CameraTest::FormatsAreListed() {
+    const auto devices = MakeCaptureDevices();
+    const QList<CaptureFormat> formats = devices->Formats(devices->List().first());
+    const auto offers = [&formats](int width, int height, const char* pixels) {
+        return std::ranges::any_of(formats, [&](const CaptureFormat& format) {
+            return format.Width == width && format.Height == height &&
+                   format.PixelFormat == QLatin1String(pixels) && !format.Compressed &&
+                   format.Rate >= 1;
+        });
+    };
+    QVERIFY(offers(1280, 720, "yuyv422"));
+    QVERIFY(offers(320, 180, "yuyv422"));
+    QVERIFY(offers(640, 360, "bgr24"));
+    QVERIFY(devices->Formats({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
+}
+
+void CameraTest::PicturesAreNewAndWhole_data() {
+    QTest::addColumn<int>("camera");
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("size asked for") << 0 << "640x360@15" << QSize(640, 360);
+    QTest::newRow("small") << 0 << "320x180" << QSize(320, 180);
+    QTest::newRow("second camera") << 1 << "640x360" << QSize(640, 360);
+    QTest::newRow("largest") << 0 << "" << QSize(1920, 1080);
+}
+
+void CameraTest::PicturesAreNewAndWhole() {
+    QFETCH(int, camera);
+    QFETCH(QString, format);
+    QFETCH(QSize, size);
+    Bench bench(camera);
+    bench.Control.SetCaptureFormat(format);
+    QSet<QByteArray> seen;
+    QElapsedTimer time;
+    for (int i = 0; i < 5; ++i) {
+        time.start();
+        QVERIFY2(bench.Control.GrabFrame(), qPrintable(bench.Control.Fault()));
+        qInfo("picture after %lld ms", static_cast<long long>(time.elapsed()));
+        QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
+        QVERIFY(HasAllRows(bench.Control.Frame()));
+        seen << Print(bench.Control.Frame());
+    }
+    QCOMPARE(seen.size(), 5);
+}
+
+void CameraTest::SecondOpenerIsTold() {
+    Bench first(0);
+    first.Control.SetCaptureFormat("320x180");
+    QVERIFY(first.Control.GrabFrame());
+    Bench second(0);
+    second.Control.SetCaptureFormat("640x360");
+    QVERIFY(!second.Control.GrabFrame());
+    QCOMPARE(second.Control.Fault(), QStringLiteral("Camera 'vivid' is in use by another program"));
+    QVERIFY(first.Control.GrabFrame());
+    first.Control.SetEnabled(false);
+    // Until the first has closed it, which nobody is told of.
+    QTRY_VERIFY_WITH_TIMEOUT(second.Control.GrabFrame(), 20'000);
+    QCOMPARE(second.Control.Fault(), QString());
+}
+
+void CameraTest::PulledCameraWorksAgain() {
+    Bench bench(0);
+    bench.Control.SetCaptureFormat("320x180");
+    const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(bench.Control.GrabFrame());
+        QVERIFY(bench.Control.Running());
+        QVERIFY(Plug(false));
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.Running());
+        QCOMPARE(bench.Control.Fault(), QStringLiteral("Camera 'vivid' is not connected"));
+        QVERIFY(Plug(true));
+        QTRY_VERIFY_WITH_TIMEOUT(bench.Control.GrabFrame(), 20'000);
+        QCOMPARE(bench.Control.Fault(), QString());
+    }
+    // One sentence when it went, one when it came back, both times.
+    QCOMPARE(faults.count(), 4);
+}
+
+// A camera switched off can be opened by somebody else, and its device node is closed.
+void CameraTest::UnusedCameraIsLetGo() {
+    Bench bench(1);
+    bench.Control.SetCaptureFormat("320x180");
+    QVERIFY(bench.Control.GrabFrame());
+    bench.Control.SetDriverIndex(0);
+    Bench other(1);
+    other.Control.SetCaptureFormat("640x360");
+    QTRY_VERIFY_WITH_TIMEOUT(other.Control.GrabFrame(), 20'000);
+}
+
+QTEST_MAIN(CameraTest)
+#include "test_camera.moc"
