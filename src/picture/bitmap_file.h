@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <array>
+
+// Bitmap (BMP) files, read and written without a detour: what is 24 bits deep goes between file and
+// memory as it is. Uncompressed files of 1, 4, 8, 16, 24 and 32 bits are read, from every header
+// since the first one, rows in either direction. Nothing in a file is believed before it is
+// checked.
+
+// What a routine here and in imaging.h returns: 0 for success, else the reason.
+enum ImagingResult : int {
+    ImagingDone = 0,
+    ImagingCannotRead = 1,   // missing, unreadable, or shorter than it says
+    ImagingNotABitmap = 2,   // another kind of file
+    ImagingUnsupported = 3,  // compressed, or a depth or header that nobody writes
+    ImagingDamaged = 4,      // sizes, offsets, palette or masks that cannot be true
+    ImagingNoMemory = 5,     // not enough, or larger than any picture here
+    ImagingWrongImage = 6,   // the image has another size or depth than the routine needs
+    ImagingCannotEncode = 7,
+    ImagingCannotWrite = 8,  // folder missing, disk full
+};
+
+// The 40 bytes that describe a bitmap. Height is negative when the rows run from the top down.
+struct BITMAPINFOHEADER {
+    quint32 Size = 40;
+    qint32 Width = 0;
+    qint32 Height = 0;
+    quint16 Planes = 1;
+    quint16 BitCount = 0;
+    quint32 Compression = 0;
+    quint32 ImageSize = 0;
+    qint32 XPelsPerMeter = 0;
+    qint32 YPelsPerMeter = 0;
+    quint32 ColoursUsed = 0;
+    quint32 ColoursImportant = 0;
+};
+static_assert(sizeof(BITMAPINFOHEADER) == 40);
+
+struct BitmapColour {
+    uchar Blue = 0;
+    uchar Green = 0;
+    uchar Red = 0;
+};
+using BitmapPalette = std::array<BitmapColour, 256>;
+
+// Rows in memory: the first byte of the top row, and the way in bytes from a row to the one below.
+struct BitmapRows {
+    uchar* Top = nullptr;
+    qptrdiff Step = 0;
+};
+
+// No side of a picture is longer, no picture larger: 300 MB of 24-bit colour.
+constexpr int LongestBitmapSide = 65500;
+constexpr qint64 MostBitmapPixels = 100'000'000;
+
+// Rows that are turned over or converted go through a piece of this many bytes at a time, which
+// stays in the processor's cache.
+constexpr qint64 BitmapPiece = 256 * 1024;
+
+// Bytes from one row to the next in a file: rows are padded to 4 bytes.
+[[nodiscard]] constexpr qint64 BitmapStride(qint64 width, int bits) {
+    return (width * bits + 31) / 32 * 4;
+}
+
+// An open bitmap file whose header is known to be true.
+class BitmapReader {
+  public:
+    // Reads and checks everything before the pixels. Returns an ImagingResult.
+    [[nodiscard]] int Open(const QString& name);
+
+    [[nodiscard]] const BITMAPINFOHEADER& Header() const { return header; }
+    [[nodiscard]] int Width() const { return header.Width; }
+    [[nodiscard]] int Height() const { return qAbs(header.Height); }
+    // Depth of the pixels once loaded: 1, 4, 8, or 24 for everything above.
+    [[nodiscard]] int LoadedBits() const { return header.BitCount < 16 ? header.BitCount : 24; }
+    // Entries that the file does not have are black.
+    [[nodiscard]] const BitmapPalette& Palette() const { return palette; }
+
+    // Reads the pixels, `bits` deep: LoadedBits(), or 24 to have palettes resolved. Each row in
+    // memory needs BitmapStride(Width(), bits) bytes. Returns an ImagingResult.
+    [[nodiscard]] int ReadPixels(const BitmapRows& rows, int bits);
+
+  private:
+    // The place of one colour in a pixel of 16 or 32 bits.
+    struct Channel {
+        quint32 Mask = 0;
+        int Shift = 0;
+        std::array<uchar, 256> Levels = {};
+    };
+
+    int ReadHeader();
+    int CheckHeader();
+    int ReadPalette();
+    int ReadMasks();
+    [[nodiscard]] static bool MakeChannel(quint32 mask, Channel& channel);
+    void ConvertRow(const uchar* from, uchar* to, int bits) const;
+    void ConvertPixels(const uchar* from, uchar* to) const;
+
+    QFile file;
+    BITMAPINFOHEADER header;
+    quint32 headerSize = 0;  // as in the file
+    qint64 pixelOffset = 0;
+    BitmapPalette palette = {};
+    std::array<Channel, 3> channels = {};  // blue, green, red
+};
+
+// Turns a row of `width` palette indexes, `bits` (1, 4 or 8) wide each, into 24-bit pixels.
+void ResolveIndexes(const uchar* from, int bits, int width, const BitmapPalette& palette,
+                    uchar* to);
+
+// Writes pixels of 24 bits (blue, green, red) as a bitmap file with the rows from the bottom up, in
+// place of a file of that name. Returns an ImagingResult.
+[[nodiscard]] int WriteBitmap(const QString& name, int width, int height, const BitmapRows& rows);

@@ -1,0 +1,79 @@
+#include "picture/encode_jpeg.h"
+
+#include "base/whole_file.h"
+#include "picture/archive.h"
+#include "picture/imaging.h"
+
+#include <QFile>
+
+namespace {
+
+void ShowError(MessageBoxes& boxes, const QString& text) {
+    boxes.Show(QStringLiteral("Error encountered!"), text);
+}
+
+void WidenBlackAndWhite(imgdes& image) {
+    imgdes wide;
+    if (allocimage(wide, image.Width, image.Height, 8) != ImagingDone) return;
+    if (convert1bitto8bit(image, wide) != ImagingDone) return;
+    freeimage(image);
+    copyimgdes(wide, image);
+}
+
+bool LoadSource(const QString& source, BITMAPINFOHEADER& header, imgdes& image,
+                MessageBoxes& boxes) {
+    if (bmpinfo(source, header) != ImagingDone) {
+        ShowError(boxes, QStringLiteral("Cannot find file"));
+        return false;
+    }
+    const int bits = header.BitCount >= 16 ? 24 : header.BitCount;
+    if (allocimage(image, header.Width, header.Height, bits) != ImagingDone) {
+        ShowError(boxes, QStringLiteral("Not enough memory"));
+        return false;
+    }
+    if (loadbmp(source, image) != ImagingDone) {
+        freeimage(image);
+        return false;
+    }
+    if (header.BitCount == 1) WidenBlackAndWhite(image);
+    return true;
+}
+
+// The old picture is removed only when the new one lies ready beside it: it is missing for the
+// moment of a rename, not for the time of encoding, and not at all when encoding fails.
+bool SaveAfterDelete(const QString& target, const imgdes& image, int quality) {
+    const QString ready = target + QStringLiteral(".new");
+    if (savejpg(ready, image, quality) != ImagingDone) return false;
+    QFile::remove(target);
+    if (QFile::rename(ready, target)) return true;
+    QFile::remove(ready);
+    return false;
+}
+
+bool SavePicture(const PictureState& state, const imgdes& image, const QString& picture) {
+    const int quality = WholeNumber(state.JPGQuality);
+    if (!state.LocalMode) return savejpg(picture, image, quality) == ImagingDone;
+    const QString target = state.Verzeichnis + QStringLiteral("pw.jpg");
+    const bool saved = state.DeleteFirst ? SaveAfterDelete(target, image, quality)
+                                         : savejpg(target, image, quality) == ImagingDone;
+    return saved && WholeFile::Copy(target, picture);
+}
+
+}  // namespace
+
+bool EncodeJpeg(PictureState& state, const QDateTime& time, MessageBoxes& boxes) {
+    const QString source = state.WorkPath + QStringLiteral("1pw.bmp");
+    const QString picture = state.WorkPath + QStringLiteral("1pw.jpg");
+    BITMAPINFOHEADER header;
+    imgdes image;
+    if (!LoadSource(source, header, image, boxes)) return false;
+    const bool made = SavePicture(state, image, picture);
+    freeimage(image);
+    // A picture that was not saved stops nothing here, but what lies under its name is then an
+    // older picture: in the archive it would get a time at which it was not taken, and in local
+    // mode it would come back as a new "1pw.jpg" and be counted and published once more.
+    if (made && state.Archive) ArchivePicture(picture, state.ArchivePath, time, state.Locale);
+    QFile::remove(source);
+    if (made) state.LastHeader = header;
+    return made;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/message_boxes.h"
+#include "base/waiting.h"
+#include "picture/capture_control.h"
+#include "picture/overlay_steps.h"
+#include "picture/picture_state.h"
+
+// Makes the pictures: one frame of the camera becomes "1pw.jpg" in the working folder, by way of
+// the bitmap "1pw.bmp", on which the overlays are put. Keeping one cycle from starting inside
+// another is the caller's business.
+class PicturePipeline {
+  public:
+    // All of them must outlive the pipeline.
+    PicturePipeline(PictureState& state, CaptureControl& capture, Waiting& waiting,
+                    MessageBoxes& boxes);
+
+    // The steps that put overlays on the frame; none: the frame is published as it is.
+    void SetOverlaySteps(OverlaySteps* steps) { overlays = steps; }
+
+    // Runs one cycle. Returns whether there is a new "1pw.jpg"; whatever fails, an older one stays
+    // as it was.
+    bool MakePicture();
+
+    // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.
+    bool EncodeJpeg();
+
+    // Grabs a frame into "cam.bmp" of the working folder. Without one an older file stays.
+    void SaveCamPreview();
+
+    // Removes "1pw.jpg" and "1pw.bmp". Tries each up to 1000 times, pending events handled
+    // between, because another program may hold them for a moment.
+    void DeleteWorkingFiles();
+
+  private:
+    [[nodiscard]] bool CaptureFrame();
+    void SetPreview();
+    void ReadOverlaySettings();
+    [[nodiscard]] bool LoadFrame();
+    void DeleteWorkingFile(const QString& file);
+    [[nodiscard]] QString Setting(const QString& section, const QString& key) const;
+    [[nodiscard]] QString FramePath() const;
+
+    PictureState& state;
+    CaptureControl& capture;
+    Waiting& waiting;
+    MessageBoxes& boxes;
+    OverlaySteps* overlays = nullptr;
+};

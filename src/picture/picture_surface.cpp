@@ -1,0 +1,23 @@
+#include "picture/picture_surface.h"
+
+#include "picture/bitmap_file.h"
+
+bool LoadSurface(QImage& surface, const QString& file) {
+    BitmapReader reader;
+    if (reader.Open(file) != ImagingDone) return false;
+    if (qint64{reader.Width()} * reader.Height() > MostBitmapPixels) return false;
+    const QSize size(reader.Width(), reader.Height());
+    if (surface.size() != size || surface.format() != QImage::Format_BGR888)
+        surface = QImage(size, QImage::Format_BGR888);
+    if (surface.isNull()) return false;
+    return reader.ReadPixels({surface.bits(), surface.bytesPerLine()}, 24) == ImagingDone;
+}
+
+bool SaveSurface(const QImage& surface, const QString& file) {
+    if (surface.isNull()) return false;
+    const QImage picture = surface.convertToFormat(QImage::Format_BGR888);
+    // Only read from, though a row in memory can also be written to elsewhere.
+    uchar* const top = const_cast<uchar*>(picture.constBits());
+    return WriteBitmap(file, picture.width(), picture.height(), {top, picture.bytesPerLine()}) ==
+           ImagingDone;
+}
