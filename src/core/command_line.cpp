@@ -1,0 +1,57 @@
+#include "core/command_line.h"
+
+namespace {
+
+constexpr QStringView folderOption = u"--folder";
+constexpr QStringView folderWithValue = u"--folder=";
+
+}  // namespace
+
+CommandLine CommandLine::Parse(const QStringList& arguments) {
+    CommandLine result;
+    QStringList rest;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& each = arguments[i];
+        const bool joined = each.startsWith(folderWithValue);
+        if (joined || each == folderOption) {
+            if (!result.Folder.isEmpty()) result.Fault = "--folder is given twice.";
+            // An option behind it means that the folder was forgotten.
+            const QString next =
+                joined ? each.sliced(folderWithValue.size()) : arguments.value(++i);
+            const bool option = !joined && next.startsWith(u'-');
+            if (next.isEmpty() || option || next == "/autostarter")
+                result.Fault = "--folder needs a folder behind it.";
+            result.Folder = next;
+        } else if (each == "--verbose") {
+            result.Verbose = true;
+        } else if (each == "--help" || each == "-h") {
+            result.Help = true;
+        } else if (each == "--version") {
+            result.Version = true;
+        } else if (each.startsWith(u'-')) {
+            result.Fault = QStringLiteral("There is no option %1.").arg(each);
+        } else {
+            rest << each;
+        }
+    }
+    result.Autostarter = rest == QStringList("/autostarter");
+    return result;
+}
+
+QString CommandLine::HelpText() {
+    return QStringLiteral(
+        "Usage: stillpost [--folder DIR] [--verbose] [/autostarter]\n"
+        "\n"
+        "Publishes a still picture from a camera on a web site.\n"
+        "\n"
+        "  --folder DIR   use this program folder: the settings file ftpOptions.ini, the skins,\n"
+        "                 the overlay and offline pictures are there\n"
+        "  --verbose      print every status text, command and reply on standard error\n"
+        "  /autostarter   start publishing at once when the settings allow it (Autostart=1)\n"
+        "  --help         print this text\n"
+        "  --version      print the program's version\n");
+}
+
+QString CommandLine::VersionText() {
+    return QStringLiteral("stillpost " STILLPOST_VERSION "\n");
+}

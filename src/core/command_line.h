@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// What the program was started with.
+struct CommandLine {
+    QString Folder;            // --folder; empty: none
+    bool Verbose = false;      // --verbose
+    bool Help = false;         // --help
+    bool Version = false;      // --version
+    bool Autostarter = false;  // exactly "/autostarter" besides --folder and --verbose
+    QString Fault;             // what is wrong with it, a sentence; empty: nothing
+
+    // arguments: without the program's own name. Words that are no options are left alone, but with
+    // any of them the rest is not exactly "/autostarter".
+    [[nodiscard]] static CommandLine Parse(const QStringList& arguments);
+
+    // What --help and --version print, with a line end.
+    [[nodiscard]] static QString HelpText();
+    [[nodiscard]] static QString VersionText();
+};

@@ -1,0 +1,42 @@
+#include "core/program_folder.h"
+
+#include "base/paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+namespace {
+
+// Tried, because permissions do not tell: read-only file systems, access lists, virtual folders.
+bool CanCreateFiles(const QString& folder) {
+    QTemporaryFile file(folder + "/.stillpost-XXXXXX");
+    return QDir(folder).exists() && file.open();
+}
+
+}  // namespace
+
+ProgramFolder::Places ProgramFolder::Places::OfThisProcess(const QString& requested) {
+    return {requested, QCoreApplication::applicationDirPath(),
+            QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)};
+}
+
+std::optional<ProgramFolder> ProgramFolder::Choose(const Places& places) {
+    QString folder = places.Requested;
+    if (folder.isEmpty())
+        folder =
+            CanCreateFiles(places.ExecutableFolder) ? places.ExecutableFolder : places.UserFolder;
+    if (folder.isEmpty() || !QDir().mkpath(folder)) return std::nullopt;
+    const QString full = QDir::cleanPath(QDir(folder).absolutePath());
+    return ProgramFolder{Paths::Native(full), Paths::Native(places.ExecutableFolder)};
+}
+
+QString ProgramFolder::FindShared(const QString& name) const {
+    for (const QString& folder :
+         {Folder, ExecutableFolder, QDir::cleanPath(ExecutableFolder + "/../share/stillpost")}) {
+        const QString found = Paths::Find(folder, name);
+        if (!found.isEmpty()) return found;
+    }
+    return {};
+}

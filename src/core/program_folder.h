@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+// Where the program's files are: the program folder, which it writes to, and the installed copies
+// of what it only reads.
+struct ProgramFolder {
+    // Full paths.
+    QString Folder;
+    QString ExecutableFolder;
+
+    // The places to choose from; tests put their own in.
+    struct Places {
+        QString Requested;         // from the command line; may be relative; empty: none
+        QString ExecutableFolder;  // where the running program lies
+        QString UserFolder;        // the user's own data folder of this program
+
+        // Those of this process; the application is there and has its name.
+        [[nodiscard]] static Places OfThisProcess(const QString& requested);
+    };
+
+    // The requested folder, else the executable's own when files can be created in it, else the
+    // user's. The folder is created when missing; nothing when that fails.
+    [[nodiscard]] static std::optional<ProgramFolder> Choose(const Places& places);
+
+    // The full path of a file or folder ("Click.wav", "Skins/Default"), matched without regard to
+    // case: in the program folder, else beside the executable, else in the installed share folder.
+    // Empty when there is none.
+    [[nodiscard]] QString FindShared(const QString& name) const;
+};
