@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/settings.h"
+
+#include <QString>
+
+// What the whole core shares: the settings in force and a few facts about the run.
+struct MainState {
+    bool DriverPresent = false;    // at least one capture device was found
+    QString SkinName = "Default";  // the skin in use; "Default" when the chosen one is missing
+    Settings Values;               // as LoadSettings read them last
+    bool LangEnglish = true;       // exactly one of the three is true
+    bool LangGerman = false;
+    bool LangFrench = false;
+
+    [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkPath + name; }
+};

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "core/main_state.h"
+#include "core/reply_log.h"
+#include "core/transaction_flags.h"
+#include "net/ftp_reply.h"
+
+#include <QObject>
+
+class Connectivity;
+class FTP;
+class MessageBoxes;
+class StatusDisplay;
+class Waiting;
+
+// The conversation with the FTP server: log in, change into the folder, send the new picture under
+// a temporary name, put it in place of the public one by a rename, keep former pictures. Every step
+// is one operation of the FTP control followed by a wait for the server's reply; how it went stands
+// in the flags.
+class UploadTransaction : public QObject {
+    Q_OBJECT
+
+  public:
+    UploadTransaction(Waiting& waiting, FTP& ftp, Connectivity& connectivity,
+                      StatusDisplay& display, MessageBoxes& boxes, const MainState& state);
+
+    TransactionFlags Flags;
+
+    // Logs in and changes into the folder; takes about six seconds, most of it pauses that let
+    // servers free the former connection. Before the first success of a run a failure is told in a
+    // message box and ends the cycle (Failed); later it is silent and the cycle tries again.
+    // Returns whether the connection stands.
+    bool ConnectFtp();
+    [[nodiscard]] bool ConnectInProgress() const { return connecting; }
+
+    void CloseConnection();
+
+    // The single steps. Each does nothing while Flags.ConnectionDown is set.
+    void SendFile(const QString& localPath);
+    void DeleteFile(const QString& name);
+    void DeletePublic();
+    enum class Missing { IsFault, IsNoFault };
+    void RenameFile(const QString& from, const QString& to, Missing missing = Missing::IsFault);
+    void RenamePublic();
+
+    // Everything that one tick does on the server with the finished picture: send, every eleventh
+    // time shift the history, delete the old picture when asked, rename. Returns true when the
+    // picture is public.
+    bool Publish(const QString& localPath);
+
+    // Ticks since the last shift of the history.
+    [[nodiscard]] int HistoryCounter() const { return historyCounter; }
+    void SetHistoryCounter(int ticks) { historyCounter = ticks; }
+
+    [[nodiscard]] const ReplyLog& Log() const { return log; }
+
+  signals:
+    // Which of btnStart and btnStop can be pressed now.
+    void ButtonsEnabled(bool start, bool stop);
+    // A connect failed before any succeeded: the cycle is over until btnStart.
+    void Failed();
+    // SendFile has started; the watchdog counts from here.
+    void SendStarted();
+    void LogChanged();
+
+  private:
+    void OnReply(const QString& chunk);
+    void OnSendProgress(qint32 sent, qint32 total);
+
+    void ConnectOnline(bool& connected);
+    bool LogIn();
+    bool ChangeDirectory();
+    void AskWhenOffline();
+    bool FinishConnect(bool connected);
+    void Warn(const QString& german, const QString& english);
+
+    [[nodiscard]] bool MayGoOn() const;
+    bool BeginStep(const QString& status);
+    void AwaitReply(const bool& waitFlag, int seconds);
+    void ShiftHistory();
+
+    Waiting& waiting;
+    FTP& ftp;
+    Connectivity& connectivity;
+    StatusDisplay& display;
+    MessageBoxes& boxes;
+    const MainState& state;
+    bool connecting = false;
+    int historyCounter = 0;
+    ReplyLines lines;
+    ReplyLog log;
+};

@@ -1,0 +1,67 @@
+#include "support/cycle_fixture.h"
+
+#include <QImage>
+#include <QSettings>
+
+bool FakeCamera::GrabFrame() {
+    if (WhileGrabbing) WhileGrabbing();
+    if (Plugged) ++Grabs;
+    return Plugged;
+}
+
+bool FakeCamera::SaveDIB(const QString& path) {
+    QImage frame(32, 24, QImage::Format_RGB888);
+    frame.fill(QColor::fromHsv(Grabs * 37 % 360, 255, 255));
+    return Plugged && frame.save(path, "BMP");
+}
+
+CycleFixture::CycleFixture(int interval) {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, Folder.path());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Folder.path());
+    System.Online.Set(true, OnlineState::Lan);
+    State.DriverPresent = true;
+    Settings& values = State.Values;
+    values.Server = "127.0.0.1";
+    values.User = "operator";
+    values.PW = "secret";
+    values.Port = Server.Port();
+    values.Framerate = interval;
+    values.WorkPath = Folder.path() + "/";
+    Apply();
+    QObject::connect(&Cycle, &UploadCycle::PicturePublished, &Cycle, [this] { ++published; });
+}
+
+CycleFixture::~CycleFixture() {
+    Cycle.Unload();
+    Wait.Close();
+}
+
+void CycleFixture::Apply() {
+    const Settings& values = State.Values;
+    Ftp.SetRemotePort(values.Port);
+    const bool local = values.LocalMode();
+    Net.SetServer(local ? values.Server : QString("ftp.example.org"));
+    Net.SetDialling(values.Anwahl, values.AWName);
+    Picture.ProgramFolder = Folder.path();
+    Picture.SettingsFile = Folder.filePath("ftpOptions.ini");
+    Picture.WorkPath = values.WorkPath;
+    Picture.CameraRunning = true;
+    Picture.LocalMode = local;
+    Picture.Verzeichnis = values.Verzeichnis;
+    Picture.DeleteFirst = values.Delete;
+    Cycle.ApplyInterval();
+}
+
+bool CycleFixture::RunUntilPublished(int count, qint64 limit) {
+    return Time.RunUntil([this, count] { return published >= count; }, limit);
+}
+
+QStringList CycleFixture::CommandsAfterLogin() const {
+    QStringList commands;
+    for (const QString& command : Server.Commands) {
+        const QString verb = command.section(u' ', 0, 0).toUpper();
+        if (verb == "USER" || verb == "PASS" || verb == "CWD" || verb == "QUIT") continue;
+        commands << (verb == "PORT" ? QString("PORT") : command);
+    }
+    return commands;
+}

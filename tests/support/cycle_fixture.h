@@ -1,0 +1,72 @@
+#pragma once
+
+#include "base/waiting.h"
+#include "core/upload_cycle.h"
+#include "core/upload_transaction.h"
+#include "net/connectivity.h"
+#include "net/ftp.h"
+#include "picture/picture_pipeline.h"
+#include "platform/test/test_platform.h"
+#include "support/answering_boxes.h"
+#include "support/recording_display.h"
+#include "support/scripted_ftp_server.h"
+#include "support/test_clock.h"
+
+#include <QTemporaryDir>
+
+// A camera of which every picture is of another colour; it can be pulled out.
+class FakeCamera : public CaptureControl {
+  public:
+    bool Plugged = true;
+    int Grabs = 0;
+    std::function<void()> WhileGrabbing;  // what happens meanwhile
+
+    [[nodiscard]] bool GrabFrame() override;
+    [[nodiscard]] bool SaveDIB(const QString& path) override;
+    void SetPreviewRate(int) override {}
+    void SetPreview(bool) override {}
+    [[nodiscard]] bool Running() const override { return Plugged; }
+};
+
+class RecordingPage : public PageControl {
+  public:
+    int Requests = 0;
+    void Request(bool) override { ++Requests; }
+};
+
+// The upload cycle with everything below it, a server in this process and a camera of colours. The
+// program thinks of the server as one on the internet, so that a test can take the line away.
+class CycleFixture {
+  public:
+    explicit CycleFixture(int interval = 1000);
+    ~CycleFixture();
+
+    TestClock Time;
+    QTemporaryDir Folder;
+    TestPlatform System = MakeTestPlatform();
+    RecordingDisplay Display;
+    AnsweringBoxes Boxes;
+    RecordingPage Page;
+    FakeCamera Camera;
+    ScriptedFtpServer Server{Time};
+    MainState State;
+    PictureState Picture;
+    Waiting Wait{Time};
+    Connectivity Net{Wait, *System.Services.Online, *System.Services.Dial, Display, Page};
+    FTP Ftp{Wait, Display};
+    PicturePipeline Pictures{Picture, Camera, Wait, Boxes};
+    UploadTransaction Transaction{Wait, Ftp, Net, Display, Boxes, State};
+    UploadCycle Cycle{
+        {Wait, Ftp, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, {}}};
+
+    // After values were changed: what LoadSettings does with them.
+    void Apply();
+    // Runs until that many pictures were published since the fixture was made.
+    [[nodiscard]] bool RunUntilPublished(int count, qint64 limit = 600'000);
+    [[nodiscard]] int Published() const { return published; }
+    // The commands that the server received, the ports left out, without the login.
+    [[nodiscard]] QStringList CommandsAfterLogin() const;
+
+  private:
+    int published = 0;
+};
