@@ -1,0 +1,47 @@
+#include "core/console_display.h"
+
+#include <QStringList>
+
+ConsoleDisplay::ConsoleDisplay(const Clock& ownClock, std::function<void(const QString&)> ownPrint)
+    : clock(ownClock), print(std::move(ownPrint)) {}
+
+void ConsoleDisplay::Print(const QString& mark, const QString& text) {
+    const QString time = clock.Now().time().toString("hh:mm:ss.zzz");
+    QString clean = text;
+    clean.remove(u'\r');
+    for (const QString& line : clean.split(u'\n', Qt::SkipEmptyParts))
+        print(time + " " + mark + " " + line);
+}
+
+void ConsoleDisplay::ShowStatus(const QString& text) {
+    Print("--", text);
+}
+
+// The counters that change while a step waits would drown the steps themselves; the line that
+// ends the wait tells what came of it.
+void ConsoleDisplay::ShowTimeOutLabel(std::optional<int>) {}
+void ConsoleDisplay::ShowTimeOutGauge(std::optional<int>) {}
+void ConsoleDisplay::ShowUpload(int) {}
+void ConsoleDisplay::ShowRecording(const QString&) {}
+
+void ConsoleDisplay::ShowOnline(bool isOnline) {
+    if (online == isOnline) return;
+    online = isOnline;
+    Print("--", isOnline ? QString("online") : QString("offline"));
+}
+
+void ConsoleDisplay::ShowPictureCount(const QString& text) {
+    Print("--", text);
+}
+
+void ConsoleDisplay::ShowMegabytes(const QString& text) {
+    Print("--", text);
+}
+
+void ConsoleDisplay::LogCommand(const QString& command) {
+    Print("->", command);
+}
+
+void ConsoleDisplay::LogReply(const QString& reply) {
+    Print("<-", reply);
+}

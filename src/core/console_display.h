@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/clock.h"
+#include "base/status_display.h"
+
+#include <functional>
+
+// What --verbose prints: every status text, every command sent to the server and every reply, one
+// line each with the time of day.
+class ConsoleDisplay : public StatusDisplay {
+  public:
+    // print receives each line without its line end.
+    ConsoleDisplay(const Clock& clock, std::function<void(const QString&)> print);
+
+    [[nodiscard]] bool InUse() const override { return true; }
+    void ShowStatus(const QString& text) override;
+    void ShowTimeOutLabel(std::optional<int> seconds) override;
+    void ShowTimeOutGauge(std::optional<int> seconds) override;
+    void ShowOnline(bool online) override;
+    void ShowRecording(const QString& text) override;
+    void ShowUpload(int percent) override;
+    void ShowPictureCount(const QString& text) override;
+    void ShowMegabytes(const QString& text) override;
+    void ResetRunningTime() override {}
+    void LogCommand(const QString& command) override;
+    void LogReply(const QString& reply) override;
+
+  private:
+    void Print(const QString& mark, const QString& text);
+
+    const Clock& clock;
+    std::function<void(const QString&)> print;
+    std::optional<bool> online;
+};

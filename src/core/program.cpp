@@ -1,0 +1,166 @@
+#include "core/program.h"
+
+#include "base/message_boxes.h"
+#include "base/profile_file.h"
+#include "core/load_settings.h"
+#include "core/public_names.h"
+#include "net/page_control.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+// Both channels at 0x7C7C: what the wave-out mixer gets back after the enumeration.
+constexpr quint32 usualVolume = 0x7C7C7C7C;
+constexpr quint32 muted = 0;
+
+}  // namespace
+
+Program::Program(const Surroundings& ownSurroundings)
+    : Wait(ownSurroundings.Time),
+      Net(Wait, *ownSurroundings.System.Online, *ownSurroundings.System.Dial, Display,
+          ownSurroundings.Page),
+      FTP1(Wait, Display),
+      ezVidCap1(Wait, *ownSurroundings.System.Cameras),
+      Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes),
+      Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State),
+      Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *ownSurroundings.System.Sounds, State,
+             ownSurroundings.ClickSound}),
+      surroundings(ownSurroundings) {
+    FTP1.SetProgramFolder(surroundings.Folder);
+    connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
+        if (!fault.isEmpty()) Display.ShowStatus(fault);
+    });
+    connect(&Wait, &Waiting::Idle, this, [this] {
+        if (exiting) emit Ended();
+    });
+}
+
+Program::~Program() = default;
+
+QString Program::SettingsFile() const {
+    return QDir(surroundings.Folder).filePath("ftpOptions.ini");
+}
+
+void Program::Load(bool autostarter) {
+    ApplyLanguage();
+    // Enumerating capture devices can make sound on some systems.
+    surroundings.System.Sounds->SetVolume(muted);
+    if (!Wait.Closing()) ListDrivers();
+    LoadSettings();
+    surroundings.System.Sounds->SetVolume(usualVolume);
+    DeleteOldFiles();
+    ezVidCap1.SetEnabled(State.DriverPresent);
+    PictureValues.CameraRunning = State.DriverPresent;
+    emit Loaded();
+    const QString autostart = ReadSetting(SettingsFile(), "Einstellungen", "Autostart");
+    if (autostart == "1" && autostarter) Cycle.Start();
+}
+
+void Program::Start() {
+    if (!Cycle.Running() && !Cycle.TickRunning()) {
+        ListDrivers();
+        LoadSettings();
+        ezVidCap1.SetEnabled(State.DriverPresent);
+        PictureValues.CameraRunning = State.DriverPresent;
+    }
+    Cycle.Start();
+}
+
+void Program::ListDrivers() {
+    // The written-down cameras belong to the list, so they are read before the other settings.
+    ezVidCap1.SetCameras(::LoadSettings(SettingsFile()).Cameras);
+    drivers = ezVidCap1.DriverNames();
+    State.DriverPresent = !drivers.isEmpty();
+    if (!State.DriverPresent) drivers << NoDriverText();
+    emit DriversChanged();
+}
+
+void Program::ApplyLanguage() {
+    const QString language = ReadSetting(SettingsFile(), "Einstellungen", "Sprache");
+    const bool english = language.isEmpty() || language == "english";
+    const bool german = language == "deutsch";
+    const bool french = language == "franz";
+    // Any other word leaves the language as it is.
+    if (!english && !german && !french) return;
+    State.LangEnglish = english;
+    State.LangGerman = german;
+    State.LangFrench = french;
+}
+
+QString Program::NoDriverText() const {
+    if (State.LangGerman) return "Kein Video-Treiber verfügbar!";
+    if (State.LangFrench) return "Pas de conducteur vidéo disponible!";
+    return "No Video Capture Device!";
+}
+
+QString Program::DriverText() const {
+    if (!State.DriverPresent) return NoDriverText();
+    return drivers.value(DriverIndex());
+}
+
+int Program::DriverIndex() const {
+    return ezVidCap1.DriverIndex();
+}
+
+void Program::SelectDriver(int index) {
+    if (!State.DriverPresent || index < 0 || index >= drivers.size()) return;
+    ezVidCap1.SetDriverIndex(index);
+    emit DriversChanged();
+}
+
+void Program::LoadSettings() {
+    State.Values = ::LoadSettings(SettingsFile());
+    const Settings& values = State.Values;
+    FTP1.SetRemoteHost(values.Server);
+    FTP1.SetUserName(values.User);
+    FTP1.SetPassword(values.PW);
+    FTP1.SetRemotePort(values.Port);
+    Net.SetServer(values.Server);
+    Net.SetDialling(values.Anwahl, values.AWName);
+    ApplyPictureValues();
+    ezVidCap1.SetCaptureFormat(values.CaptureFormat);
+    const auto chosen = static_cast<int>(drivers.indexOf(values.Treiber));
+    if (chosen >= 0) SelectDriver(chosen);
+    ezVidCap1.SetPreview(values.Preview);
+    Cycle.ApplyInterval();
+    ApplyLanguage();
+    emit SettingsLoaded();
+}
+
+void Program::ApplyPictureValues() {
+    const Settings& values = State.Values;
+    PictureValues.ProgramFolder = surroundings.Folder;
+    PictureValues.SettingsFile = SettingsFile();
+    PictureValues.WorkPath = values.WorkPath;
+    PictureValues.JPGQuality = values.JPGQuality;
+    PictureValues.LocalMode = values.LocalMode();
+    PictureValues.Verzeichnis = values.Verzeichnis;
+    PictureValues.DeleteFirst = values.Delete;
+    PictureValues.Archive = values.Archive;
+    PictureValues.ArchivePath = values.ArchivePath;
+}
+
+void Program::DeleteOldFiles() {
+    for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "pw.bmp"})
+        QFile::remove(State.WorkFile(QString::fromLatin1(name)));
+}
+
+void Program::Exit() {
+    if (exiting) return;
+    exiting = true;
+    if (Net.DialConnection() != 0) {
+        Net.HangUp();
+        Display.ShowOnline(false);
+    }
+    Cycle.Unload();
+    const bool idle = Wait.Depth() == 0;
+    Wait.Close();
+    if (idle) emit Ended();
+}
+
+void Program::CleanUp() {
+    QFile::remove(State.WorkFile(PublicNames::Bitmap));
+    QFile::remove(State.WorkFile(PublicNames::Sending));
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "base/status_hub.h"
+#include "base/waiting.h"
+#include "core/main_state.h"
+#include "core/upload_cycle.h"
+#include "core/upload_transaction.h"
+#include "net/connectivity.h"
+#include "net/ftp.h"
+#include "picture/ezvidcap.h"
+#include "picture/picture_pipeline.h"
+#include "platform/platform.h"
+
+#include <QObject>
+
+class MessageBoxes;
+class PageControl;
+
+// The whole program without its windows: the controls and timers that the main window holds, the
+// order of start-up, the way out.
+class Program : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Surroundings {
+        Clock& Time;
+        const Platform& System;
+        MessageBoxes& Boxes;
+        PageControl& Page;
+        QString Folder;      // the program folder
+        QString ClickSound;  // path of "Click.wav"; empty when there is none
+    };
+    explicit Program(const Surroundings& surroundings);
+    ~Program() override;
+
+    Waiting Wait;
+    StatusHub Display;
+    MainState State;
+    Connectivity Net;
+    FTP FTP1;
+    ezVidCap ezVidCap1;
+    PictureState PictureValues;
+    PicturePipeline Pictures;
+    UploadTransaction Transaction;
+    UploadCycle Cycle;
+
+    // Start-up in its order: capture devices, settings, old working files removed, capture switched
+    // on; with `autostarter` and Autostart "1" the cycle starts at once.
+    void Load(bool autostarter);
+
+    // The click of btnStart: what the operator has changed in the settings file or plugged in since
+    // the last run counts from here on.
+    void Start();
+
+    // Reads all settings again and hands them to everybody concerned.
+    void LoadSettings();
+
+    // Capture devices as the driver list shows them; the message that there is none otherwise.
+    [[nodiscard]] QStringList DriverList() const { return drivers; }
+    [[nodiscard]] int DriverIndex() const;
+    // Another device was chosen in the list.
+    void SelectDriver(int index);
+    // The selected device, or that there is none, in the user's language.
+    [[nodiscard]] QString DriverText() const;
+
+    // Ends the program: hangs up what it dialled, ends every wait, then Ended() once the event
+    // handlers have returned.
+    void Exit();
+
+    // Removes the working files; the last thing done.
+    void CleanUp();
+
+    [[nodiscard]] QString SettingsFile() const;
+
+  signals:
+    void Loaded();
+    void SettingsLoaded();
+    void DriversChanged();
+    void Ended();
+
+  private:
+    void ListDrivers();
+    void ApplyLanguage();
+    void ApplyPictureValues();
+    void DeleteOldFiles();
+    [[nodiscard]] QString NoDriverText() const;
+
+    Surroundings surroundings;
+    QStringList drivers;
+    bool exiting = false;
+};
