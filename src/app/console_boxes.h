@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/message_boxes.h"
+
+#include <functional>
+#include <set>
+
+// Messages of a program without a display: printed, each text once; nobody can answer, so a
+// question means trying again.
+class ConsoleBoxes : public MessageBoxes {
+  public:
+    explicit ConsoleBoxes(std::function<void(const QString&)> ownPrint)
+        : print(std::move(ownPrint)) {}
+
+    void Show(const QString& title, const QString& text) override {
+        if (told.insert(text).second) print(title + ": " + text);
+    }
+    [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override {
+        Show(title, text);
+        return true;
+    }
+
+  private:
+    std::function<void(const QString&)> print;
+    std::set<QString> told;
+};

@@ -1,0 +1,103 @@
+#include "app/console_boxes.h"
+#include "base/clock.h"
+#include "core/command_line.h"
+#include "core/console_display.h"
+#include "core/program.h"
+#include "core/program_folder.h"
+#include "net/page_control.h"
+#include "platform/platform.h"
+#include "platform/termination.h"
+#include "ui/frm_skin.h"
+#include "ui/window_boxes.h"
+
+#include <QApplication>
+#include <QSessionManager>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+void PrintError(const QString& line) {
+    std::fprintf(stderr, "%s\n", qPrintable(line));
+    std::fflush(stderr);
+}
+
+bool HasDisplay() {
+    return QGuiApplication::platformName() != "offscreen" &&
+           QGuiApplication::platformName() != "minimal";
+}
+
+// Ties the ways in which the system ends a program to the one orderly way out.
+void ConnectEnd(Program& program, Termination& termination) {
+    QObject::connect(&termination, &Termination::Requested, &program, &Program::Exit);
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program,
+                     [&program](QSessionManager&) { program.Exit(); });
+    // Not quit(): that asks the window first, and the window leaves its closing to the program.
+    QObject::connect(&program, &Program::Ended, qApp, [] { QCoreApplication::exit(0); });
+}
+
+int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
+    SystemClock clock;
+    const Platform platform = MakePlatform();
+    const auto termination = Termination::Create();
+    PageControl page;
+    WindowBoxes windows(commandLine.Autostarter);
+    ConsoleBoxes console(PrintError);
+    const bool display = HasDisplay();
+    MessageBoxes& boxes =
+        display ? static_cast<MessageBoxes&>(windows) : static_cast<MessageBoxes&>(console);
+    Program program({clock, platform, boxes, page, folder.Folder, folder.FindShared("Click.wav")});
+    windows.SetWaiting(program.Wait);
+
+    ConsoleDisplay verbose(clock, PrintError);
+    if (commandLine.Verbose) program.Display.Add(verbose);
+    ConnectEnd(program, *termination);
+    frmSkin window(program);
+    QObject::connect(&program, &Program::Loaded, &window, &QWidget::show);
+    // From inside the event loop, because an automatic start waits in it.
+    QMetaObject::invokeMethod(
+        &program, [&] { program.Load(commandLine.Autostarter); }, Qt::QueuedConnection);
+    const int status = QCoreApplication::exec();
+    program.CleanUp();
+    return status;
+}
+
+// Arguments as the system gave them, without the program's own name.
+QStringList Arguments(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Before there is an application, which needs a display that a mere question does not.
+    const CommandLine commandLine = CommandLine::Parse(Arguments(argc, argv));
+    if (commandLine.Help || commandLine.Version) {
+        const QString text =
+            commandLine.Help ? CommandLine::HelpText() : CommandLine::VersionText();
+        std::fputs(qPrintable(text), stdout);
+        return 0;
+    }
+    if (!commandLine.Fault.isEmpty()) {
+        PrintError(commandLine.Fault);
+        return 2;
+    }
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName("Stillpost");
+    QApplication::setApplicationVersion(QString::fromLatin1(STILLPOST_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const auto folder =
+        ProgramFolder::Choose(ProgramFolder::Places::OfThisProcess(commandLine.Folder));
+    if (!folder) {
+        PrintError("The program folder cannot be created: " + commandLine.Folder);
+        return 1;
+    }
+    const int status = Run(commandLine, *folder);
+    std::fflush(nullptr);
+    // A name lookup may still hang in the system's resolver; the end must not wait for it.
+    std::_Exit(status);
+}

@@ -1,0 +1,32 @@
+#include "ui/window_boxes.h"
+
+#include "base/waiting.h"
+
+#include <QMessageBox>
+
+void WindowBoxes::Show(const QString& title, const QString& text) {
+    if (shown && shown->text() == text) {
+        shown->raise();
+        return;
+    }
+    if (shown) shown->close();
+    shown = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok);
+    shown->setAttribute(Qt::WA_DeleteOnClose);
+    shown->setWindowModality(Qt::NonModal);
+    shown->show();
+}
+
+bool WindowBoxes::AskRetry(const QString& title, const QString& text) {
+    QMessageBox question(QMessageBox::Question, title, text,
+                         QMessageBox::Retry | QMessageBox::Cancel);
+    question.setDefaultButton(QMessageBox::Retry);
+    bool answered = false;
+    QObject::connect(&question, &QDialog::finished, &question, [&answered] { answered = true; });
+    question.open();
+    constexpr qint64 patience = 60'000;
+    WaitTerms terms;
+    if (unattended) terms.LimitMilliseconds = patience;
+    const auto end = waiting->Until([&answered] { return answered; }, terms);
+    if (end == Waiting::End::Done) return question.result() == QMessageBox::Retry;
+    return end == Waiting::End::Limit;
+}
