@@ -1,0 +1,55 @@
+# Shared by ./run, ./test and ./bench: installing what is missing, saying what happens.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+say() { printf '== %s\n' "$*"; }
+die() {
+  printf 'Stopped: %s\n' "$*" >&2
+  exit 1
+}
+
+build_packages=(
+  ca-certificates ccache cmake g++ git ninja-build pkg-config
+  qt6-base-dev libgl-dev libavcodec-dev libavdevice-dev libavformat-dev libavutil-dev libswscale-dev
+  libturbojpeg0-dev
+)
+test_packages=(
+  busybox-static clang-format dbus kmod python3 python3-dbusmock python3-pyftpdlib
+  qemu-system-x86 vsftpd xauth xvfb
+)
+
+# install PACKAGE ...: with apt-get, only what is not there yet.
+install() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2> /dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  local as_root=()
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo > /dev/null || die "these packages are missing and there is no sudo to install them: ${missing[*]}"
+    as_root=(sudo)
+  fi
+  say "Installing ${#missing[@]} packages: ${missing[*]}"
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q update > /dev/null ||
+    die "apt-get update failed; is the network there?"
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" |
+    awk '/^(Get:|Unpacking|Setting up)/ { n++; if (n % 50 == 0) print "   ... " n " steps done" }'
+  for package in "${missing[@]}"; do
+    dpkg-query -W -f '${Status}' "$package" 2> /dev/null | grep -q 'ok installed' ||
+      die "$package could not be installed; try: apt-get install $package"
+  done
+}
+
+# build PRESET [CMAKE_ARGUMENT ...]: configures and builds; the compiler's progress line is shown.
+build() {
+  local preset=$1
+  shift
+  say "Building (preset $preset); the first time takes some minutes, later ones seconds"
+  cmake --preset "$preset" "$@" > "/tmp/stillpost-configure.$$" || {
+    cat "/tmp/stillpost-configure.$$"
+    die "the build could not be set up"
+  }
+  rm -f "/tmp/stillpost-configure.$$"
+  cmake --build --preset "$preset" || die "the build failed; the messages above say where"
+}
