@@ -87,7 +87,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const QApplication application(argc, argv);
-    QApplication::setApplicationName("Stillpost");
+    QApplication::setApplicationName("stillpost");
     QApplication::setApplicationVersion(QString::fromLatin1(STILLPOST_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     const auto folder =

@@ -181,7 +181,10 @@ void UploadCycle::LocalTick() {
     parts.Transaction.Flags.ConnectionDown = false;
     const QString source = parts.State.WorkFile(PublicNames::Sending);
     const QString target = parts.State.Values.Verzeichnis + PublicNames::Picture;
-    if (MakePicture()) {
+    if (parts.State.Values.Verzeichnis.isEmpty()) {
+        // Without a folder the picture would land wherever the program was started.
+        parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
+    } else if (MakePicture()) {
         if (WholeFile::Copy(source, target)) {
             CountPicture(target);
             emit PicturePublished(++publishedCount);

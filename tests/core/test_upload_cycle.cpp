@@ -11,6 +11,7 @@ class TestUploadCycle : public QObject {
   private slots:
     void EveryTickPublishesAnotherPicture();
     void LocalModeNeedsNoServer();
+    void LocalFolderThatCannotBeWritten_data();
     void LocalFolderThatCannotBeWritten();
     void ExtraMinutesAreWaitedOut();
     void HistoryFillsFromAnEmptyFolder_data();
@@ -70,15 +71,25 @@ void TestUploadCycle::LocalModeNeedsNoServer() {
     QVERIFY(f.Transaction.Flags.ConnectionDown);
 }
 
+void TestUploadCycle::LocalFolderThatCannotBeWritten_data() {
+    QTest::addColumn<QString>("folder");
+    QTest::addRow("missing") << "missing/";
+    QTest::addRow("not set") << "";
+}
+
 void TestUploadCycle::LocalFolderThatCannotBeWritten() {
+    QFETCH(QString, folder);
     CycleFixture f;
     f.State.Values.Server = "local";
-    f.State.Values.Verzeichnis = f.Folder.filePath("missing/");
+    f.State.Values.Verzeichnis = folder.isEmpty() ? folder : f.Folder.filePath(folder);
     f.Apply();
     f.Cycle.Start();
     f.Time.Advance(5000);
     QCOMPARE(f.Published(), 0);
+    QVERIFY2(!QFile::exists("pw.jpg"), "not into the folder that the program was started in");
     QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
+    f.State.Values.Verzeichnis = f.Folder.filePath("missing/");
+    f.Apply();
     QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
 }
 
