@@ -69,8 +69,9 @@ bool MeasureOurs(const RealFtpServer& server, const QString& file, int runs) {
 
 bool MeasureCurl(const RealFtpServer& server, const QString& file, int runs) {
     const QString address = "ftp://127.0.0.1:" + QString::number(server.Port()) + "/1pw.jpg";
-    const QStringList arguments{"-s", "-T", file, "--ftp-port", "-", "--user", "cam:secret",
-                                "-Q", "-RNFR 1pw.jpg", "-Q", "-RNTO pw.jpg", address};
+    const QStringList arguments{"-s",           "-T",         file, "--ftp-port",    "-",
+                                "--user",       "cam:secret", "-Q", "-RNFR 1pw.jpg", "-Q",
+                                "-RNTO pw.jpg", address};
     const double before = Milliseconds(RUSAGE_CHILDREN);
     for (int i = 0; i < runs; ++i)
         if (QProcess::execute("curl", arguments) != 0) return Fail("curl failed");
@@ -94,6 +95,7 @@ int main(int argc, char** argv) {
     }
     const int runs = arguments.at(2).toInt();
     bool measured = MeasureOurs(server, arguments.at(1), runs);
-    if (arguments.value(3) == "curl") measured = MeasureCurl(server, arguments.at(1), runs) && measured;
+    if (arguments.value(3) == "curl")
+        measured = MeasureCurl(server, arguments.at(1), runs) && measured;
     return measured ? 0 : 1;
 }
