@@ -3,7 +3,6 @@
 #include "picture/capture_whole.h"
 
 extern "C" {
-#include <libavdevice/avdevice.h>
 #include <libavutil/opt.h>
 }
 
@@ -20,7 +19,6 @@ void PrepareLibraries() {
     static std::once_flag once;
     std::call_once(once, [] {
         av_log_set_level(AV_LOG_QUIET);
-        avdevice_register_all();
         avformat_network_init();
     });
 }
@@ -70,8 +68,8 @@ CaptureInput::CaptureInput(CaptureRequest wanted, const std::atomic<bool>& stopF
 
 int CaptureInput::Open() {
     Close();
-    int result = OpenFormat();
-    if (result >= 0) result = FindStream();
+    int result = request.Open ? OpenDevice() : OpenFormat();
+    if (result >= 0 && !packets) result = FindStream();
     if (result >= 0) result = OpenCodec();
     if (result < 0) Close();
     return result < 0 ? result : 0;
@@ -79,6 +77,7 @@ int CaptureInput::Open() {
 
 void CaptureInput::Close() {
     codec.reset();
+    packets.reset();
     format.reset();
     needKey = true;
 }
@@ -88,6 +87,13 @@ QByteArray CaptureInput::Address() const {
     // A colon in a file's name would else be taken for the end of a protocol's.
     if (request.Address.startsWith(QStringLiteral("file:"))) return request.Address.toUtf8();
     return "file:" + QDir::fromNativeSeparators(request.Address).toUtf8();
+}
+
+int CaptureInput::OpenDevice() {
+    packets.emplace();
+    const int result = packets->Open(request, format);
+    streamIndex = 0;
+    return result;
 }
 
 int CaptureInput::OpenFormat() {
@@ -151,6 +157,7 @@ int CaptureInput::OpenCodec() {
 int CaptureInput::Read(AVPacket& packet) {
     for (;;) {
         av_packet_unref(&packet);
+        if (packets) return packets->Read(packet);
         const int result = av_read_frame(format.get(), &packet);
         if (result < 0 || packet.stream_index == streamIndex) return result;
     }
@@ -192,6 +199,7 @@ void CaptureInput::Seek(qint64 stamp) {
 }
 
 bool CaptureInput::IsStill() const {
+    if (request.Kind == CaptureKind::Device) return false;
     return NameEndsIn(*format->iformat, "_pipe") || NameEndsIn(*format->iformat, "image2");
 }
 

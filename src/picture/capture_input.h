@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/capture_source.h"
+#include "picture/device_packets.h"
 
 // One video stream of anything that FFmpeg opens: packets as they come, and frames decoded from
 // them. Hands out whole frames only: after damage, nothing until the next picture that stands for
@@ -39,6 +39,7 @@ class CaptureInput {
 
   private:
     [[nodiscard]] int OpenFormat();
+    [[nodiscard]] int OpenDevice();
     [[nodiscard]] int FindStream();
     [[nodiscard]] int OpenCodec();
     [[nodiscard]] QByteArray Address() const;
@@ -46,6 +47,7 @@ class CaptureInput {
     CaptureRequest request;
     const std::atomic<bool>& stop;
     FormatPtr format;
+    std::optional<DevicePackets> packets;  // of a camera that FFmpeg does not open itself
     CodecPtr codec;
     int streamIndex = 0;
     bool intraOnly = false;

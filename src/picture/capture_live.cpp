@@ -40,6 +40,8 @@ bool LiveSource::Take() {
         if (!PacketWhole(*packet, *input->Stream().codecpar)) return false;
         av_packet_unref(newest.get());
         av_packet_move_ref(newest.get(), packet.get());
+        // A frame may lie in one of the few buffers that the camera has.
+        av_frame_unref(frame.get());
         decoded = false;
         return true;
     }

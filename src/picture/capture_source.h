@@ -15,7 +15,8 @@
 struct CaptureRequest {
     CaptureKind Kind = CaptureKind::Device;
     QString Input;                        // FFmpeg's input device, for installed cameras
-    QString Address;                      // what FFmpeg opens, or test:WIDTHxHEIGHT
+    QString Address;                      // what is opened, or test:WIDTHxHEIGHT
+    VideoDeviceOpener Open = nullptr;     // the system's own way to open an installed camera
     std::optional<CaptureFormat> Format;  // for installed cameras
 };
 

@@ -79,6 +79,7 @@ CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
     if (found == now.end()) return CaptureFault::NotConnected;
     request.Input = found->Device.Input;
     request.Address = found->Device.Address;
+    request.Open = found->Device.Open;
     request.Format = ChooseCaptureFormat(devices.Formats(found->Device), format);
     return CaptureFault::None;
 }

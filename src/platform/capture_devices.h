@@ -4,15 +4,10 @@
 #include <QObject>
 #include <QString>
 
-// An installed camera.
-struct CaptureDevice {
-    QString Name;        // as the driver names it; two devices may share it
-    QString Connection;  // where it is plugged in (bus and port): tells devices of one name apart
-    QString Input;       // FFmpeg's input device: "v4l2", "dshow"
-    QString Address;     // what FFmpeg opens now; changes from boot to boot
+#include <memory>
+#include <optional>
 
-    bool operator==(const CaptureDevice&) const = default;
-};
+class VideoDevice;
 
 // A picture format that a camera offers.
 struct CaptureFormat {
@@ -23,6 +18,22 @@ struct CaptureFormat {
     bool Compressed = false;  // decoded before use
 
     bool operator==(const CaptureFormat&) const = default;
+};
+
+// Opens the camera at an address in the format nearest to the one wanted, or in the one that it is
+// set to. Returns null and sets error to a negative value of errno when that fails.
+using VideoDeviceOpener = std::shared_ptr<VideoDevice> (*)(
+    const QString& address, const std::optional<CaptureFormat>& wanted, int& error);
+
+// An installed camera.
+struct CaptureDevice {
+    QString Name;        // as the driver names it; two devices may share it
+    QString Connection;  // where it is plugged in (bus and port): tells devices of one name apart
+    QString Input;       // FFmpeg's input device: "v4l2", "dshow"
+    QString Address;     // what is opened now; changes from boot to boot
+    VideoDeviceOpener Open = nullptr;  // this system's own way; without one FFmpeg opens it
+
+    bool operator==(const CaptureDevice&) const = default;
 };
 
 // The cameras of this machine.

@@ -3,6 +3,7 @@
 
 #include "picture/ezvidcap.h"
 #include "picture/test_capture_aids.h"
+#include "platform/video_device.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -10,6 +11,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -38,10 +40,48 @@ struct Bench {
     }
 };
 
-// A picture of one colour, as if from a camera of its own.
-CaptureDevice ColouredCamera(const QString& connection, const QString& colour) {
-    return {"cam", connection, "lavfi", "color=" + colour + ":size=64x48:rate=30,realtime"};
-}
+// A camera of one colour, the one that its address names. Its rows have bytes behind them, and it
+// has two buffers: who keeps them gets no more.
+class ColouredCamera : public VideoDevice {
+  public:
+    static constexpr int Width = 63;
+    static constexpr int Height = 48;
+    static constexpr int Row = 200;
+
+    explicit ColouredCamera(const QString& colour) : bytes(Row * Height, '\x80') {
+        const qsizetype channel = colour == "blue" ? 0 : 2;
+        for (qsizetype y = 0; y < Height; ++y) {
+            for (qsizetype at = 0; at < qsizetype{Width} * 3; ++at)
+                bytes[y * Row + at] = at % 3 == channel ? '\xF0' : '\x10';
+        }
+    }
+
+    static CaptureDevice At(const QString& connection, const QString& colour) {
+        return {"cam",
+                connection,
+                {},
+                colour,
+                [](const QString& address, const std::optional<CaptureFormat>&, int&) {
+                    return std::shared_ptr<VideoDevice>(std::make_shared<ColouredCamera>(address));
+                }};
+    }
+
+    [[nodiscard]] const CaptureFormat& Format() const override { return format; }
+    [[nodiscard]] int RowBytes() const override { return Row; }
+    [[nodiscard]] int Take(VideoBuffer& buffer) override {
+        fresh = !fresh;
+        if (!fresh || lent == 2) return -EAGAIN;
+        buffer = {lent++, reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()};
+        return 0;
+    }
+    void GiveBack(int /*index*/) override { --lent; }
+
+  private:
+    CaptureFormat format{Width, Height, 30, "bgr24", false};
+    QByteArray bytes;
+    int lent = 0;
+    bool fresh = false;
+};
 
 // The colour in the middle of the picture: which of blue, green and red is strongest.
 int Strongest(const Dib& dib) {
@@ -282,13 +322,17 @@ void CaptureTest::PreviewShowsPictures() {
 
 void CaptureTest::CameraIsFoundByItsPlug() {
     Bench bench;
-    bench.Devices.Plugged = {ColouredCamera("port 1", "blue"), ColouredCamera("port 2", "red")};
+    bench.Devices.Plugged = {ColouredCamera::At("port 1", "blue"),
+                             ColouredCamera::At("port 2", "red")};
     QCOMPARE(bench.Control.DriverNames(), QStringList({"cam", "cam (2)"}));
     QCOMPARE(bench.Control.NumCapDevs(), 2);
     bench.Control.SetDriverIndex(1);
     std::ranges::reverse(bench.Devices.Plugged);
-    QVERIFY(bench.Control.GrabFrame());
+    // More pictures than there are buffers.
+    for (int i = 0; i < 5; ++i) QVERIFY(bench.Control.GrabFrame());
     QCOMPARE(Strongest(bench.Control.Frame()), 2);
+    QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()),
+             QSize(ColouredCamera::Width, ColouredCamera::Height));
     // Listed again, it is the first one, and still the selected one.
     QCOMPARE(bench.Control.DriverNames().size(), 2);
     QCOMPARE(bench.Control.DriverIndex(), 0);
@@ -296,8 +340,8 @@ void CaptureTest::CameraIsFoundByItsPlug() {
 
 void CaptureTest::PulledCameraComesBack() {
     Bench bench;
-    const CaptureDevice blue = ColouredCamera("port 1", "blue");
-    const CaptureDevice red = ColouredCamera("port 2", "red");
+    const CaptureDevice blue = ColouredCamera::At("port 1", "blue");
+    const CaptureDevice red = ColouredCamera::At("port 2", "red");
     bench.Devices.Plugged = {blue, red};
     bench.Control.SetDriverIndex(0);
     const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);

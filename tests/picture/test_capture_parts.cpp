@@ -6,6 +6,7 @@
 #include "picture/capture_format.h"
 #include "picture/capture_scaler.h"
 #include "picture/capture_whole.h"
+#include "picture/device_packets.h"
 #include "picture/test_capture_aids.h"
 #include "picture/test_picture.h"
 
@@ -57,6 +58,8 @@ class CapturePartsTest : public QObject {
     void ExposureSettles();
     void RangesAreConverted_data();
     void RangesAreConverted();
+    void PaddingIsLeftOut_data();
+    void PaddingIsLeftOut();
     void FaultsAreNamed_data();
     void FaultsAreNamed();
 };
@@ -286,6 +289,35 @@ void CapturePartsTest::RangesAreConverted() {
         }
         QVERIFY(std::abs(scaler.Brightness(*frame) - 127.5) < 12);
     }
+}
+
+void CapturePartsTest::PaddingIsLeftOut_data() {
+    QTest::addColumn<int>("pixels");
+    QTest::addColumn<int>("rowBytes");
+    QTest::addColumn<QByteArray>("source");  // of 2x2 pixels; what lies between rows is a blank
+    QTest::addColumn<QByteArray>("tight");
+    QTest::newRow("packed") << int(AV_PIX_FMT_BGR24) << 8 << QByteArray("abcdef  ghijkl  ")
+                            << QByteArray("abcdefghijkl");
+    QTest::newRow("last row ends early")
+        << int(AV_PIX_FMT_BGR24) << 8 << QByteArray("abcdef  ghijkl") << QByteArray("abcdefghijkl");
+    QTest::newRow("planes") << int(AV_PIX_FMT_YUV420P) << 4 << QByteArray("ab  cd  e f ")
+                            << QByteArray("abcdef");
+    QTest::newRow("two planes") << int(AV_PIX_FMT_NV12) << 4 << QByteArray("ab  cd  ef  ")
+                                << QByteArray("abcdef");
+    QTest::newRow("cut") << int(AV_PIX_FMT_BGR24) << 8 << QByteArray("abcdef  ghijk")
+                         << QByteArray();
+}
+
+void CapturePartsTest::PaddingIsLeftOut() {
+    QFETCH(const int, pixels);
+    QFETCH(const int, rowBytes);
+    QFETCH(const QByteArray, source);
+    QFETCH(const QByteArray, tight);
+    const VideoBuffer picture{0, reinterpret_cast<const uchar*>(source.constData()), source.size()};
+    const std::vector<uchar> copied =
+        WithoutPadding(picture, AVPixelFormat(pixels), QSize(2, 2), rowBytes);
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(copied.data()), qsizetype(copied.size())),
+             tight);
 }
 
 void CapturePartsTest::FaultsAreNamed_data() {

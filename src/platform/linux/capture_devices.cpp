@@ -1,75 +1,17 @@
 #include "platform/linux/capture_devices.h"
 
-#include <fcntl.h>
-#include <linux/videodev2.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "platform/linux/v4l2_device.h"
+#include "platform/linux/video_node.h"
 
 #include <QDir>
 #include <QSize>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <optional>
 #include <tuple>
 
 namespace {
-
-// An open device node; closed at the end of its scope.
-class Node {
-  public:
-    explicit Node(const QString& path)
-        : descriptor(open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC)) {}
-    ~Node() {
-        if (descriptor >= 0) close(descriptor);
-    }
-    Node(const Node&) = delete;
-    Node& operator=(const Node&) = delete;
-
-    [[nodiscard]] bool Ask(unsigned long request, void* answer) const {
-        if (descriptor < 0) return false;
-        int result;
-        do result = ioctl(descriptor, request, answer);
-        while (result < 0 && errno == EINTR);
-        return result == 0;
-    }
-
-  private:
-    int descriptor;
-};
-
-struct PixelFormatName {
-    __u32 Code;
-    const char* Name;
-};
-
-// The formats that FFmpeg's input device takes, by its names.
-constexpr std::array formatNames{
-    PixelFormatName{V4L2_PIX_FMT_YUYV, "yuyv422"},
-    PixelFormatName{V4L2_PIX_FMT_UYVY, "uyvy422"},
-    PixelFormatName{V4L2_PIX_FMT_YUV420, "yuv420p"},
-    PixelFormatName{V4L2_PIX_FMT_YUV422P, "yuv422p"},
-    PixelFormatName{V4L2_PIX_FMT_NV12, "nv12"},
-    PixelFormatName{V4L2_PIX_FMT_BGR24, "bgr24"},
-    PixelFormatName{V4L2_PIX_FMT_RGB24, "rgb24"},
-    PixelFormatName{V4L2_PIX_FMT_RGB565, "rgb565le"},
-    PixelFormatName{V4L2_PIX_FMT_GREY, "gray"},
-    PixelFormatName{V4L2_PIX_FMT_SBGGR8, "bayer_bggr8"},
-    PixelFormatName{V4L2_PIX_FMT_SGBRG8, "bayer_gbrg8"},
-    PixelFormatName{V4L2_PIX_FMT_SGRBG8, "bayer_grbg8"},
-    PixelFormatName{V4L2_PIX_FMT_SRGGB8, "bayer_rggb8"},
-    PixelFormatName{V4L2_PIX_FMT_MJPEG, "mjpeg"},
-    PixelFormatName{V4L2_PIX_FMT_JPEG, "mjpeg"},
-    PixelFormatName{V4L2_PIX_FMT_H264, "h264"},
-    PixelFormatName{V4L2_PIX_FMT_MPEG4, "mpeg4"},
-};
-
-QString FormatName(__u32 code) {
-    const auto found =
-        std::ranges::find_if(formatNames, [code](const auto& name) { return name.Code == code; });
-    return found == formatNames.end() ? QString() : QString::fromLatin1(found->Name);
-}
 
 // A text field of a driver's answer, which need not end in a NUL.
 template <size_t N>
@@ -80,7 +22,7 @@ QString Text(const __u8 (&field)[N]) {
 
 // The camera behind a node; nothing when the node is not one that delivers single-plane pictures.
 std::optional<CaptureDevice> Camera(const QString& path) {
-    const Node node(path);
+    const VideoNode node(path);
     v4l2_capability capability{};
     if (!node.Ask(VIDIOC_QUERYCAP, &capability)) return std::nullopt;
     const __u32 abilities = capability.capabilities & V4L2_CAP_DEVICE_CAPS
@@ -91,11 +33,12 @@ std::optional<CaptureDevice> Camera(const QString& path) {
     return CaptureDevice{.Name = Text(capability.card),
                          .Connection = Text(capability.bus_info),
                          .Input = QStringLiteral("v4l2"),
-                         .Address = path};
+                         .Address = path,
+                         .Open = OpenV4l2Device};
 }
 
 // The highest rate of a size, pictures per second; 0 when the driver does not tell.
-double HighestRate(const Node& node, __u32 code, QSize size) {
+double HighestRate(const VideoNode& node, __u32 code, QSize size) {
     double highest = 0;
     v4l2_frmivalenum entry{};
     entry.pixel_format = code;
@@ -134,7 +77,7 @@ QList<QSize> SizesInRange(const v4l2_frmsize_stepwise& range) {
     return sizes;
 }
 
-QList<QSize> Sizes(const Node& node, __u32 code) {
+QList<QSize> Sizes(const VideoNode& node, __u32 code) {
     QList<QSize> sizes;
     v4l2_frmsizeenum entry{};
     entry.pixel_format = code;
@@ -170,12 +113,12 @@ class VideoNodes : public CaptureDevices {
     }
 
     QList<CaptureFormat> Formats(const CaptureDevice& device) const override {
-        const Node node(device.Address);
+        const VideoNode node(device.Address);
         QList<CaptureFormat> formats;
         v4l2_fmtdesc entry{};
         entry.type = V4L2_BUF_TYPE_VIDEO_CAPTURE;
         for (; node.Ask(VIDIOC_ENUM_FMT, &entry); ++entry.index) {
-            const QString name = FormatName(entry.pixelformat);
+            const QString name = PixelFormatName(entry.pixelformat);
             if (name.isEmpty()) continue;
             for (const QSize& size : Sizes(node, entry.pixelformat)) {
                 formats << CaptureFormat{
