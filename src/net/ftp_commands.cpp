@@ -13,6 +13,15 @@ QString NotPossible(const QString& operation, const QString& reason) {
         .arg(operation, reason);
 }
 
+// Both announce a transfer (RFC 959, 4.2): 125 comes from servers that have opened the data
+// connection before they answer.
+constexpr int AlreadyOpen = 125;
+constexpr int AboutToOpen = 150;
+
+bool Meets(int replyCode, int expected) {
+    return replyCode == expected || (replyCode == AlreadyOpen && expected == AboutToOpen);
+}
+
 QString NoConnection(const QString& operation) {
     return NotPossible(operation, QStringLiteral("keine aktive Verbindung vorhanden"));
 }
@@ -42,7 +51,7 @@ bool FtpCommands::SendCommand(const QString& command, const QString& argument, i
     }
     if (end == Waiting::End::Hopeless) SetLastError(GeneralError, NoConnection(command));
     if (end != Waiting::End::Done) return false;
-    if (expected != AnyCode && Control.ReplyCode != expected) {
+    if (expected != AnyCode && !Meets(Control.ReplyCode, expected)) {
         SetLastError(Control.ReplyCode,
                      QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.").arg(command));
         return false;

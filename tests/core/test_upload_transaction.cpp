@@ -165,6 +165,8 @@ void TestUploadTransaction::PublishOnTheWire() {
 void TestUploadTransaction::StepFaults_data() {
     QTest::addColumn<QList<FtpFault>>("script");
     QTest::addColumn<bool>("published");
+    QTest::addRow("data connection open already")
+        << QList<FtpFault>{{.Verb = "STOR", .Chunks = {"125 already open\r\n"}}} << true;
     QTest::addRow("226 behind 150 in one chunk")
         << QList<FtpFault>{{.Verb = "STOR", .Chunks = {"150 go\r\n226 done\r\n"}},
                            {.Verb = "DONE", .Silent = true}}
