@@ -35,7 +35,7 @@ class CaptureSession {
 
     // Asks for one frame newer than the last that was asked for.
     void RequestFrame();
-    // Exchanges the frame that came for one whose memory can be used again.
+    // Takes the frame that came; empty when it was taken before.
     void TakeFrame(Dib& frame);
     // rate: pictures a second, 0 for none; size: pixels to scale to, empty for none.
     void SetPreview(int rate, QSize size);

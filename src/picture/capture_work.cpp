@@ -5,6 +5,7 @@
 #include <QMetaObject>
 
 #include <chrono>
+#include <utility>
 
 namespace {
 constexpr int patienceWithPrevious = 1000;  // milliseconds
@@ -57,7 +58,7 @@ void CaptureWork::RequestFrame() {
 
 void CaptureWork::TakeFrame(Dib& frame) {
     const std::lock_guard lock(mutex);
-    std::swap(frame, grabbed);
+    frame = std::exchange(grabbed, Dib());
 }
 
 void CaptureWork::SetPreview(int rate, QSize size) {
@@ -93,7 +94,7 @@ void CaptureWork::Rest(qint64 milliseconds, const Demand& known) {
 void CaptureWork::HandOver(Dib& frame) {
     {
         const std::lock_guard lock(mutex);
-        std::swap(frame, grabbed);
+        grabbed = std::exchange(frame, Dib());
         demand.Frame = false;
     }
     Post([this] { events.Grabbed(); });

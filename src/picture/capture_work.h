@@ -32,7 +32,7 @@ class CaptureWork : public std::enable_shared_from_this<CaptureWork> {
     [[nodiscard]] Demand Look();
     // Sleeps until more is demanded than was known, or the time is up; below 0 for no limit.
     void Rest(qint64 milliseconds, const Demand& known);
-    // Hands the frame over and gets one whose memory can be used again.
+    // Hands the frame over; an empty one is left. Memory for a picture is kept by one side only.
     void HandOver(Dib& frame);
     void HandOver(const QImage& image, QSize pictureSize);
 

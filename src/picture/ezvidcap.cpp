@@ -19,7 +19,9 @@ ezVidCap::ezVidCap(Waiting& ownWaiting, const CaptureDevices& ownDevices)
       quiet(ownWaiting.OwnClock(), quietLimit),
       watch(ownWaiting.OwnClock(), watchInterval) {
     connect(&quiet, &Timer::Tick, this, [this] {
-        if (grabbing == 0 && !preview) CloseSession();
+        if (grabbing > 0 || preview) return;
+        CloseSession();
+        frame = Dib();  // some megabytes, for the minutes until the next picture
     });
     connect(&watch, &Timer::Tick, this, &ezVidCap::Watch);
 }
