@@ -10,7 +10,7 @@ die() {
 
 build_packages=(
   ca-certificates ccache cmake g++ git ninja-build pkg-config
-  qt6-base-dev libgl-dev libavcodec-dev libavformat-dev libavutil-dev libswscale-dev
+  qt6-base-dev qt6-svg-dev libgl-dev libavcodec-dev libavformat-dev libavutil-dev libswscale-dev
   libturbojpeg0-dev
 )
 test_packages=(
