@@ -4,7 +4,8 @@
 
 #include <memory>
 
-// The system asks the program to end (SIGTERM, SIGINT, end of a console).
+// The system asks the program to end (SIGTERM, SIGINT, end of a console), or somebody at a machine
+// without a display asks it to stop publishing, as btnStop does (SIGUSR1; nothing on Windows).
 class Termination : public QObject {
     Q_OBJECT
 
@@ -13,4 +14,5 @@ class Termination : public QObject {
 
   signals:
     void Requested();
+    void StopRequested();
 };

@@ -6,42 +6,42 @@
 #include <cerrno>
 #include <csignal>
 
-#include <sys/eventfd.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr std::array endings{SIGTERM, SIGINT, SIGHUP};
+constexpr std::array handled{SIGTERM, SIGINT, SIGHUP, SIGUSR1};
 
 volatile std::sig_atomic_t wakeUp = -1;  // written by the handler, read by the event loop
 
 // Runs at any point of the program: nothing but a write is safe here.
-void Wake(int /*signal*/) {
+void Wake(int signal) {
     const int error = errno;
-    constexpr quint64 one = 1;
-    [[maybe_unused]] const ssize_t written = write(wakeUp, &one, sizeof one);
+    const char number = static_cast<char>(signal);
+    [[maybe_unused]] const ssize_t written = write(wakeUp, &number, 1);
     errno = error;
 }
 
 // Turns the system's signals into one of Qt's; while it lives they no longer end the process.
 class SignalTermination : public Termination {
   public:
-    SignalTermination() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-        if (descriptor < 0) return;
-        wakeUp = descriptor;
-        auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
+    SignalTermination() {
+        if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+        wakeUp = ends[1];
+        auto* const notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
         connect(notifier, &QSocketNotifier::activated, this, &SignalTermination::Woken);
-        for (std::size_t i = 0; i < endings.size(); ++i) Install(endings[i], former[i]);
+        for (std::size_t i = 0; i < handled.size(); ++i) Install(handled[i], former[i]);
     }
 
     ~SignalTermination() override {
-        if (descriptor < 0) return;
-        for (std::size_t i = 0; i < endings.size(); ++i) {
-            sigaction(endings[i], &former[i], nullptr);
+        if (wakeUp < 0) return;
+        for (std::size_t i = 0; i < handled.size(); ++i) {
+            sigaction(handled[i], &former[i], nullptr);
         }
         qDeleteAll(findChildren<QSocketNotifier*>());
         wakeUp = -1;
-        close(descriptor);
+        for (const int end : ends) close(end);
     }
 
   private:
@@ -56,12 +56,17 @@ class SignalTermination : public Termination {
     }
 
     void Woken() {
-        quint64 count = 0;
-        if (read(descriptor, &count, sizeof count) == sizeof count) emit Requested();
+        char signal = 0;
+        while (read(ends[0], &signal, 1) == 1) {
+            if (signal == SIGUSR1)
+                emit StopRequested();
+            else
+                emit Requested();
+        }
     }
 
-    int descriptor;
-    std::array<struct sigaction, endings.size()> former{};
+    std::array<int, 2> ends{-1, -1};
+    std::array<struct sigaction, handled.size()> former{};
 };
 
 }  // namespace
