@@ -24,6 +24,7 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
 bool PicturePipeline::MakePicture() {
     if (!CaptureFrame()) return false;
     ReadOverlaySettings();
+    if (overlays) overlays->BuildOverlayText();
     // Without this cycle's frame the surface still holds the last picture: better none than that
     // one again under a new time.
     if (!LoadFrame()) return false;
@@ -53,6 +54,7 @@ void PicturePipeline::SetPreview() {
 
 void PicturePipeline::ReadOverlaySettings() {
     state.OverlayMode = WholeNumber(Setting(General, QStringLiteral("Overlay")));
+    if (state.OverlayMode < 0 || state.OverlayMode > NoOverlay) state.OverlayMode = NoOverlay;
     state.OnlyOverlay =
         WholeNumber(Setting(QStringLiteral("Picture"), QStringLiteral("Capture"))) != 0;
     state.CombineOverlay = WholeNumber(Setting(General, QStringLiteral("OverKombi"))) != 0;

@@ -46,6 +46,7 @@ class ScriptedOverlays : public OverlaySteps {
     bool Stamps = true;
     bool LosesTheSurface = false;
 
+    void BuildOverlayText() override { log << "build " + QString::number(state.OverlayMode); }
     bool StampOverlayPicture() override {
         log << (state.OnlyOverlay ? u"stamp alone"_qs : u"stamp"_qs);
         return Stamps && LoadSurface(state.Picture2, state.WorkPath + "1pw.bmp");
@@ -141,29 +142,33 @@ void TestPicturePipeline::PublishesTheFrame() {
 void TestPicturePipeline::FollowsTheOverlayMode_data() {
     QTest::addColumn<QByteArray>("general");
     QTest::addColumn<QByteArray>("section");
+    QTest::addColumn<int>("mode");
     QTest::addColumn<QStringList>("steps");
-    const auto row = [](const char* name, const char* general, const char* picture,
+    const auto row = [](const char* name, const char* general, const char* picture, int mode,
                         const QStringList& steps) {
-        QTest::newRow(name) << QByteArray(general) << QByteArray(picture) << steps;
+        QTest::newRow(name) << QByteArray(general) << QByteArray(picture) << mode << steps;
     };
-    row("nothing set is mode 0", "", "", {"text"});
-    row("text alone", "Overlay=3\r\nOverKombi=0", "", {"text"});
-    row("both", "Overlay=2\r\nOverKombi=1", "", {"stamp", "text"});
-    row("any number combines", "Overlay=1\r\nOverKombi=-7", "", {"stamp", "text"});
-    row("picture only", "Overlay=4\r\nOverKombi=0", "", {"stamp"});
-    row("picture only, combined", "Overlay=4\r\nOverKombi=1", "", {"stamp"});
-    row("no overlay, combined", "Overlay=5\r\nOverKombi=1", "", {});
-    row("overlay instead of the frame", "Overlay=4", "Capture=1", {"stamp alone"});
-    row("the frame again", "Overlay=4", "Capture=0", {"stamp"});
+    row("nothing set is mode 0", "", "", 0, {"text"});
+    row("text alone", "Overlay=3\r\nOverKombi=0", "", 3, {"text"});
+    row("both", "Overlay=2\r\nOverKombi=1", "", 2, {"stamp", "text"});
+    row("any number combines", "Overlay=1\r\nOverKombi=-7", "", 1, {"stamp", "text"});
+    row("picture only", "Overlay=4\r\nOverKombi=0", "", 4, {"stamp"});
+    row("picture only, combined", "Overlay=4\r\nOverKombi=1", "", 4, {"stamp"});
+    row("no overlay, combined", "Overlay=5\r\nOverKombi=1", "", 5, {});
+    row("beyond the modes", "Overlay=6\r\nOverKombi=1", "", 5, {});
+    row("below the modes", "Overlay=-1\r\nOverKombi=1", "", 5, {});
+    row("overlay instead of the frame", "Overlay=4", "Capture=1", 4, {"stamp alone"});
+    row("the frame again", "Overlay=4", "Capture=0", 4, {"stamp"});
 }
 
 void TestPicturePipeline::FollowsTheOverlayMode() {
     QFETCH(QByteArray, general);
     QFETCH(QByteArray, section);
+    QFETCH(int, mode);
     QFETCH(QStringList, steps);
     QVERIFY(WriteSettings(general, section));
     QVERIFY(pipeline->MakePicture());
-    QCOMPARE(calls.mid(4), steps);
+    QCOMPARE(calls.mid(4), QStringList("build " + QString::number(mode)) + steps);
     const DecodedJpeg picture(Path("1pw.jpg"));
     QVERIFY(picture.Shows(10, 10, Qt::red));
     QVERIFY(picture.Shows(72, 52, steps.contains("text") ? Qt::black : Qt::white));

@@ -1,0 +1,93 @@
+#include "picture/overlay_text.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString LineBreak = QStringLiteral("\r\n");
+const QString DateWord = QStringLiteral("Date");
+const QString DateTimeWords = QStringLiteral("Date, Time");
+
+QString WithDateTime(QString text, const QString& dateTime) {
+    const qsizetype at = text.indexOf(DateTimeWords);
+    return at < 0 ? text : text.replace(at, DateTimeWords.size(), dateTime);
+}
+
+// A first row that reads "Date" stands for date and time. It stays in words, so that a row that is
+// shown again later shows the time of each picture.
+QString RowOf(const SpecialText& text, const QString& line) {
+    return &line == &text.Lin.front() && line == DateWord ? DateTimeWords : line;
+}
+
+// Without a number of pictures no row ever gives way to the next.
+void StayOnFirstRow(const SpecialText& text, RowTurns& turns) {
+    const auto* const row = std::find_if(text.Lin.begin(), text.Lin.end(),
+                                         [](const QString& line) { return !line.isEmpty(); });
+    turns.Row = row == text.Lin.end() ? QString() : RowOf(text, *row);
+    turns.Counter = 0;
+}
+
+void TakeTurn(const SpecialText& text, RowTurns& turns) {
+    ++turns.Counter;
+    int lastPicture = 0;  // of the row looked at
+    for (const QString& line : text.Lin) {
+        lastPicture += text.PicturesPerRow;
+        const bool its = turns.Counter <= lastPicture;
+        if (its) turns.Row = RowOf(text, line);
+        if (its && !turns.Row.isEmpty()) break;
+        if (turns.Row.isEmpty()) ++turns.Counter;
+    }
+    if (turns.Row.isEmpty()) ++turns.Counter;
+    const int round = static_cast<int>(text.Lin.size()) * text.PicturesPerRow;
+    if (turns.Counter >= round) turns.Counter = 0;
+}
+
+QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
+    return text.InRows ? NextRow(text, turns, dateTime) : WholeText(text, dateTime);
+}
+
+// What mode 2 puts behind date and time.
+QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
+    text.DateInFirstRow = false;
+    QString appendix = NextSpecialText(text, turns, dateTime);
+    while (appendix.endsWith(LineBreak)) appendix.chop(LineBreak.size());
+    return appendix;
+}
+
+}  // namespace
+
+QString WholeText(const SpecialText& text, const QString& dateTime) {
+    const QString& first = text.Lin.front();
+    QString whole = first.startsWith(DateWord) ? dateTime : first;
+    for (std::size_t i = 1; i < text.Lin.size(); ++i) whole += LineBreak + text.Lin[i];
+    return WithDateTime(whole, dateTime);
+}
+
+QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
+    if (text.PicturesPerRow == 0)
+        StayOnFirstRow(text, turns);
+    else
+        TakeTurn(text, turns);
+    const QString row = WithDateTime(turns.Row, dateTime);
+    if (!text.DateInFirstRow) return row;
+    return row.isEmpty() ? dateTime : dateTime + LineBreak + row;
+}
+
+QString TextOfMode(int mode, const QString& date, const QString& time, const SpecialText& text,
+                   RowTurns& turns) {
+    constexpr QChar blank = u' ';
+    const QString dateTime = date + QStringLiteral(", ") + time;
+    switch (mode) {
+        case 0:
+            return blank + date + blank;
+        case 1:
+            return blank + time + blank;
+        case 2:
+            return blank + dateTime + QStringLiteral("  ") + NextAppendix(text, turns, dateTime) +
+                   blank;
+        case 3:
+            return NextSpecialText(text, turns, dateTime);
+        default:
+            return {};
+    }
+}

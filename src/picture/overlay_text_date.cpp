@@ -1,0 +1,63 @@
+#include "picture/overlay_text_date.h"
+
+namespace {
+
+// Short dates differ in the year: systems write four digits where the locale data has two.
+QString ShortDate(const QDate& date, const QLocale& locale) {
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    const qsizetype year = format.indexOf(u'y');
+    if (year >= 0 && format.count(u'y') == 2) format.insert(year, QStringLiteral("yy"));
+    return locale.toString(date, format);
+}
+
+// The locales' time with seconds comes with the time zone, which says nothing on a picture, and in
+// one case with a part of the day that only a 12-hour time needs.
+QString WithoutZone(const QString& format) {
+    QString kept;
+    bool quoted = false;
+    for (const QChar each : format) {
+        if (each == u'\'') quoted = !quoted;
+        if (quoted || (each != u't' && each != u'B')) kept += each;
+    }
+    kept = kept.remove(QStringLiteral("()")).remove(QStringLiteral("[]")).trimmed();
+    if (kept.endsWith(u',')) kept.chop(1);
+    return kept;
+}
+
+QString DefaultTime(const QTime& time, const QLocale& locale) {
+    return locale.toString(time, WithoutZone(locale.timeFormat(QLocale::LongFormat)));
+}
+
+QString HoursAndMinutes(const QTime& time, const QLocale& locale) {
+    return locale.toString(time, QStringLiteral("HH:mm"));
+}
+
+QString HalfOfDay(const QTime& time) {
+    return time.hour() < 12 ? QStringLiteral("AM ") : QStringLiteral("PM ");
+}
+
+// Names of days stand alone before the comma, so they are written as in a calendar: some languages
+// have a full stop behind the short ones elsewhere.
+QString NamedDate(const QDate& date, const QLocale& locale, const QString& dayAndMonth) {
+    return locale.standaloneDayName(date.dayOfWeek(), QLocale::ShortFormat) +
+           locale.toString(date, dayAndMonth);
+}
+
+}  // namespace
+
+std::optional<QString> FormatDate(const QString& index, const QDate& date, const QLocale& locale) {
+    if (index.isEmpty() || index == u'0') return ShortDate(date, locale);
+    if (index == u'1') return locale.toString(date, QStringLiteral("dd.MM.yyyy"));
+    if (index == u'2') return locale.toString(date, locale.dateFormat(QLocale::LongFormat));
+    if (index == u'3') return NamedDate(date, locale, QStringLiteral(", d. MMMM yyyy"));
+    if (index == u'4') return NamedDate(date, locale, QStringLiteral(", d. MMM yyyy"));
+    return std::nullopt;
+}
+
+std::optional<QString> FormatTime(const QString& index, const QTime& time, const QLocale& locale) {
+    if (index.isEmpty() || index == u'0') return DefaultTime(time, locale);
+    if (index == u'1') return HoursAndMinutes(time, locale);
+    if (index == u'2') return HalfOfDay(time) + DefaultTime(time, locale);
+    if (index == u'3') return HalfOfDay(time) + HoursAndMinutes(time, locale);
+    return std::nullopt;
+}
