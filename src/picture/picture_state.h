@@ -4,15 +4,16 @@
 
 #include <QImage>
 #include <QLocale>
-#include <QString>
+#include <QStringList>
 
 // What the picture cycle needs of the main state. Settings come from LoadSettings, except those
 // that MakePicture reads anew for each picture.
 struct PictureState {
     // Folders end in a separator, settings are as LoadSettings leaves them.
     QString ProgramFolder;
-    QString SettingsFile;  // full path
-    QString WorkPath;      // folder of "1pw.bmp", "1pw.jpg" and "cam.bmp"
+    QStringList InstalledFolders;  // where copies lie of what the program folder does not have
+    QString SettingsFile;          // full path
+    QString WorkPath;              // folder of "1pw.bmp", "1pw.jpg" and "cam.bmp"
     bool CameraRunning = false;
     bool PreviewLock = false;  // the preview stays as it is, whatever the settings say
 
@@ -31,6 +32,11 @@ struct PictureState {
     QString DateText;
     QString TimeText;
     QString OverlayText;
+
+    // The folders that overlays and offline pictures are looked for in, in this order.
+    [[nodiscard]] QStringList ReadingFolders() const {
+        return QStringList{ProgramFolder} + InstalledFolders;
+    }
 
     QImage Picture2;              // the drawing surface, Format_BGR888
     BITMAPINFOHEADER LastHeader;  // of the last picture that was encoded

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+// Pictures that the operator has put into a folder of the program: overlays and the offline
+// picture. What a file is, its content tells, not its name. Bitmaps of every depth, JPEG, PNG and
+// GIF (the first picture of it) are read; nothing in a file is believed before it is checked.
+
+enum class PictureFault {
+    None,
+    Missing,     // no such file
+    TooLarge,    // more pixels or bytes than are ever decoded
+    Unreadable,  // empty, cut off, damaged, being written at this moment, or no picture
+};
+
+// What was in a file.
+struct FilePicture {
+    QImage Image;  // Format_BGR888, or Format_ARGB32 where not all of it is opaque
+    PictureFault Fault = PictureFault::Missing;
+    bool Jpeg = false;  // a whole JPEG that any browser shows
+};
+
+// Up to 120 MB while it is decoded; an overlay of the largest camera is well below.
+constexpr qint64 MostPicturePixels = 30'000'000;
+constexpr qint64 MostPictureBytes = 64 * 1024 * 1024;
+
+// Reads and decodes a picture file. Never returns half a picture.
+[[nodiscard]] FilePicture ReadPicture(const QString& path);
+
+// The full path of the picture `name` in `folder` below the first of the places that has it, all
+// found without regard to case; '\' and '/' in the name separate. Empty when there is none, or when
+// the name leads out of the folder.
+[[nodiscard]] QString FindPicture(const QStringList& places, const QString& folder,
+                                  const QString& name);
+
+// The picture without transparency, on white, as Format_BGR888.
+[[nodiscard]] QImage OpaquePicture(const QImage& image);

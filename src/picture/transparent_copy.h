@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QImage>
+
+// Copies the part of `source` that begins at `from` and has `size` onto `destination` at `at`
+// (pixels), except for the pixels whose colour is exactly `transparent`: there the destination
+// shows through. What lies outside either picture is left out. Both are Format_BGR888.
+//
+// The result is that of the mask method: a monochrome mask is white where the source has the
+// transparent colour; the source is blackened there; SRCAND with the mask blackens the destination
+// everywhere else; SRCPAINT puts one into the other. Each pixel so comes whole from one of the two,
+// black being the neutral colour of SRCPAINT and white that of SRCAND.
+void TransparentCopy(QImage& destination, QPoint at, QSize size, const QImage& source, QPoint from,
+                     QRgb transparent);
+
+// Puts all of `source` (Format_ARGB32) onto `destination` (Format_BGR888) at `at`, each pixel as
+// opaque as it says. What lies outside the destination is left out.
+void AlphaCopy(QImage& destination, QPoint at, const QImage& source);

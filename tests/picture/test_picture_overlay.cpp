@@ -1,0 +1,456 @@
+#include "picture/bitmap_bytes.h"
+#include "picture/decoded_jpeg.h"
+#include "picture/picture_overlay.h"
+#include "picture/picture_surface.h"
+#include "picture/transparent_copy.h"
+#include "support/recording_display.h"
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+namespace {
+
+constexpr QRgb red = 0xFFFF0000;
+
+// Few colours, so that many pixels have the transparent one and others differ from it by little.
+QImage Speckled(QSize size, quint32 seed) {
+    const QRgb colours[] = {red, 0xFFFF0001, 0xFFFFFFFF, 0xFF000000, 0xFF0000FF};
+    QRandomGenerator random(seed);
+    QImage image(size, QImage::Format_BGR888);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) image.setPixel(x, y, colours[random.bounded(5)]);
+    return image;
+}
+
+// The mask method as it is defined, pixel by pixel over the whole destination.
+QImage ByMask(QImage destination, QPoint at, QSize size, const QImage& source, QPoint from,
+              QRgb transparent) {
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) {
+            const QPoint to = at + QPoint(x, y);
+            const QPoint origin = from + QPoint(x, y);
+            if (!source.valid(origin) || !destination.valid(to)) continue;
+            const QRgb mask = source.pixel(origin) == transparent ? 0xFFFFFFFF : 0;
+            const QRgb blackened = source.pixel(origin) & ~mask;
+            destination.setPixel(to, 0xFF000000 | (destination.pixel(to) & mask) | blackened);
+        }
+    return destination;
+}
+
+QByteArray Saved(const QImage& image, const char* format) {
+    QBuffer buffer;
+    image.save(&buffer, format);
+    return buffer.data();
+}
+
+// Two pixels, red and white.
+QByteArray Gif(int width = 2, int height = 1) {
+    QByteArray bytes = QByteArray::fromHex(
+        "474946383961"
+        "0200010080000"
+        "0ff0000ffffff2c00000000020001000002"
+        "02440a003b");
+    BitmapShape::Put(bytes, 6, width, 2);
+    BitmapShape::Put(bytes, 8, height, 2);
+    return bytes;
+}
+
+quint32 Crc(const QByteArray& bytes) {
+    quint32 crc = ~0U;
+    for (const char byte : bytes) {
+        crc ^= static_cast<uchar>(byte);
+        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320U : 0);
+    }
+    return ~crc;
+}
+
+QByteArray BigEndian(quint32 value) {
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+QByteArray HugePng() {
+    QByteArray bytes = Saved(Speckled({1, 1}, 1), "PNG");
+    bytes.replace(16, 8, BigEndian(30000) + BigEndian(30000));
+    return bytes.replace(29, 4, BigEndian(Crc(bytes.mid(12, 17))));
+}
+
+QByteArray HugeJpeg() {
+    QByteArray bytes = Saved(Speckled({8, 8}, 1), "JPG");
+    const qsizetype frame = bytes.indexOf("\xFF\xC0");
+    return bytes.replace(frame + 5, 4, BigEndian(30000U << 16 | 30000U));
+}
+
+QByteArray HugeBitmap(int side) {
+    QByteArray bytes = BitmapShape{.Bits = 1}.Bytes();
+    BitmapShape::Put(bytes, 18, side, 4);
+    BitmapShape::Put(bytes, 22, side, 4);
+    return bytes;
+}
+
+}  // namespace
+
+class TestPictureOverlay : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init();
+    void FindsThePlace_data();
+    void FindsThePlace();
+    void CopiesAsTheMaskDoes_data();
+    void CopiesAsTheMaskDoes();
+    void MixesTransparency();
+    void StampsEveryKindOfFile_data();
+    void StampsEveryKindOfFile();
+    void FindsTheFile_data();
+    void FindsTheFile();
+    void FaultsLeaveThePlainFrame_data();
+    void FaultsLeaveThePlainFrame();
+    void HalfAndDamagedFiles_data();
+    void HalfAndDamagedFiles();
+    void TellsEachFaultOnce();
+    void GoesThroughTheList_data();
+    void GoesThroughTheList();
+    void AloneInPlaceOfTheFrame();
+    void ReadsAgainOnlyWhatChanged();
+
+  private:
+    [[nodiscard]] bool WriteSettings(const QByteArray& general, const QByteArray& picture = {}) {
+        return WriteBytes(state.SettingsFile,
+                          "[Einstellungen]\r\n" + general + "\r\n[Picture]\r\n" + picture + "\r\n");
+    }
+    [[nodiscard]] QString Overlay(const QString& name) const {
+        return folder->filePath("overlay/" + name);
+    }
+    // One cycle up to the stamping, with a new frame.
+    [[nodiscard]] bool Stamp() {
+        return SaveSurface(frame, folder->filePath("1pw.bmp")) && overlay->StampOverlayPicture();
+    }
+
+    const QImage frame = FourQuarters(40, 30);
+    std::unique_ptr<QTemporaryDir> folder;
+    RecordingDisplay display;
+    PictureState state;
+    std::unique_ptr<PictureOverlay> overlay;
+};
+
+void TestPictureOverlay::init() {
+    folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir(folder->path()).mkpath("overlay/sub"));
+    display = {};
+    state = {};
+    state.ProgramFolder = folder->path();
+    state.WorkPath = folder->path() + '/';
+    state.SettingsFile = folder->filePath("ftpOptions.ini");
+    overlay = std::make_unique<PictureOverlay>(state, display);
+}
+
+void TestPictureOverlay::FindsThePlace_data() {
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("place");
+    const auto row = [](const char* name, int position, QSize size, QPoint place) {
+        QTest::newRow(name) << position << size << place;
+    };
+    // On a frame of 640x480.
+    row("up right", 0, {200, 80}, {440, 0});
+    row("up left", 1, {200, 80}, {0, 0});
+    row("up middle", 2, {200, 80}, {220, 0});
+    row("down right", 3, {200, 80}, {440, 400});
+    row("down left", 4, {200, 80}, {0, 400});
+    row("down middle", 5, {200, 80}, {220, 400});
+    row("center", 6, {200, 80}, {220, 200});
+    row("2.5 and 3.5", 6, {635, 473}, {2, 4});
+    row("0.5 and 1.5", 6, {639, 477}, {0, 2});
+    row("-0.5 and -1.5", 6, {641, 483}, {0, -2});
+    row("-2.5 and -3.5", 6, {645, 487}, {-2, -4});
+    row("larger, down right", 3, {700, 500}, {-60, -20});
+    row("unknown", 7, {200, 80}, {440, 0});
+}
+
+void TestPictureOverlay::FindsThePlace() {
+    QFETCH(int, position);
+    QFETCH(QSize, size);
+    QTEST(OverlayPosition(position, {640, 480}, size), "place");
+}
+
+void TestPictureOverlay::CopiesAsTheMaskDoes_data() {
+    QTest::addColumn<QPoint>("at");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("from");
+    const QSize all(9, 7);
+    QTest::newRow("inside") << QPoint(3, 2) << all << QPoint();
+    QTest::newRow("over left and top") << QPoint(-4, -3) << all << QPoint();
+    QTest::newRow("over right and bottom") << QPoint(16, 11) << all << QPoint();
+    QTest::newRow("outside") << QPoint(30, 0) << all << QPoint();
+    QTest::newRow("touching from outside") << QPoint(-9, 3) << all << QPoint();
+    QTest::newRow("a part of it") << QPoint(5, 5) << QSize(3, 2) << QPoint(4, 4);
+    QTest::newRow("more than there is") << QPoint(2, 2) << QSize(50, 50) << QPoint(-3, 5);
+    QTest::newRow("nothing") << QPoint(2, 2) << QSize(0, 3) << QPoint();
+}
+
+void TestPictureOverlay::CopiesAsTheMaskDoes() {
+    QFETCH(QPoint, at);
+    QFETCH(QSize, size);
+    QFETCH(QPoint, from);
+    for (const QSize sourceSize : {QSize(9, 7), QSize(70, 60)}) {
+        const QImage source = Speckled(sourceSize, 1);
+        const QImage before = Speckled({20, 15}, 2);
+        QImage result = before;
+        TransparentCopy(result, at, size, source, from, red);
+        QCOMPARE(result, ByMask(before, at, size, source, from, red));
+    }
+}
+
+void TestPictureOverlay::MixesTransparency() {
+    QImage under(5, 1, QImage::Format_BGR888);
+    under.fill(QColor(0, 200, 100));
+    QImage source(4, 2, QImage::Format_ARGB32);
+    const QRgb pixels[] = {qRgba(255, 255, 255, 0), qRgba(1, 2, 3, 255), qRgba(255, 0, 100, 85)};
+    for (int x = 0; x < 4; ++x) source.setPixel(x, 1, pixels[std::min(x, 2)]);
+    AlphaCopy(under, {2, -1}, source);
+    const QRgb expected[] = {qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(1, 2, 3),
+                             qRgb(85, 133, 100)};
+    for (int x = 0; x < 5; ++x) QCOMPARE(under.pixel(x, 0), expected[x]);
+}
+
+void TestPictureOverlay::StampsEveryKindOfFile_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QImage>("picture");
+    for (const int bits : {1, 4, 8, 16, 24, 32}) {
+        const BitmapShape shape{.Bits = bits, .Width = 13, .Height = 9, .TopDown = bits == 8};
+        QImage picture(13, 9, QImage::Format_BGR888);
+        for (int y = 0; y < 9; ++y)
+            for (int x = 0; x < 13; ++x) picture.setPixelColor(x, y, shape.Colour(x, y));
+        QTest::addRow("bitmap of %d bits", bits) << shape.Bytes() << picture;
+    }
+    const QImage speckled = Speckled({13, 9}, 3);
+    QTest::newRow("PNG") << Saved(speckled, "PNG") << speckled;
+    QTest::newRow("one pixel") << Saved(Speckled({1, 1}, 3), "PNG") << Speckled({1, 1}, 3);
+    QTest::newRow("larger than the frame")
+        << Saved(Speckled({90, 70}, 3), "PNG") << Speckled({90, 70}, 3);
+    QImage two(2, 1, QImage::Format_BGR888);
+    two.setPixel(0, 0, red);
+    two.setPixel(1, 0, 0xFFFFFFFF);
+    QTest::newRow("GIF") << Gif() << two;
+    QImage grey(13, 9, QImage::Format_BGR888);
+    grey.fill(qRgb(90, 90, 90));
+    QTest::newRow("JPEG") << Saved(grey, "JPG") << grey;
+}
+
+void TestPictureOverlay::StampsEveryKindOfFile() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(QImage, picture);
+    // The name tells nothing about the kind.
+    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
+    QVERIFY(WriteSettings("PositionBild=6"));
+    QVERIFY(Stamp());
+    const QPoint at = OverlayPosition(6, frame.size(), picture.size());
+    QCOMPARE(state.Picture2, ByMask(frame, at, picture.size(), picture, {}, picture.pixel(0, 0)));
+    QCOMPARE(display.Statuses, QStringList());
+}
+
+void TestPictureOverlay::FindsTheFile_data() {
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<bool>("found");
+    QTest::newRow("exact") << QByteArray("Logo.png") << true;
+    QTest::newRow("other case") << QByteArray("LOGO.PNG") << true;
+    QTest::newRow("folder, backslash") << QByteArray("Sub\\logo.png") << true;
+    QTest::newRow("folder, slash") << QByteArray("sub/logo.png") << true;
+    QTest::newRow("outside") << QByteArray("../secret.png") << false;
+    QTest::newRow("outside, backslash") << QByteArray("sub\\..\\..\\secret.png") << false;
+    QTest::newRow("a folder") << QByteArray("sub") << false;
+    QTest::newRow("the folder itself") << QByteArray("/") << false;
+    QTest::newRow("nobody") << QByteArray("nobody.png") << false;
+}
+
+void TestPictureOverlay::FindsTheFile() {
+    QFETCH(QByteArray, name);
+    const QByteArray white = Saved(FourQuarters(4, 4).mirrored(true, true), "PNG");
+    for (const char* const path : {"overlay/Logo.png", "overlay/sub/Logo.png", "secret.png"})
+        QVERIFY(WriteBytes(folder->filePath(QLatin1String(path)), white));
+    QVERIFY(WriteSettings("Overlayfile=" + name));
+    QVERIFY(Stamp());
+    QTEST(state.Picture2 != frame, "found");
+    QTEST(display.Statuses.isEmpty(), "found");
+}
+
+void TestPictureOverlay::FaultsLeaveThePlainFrame_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("status");
+    const QString unreadable = "Overlay file cannot be read: Overlay.bmp";
+    const QString tooLarge = "Overlay file is too large: Overlay.bmp";
+    const auto row = [](const char* name, const QByteArray& bytes, const QString& status) {
+        QTest::newRow(name) << bytes << status;
+    };
+    row("missing", {}, "Overlay file not found !");
+    row("empty", "", unreadable);
+    row("text", "no picture at all", unreadable);
+    row("a drawing", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>", unreadable);
+    row("PNG of 30000x30000", HugePng(), tooLarge);
+    row("JPEG of 30000x30000", HugeJpeg(), tooLarge);
+    row("GIF of 30000x30000", Gif(30000, 30000), unreadable);
+    row("bitmap of 30000x30000", HugeBitmap(30000), unreadable);
+    row("bitmap of 8000x8000, all there", HugeBitmap(8000).leftJustified(8'100'000, 'x'), tooLarge);
+}
+
+void TestPictureOverlay::FaultsLeaveThePlainFrame() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, status);
+    if (!bytes.isNull()) QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
+    QVERIFY(Stamp());
+    QCOMPARE(state.Picture2, frame);
+    QCOMPARE(display.Statuses, QStringList{status});
+    // Where the frame must not be seen, there is no picture, nor a bitmap that could become one.
+    state.OnlyOverlay = true;
+    state.Picture2 = {};
+    QVERIFY(!Stamp());
+    QVERIFY(state.Picture2.isNull());
+    QVERIFY(!QFile::exists(folder->filePath("1pw.bmp")));
+}
+
+void TestPictureOverlay::HalfAndDamagedFiles_data() {
+    QTest::addColumn<QByteArray>("whole");
+    const QImage picture = Speckled({24, 17}, 4);
+    QTest::newRow("bitmap") << BitmapShape{.Bits = 8, .Width = 9, .Height = 9}.Bytes();
+    QTest::newRow("PNG") << Saved(picture, "PNG");
+    QTest::newRow("JPEG") << Saved(picture, "JPG");
+    QTest::newRow("GIF") << Gif();
+    QTest::newRow("nothing known") << QByteArray(100, 'x');
+}
+
+void TestPictureOverlay::HalfAndDamagedFiles() {
+    QFETCH(QByteArray, whole);
+    const QString path = Overlay("Overlay.bmp");
+    QVERIFY(WriteBytes(path, whole));
+    const FilePicture good = ReadPicture(path);
+    for (qsizetype size = 0; size < whole.size(); ++size) {
+        QVERIFY(WriteBytes(path, whole.left(size)));
+        const FilePicture part = ReadPicture(path);
+        // What ends a file after the last pixel may be missing.
+        const bool same = part.Fault == PictureFault::None && part.Image == good.Image;
+        QVERIFY2(part.Fault == PictureFault::Unreadable || same, qPrintable(QString::number(size)));
+    }
+    QRandomGenerator random(7);
+    for (int run = 0; run < 300; ++run) {
+        QByteArray bytes = whole;
+        // The first bytes stay, so that the decoder of that kind gets them.
+        for (qsizetype i = 4; i < bytes.size(); ++i)
+            if (random.bounded(20) == 0) bytes[i] = static_cast<char>(random.bounded(256));
+        QVERIFY(WriteBytes(path, bytes));
+        QVERIFY(Stamp());
+        QCOMPARE(state.Picture2.size(), frame.size());
+    }
+}
+
+void TestPictureOverlay::TellsEachFaultOnce() {
+    const QString missing = "Overlay file not found !";
+    const QString broken = "Overlay file cannot be read: Overlay.bmp";
+    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+    QCOMPARE(display.Statuses, QStringList{missing});
+    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), "half"));
+    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+    QCOMPARE(display.Statuses, QStringList({missing, broken}));
+    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Gif()));
+    QVERIFY(Stamp());
+    QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
+    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+    QCOMPARE(display.Statuses, QStringList({missing, broken, missing}));
+}
+
+void TestPictureOverlay::GoesThroughTheList_data() {
+    QTest::addColumn<QByteArray>("list");
+    QTest::addColumn<QString>("shown");  // the entry of each picture, '-': none
+    QTest::addColumn<int>("faults");
+    const auto row = [](const char* name, const char* list, const char* shown, int faults) {
+        QTest::newRow(name) << QByteArray(list) << QString(QLatin1String(shown)) << faults;
+    };
+    row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
+    row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
+    row("one entry", "UB=1\r\n0Pic=2", "2222", 0);
+    row("never", "UB=0\r\n0Pic=0\r\n1Pic=1", "0000", 0);
+    row("interval below nothing", "UB=-4\r\n0Pic=0\r\n1Pic=1", "0000", 0);
+    row("a broken and a missing one", "UB=1\r\n0Pic=0\r\n1Pic=bad\r\n2Pic=no\r\n3Pic=2",
+        "0--20--20--2", 2);
+    row("empty", "UB=1", "----", 1);
+    row("a gap ends it", "UB=1\r\n0Pic=0\r\n2Pic=2", "000", 0);
+}
+
+void TestPictureOverlay::GoesThroughTheList() {
+    QFETCH(QByteArray, list);
+    QFETCH(QString, shown);
+    QFETCH(int, faults);
+    QVERIFY(WriteSettings("PictureEff=true\r\nPositionBild=1", list));
+    for (int i = 0; i < 3; ++i) {
+        QImage entry = FourQuarters(4, 4);
+        entry.setPixel(3, 3, qRgb(10, 20, i));
+        QVERIFY(WriteBytes(Overlay(QString::number(i)), Saved(entry, "PNG")));
+    }
+    QVERIFY(WriteBytes(Overlay("bad"), "bad"));
+    QString seen;
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        QVERIFY(Stamp());
+        const QRgb pixel = state.Picture2.pixel(3, 3);
+        seen += qGreen(pixel) == 20 ? QChar(u'0' + qBlue(pixel)) : QChar(u'-');
+    }
+    QCOMPARE(seen, shown);
+    QCOMPARE(display.Statuses.size(), faults);
+}
+
+void TestPictureOverlay::AloneInPlaceOfTheFrame() {
+    QImage half(6, 4, QImage::Format_ARGB32);
+    half.fill(qRgba(200, 0, 0, 255));
+    half.setPixel(0, 0, qRgba(0, 0, 0, 0));
+    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Saved(half, "PNG")));
+    state.OnlyOverlay = true;
+    QVERIFY(Stamp());
+    QCOMPARE(state.Picture2.format(), QImage::Format_BGR888);
+    QCOMPARE(state.Picture2.size(), QSize(6, 4));
+    QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
+    QCOMPARE(state.Picture2.pixel(0, 0), qRgb(255, 255, 255));
+    // The text that is drawn on it does not stay for the next picture.
+    state.Picture2.fill(Qt::black);
+    QVERIFY(Stamp());
+    QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
+    QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
+    QVERIFY(!Stamp());
+    QCOMPARE(display.Statuses, QStringList({"Overlay file not found !",
+                                            "No picture: only the overlay may be published"}));
+}
+
+void TestPictureOverlay::ReadsAgainOnlyWhatChanged() {
+    const QString path = Overlay("Overlay.bmp");
+    const auto write = [&path](QRgb colour, const QDateTime& time) {
+        QImage image(8, 8, QImage::Format_BGR888);
+        image.fill(Qt::white);
+        image.setPixel(7, 7, colour);
+        QVERIFY(SaveSurface(image, path));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+    };
+    QVERIFY(WriteSettings("PositionBild=1"));
+    const QDateTime old = QDateTime::currentDateTime().addDays(-1);
+    const auto stamped = [this] { return Stamp() ? state.Picture2.pixel(7, 7) : 0; };
+    write(qRgb(1, 1, 1), old);
+    QCOMPARE(stamped(), qRgb(1, 1, 1));
+    write(qRgb(2, 2, 2), old);
+    QCOMPARE(stamped(), qRgb(1, 1, 1));  // kept: nobody reads the file for each picture
+    write(qRgb(3, 3, 3), old.addSecs(1));
+    QCOMPARE(stamped(), qRgb(3, 3, 3));
+    // Written just now and once more within the same tick of the file system's clock.
+    const QDateTime now = QDateTime::currentDateTime();
+    write(qRgb(4, 4, 4), now);
+    QCOMPARE(stamped(), qRgb(4, 4, 4));
+    write(qRgb(5, 5, 5), now);
+    QCOMPARE(stamped(), qRgb(5, 5, 5));
+}
+
+QTEST_GUILESS_MAIN(TestPictureOverlay)
+#include "test_picture_overlay.moc"
