@@ -2,20 +2,28 @@
 //
 //     picture_bench FOLDER [QUALITY [RUNS]]
 //
-// Runs MakePicture on a synthetic 1920x1080 frame with FOLDER as the working folder, in turn with
-// libjpeg-turbo alone on the same frame, and prints the median processor times as lines
-// "name value unit". FOLDER/frame.bmp is the frame and FOLDER/1pw.jpg the picture afterwards.
+// Runs MakePicture with date, time, text and an overlay picture of 200x80 on a synthetic 1920x1080
+// frame with FOLDER as the working folder, in turn with libjpeg-turbo alone on the same frame, then
+// the offline filter on pictures of that size, and prints the median processor times as lines
+// "name value unit". FOLDER/frame.bmp is the frame, FOLDER/1pw.jpg the picture afterwards;
+// FOLDER/ftpOptions.ini, FOLDER/overlay and FOLDER/Offline are overwritten.
 
 #include "base/clock.h"
 #include "base/message_boxes.h"
+#include "base/status_hub.h"
 #include "base/waiting.h"
 #include "picture/bitmap_file.h"
+#include "picture/offline_filter.h"
+#include "picture/picture_overlay.h"
 #include "picture/picture_pipeline.h"
+#include "picture/picture_surface.h"
+#include "picture/text_overlay.h"
 
 #include <turbojpeg.h>
-#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 
 #include <sys/resource.h>
 #include <algorithm>
@@ -72,6 +80,77 @@ class FrameCapture : public CaptureControl {
     std::vector<uchar>& frame;
 };
 
+double ProcessorMilliseconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto milliseconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+    };
+    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+}
+
+// The overlays of a picture, and what they cost.
+class MeasuredOverlays : public OverlaySteps {
+  public:
+    MeasuredOverlays(PictureState& pictureState, Clock& ownClock, StatusDisplay& display)
+        : state(pictureState),
+          clock(ownClock),
+          text(pictureState, display),
+          picture(pictureState, display) {}
+
+    std::vector<double> TextTimes;
+    std::vector<double> OverlayTimes;  // with the loading of the frame
+
+    void BuildOverlayText() override {
+        const double start = ProcessorMilliseconds();
+        // Another minute for each picture, so that no text is as the last one.
+        text.BuildOverlayText(state.OverlayMode, clock.Now().addSecs(60 * ++pictures));
+        TextTimes.push_back(ProcessorMilliseconds() - start);
+    }
+    bool StampOverlayPicture() override {
+        const double start = ProcessorMilliseconds();
+        const bool stamped = picture.StampOverlayPicture();
+        OverlayTimes.push_back(ProcessorMilliseconds() - start);
+        return stamped;
+    }
+    void DrawOverlayText() override {
+        const double start = ProcessorMilliseconds();
+        text.DrawOverlayText();
+        TextTimes.back() += ProcessorMilliseconds() - start;
+    }
+
+  private:
+    PictureState& state;
+    Clock& clock;
+    TextOverlay text;
+    PictureOverlay picture;
+    int pictures = 0;
+};
+
+// The settings of a picture as operators publish it.
+bool WriteSettings(const QString& path) {
+    QFile file(path);
+    const QByteArray settings =
+        "[Einstellungen]\r\nOverlay=2\r\nOverKombi=1\r\nDate=3\r\nPosition=3\r\nSize=20\r\nColor="
+        "16777215\r\n"
+        "[Text]\r\nLin0=Harbour, north pier\r\nLin1=Water 14 degrees\r\n";
+    return file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size();
+}
+
+// A logo of 200x80 with a transparent ground, and a file of the frame's size for the filter.
+bool WritePictures(const QString& folder, const std::vector<uchar>& frame) {
+    QImage logo(200, 80, QImage::Format_BGR888);
+    logo.fill(Qt::black);
+    for (int y = 10; y < 70; ++y)
+        for (int x = 10; x < 190; ++x)
+            if ((x / 5 + y / 7) % 3 != 0) logo.setPixelColor(x, y, QColor(255, x, y));
+    const QImage offline(frame.data(), Width, Height, QImage::Format_BGR888);
+    const QDir dir(folder);
+    return dir.mkpath(QStringLiteral("overlay")) && dir.mkpath(QStringLiteral("Offline")) &&
+           SaveSurface(logo, dir.filePath(QStringLiteral("overlay/Overlay.bmp"))) &&
+           OfflineFilter::SaveAsJpeg(offline, dir.filePath(QStringLiteral("Offline/Offline.jpg")));
+}
+
 // The encoder with everything made ready beforehand.
 class BareEncoder {
   public:
@@ -93,15 +172,6 @@ class BareEncoder {
     tjhandle encoder = tjInitCompress();
 };
 
-double ProcessorMilliseconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto milliseconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-    };
-    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
-}
-
 template <class Work>
 bool Measure(std::vector<double>& times, Work work) {
     const double start = ProcessorMilliseconds();
@@ -116,10 +186,30 @@ double Median(std::vector<double> values) {
     return *middle;
 }
 
+// The blend of two pictures in memory, pending events handled as the filter does it, and the whole
+// filter from file to file.
+bool MeasureFilter(PictureState& state, PicturePipeline& pipeline, Waiting& waiting,
+                   StatusDisplay& display, int runs) {
+    OfflineFilter filter(state, pipeline, waiting, display);
+    const QImage offline = OpaquePicture(filter.ReadOffline().Image);
+    QImage camera = offline.mirrored();
+    std::vector<double> blends;
+    std::vector<double> filters;
+    for (int run = 0; run < runs; ++run) {
+        const bool done = Measure(blends, [&] { return filter.Blend(camera, offline, 50); }) &&
+                          Measure(filters, [&] { return filter.ApplyOfflineFilter(50); });
+        if (!done) return false;
+    }
+    std::printf("blend %.2f ms\n", Median(blends));
+    std::printf("offline_filter %.2f ms\n", Median(filters));
+    return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments();
     if (words.size() < 2 || !QFileInfo(words.at(1)).isDir()) {
         std::fprintf(stderr, "usage: picture_bench FOLDER [QUALITY [RUNS]]\n");
@@ -127,6 +217,7 @@ int main(int argc, char** argv) {
     }
     PictureState state;
     state.WorkPath = QDir(words.at(1)).absolutePath() + u'/';
+    state.ProgramFolder = state.WorkPath;
     state.SettingsFile = state.WorkPath + QStringLiteral("ftpOptions.ini");
     state.JPGQuality = words.value(2, QStringLiteral("75"));
     state.CameraRunning = true;
@@ -137,10 +228,14 @@ int main(int argc, char** argv) {
     SystemClock clock;
     Waiting waiting(clock);
     StandardErrorBoxes boxes;
+    StatusHub nobody;
+    MeasuredOverlays overlays(state, clock, nobody);
     PicturePipeline pipeline(state, capture, waiting, boxes);
+    pipeline.SetOverlaySteps(&overlays);
     BareEncoder encoder(state.JPGQuality.toInt());
 
-    bool done = capture.SaveDIB(state.WorkPath + QStringLiteral("frame.bmp"));
+    bool done = WriteSettings(state.SettingsFile) && WritePictures(state.WorkPath, frame) &&
+                capture.SaveDIB(state.WorkPath + QStringLiteral("frame.bmp"));
     std::vector<double> alone;
     std::vector<double> whole;
     for (int run = -3; run < runs && done; ++run) {
@@ -149,6 +244,8 @@ int main(int argc, char** argv) {
         if (run >= 0) continue;  // warming up
         alone.clear();
         whole.clear();
+        overlays.TextTimes.clear();
+        overlays.OverlayTimes.clear();
     }
     if (!done) {
         std::fprintf(stderr, "picture_bench: no picture was made\n");
@@ -156,8 +253,12 @@ int main(int argc, char** argv) {
     }
     const QFileInfo picture(state.WorkPath + QStringLiteral("1pw.jpg"));
     std::printf("encode_alone %.2f ms\n", Median(alone));
+    std::printf("text %.2f ms\n", Median(overlays.TextTimes));
+    std::printf("load_and_overlay %.2f ms\n", Median(overlays.OverlayTimes));
     std::printf("make_picture %.2f ms\n", Median(whole));
     std::printf("ratio %.2f times\n", Median(whole) / Median(alone));
     std::printf("picture_size %lld bytes\n", static_cast<long long>(picture.size()));
-    return 0;
+    if (MeasureFilter(state, pipeline, waiting, nobody, std::max(1, runs / 3))) return 0;
+    std::fprintf(stderr, "picture_bench: the offline filter failed\n");
+    return 1;
 }

@@ -32,6 +32,8 @@ bool HasDisplay() {
 // Ties the ways in which the system ends a program to the one orderly way out.
 void ConnectEnd(Program& program, Termination& termination) {
     QObject::connect(&termination, &Termination::Requested, &program, &Program::Exit);
+    QObject::connect(&termination, &Termination::StopRequested, &program,
+                     [&program] { program.Cycle.Stop(); });
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program,
                      [&program](QSessionManager&) { program.Exit(); });
     // Not quit(): that asks the window first, and the window leaves its closing to the program.
@@ -48,7 +50,8 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
     const bool display = HasDisplay();
     MessageBoxes& boxes =
         display ? static_cast<MessageBoxes&>(windows) : static_cast<MessageBoxes&>(console);
-    Program program({clock, platform, boxes, page, folder.Folder, folder.FindShared("Click.wav")});
+    Program program({clock, platform, boxes, page, folder.Folder, folder.FindShared("Click.wav"),
+                     folder.ReadingFolders()});
     windows.SetWaiting(program.Wait);
 
     ConsoleDisplay verbose(clock, PrintError);

@@ -6,6 +6,7 @@ ConsoleDisplay::ConsoleDisplay(const Clock& ownClock, std::function<void(const Q
     : clock(ownClock), print(std::move(ownPrint)) {}
 
 void ConsoleDisplay::Print(const QString& mark, const QString& text) {
+    lastStatus.clear();
     const QString time = clock.Now().time().toString("hh:mm:ss.zzz");
     QString clean = text;
     clean.remove(u'\r');
@@ -14,7 +15,10 @@ void ConsoleDisplay::Print(const QString& mark, const QString& text) {
 }
 
 void ConsoleDisplay::ShowStatus(const QString& text) {
+    // A blend tells of every few columns that it works on.
+    if (text == lastStatus) return;
     Print("--", text);
+    lastStatus = text;
 }
 
 // The counters that change while a step waits would drown the steps themselves; the line that

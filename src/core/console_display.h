@@ -31,4 +31,5 @@ class ConsoleDisplay : public StatusDisplay {
     const Clock& clock;
     std::function<void(const QString&)> print;
     std::optional<bool> online;
+    QString lastStatus;  // the line printed last, if it was a status
 };

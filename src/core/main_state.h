@@ -8,10 +8,12 @@
 struct MainState {
     bool DriverPresent = false;    // at least one capture device was found
     QString SkinName = "Default";  // the skin in use; "Default" when the chosen one is missing
+    bool StatusShown = false;      // the status window is shown; nothing updates it otherwise
     Settings Values;               // as LoadSettings read them last
     bool LangEnglish = true;       // exactly one of the three is true
     bool LangGerman = false;
     bool LangFrench = false;
+    bool Offline = false;  // the run ended with the offline picture; until the next start
 
     [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkPath + name; }
 };

@@ -24,11 +24,15 @@ Program::Program(const Surroundings& ownSurroundings)
       FTP1(Wait, Display),
       ezVidCap1(Wait, *ownSurroundings.System.Cameras),
       Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes),
+      PictureOverlays(PictureValues, Display, ownSurroundings.Time),
       Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State),
+      Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
       Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *ownSurroundings.System.Sounds, State,
              ownSurroundings.ClickSound}),
       surroundings(ownSurroundings) {
     FTP1.SetProgramFolder(surroundings.Folder);
+    Pictures.SetOverlaySteps(&PictureOverlays);
+    Cycle.SetOfflinePicture(&Offline);
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         if (!fault.isEmpty()) Display.ShowStatus(fault);
     });
@@ -132,6 +136,7 @@ void Program::LoadSettings() {
 void Program::ApplyPictureValues() {
     const Settings& values = State.Values;
     PictureValues.ProgramFolder = surroundings.Folder;
+    PictureValues.InstalledFolders = surroundings.InstalledFolders;
     PictureValues.SettingsFile = SettingsFile();
     PictureValues.WorkPath = values.WorkPath;
     PictureValues.JPGQuality = values.JPGQuality;

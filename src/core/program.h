@@ -3,11 +3,13 @@
 #include "base/status_hub.h"
 #include "base/waiting.h"
 #include "core/main_state.h"
+#include "core/offline_picture.h"
 #include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
 #include "picture/ezvidcap.h"
+#include "picture/overlays.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"
 
@@ -27,8 +29,9 @@ class Program : public QObject {
         const Platform& System;
         MessageBoxes& Boxes;
         PageControl& Page;
-        QString Folder;      // the program folder
-        QString ClickSound;  // path of "Click.wav"; empty when there is none
+        QString Folder;                     // the program folder
+        QString ClickSound;                 // path of "Click.wav"; empty when there is none
+        QStringList InstalledFolders = {};  // copies of what the program folder does not have
     };
     explicit Program(const Surroundings& surroundings);
     ~Program() override;
@@ -41,7 +44,9 @@ class Program : public QObject {
     ezVidCap ezVidCap1;
     PictureState PictureValues;
     PicturePipeline Pictures;
+    Overlays PictureOverlays;
     UploadTransaction Transaction;
+    OfflinePicture Offline;
     UploadCycle Cycle;
 
     // Start-up in its order: capture devices, settings, old working files removed, capture switched

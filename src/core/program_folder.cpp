@@ -32,9 +32,12 @@ std::optional<ProgramFolder> ProgramFolder::Choose(const Places& places) {
     return ProgramFolder{Paths::Native(full), Paths::Native(places.ExecutableFolder)};
 }
 
+QStringList ProgramFolder::ReadingFolders() const {
+    return {Folder, ExecutableFolder, QDir::cleanPath(ExecutableFolder + "/../share/stillpost")};
+}
+
 QString ProgramFolder::FindShared(const QString& name) const {
-    for (const QString& folder :
-         {Folder, ExecutableFolder, QDir::cleanPath(ExecutableFolder + "/../share/stillpost")}) {
+    for (const QString& folder : ReadingFolders()) {
         const QString found = Paths::Find(folder, name);
         if (!found.isEmpty()) return found;
     }

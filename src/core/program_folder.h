@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -25,8 +25,11 @@ struct ProgramFolder {
     // user's. The folder is created when missing; nothing when that fails.
     [[nodiscard]] static std::optional<ProgramFolder> Choose(const Places& places);
 
+    // The places of files that are only read: the program folder, the executable's, the installed
+    // share folder.
+    [[nodiscard]] QStringList ReadingFolders() const;
+
     // The full path of a file or folder ("Click.wav", "Skins/Default"), matched without regard to
-    // case: in the program folder, else beside the executable, else in the installed share folder.
-    // Empty when there is none.
+    // case: in the first of the reading folders that has it. Empty when there is none.
     [[nodiscard]] QString FindShared(const QString& name) const;
 };

@@ -3,6 +3,7 @@
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "base/whole_file.h"
+#include "core/offline_picture.h"
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
@@ -12,6 +13,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <utility>
 
 namespace {
 
@@ -56,15 +59,18 @@ void UploadCycle::Start() {
     if (!parts.ClickSound.isEmpty()) parts.Sounds.Play(parts.ClickSound);
     flags.ConnectionDown = false;
     running = true;
+    offlineDue = false;
     published = true;
     minutesLeft = 0;
     parts.Net.SetStopped(false);
+    if (offline) offline->Clear();
     if (parts.State.Values.LocalMode()) {
         parts.Display.ShowStatus("Save Picture Local");
         emit ButtonsEnabled(false, true);
     } else {
         parts.Transaction.ConnectFtp();
     }
+    RunDeferred();
     if (!running || flags.ConnectionDown) return;
     Timer4.SetInterval(parts.State.Values.Framerate);
     Timer4.SetEnabled(!paused);
@@ -82,10 +88,35 @@ void UploadCycle::Pause() {
 
 void UploadCycle::Stop() {
     startAfterTick = false;
+    // Pressed again while the offline picture is on its way: that goes on.
+    if (offlineRunning) return;
+    offlineDue = offlineDue || running;
     if (paused) Pause();
     EndOfRun();
     if (parts.State.Values.LocalMode()) parts.Transaction.Flags.ConnectionDown = true;
     parts.Display.ShowStatus("stopped");
+    emit ButtonsEnabled(true, false);
+    RunDeferred();
+}
+
+void UploadCycle::RunDeferred() {
+    if (tickRunning || parts.Transaction.ConnectInProgress()) return;
+    // Who has started again since the stop wants no offline picture any more.
+    if (std::exchange(offlineDue, false) && !startAfterTick) PublishOffline();
+    if (std::exchange(startAfterTick, false)) Start();
+}
+
+void UploadCycle::PublishOffline() {
+    if (!offline || parts.Wait.Closing() || !offline->Wanted()) return;
+    tickRunning = offlineRunning = true;
+    parts.Net.SetStopped(false);
+    const bool done = offline->SendOfflinePicture();
+    parts.Net.SetStopped(true);
+    sendStarted = false;
+    tickRunning = offlineRunning = false;
+    if (parts.Wait.Closing()) return;
+    if (done) parts.Display.ShowStatus("Offline");
+    // A connect made for it has left the buttons as those of a run.
     emit ButtonsEnabled(true, false);
 }
 
@@ -103,6 +134,7 @@ void UploadCycle::EndOfRun() {
 
 void UploadCycle::Unload() {
     startAfterTick = false;
+    offlineDue = false;
     EndOfRun();
     parts.Transaction.Flags.ConnectionDown = true;
 }
@@ -138,6 +170,7 @@ void UploadCycle::Watchdog() {
 void UploadCycle::ConnectAgain() {
     parts.Transaction.Flags.ConnectionDown = false;
     parts.Transaction.ConnectFtp();
+    RunDeferred();
     if (running && !parts.Transaction.Flags.ConnectionDown) Timer4.SetEnabled(!paused);
 }
 
@@ -146,9 +179,7 @@ void UploadCycle::OnTimer4() {
     tickRunning = true;
     if (TickMakesPicture()) Tick();
     tickRunning = false;
-    if (!startAfterTick) return;
-    startAfterTick = false;
-    Start();
+    RunDeferred();
 }
 
 bool UploadCycle::TickMakesPicture() {

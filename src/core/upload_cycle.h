@@ -8,6 +8,7 @@
 
 class Connectivity;
 class FTP;
+class OfflinePicture;
 class PicturePipeline;
 class Sound;
 class StatusDisplay;
@@ -34,7 +35,11 @@ class UploadCycle : public QObject {
     };
     explicit UploadCycle(const Parts& parts);
 
-    // The clicks of the three buttons.
+    // What is published when the operator stops; none: the last picture stays.
+    void SetOfflinePicture(OfflinePicture* picture) { offline = picture; }
+
+    // The clicks of the three buttons. A start that comes while a picture is being published waits
+    // for its end, and so does the offline picture of a stop.
     void Start();
     void Pause();
     void Stop();
@@ -47,6 +52,7 @@ class UploadCycle : public QObject {
 
     [[nodiscard]] bool Running() const { return running; }
     [[nodiscard]] bool Paused() const { return paused; }
+    // A picture is being published, the offline picture included.
     [[nodiscard]] bool TickRunning() const { return tickRunning; }
     [[nodiscard]] int PictureCount() const { return pictureCount; }
     [[nodiscard]] int MinutesLeft() const { return minutesLeft; }
@@ -74,8 +80,11 @@ class UploadCycle : public QObject {
     void Watchdog();
     void ConnectAgain();
     void EndOfRun();
+    void RunDeferred();
+    void PublishOffline();
 
     Parts parts;
+    OfflinePicture* offline = nullptr;
     Timer Timer1;
     Timer Timer2;
     Timer Timer4;
@@ -85,6 +94,8 @@ class UploadCycle : public QObject {
     bool pauseShown = false;
     bool tickRunning = false;
     bool startAfterTick = false;
+    bool offlineDue = false;  // as soon as neither tick nor connect runs
+    bool offlineRunning = false;
     bool published = true;
     bool sendStarted = false;
     int ticksSinceSend = 0;

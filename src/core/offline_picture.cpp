@@ -1,0 +1,109 @@
+#include "core/offline_picture.h"
+
+#include "base/profile_file.h"
+#include "base/whole_file.h"
+#include "core/public_names.h"
+#include "core/upload_transaction.h"
+#include "net/connectivity.h"
+#include "net/ftp.h"
+
+#include <QFile>
+
+namespace {
+
+constexpr int filterPercent = 50;
+
+}  // namespace
+
+OfflinePicture::OfflinePicture(const Parts& ownParts)
+    : parts(ownParts), filter(parts.Picture, parts.Pictures, parts.Wait, parts.Display) {}
+
+QString OfflinePicture::Setting(const QString& key) const {
+    return ReadSetting(parts.Picture.SettingsFile, "Einstellungen", key);
+}
+
+QString OfflinePicture::LocalTarget() const {
+    return parts.Picture.Verzeichnis + PublicNames::Picture;
+}
+
+bool OfflinePicture::Wanted() const {
+    return Val(Setting("OfflinePic")) != 0;
+}
+
+bool OfflinePicture::SendOfflinePicture() {
+    parts.Display.ShowStatus("create Offline.jpg");
+    parts.State.Offline = true;
+    const bool local = parts.State.Values.LocalMode();
+    QString file;
+    bool published = false;
+    if (Prepare(file)) {
+        parts.Display.ShowStatus("sending Offline - Picture");
+        published = local ? PutLocal(file) : PutOnServer(file);
+    }
+    // Whether it was sent or not: the next start must not take it for a picture of the camera.
+    QFile::remove(parts.State.WorkFile(PublicNames::Sending));
+    if (published) parts.Display.ShowStatus("Offline Picture done");
+    return published;
+}
+
+bool OfflinePicture::Prepare(QString& file) {
+    if (parts.State.Values.LocalMode() && parts.Picture.Verzeichnis.isEmpty()) {
+        parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
+        return false;
+    }
+    // Before the camera is asked: without this file the last picture stays as it is.
+    const FilePicture offline = filter.ReadOffline();
+    if (offline.Fault != PictureFault::None) return false;
+    if (Val(Setting("UseOfflineFilter")) != 0) {
+        parts.Pictures.DeleteWorkingFiles();
+        const bool made = parts.Pictures.MakePicture();
+        if (parts.Wait.Closing()) return false;
+        file = parts.State.WorkFile(PublicNames::Sending);
+        if (made) return filter.ApplyOfflineFilter(filterPercent);
+        parts.Display.ShowStatus("No camera picture: the offline picture is sent as it is");
+    }
+    return PreparePlain(offline, file);
+}
+
+bool OfflinePicture::PreparePlain(const FilePicture& offline, QString& file) {
+    file = filter.OfflinePath();
+    if (offline.Jpeg) return true;
+    // Under the public name everybody expects a JPEG.
+    file = parts.State.WorkFile(PublicNames::Sending);
+    if (OfflineFilter::SaveAsJpeg(offline.Image, file)) return true;
+    parts.Display.ShowStatus("Cannot write " + file);
+    return false;
+}
+
+bool OfflinePicture::PutLocal(const QString& file) {
+    if (WholeFile::Copy(file, LocalTarget())) return true;
+    parts.Display.ShowStatus("Cannot write " + LocalTarget());
+    return false;
+}
+
+bool OfflinePicture::ConnectOnce() {
+    // The connect starts the count anew; the history goes on over it, as over that of a tick.
+    const int historyCounter = parts.Transaction.HistoryCounter();
+    const bool connected = parts.Transaction.ConnectFtp();
+    parts.Transaction.SetHistoryCounter(historyCounter);
+    return connected;
+}
+
+bool OfflinePicture::PutOnServer(const QString& file) {
+    TransactionFlags& flags = parts.Transaction.Flags;
+    if (parts.Wait.Closing()) return false;
+    flags.ConnectionDown = false;
+    flags.QuietErrors = true;
+    if (!parts.Net.IstNetzVerbindung()) {
+        parts.Display.ShowStatus("No connection: Offline Picture not sent");
+        return false;
+    }
+    // A connection that only seems to stand shows it when it is used.
+    if (parts.Ftp.IsConnected() && parts.Transaction.Publish(file)) return true;
+    if (parts.Wait.Closing()) return false;
+    const bool connected = ConnectOnce();
+    if (connected && parts.Transaction.Publish(file)) return true;
+    parts.Display.ShowStatus(connected ? QString("Offline Picture not sent")
+                                       : QString("No connection: Offline Picture not sent"));
+    return false;
+}

@@ -1,0 +1,135 @@
+#include "picture/offline_filter.h"
+
+#include "base/profile_file.h"
+#include "picture/imaging.h"
+#include "picture/picture_surface.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr int OfflineQuality = 80;
+constexpr int WholePercent = 100;
+constexpr int MostSum = 255 * WholePercent;
+constexpr int PixelBytes = 3;
+
+// As many columns at a time as lie between two updates on the screen: some ten thousand pixels,
+// done well within a millisecond, so that the window stays usable.
+constexpr int StripColumns = 10;
+
+constexpr uchar RoundHundredth(int sum) {
+    const int whole = sum / WholePercent;
+    const int rest = sum % WholePercent;
+    constexpr int half = WholePercent / 2;
+    const bool up = rest > half || (rest == half && whole % 2 != 0);
+    return static_cast<uchar>(up ? whole + 1 : whole);
+}
+
+constexpr auto MakeRounded() {
+    std::array<uchar, MostSum + 1> rounded = {};
+    for (int sum = 0; sum <= MostSum; ++sum)
+        rounded[static_cast<size_t>(sum)] = RoundHundredth(sum);
+    return rounded;
+}
+
+// A division and two comparisons for each channel would take several times as long as the encoder.
+constexpr auto Rounded = MakeRounded();
+
+}  // namespace
+
+uchar BlendChannel(int camera, int offline, int percent) {
+    return Rounded[static_cast<size_t>(camera * (WholePercent - percent) + offline * percent)];
+}
+
+void BlendColumns(QImage& camera, const QImage& offline, int percent, int first, int count) {
+    const QSize common = camera.size().boundedTo(offline.size());
+    const int bytes = (std::min(first + count, common.width()) - first) * PixelBytes;
+    for (int y = 0; y < common.height(); ++y) {
+        uchar* const to = camera.scanLine(y) + first * PixelBytes;
+        const uchar* const from = offline.constScanLine(y) + first * PixelBytes;
+        for (int i = 0; i < bytes; ++i) to[i] = BlendChannel(to[i], from[i], percent);
+    }
+}
+
+OfflineFilter::OfflineFilter(PictureState& pictureState, PicturePipeline& picturePipeline,
+                             Waiting& wait, StatusDisplay& statusDisplay)
+    : state(pictureState), pictures(picturePipeline), waiting(wait), display(statusDisplay) {}
+
+QString OfflineFilter::OfflinePath() const {
+    const QString name = ReadSetting(state.SettingsFile, QStringLiteral("Einstellungen"),
+                                     QStringLiteral("Offlinefile"));
+    return FindPicture(state.ReadingFolders(), QStringLiteral("Offline"),
+                       name.isEmpty() ? QStringLiteral("Offline.jpg") : name);
+}
+
+FilePicture OfflineFilter::ReadOffline() {
+    FilePicture picture = ReadPicture(OfflinePath());
+    switch (picture.Fault) {
+        case PictureFault::None:
+            break;
+        case PictureFault::Missing:
+            display.ShowStatus("Offline file not found !");
+            break;
+        case PictureFault::TooLarge:
+            display.ShowStatus("Offline file is too large");
+            break;
+        case PictureFault::Unreadable:
+            display.ShowStatus("Offline file cannot be read");
+            break;
+    }
+    return picture;
+}
+
+bool OfflineFilter::ApplyOfflineFilter(int percent) {
+    const QScopedValueRollback now(busy, true);
+    const FilePicture offline = ReadOffline();
+    if (offline.Fault != PictureFault::None) return false;
+    FilePicture camera = ReadPicture(state.LocalMode ? state.Verzeichnis + QStringLiteral("pw.jpg")
+                                                     : state.WorkPath + QStringLiteral("1pw.jpg"));
+    if (camera.Fault != PictureFault::None) {
+        display.ShowStatus("The camera picture cannot be read");
+        return false;
+    }
+    display.ShowStatus("create Offline - Picture");
+    if (!Blend(camera.Image, OpaquePicture(offline.Image), std::clamp(percent, 0, WholePercent)))
+        return false;
+    if (!EncodeBlend(camera.Image)) {
+        display.ShowStatus("Cannot write the offline picture");
+        return false;
+    }
+    display.ShowStatus("sending Offline - Picture");
+    return true;
+}
+
+bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
+    for (int x = 0; x < camera.width(); x += StripColumns) {
+        BlendColumns(camera, offline, percent, x, StripColumns);
+        display.ShowStatus("processing Offline-Picture");
+        waiting.Yield();
+        if (waiting.Closing()) return false;
+    }
+    return true;
+}
+
+bool OfflineFilter::EncodeBlend(const QImage& picture) {
+    // No event is handled before the end: settings that are loaded meanwhile cannot get lost.
+    const QScopedValueRollback quality(state.JPGQuality, QString::number(OfflineQuality));
+    state.Picture2 = picture;
+    return SaveSurface(state.Picture2, state.WorkPath + QStringLiteral("1pw.bmp")) &&
+           pictures.EncodeJpeg();
+}
+
+bool OfflineFilter::SaveAsJpeg(const QImage& picture, const QString& target) {
+    const QImage opaque = OpaquePicture(picture);
+    imgdes image;
+    if (allocimage(image, opaque.width(), opaque.height(), 24) != ImagingDone) return false;
+    const BitmapRows rows = image.Rows();
+    for (int y = 0; y < opaque.height(); ++y)
+        std::memcpy(rows.Top + y * rows.Step, opaque.constScanLine(y),
+                    static_cast<size_t>(opaque.width()) * PixelBytes);
+    return savejpg(target, image, OfflineQuality) == ImagingDone;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/status_display.h"
+#include "base/waiting.h"
+#include "picture/picture_file.h"
+#include "picture/picture_pipeline.h"
+
+// One colour channel (0 to 255) of two pictures, `percent` (0 to 100) of the offline picture in it,
+// rounded to the nearest whole number with halves to the even one.
+[[nodiscard]] uchar BlendChannel(int camera, int offline, int percent);
+
+// Blends the columns from `first` on, `count` of them, of the offline picture into the camera's,
+// both Format_BGR888. Where only one of them has a pixel, the camera picture stays as it is.
+void BlendColumns(QImage& camera, const QImage& offline, int percent, int first, int count);
+
+// Makes the pictures that tell viewers that the camera is off, out of the operator's file in the
+// folder "Offline": the file itself, or the camera picture blended with it. They are always encoded
+// at quality 80.
+class OfflineFilter {
+  public:
+    // All of them must outlive the filter.
+    OfflineFilter(PictureState& state, PicturePipeline& pictures, Waiting& waiting,
+                  StatusDisplay& display);
+
+    // The full path of the setting Offlinefile below the program folder; empty: no such file.
+    [[nodiscard]] QString OfflinePath() const;
+
+    // Reads the offline file; what is wrong with it, the status says.
+    [[nodiscard]] FilePicture ReadOffline();
+
+    // Blends `percent` of the offline file into the picture that MakePicture made last and encodes
+    // the result in its place. Handles pending events all the while. Returns whether it was made;
+    // the status says why not.
+    [[nodiscard]] bool ApplyOfflineFilter(int percent);
+
+    // The blend alone, in place in the camera picture; both are Format_BGR888. Returns false when
+    // the program closes meanwhile.
+    [[nodiscard]] bool Blend(QImage& camera, const QImage& offline, int percent);
+
+    // Encodes a picture as `target`, in place of a file of that name. Returns whether it was
+    // written.
+    [[nodiscard]] static bool SaveAsJpeg(const QImage& picture, const QString& target);
+
+    // While a blend runs.
+    [[nodiscard]] bool Busy() const { return busy; }
+
+  private:
+    [[nodiscard]] bool EncodeBlend(const QImage& picture);
+
+    PictureState& state;
+    PicturePipeline& pictures;
+    Waiting& waiting;
+    StatusDisplay& display;
+    bool busy = false;
+};
