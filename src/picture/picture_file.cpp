@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <algorithm>
 #include <memory>
@@ -57,6 +58,13 @@ FilePicture ReadBitmap(const QString& path, QSize size) {
     return picture;
 }
 
+QSize GifScreen(const QByteArray& bytes) {
+    constexpr qsizetype begin = 6;
+    if (bytes.size() < begin + 4) return {};
+    const char* const screen = bytes.constData() + begin;
+    return {qFromLittleEndian<quint16>(screen), qFromLittleEndian<quint16>(screen + 2)};
+}
+
 // Reads formats that the toolkit knows. Those that are drawn by a description, not stored as
 // pixels, are left out: their size says nothing about what they cost.
 FilePicture ReadOther(QByteArray& bytes) {
@@ -66,8 +74,10 @@ FilePicture ReadOther(QByteArray& bytes) {
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
     if (!known.contains(reader.format())) return Failed(PictureFault::Unreadable);
-    const QSize size = reader.size();
+    QSize size = reader.size();
     if (size.isEmpty()) return Failed(PictureFault::Unreadable);
+    // A GIF is decoded as large as its screen; the decoder tells the size of the first picture.
+    if (reader.format() == "gif") size = size.expandedTo(GifScreen(bytes));
     if (TooManyPixels(size)) return Failed(PictureFault::TooLarge);
     // The decoder of GIF is content with the part that has arrived. A whole one ends in ';'.
     if (reader.format() == "gif" && !bytes.endsWith(';')) return Failed(PictureFault::Unreadable);
