@@ -1,343 +1,288 @@
 #include "support/cycle_fixture.h"
+#include "support/data_rows.h"
 
+#include <QDir>
 #include <QImage>
-#include <QtTest>
+#include <QSignalSpy>
 
 #include <set>
+
+namespace {
+
+// A run that has published its first picture.
+struct RunningCycle : CycleFixture {
+    RunningCycle() {
+        Cycle.Start();
+        if (!RunUntilPublished(1)) qFatal("no first picture");
+    }
+};
+
+// From now on the pictures go into this folder below the fixture's.
+void GoLocal(CycleFixture& f, const QString& folder) {
+    f.State.Values.Server = "Local";
+    f.State.Values.Verzeichnis = folder.isEmpty() ? folder : f.Folder.filePath(folder);
+    f.Apply();
+}
+
+}  // namespace
 
 class TestUploadCycle : public QObject {
     Q_OBJECT
 
   private slots:
-    void EveryTickPublishesAnotherPicture();
-    void LocalModeNeedsNoServer();
-    void LocalFolderThatCannotBeWritten_data();
-    void LocalFolderThatCannotBeWritten();
-    void ExtraMinutesAreWaitedOut();
-    void HistoryFillsFromAnEmptyFolder_data();
-    void HistoryFillsFromAnEmptyFolder();
-    void IdleServerCostsNoPicture();
-    void NothingIsSentTwice();
-    void FailedUploadKeepsThePicture();
-    void OutdatedPictureIsMadeAnew();
-    void ServerAwayAndBack();
-    void OfflineTicksSendNothing();
-    void TickWhileOneRunsDoesNothing();
-    void StopEndsTheRun_data();
-    void StopEndsTheRun();
-    void NotStartedNeverConnects();
-    void PauseKeepsTheConnection();
-    void WatchdogEndsAStuckTransfer();
-    void RefusedRenameOverWorksWithDelete();
-    void EndsAtAnyMoment_data();
-    void EndsAtAnyMoment();
-};
-
-void TestUploadCycle::EveryTickPublishesAnotherPicture() {
-    CycleFixture f;
-    f.Cycle.Start();
-    std::set<QByteArray> seen;
-    for (int i = 1; i <= 5; ++i) {
-        QVERIFY(f.RunUntilPublished(i));
-        const QByteArray picture = f.Server.Files.value("pw.jpg");
-        QVERIFY(!QImage::fromData(picture, "JPG").isNull());
-        QVERIFY2(seen.insert(picture).second, "an old picture was published again");
-        QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
+    void EveryTickPublishesAnotherPicture() {
+        CycleFixture f;
+        f.Cycle.Start();
+        std::set<QByteArray> seen;
+        for (int i = 1; i <= 5; ++i) {
+            QVERIFY(f.RunUntilPublished(i));
+            const QByteArray picture = f.Server.Files.value("pw.jpg");
+            QVERIFY(!QImage::fromData(picture, "JPG").isNull());
+            QVERIFY2(seen.insert(picture).second, "an old picture was published again");
+            QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
+        }
+        f.Camera.Plugged = false;
+        f.Time.Advance(20'000);
+        QCOMPARE(f.Server.DataConnections, 5);  // nothing is sent twice
+        f.Camera.Plugged = true;
+        QVERIFY(f.RunUntilPublished(6));
+        QCOMPARE(f.Server.Connections, 1);
+        QVERIFY(f.Display.Counters.contains("Pic: 6"));
+        QCOMPARE(f.Display.Statuses.last(), "wait...");
+        QCOMPARE(f.Display.Uploads.last(), 0);
     }
-    QCOMPARE(f.Server.Connections, 1);
-    QVERIFY(f.Display.Counters.contains("Pic: 5"));
-    QCOMPARE(f.Display.Statuses.last(), "wait...");
-    QCOMPARE(f.Display.Uploads.last(), 0);
-}
 
-void TestUploadCycle::LocalModeNeedsNoServer() {
-    CycleFixture f;
-    QVERIFY(QDir(f.Folder.path()).mkdir("web"));
-    f.State.Values.Server = "Local";
-    f.State.Values.Verzeichnis = f.Folder.filePath("web/");
-    f.System.Online.Set(false);
-    f.Apply();
-    f.Cycle.Start();
-    QCOMPARE(f.Display.Statuses.last(), "Save Picture Local");
-    QVERIFY(f.RunUntilPublished(3));
-    QVERIFY(!QImage(f.Folder.filePath("web/pw.jpg")).isNull());
-    QCOMPARE(QDir(f.Folder.filePath("web")).entryList(QDir::Files), QStringList("pw.jpg"));
-    QCOMPARE(f.Server.Connections, 0);
-    f.Camera.Plugged = false;
-    const QByteArray last = f.Display.Counters.last().toUtf8();
-    f.Time.Advance(5000);
-    QCOMPARE(f.Display.Counters.last().toUtf8(), last);
-    f.Cycle.Stop();
-    QVERIFY(f.Transaction.Flags.ConnectionDown);
-}
-
-void TestUploadCycle::LocalFolderThatCannotBeWritten_data() {
-    QTest::addColumn<QString>("folder");
-    QTest::addRow("missing") << "missing/";
-    QTest::addRow("not set") << "";
-}
-
-void TestUploadCycle::LocalFolderThatCannotBeWritten() {
-    QFETCH(QString, folder);
-    CycleFixture f;
-    f.State.Values.Server = "local";
-    f.State.Values.Verzeichnis = folder.isEmpty() ? folder : f.Folder.filePath(folder);
-    f.Apply();
-    f.Cycle.Start();
-    f.Time.Advance(5000);
-    QCOMPARE(f.Published(), 0);
-    QVERIFY2(!QFile::exists("pw.jpg"), "not into the folder that the program was started in");
-    QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
-    f.State.Values.Verzeichnis = f.Folder.filePath("missing/");
-    f.Apply();
-    QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
-}
-
-void TestUploadCycle::ExtraMinutesAreWaitedOut() {
-    CycleFixture f(500);
-    f.State.Values.Server = "Local";
-    f.State.Values.Verzeichnis = f.Folder.path() + "/";
-    f.State.Values.Uptime = 2;
-    f.Apply();
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    const qint64 first = f.Time.Milliseconds();
-    f.Display.Statuses.clear();
-    QVERIFY(f.RunUntilPublished(2));
-    QCOMPARE(f.Time.Milliseconds() - first, 2 * 60'000 + 500);
-    QCOMPARE(f.Display.Statuses.count("Wait..."), 2);
-}
-
-void TestUploadCycle::HistoryFillsFromAnEmptyFolder_data() {
-    QTest::addColumn<bool>("deletes");
-    QTest::addRow("rename over") << false;
-    QTest::addRow("delete first") << true;
-}
-
-void TestUploadCycle::HistoryFillsFromAnEmptyFolder() {
-    QFETCH(bool, deletes);
-    CycleFixture f(200);
-    f.State.Values.lastpictures = true;
-    f.State.Values.lastpictureanz = 3;
-    f.State.Values.Delete = deletes;
-    f.Server.RefuseRenameOver = deletes;
-    f.Apply();
-    f.Cycle.Start();
-    QByteArrayList published;
-    for (int i = 1; i <= 44; ++i) {
-        QVERIFY2(f.RunUntilPublished(i), qPrintable(QString::number(i)));
-        published << f.Server.Files.value("pw.jpg");
+    void LocalModeNeedsNoServer() {
+        CycleFixture f;
+        QVERIFY(QDir(f.Folder.path()).mkdir("web"));
+        f.System.Online.Set(false);
+        GoLocal(f, "web/");
+        f.Cycle.Start();
+        QCOMPARE(f.Display.Statuses.last(), "Save Picture Local");
+        QVERIFY(f.RunUntilPublished(3));
+        QVERIFY(!QImage(f.Folder.filePath("web/pw.jpg")).isNull());
+        QCOMPARE(QDir(f.Folder.filePath("web")).entryList(QDir::Files), QStringList("pw.jpg"));
+        QCOMPARE(f.Server.Connections, 0);
+        f.Camera.Plugged = false;
+        const QString last = f.Display.Counters.last();
+        f.Time.Advance(5000);
+        QCOMPARE(f.Display.Counters.last(), last);
+        f.Cycle.Stop();
+        QVERIFY(f.Transaction.Flags.ConnectionDown);
     }
-    QCOMPARE(f.Server.Connections, 1);
-    // A shift puts away what the tick before published: the 10th, 21st, 32nd and 43rd picture.
-    QCOMPARE(f.Server.Files.value("pw1.jpg"), published.at(42));
-    QCOMPARE(f.Server.Files.value("pw2.jpg"), published.at(31));
-    QCOMPARE(f.Server.Files.value("pw3.jpg"), published.at(20));
-    QCOMPARE(f.Server.Files.size(), 4);
-}
 
-void TestUploadCycle::IdleServerCostsNoPicture() {
-    CycleFixture f(10'000);
-    f.State.Values.lastpictures = true;
-    f.State.Values.lastpictureanz = 1;
-    f.Cycle.Start();
-    for (int i = 1; i <= 12; ++i) {
-        QVERIFY(f.RunUntilPublished(i));
-        QCOMPARE(f.Camera.Grabs, i);
+    void LocalFolderThatCannotBeWritten_data() {
+        const Rows<QString> row;
+        row("missing", "missing/");
+        row("not set", "");
+    }
+    void LocalFolderThatCannotBeWritten() {
+        const auto [folder] = Row<QString>();
+        CycleFixture f;
+        GoLocal(f, folder);
+        f.Cycle.Start();
+        f.Time.Advance(5000);
+        QCOMPARE(f.Published(), 0);
+        QVERIFY2(!QFile::exists("pw.jpg"), "not into the folder that the program was started in");
+        QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
+        GoLocal(f, "missing/");
+        QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
+    }
+
+    void ExtraMinutesAreWaitedOut() {
+        CycleFixture f(500);
+        f.State.Values.Uptime = 2;
+        GoLocal(f, "./");
+        f.Cycle.Start();
+        QVERIFY(f.RunUntilPublished(1));
+        const qint64 first = f.Time.Milliseconds();
+        f.Display.Statuses.clear();
+        QVERIFY(f.RunUntilPublished(2));
+        QCOMPARE(f.Time.Milliseconds() - first, 2 * 60'000 + 500);
+        QCOMPARE(f.Display.Statuses.count("Wait..."), 2);
+    }
+
+    void HistoryFillsFromAnEmptyFolder_data() {
+        const Rows<bool> row;
+        row("rename over", false);
+        row("delete first", true);
+    }
+    void HistoryFillsFromAnEmptyFolder() {
+        const auto [deletes] = Row<bool>();
+        CycleFixture f(200);
+        f.State.Values.lastpictures = true;
+        f.State.Values.lastpictureanz = 3;
+        f.State.Values.Delete = deletes;
+        f.Server.RefuseRenameOver = deletes;
+        f.Apply();
+        f.Cycle.Start();
+        QByteArrayList published;
+        for (int i = 1; i <= 44; ++i) {
+            QVERIFY2(f.RunUntilPublished(i), qPrintable(QString::number(i)));
+            published << f.Server.Files.value("pw.jpg");
+        }
+        QCOMPARE(f.Server.Connections, 1);
+        // A shift puts away what the tick before published: the 10th, 21st, 32nd and 43rd picture.
+        QCOMPARE(f.Server.Files.value("pw1.jpg"), published.at(42));
+        QCOMPARE(f.Server.Files.value("pw2.jpg"), published.at(31));
+        QCOMPARE(f.Server.Files.value("pw3.jpg"), published.at(20));
+        QCOMPARE(f.Server.Files.size(), 4);
+    }
+
+    void IdleServerCostsNoPicture() {
+        CycleFixture f(10'000);
+        f.State.Values.lastpictures = true;
+        f.State.Values.lastpictureanz = 1;
+        f.Cycle.Start();
+        for (int i = 1; i <= 12; ++i) {
+            QVERIFY(f.RunUntilPublished(i));
+            QCOMPARE(f.Camera.Grabs, i);
+            f.Server.DropControl();
+        }
+        QCOMPARE(f.Server.Connections, 12);
+        QVERIFY2(f.Server.Files.contains("pw1.jpg"), "the history moves on over such connects");
+        QCOMPARE(f.Boxes.Shown, QStringList());
+    }
+
+    void FailedUploadKeepsThePicture() {
+        RunningCycle f;
+        f.Server.Script = {{.Verb = "STOR", .Occurrence = 2, .Chunks = {"451 try later\r\n"}}};
+        QVERIFY(f.Time.RunUntil([&f] { return f.Server.Commands.count("STOR 1pw.jpg") == 2; }));
+        f.Camera.Plugged = false;
+        QVERIFY2(f.RunUntilPublished(2), "the next tick sends what could not be sent");
+        QCOMPARE(f.Server.Connections, 2);
+    }
+
+    void OutdatedPictureIsMadeAnew() {
+        RunningCycle f;
+        f.Server.Script = {Says("STOR", {"451 try later\r\n"})};
+        QVERIFY(f.Time.RunUntil([&f] { return QFile::exists(f.State.WorkFile("1pw.jpg")); }));
+        f.System.Online.Set(false);
+        f.Time.Advance(60'000);
+        const auto commands = f.Server.Commands.size();
+        f.Time.Advance(3'600'000);
+        QCOMPARE(f.Server.Commands.size(), commands);
+        QVERIFY(f.Display.Statuses.contains("reconnecting"));
+        f.Server.Script.clear();
+        const int grabs = f.Camera.Grabs;
+        f.System.Online.Set(true, OnlineState::Lan);
+        QVERIFY(f.RunUntilPublished(2));
+        QVERIFY2(f.Camera.Grabs > grabs, "a picture of an hour ago went out as new");
+    }
+
+    void ServerAwayAndBack() {
+        RunningCycle f;
+        f.Server.StopListening();
         f.Server.DropControl();
+        f.Time.Advance(300'000);
+        QCOMPARE(f.Published(), 1);
+        QVERIFY(f.Cycle.Running());
+        QCOMPARE(f.Boxes.Shown, QStringList());
+        f.Server.ListenAgain();
+        QVERIFY(f.RunUntilPublished(3, 120'000));
     }
-    QCOMPARE(f.Server.Connections, 12);
-    QVERIFY2(f.Server.Files.contains("pw1.jpg"), "the history moves on over such connects");
-    QCOMPARE(f.Boxes.Shown, QStringList());
-}
 
-void TestUploadCycle::NothingIsSentTwice() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    f.Camera.Plugged = false;
-    const auto sent = f.Server.DataConnections;
-    f.Time.Advance(20'000);
-    QCOMPARE(f.Server.DataConnections, sent);
-    f.Camera.Plugged = true;
-    QVERIFY(f.RunUntilPublished(2));
-}
+    void TickWhileOneRunsDoesNothing() {
+        CycleFixture f(100);
+        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 5000}};
+        f.Cycle.Start();
+        QVERIFY(f.RunUntilPublished(3));
+        QCOMPARE(f.Camera.Grabs, 3);
+        QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
+    }
 
-void TestUploadCycle::FailedUploadKeepsThePicture() {
-    CycleFixture f;
-    f.Server.Script = {{.Verb = "STOR", .Occurrence = 2, .Chunks = {"451 try later\r\n"}}};
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    QVERIFY(f.Time.RunUntil([&f] { return f.Server.Commands.count("STOR 1pw.jpg") == 2; }));
-    f.Camera.Plugged = false;
-    QVERIFY2(f.RunUntilPublished(2), "the next tick sends what could not be sent");
-    QCOMPARE(f.Server.Connections, 2);
-}
+    void StopEndsTheRun_data() {
+        const Rows<bool> row;
+        row("between ticks", false);
+        row("while sending", true);
+    }
+    void StopEndsTheRun() {
+        const auto [duringTick] = Row<bool>();
+        CycleFixture f;
+        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
+        QSignalSpy buttons(&f.Cycle, &UploadCycle::ButtonsEnabled);
+        f.Cycle.Start();
+        QVERIFY(f.RunUntilPublished(1));
+        if (duringTick) QVERIFY(f.Time.RunUntil([&f] { return f.Server.DataConnections == 2; }));
+        f.Cycle.Stop();
+        QCOMPARE(buttons.last(), (QVariantList{true, false}));
+        f.Server.DropControl();
+        f.Time.Advance(100'000);
+        QCOMPARE(f.Display.Statuses.last(), "stopped");
+        QCOMPARE(f.Server.Connections, 1);
+        const int before = f.Published();
+        f.Cycle.Start();
+        QVERIFY(f.RunUntilPublished(before + 1));
+    }
 
-void TestUploadCycle::OutdatedPictureIsMadeAnew() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    f.Server.Script = {{.Verb = "STOR", .Chunks = {"451 try later\r\n"}}};
-    QVERIFY(f.Time.RunUntil([&f] { return QFile::exists(f.State.WorkFile("1pw.jpg")); }));
-    f.System.Online.Set(false);
-    f.Time.Advance(3'600'000);
-    f.Server.Script.clear();
-    const int grabs = f.Camera.Grabs;
-    f.System.Online.Set(true, OnlineState::Lan);
-    QVERIFY(f.RunUntilPublished(2));
-    QVERIFY2(f.Camera.Grabs > grabs, "a picture of an hour ago went out as new");
-}
+    void NotStartedNeverConnects() {
+        CycleFixture f;
+        f.System.Online.Set(false);
+        f.State.Values.Anwahl = true;
+        f.State.Values.AWName = "Provider";
+        f.Apply();
+        f.Time.Advance(300'000);
+        QCOMPARE(f.Server.Connections, 0);
+        QCOMPARE(f.System.Dial.Dialled, QStringList());
+        QCOMPARE(f.Page.Requests, 0);
+    }
 
-void TestUploadCycle::ServerAwayAndBack() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(2));
-    f.Server.StopListening();
-    f.Server.DropControl();
-    f.Time.Advance(300'000);
-    QCOMPARE(f.Published(), 2);
-    QVERIFY(f.Cycle.Running());
-    QCOMPARE(f.Boxes.Shown, QStringList());
-    f.Server.ListenAgain();
-    QVERIFY(f.RunUntilPublished(4, 120'000));
-}
+    void PauseKeepsTheConnection() {
+        RunningCycle f;
+        f.Cycle.Pause();
+        f.Display.Statuses.clear();
+        f.Time.Advance(10'000);
+        QCOMPARE(f.Published(), 1);
+        const QStringList blinking{"", "Pause", "", "Pause"};
+        QCOMPARE(f.Display.Statuses.mid(0, 4), blinking);
+        f.Cycle.Pause();
+        QVERIFY(f.RunUntilPublished(2));
+        QCOMPARE(f.Server.Connections, 1);
+    }
 
-void TestUploadCycle::OfflineTicksSendNothing() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    f.System.Online.Set(false);
-    const auto commands = f.Server.Commands.size();
-    f.Time.Advance(200'000);
-    QCOMPARE(f.Server.Commands.size(), commands);
-    QVERIFY(f.Display.Statuses.contains("reconnecting"));
-    f.System.Online.Set(true, OnlineState::Lan);
-    QVERIFY(f.RunUntilPublished(2));
-}
+    void WatchdogEndsAStuckTransfer() {
+        RunningCycle f;
+        // Late to connect and then silent: 28 s in the control and 45 s in the step are more than
+        // the watchdog allows.
+        f.Server.Script = {{.Verb = "STOR", .DelayMilliseconds = 28'000},
+                           {.Verb = "DONE", .Silent = true}};
+        const qint64 start = f.Time.Milliseconds();
+        QVERIFY(f.Time.RunUntil([&f] { return f.Display.Statuses.contains("reconnecting ftp"); }));
+        const qint64 after = f.Time.Milliseconds() - start;
+        // 61 ticks, and the connect that follows at once.
+        QVERIFY2(after >= 60'000 && after <= 70'000, qPrintable(QString::number(after)));
+        f.Server.Script.clear();
+        QVERIFY(f.RunUntilPublished(2));
+        QCOMPARE(f.Server.Connections, 2);
+    }
 
-void TestUploadCycle::TickWhileOneRunsDoesNothing() {
-    CycleFixture f(100);
-    f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 5000}};
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(3));
-    QCOMPARE(f.Camera.Grabs, 3);
-    QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
-}
-
-void TestUploadCycle::StopEndsTheRun_data() {
-    QTest::addColumn<bool>("duringTick");
-    QTest::addRow("between ticks") << false;
-    QTest::addRow("while sending") << true;
-}
-
-void TestUploadCycle::StopEndsTheRun() {
-    QFETCH(bool, duringTick);
-    CycleFixture f;
-    f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
-    QSignalSpy buttons(&f.Cycle, &UploadCycle::ButtonsEnabled);
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    if (duringTick) QVERIFY(f.Time.RunUntil([&f] { return f.Server.DataConnections == 2; }));
-    f.Cycle.Stop();
-    QCOMPARE(buttons.last(), (QVariantList{true, false}));
-    f.Server.DropControl();
-    f.Time.Advance(100'000);
-    QCOMPARE(f.Display.Statuses.last(), "stopped");
-    QCOMPARE(f.Server.Connections, 1);
-    const int before = f.Published();
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(before + 1));
-}
-
-void TestUploadCycle::NotStartedNeverConnects() {
-    CycleFixture f;
-    f.System.Online.Set(false);
-    f.State.Values.Anwahl = true;
-    f.State.Values.AWName = "Provider";
-    f.Apply();
-    f.Time.Advance(300'000);
-    QCOMPARE(f.Server.Connections, 0);
-    QCOMPARE(f.System.Dial.Dialled, QStringList());
-    QCOMPARE(f.Page.Requests, 0);
-}
-
-void TestUploadCycle::PauseKeepsTheConnection() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    f.Cycle.Pause();
-    f.Display.Statuses.clear();
-    f.Time.Advance(10'000);
-    QCOMPARE(f.Published(), 1);
-    const QStringList blinking{"", "Pause", "", "Pause"};
-    QCOMPARE(f.Display.Statuses.mid(0, 4), blinking);
-    f.Cycle.Pause();
-    QVERIFY(f.RunUntilPublished(2));
-    QCOMPARE(f.Server.Connections, 1);
-}
-
-void TestUploadCycle::WatchdogEndsAStuckTransfer() {
-    CycleFixture f;
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(1));
-    // Late to connect and then silent: 28 s in the control and 45 s in the step are more than the
-    // watchdog allows.
-    f.Server.Script = {{.Verb = "STOR", .DelayMilliseconds = 28'000},
-                       {.Verb = "DONE", .Silent = true}};
-    const qint64 start = f.Time.Milliseconds();
-    QVERIFY(f.Time.RunUntil([&f] { return f.Display.Statuses.contains("reconnecting ftp"); }));
-    const qint64 after = f.Time.Milliseconds() - start;
-    // 61 ticks, and the connect that follows at once.
-    QVERIFY2(after >= 60'000 && after <= 70'000, qPrintable(QString::number(after)));
-    f.Server.Script.clear();
-    QVERIFY(f.RunUntilPublished(2));
-    QCOMPARE(f.Server.Connections, 2);
-}
-
-void TestUploadCycle::RefusedRenameOverWorksWithDelete() {
-    CycleFixture f;
-    f.Server.RefuseRenameOver = true;
-    f.Server.Files = {{"pw.jpg", "old"}};
-    f.State.Values.Delete = true;
-    f.Apply();
-    f.Cycle.Start();
-    QVERIFY(f.RunUntilPublished(3));
-    QCOMPARE(f.Server.Connections, 1);
-}
-
-void TestUploadCycle::EndsAtAnyMoment_data() {
-    QTest::addColumn<FtpFault>("fault");
-    QTest::addColumn<QString>("moment");
-    QTest::addRow("connecting") << FtpFault{.Verb = "CONNECT", .Silent = true} << "Connecting...";
-    QTest::addRow("password unanswered")
-        << FtpFault{.Verb = "PASS", .Silent = true} << "Connecting...";
-    QTest::addRow("sending") << FtpFault{.Verb = "DONE", .Silent = true} << "Send File";
-    QTest::addRow("no data connection")
-        << FtpFault{.Verb = "STOR", .NoDataConnection = true} << "Send File";
-    QTest::addRow("renaming") << FtpFault{.Verb = "RNTO", .Silent = true} << "Rename File";
-}
-
-void TestUploadCycle::EndsAtAnyMoment() {
-    QFETCH(FtpFault, fault);
-    QFETCH(QString, moment);
-    CycleFixture f;
-    f.Server.Script = {fault};
-    qint64 closedAt = -1;
-    // Started from an event, as the button does, so that the test goes on inside its waits.
-    QMetaObject::invokeMethod(&f.Cycle, &UploadCycle::Start, Qt::QueuedConnection);
-    Timer look(f.Time, 500);
-    QObject::connect(&look, &Timer::Tick, &f.Cycle, [&] {
-        if (closedAt >= 0 || !f.Display.Statuses.contains(moment)) return;
-        closedAt = f.Time.Milliseconds();
-        f.Cycle.Unload();
-        f.Wait.Close();
-    });
-    look.SetEnabled(true);
-    QVERIFY(f.Time.RunUntil([&] { return closedAt >= 0 && f.Wait.Depth() == 0; }, 60'000));
-    QVERIFY(f.Time.Milliseconds() - closedAt < 2000);
-    QVERIFY(!f.Cycle.Running());
-}
+    void EndsAtAnyMoment_data() {
+        const Rows<FtpFault, QString> row;
+        row("connecting", {.Verb = "CONNECT", .Silent = true}, "Connecting...");
+        row("sending", {.Verb = "DONE", .Silent = true}, "Send File");
+        row("no data connection", {.Verb = "STOR", .NoDataConnection = true}, "Send File");
+        row("renaming", {.Verb = "RNTO", .Silent = true}, "Rename File");
+    }
+    void EndsAtAnyMoment() {
+        const auto [fault, moment] = Row<FtpFault, QString>();
+        CycleFixture f;
+        f.Server.Script = {fault};
+        qint64 closedAt = -1;
+        // Started from an event, as the button does, so that the test goes on inside its waits.
+        QMetaObject::invokeMethod(&f.Cycle, &UploadCycle::Start, Qt::QueuedConnection);
+        Timer look(f.Time, 500);
+        QObject::connect(&look, &Timer::Tick, &f.Cycle, [&] {
+            if (closedAt >= 0 || !f.Display.Statuses.contains(moment)) return;
+            closedAt = f.Time.Milliseconds();
+            f.Cycle.Unload();
+            f.Wait.Close();
+        });
+        look.SetEnabled(true);
+        QVERIFY(f.Time.RunUntil([&] { return closedAt >= 0 && f.Wait.Depth() == 0; }, 60'000));
+        QVERIFY(f.Time.Milliseconds() - closedAt < 2000);
+        QVERIFY(!f.Cycle.Running());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestUploadCycle)
 #include "test_upload_cycle.moc"

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "net/ftp.h"
+#include "support/file_bytes.h"
 #include "support/recording_display.h"
 #include "support/test_clock.h"
 
-#include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -28,10 +28,9 @@ struct FtpBench {
 
     // Writes a local file of that content and returns its path.
     QString Local(const QByteArray& content) const {
-        QFile file(Folder.filePath(QStringLiteral("local")));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("no local file");
-        return file.fileName();
+        const QString name = Folder.filePath(QStringLiteral("local"));
+        if (!WriteBytes(name, content)) qFatal("no local file");
+        return name;
     }
 
     // What GetFile and DirListing write to, and its content.

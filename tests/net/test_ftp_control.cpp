@@ -1,8 +1,8 @@
 #include "net/ftp_bench.h"
+#include "support/data_rows.h"
 #include "support/scripted_ftp_server.h"
 
 using Script = QList<FtpFault>;
-Q_DECLARE_METATYPE(Script)
 
 namespace {
 const QString NameTimeOut = QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten");
@@ -27,74 +27,46 @@ class TestFtpControl : public QObject {
     }
 
     void LogsIn_data() {
-        QTest::addColumn<Script>("script");
-        QTest::addColumn<bool>("connected");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const Script& script, const char* code = "0",
-                            const QString& text = {}) {
-            QTest::addRow("%s", name) << script << (*code == '0' || *code == '+')
-                                      << QString::fromLatin1(code).remove(u'+') << text;
-        };
+        const Rows<Script, QString, QString> rows;
+        const auto row = [&rows](const char* name, const Script& script, const QString& code = "0",
+                                 const QString& text = {}) { rows(name, script, code, text); };
+        const FtpFault refused = Says("PASS", {"530 no 230\r\n"});
         row("ordinary", {});
         row("greeting late", {{.Verb = "CONNECT", .DelayMilliseconds = 29'000}});
-        row("greeting in pieces", {{.Verb = "CONNECT", .SplitAt = 2}});
         row("greeting by byte", {{.Verb = "CONNECT", .Drip = true}});
-        row("greeting of two lines in two chunks",
-            {{.Verb = "CONNECT", .Chunks = {"220-Wait, 230 users\r\n", "220 b 230\r\n"}}});
-        row("greeting without its end, 230 in it and the login refused",
-            {{.Verb = "CONNECT", .Chunks = {"220-a 230\r\n"}},
-             {.Verb = "PASS", .Chunks = {"530 not 230\r\n"}}},
-            "530", QStringLiteral("530 not 230\r\n cam"));
-        row("greeting and unasked 331 in one chunk",
-            {{.Verb = "CONNECT", .Chunks = {"220 a\r\n331 b\r\n"}}});
-        row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, "1510", Unreached);
-        row("other greeting", {{.Verb = "CONNECT", .Chunks = {"hello\r\n"}}}, "1510", Unreached);
-        row("closed after the greeting", {{.Verb = "CONNECT", .CloseControl = true}}, "1510",
+        row("greeting of two chunks",
+            {Says("CONNECT", {"220-Wait, 230 users\r\n", "220 b 230\r\n"})});
+        row("half a greeting with a 230, login refused",
+            {Says("CONNECT", {"220-a 230\r\n"}), refused}, "530", "530 no 230\r\n cam");
+        row("greeting and unasked 331 in one chunk", {Says("CONNECT", {"220 a\r\n331 b\r\n"})});
+        row("other greeting", {Says("CONNECT", {"hello\r\n"})}, "1510", Unreached);
+        row("closed after greeting", {{.Verb = "CONNECT", .CloseControl = true}}, "1510",
             Unreached);
-        row("too many users",
-            {{.Verb = "CONNECT", .Chunks = {"421 full\r\n"}, .CloseControl = true}}, "1510",
-            Unreached);
-        row("user late", {{.Verb = "USER", .DelayMilliseconds = 20'000}});
-        row("user needs no password", {{.Verb = "USER", .Chunks = {"230 in\r\n"}}}, "+230",
-            Failed.arg("USER"));
-        row("user refused", {{.Verb = "USER", .Chunks = {"530 who?\r\n"}}}, "530",
-            QStringLiteral("530 who?\r\n cam"));
+        row("user needs no password", {Says("USER", {"230 in\r\n"})}, "230", Failed.arg("USER"));
+        row("user refused", {Says("USER", {"530 who?\r\n"})}, "530", "530 who?\r\n cam");
         row("user refused and closed",
             {{.Verb = "USER", .Chunks = {"421 go\r\n"}, .CloseControl = true}}, "421",
-            QStringLiteral("421 go\r\n cam"));
-        row("user reply joined with the next",
-            {{.Verb = "USER", .Chunks = {"331 a\r\n230 b\r\n"}}});
-        row("name with the digits 230, login refused",
-            {{.Verb = "USER", .Chunks = {"331 for cam230\r\n"}},
-             {.Verb = "PASS", .Chunks = {"530 no\r\n"}}},
-            "530", QStringLiteral("530 no\r\n cam"));
+            "421 go\r\n cam");
+        row("user reply joined with the next", {Says("USER", {"331 a\r\n230 b\r\n"})});
+        row("230 in the name, login refused", {Says("USER", {"331 for cam230\r\n"}), refused},
+            "530", "530 no 230\r\n cam");
         row("password late by an hour", {{.Verb = "PASS", .DelayMilliseconds = 3'600'000}});
         row("password reply by byte", {{.Verb = "PASS", .Drip = true}});
-        row("password reply of two lines in two chunks",
-            {{.Verb = "PASS", .Chunks = {"230-a\r\n", "230 b\r\n"}}});
-        row("password refused", {{.Verb = "PASS", .Chunks = {"530 no\r\n"}}}, "530",
-            QStringLiteral("530 no\r\n cam"));
-        row("password refused in pieces", {{.Verb = "PASS", .Chunks = {"5", "30 no\r\n"}}}, "530",
-            QStringLiteral("30 no\r\n cam"));
-        row("password refused otherwise", {{.Verb = "PASS", .Chunks = {"430 no\r\n"}}}, "430",
-            QStringLiteral("430 no\r\n cam"));
-        row("closed at the password", {{.Verb = "PASS", .Silent = true, .CloseControl = true}},
-            "1510", Unreached);
+        row("password reply of two chunks", {Says("PASS", {"230-a\r\n", "230 b\r\n"})});
+        row("refused in pieces", {Says("PASS", {"5", "30 no\r\n"})}, "530", "30 no\r\n cam");
+        row("password refused otherwise", {Says("PASS", {"430 no\r\n"})}, "430", "430 no\r\n cam");
+        row("closed at the password", {Closes("PASS")}, "1510", Unreached);
     }
     void LogsIn() {
-        QFETCH(Script, script);
-        QFETCH(bool, connected);
+        const auto [script, code, text] = Row<Script, QString, QString>();
+        const bool connected = code == "0" || code == "230";
         server->Script = script;
         QCOMPARE(bench->Client.Connect(), connected);
         QCOMPARE(bench->Client.IsConnected(), connected);
-        QTEST(bench->Client.GetLastErrorCode(), "code");
-        QTEST(bench->Client.GetLastErrorString(), "text");
+        QCOMPARE(bench->Client.GetLastErrorCode(), code);
+        QCOMPARE(bench->Client.GetLastErrorString(), text);
         for (const auto& command : bench->Sent)
-            QVERIFY(!command.first().toString().contains(QStringLiteral("PASS")));
-        // The next command gets its own reply, whatever the login has left behind.
-        server->Files["a"] = "x";
-        if (connected && script.isEmpty()) QVERIFY(bench->Client.KillFile({}, "a"));
+            QVERIFY(!command.first().toString().contains("PASS"));
         if (!connected) return;
         QVERIFY(bench->Clock.RunUntil([this] { return server->Commands.size() >= 2; }, 1000));
         QCOMPARE(server->Commands.mid(0, 2), (QStringList{"USER cam", "PASS secret"}));
@@ -103,8 +75,8 @@ class TestFtpControl : public QObject {
 
     // Login texts of several lines are told apart from the reply to the next command.
     void GetsItsOwnReplyAfterLongTexts() {
-        server->Script = {{.Verb = "CONNECT", .Chunks = {"220-a\r\n", "b\r\n220 c\r\n"}},
-                          {.Verb = "PASS", .Chunks = {"230-a\r\n", "230-b\r\n", "230 c\r\n"}}};
+        server->Script = {Says("CONNECT", {"220-a\r\n", "b\r\n220 c\r\n"}),
+                          Says("PASS", {"230-a\r\n", "230-b\r\n", "230 c\r\n"})};
         server->Files["a"] = "x";
         QVERIFY(bench->Client.Connect());
         QVERIFY(bench->Client.KillFile({}, "a"));
@@ -126,6 +98,7 @@ class TestFtpControl : public QObject {
         const qint64 start = bench->Clock.Milliseconds();
         QVERIFY(!bench->Client.Connect());
         QCOMPARE(bench->Clock.Milliseconds() - start, 31'000);
+        QCOMPARE(bench->Client.GetLastErrorString(), Unreached);
         QList<int> seconds;
         for (int second = 25; second >= 0; --second) seconds << second;
         QCOMPARE(bench->Display.LabelSeconds, seconds);
@@ -148,42 +121,34 @@ class TestFtpControl : public QObject {
     }
 
     void Exchanges_data() {
-        QTest::addColumn<FtpFault>("fault");
-        QTest::addColumn<bool>("deleted");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const FtpFault& fault, const char* code = "0",
-                            const QString& text = {}) {
-            QTest::addRow("%s", name)
-                << fault << (*code == '0') << QString::fromLatin1(code) << text;
-        };
+        const Rows<FtpFault, QString, QString> rows;
+        const auto row = [&rows](const char* name, const FtpFault& fault, const QString& code = "0",
+                                 const QString& text = {}) { rows(name, fault, code, text); };
         const QString failed = Failed.arg("DELE");
+        const QString tooLate = NameTimeOut.arg("DELE");
         row("prompt", {.Verb = "-"});
         row("late", {.Verb = "DELE", .DelayMilliseconds = 29'500});
-        row("too late", {.Verb = "DELE", .DelayMilliseconds = 31'500}, "500",
-            NameTimeOut.arg("DELE"));
-        row("missing", {.Verb = "DELE", .Silent = true}, "500", NameTimeOut.arg("DELE"));
-        row("cut after the code", {.Verb = "DELE", .SplitAt = 3});
-        row("cut in the code", {.Verb = "DELE", .SplitAt = 1}, "2", failed);
-        row("with another reply", {.Verb = "DELE", .Chunks = {"250 a\r\n226 b\r\n"}});
-        row("text first", {.Verb = "DELE", .Chunks = {"wait\r\n", "250 a\r\n"}});
-        row("wrong code", {.Verb = "DELE", .Chunks = {"226 a\r\n"}}, "226", failed);
-        row("refused", {.Verb = "DELE", .Chunks = {"550 a\r\n"}}, "550", failed);
+        row("too late", {.Verb = "DELE", .DelayMilliseconds = 31'500}, "500", tooLate);
+        row("missing", {.Verb = "DELE", .Silent = true}, "500", tooLate);
+        row("cut after the code", Says("DELE", {"250", " a\r\n"}));
+        row("cut in the code", Says("DELE", {"2", "50 a\r\n"}), "2", failed);
+        row("with another reply", Says("DELE", {"250 a\r\n226 b\r\n"}));
+        row("text first", Says("DELE", {"wait\r\n", "250 a\r\n"}));
+        row("wrong code", Says("DELE", {"226 a\r\n"}), "226", failed);
         row("421 and closed", {.Verb = "DELE", .Chunks = {"421 a\r\n"}, .CloseControl = true},
             "421", failed);
-        row("closed without a word", {.Verb = "DELE", .Silent = true, .CloseControl = true}, "500",
-            NoConnection.arg("DELE"));
+        row("closed without a word", Closes("DELE"), "500", NoConnection.arg("DELE"));
     }
     void Exchanges() {
-        QFETCH(FtpFault, fault);
+        const auto [fault, code, text] = Row<FtpFault, QString, QString>();
         server->Files["a b.jpg"] = "x";
         server->Script = {fault};
         QVERIFY(bench->Client.Connect());
         bench->Sent.clear();
-        QTEST(bench->Client.KillFile({}, "a b.jpg"), "deleted");
-        QTEST(bench->Client.GetLastErrorCode(), "code");
-        QTEST(bench->Client.GetLastErrorString(), "text");
-        QCOMPARE(bench->Errors.count(), bench->Client.GetLastErrorCode() == "0" ? 0 : 1);
+        QCOMPARE(bench->Client.KillFile({}, "a b.jpg"), code == "0");
+        QCOMPARE(bench->Client.GetLastErrorCode(), code);
+        QCOMPARE(bench->Client.GetLastErrorString(), text);
+        QCOMPARE(bench->Errors.count(), code == "0" ? 0 : 1);
         QCOMPARE(bench->Sent, (QList<QVariantList>{{"DELE a b.jpg"}}));
         QCOMPARE(server->Commands.last(), QStringLiteral("DELE a b.jpg"));
     }
@@ -213,25 +178,16 @@ class TestFtpControl : public QObject {
     }
 
     void Executes_data() {
-        QTest::addColumn<FtpFault>("fault");
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("response");
-        QTest::addRow("reply") << FtpFault{} << "NOOP"
-                               << "200 fine\r\n";
-        QTest::addRow("refusal") << FtpFault{} << "cwd nowhere"
-                                 << "550 no such folder\r\n";
-        QTest::addRow("silent") << FtpFault{.Verb = "NOOP", .Silent = true} << "NOOP"
-                                << "500 Der Server hat das Zeitlimit überschritten.";
-        QTest::addRow("closed") << FtpFault{.Verb = "NOOP", .Silent = true, .CloseControl = true}
-                                << "NOOP"
-                                << "500 nicht verbunden!";
-        QTest::addRow("two commands") << FtpFault{} << "NOOP\r\nDELE a"
-                                      << "500 Steuerzeichen sind nicht erlaubt.";
+        const Rows<FtpFault, QString, QString> row;
+        row("reply", {}, "NOOP", "200 fine\r\n");
+        row("refusal", {}, "cwd nowhere", "550 no such folder\r\n");
+        row("silent", {.Verb = "NOOP", .Silent = true}, "NOOP",
+            "500 Der Server hat das Zeitlimit überschritten.");
+        row("closed", Closes("NOOP"), "NOOP", "500 nicht verbunden!");
+        row("two commands", {}, "NOOP\r\nDELE a", "500 Steuerzeichen sind nicht erlaubt.");
     }
     void Executes() {
-        QFETCH(FtpFault, fault);
-        QFETCH(QString, line);
-        QFETCH(QString, response);
+        const auto [fault, line, response] = Row<FtpFault, QString, QString>();
         QString answer;
         QVERIFY(!bench->Client.Execute(line, answer));
         QCOMPARE(answer, QStringLiteral("500 nicht verbunden!"));
@@ -268,14 +224,15 @@ class TestFtpControl : public QObject {
 
     // Whatever it waits for, a closing program gets its way, and the client can go.
     void EndsWithTheProgram_data() {
-        QTest::addColumn<QString>("silent");
+        const Rows<QByteArray> row;
         for (const char* verb : {"CONNECT", "USER", "PASS", "TYPE", "SIZE", "PORT", "STOR", "RETR"})
-            QTest::addRow("%s", verb) << QString::fromLatin1(verb);
+            row(verb, verb);
     }
     void EndsWithTheProgram() {
-        QFETCH(QString, silent);
+        const auto [silent] = Row<QByteArray>();
         server->Files["a"] = "x";
-        server->Script = {{.Verb = silent, .Silent = true, .NoDataConnection = true}};
+        server->Script = {
+            {.Verb = QString::fromLatin1(silent), .Silent = true, .NoDataConnection = true}};
         Timer closing(bench->Clock, 3500);
         connect(&closing, &Timer::Tick, this, [this] { bench->Waits.Close(); });
         closing.SetEnabled(true);

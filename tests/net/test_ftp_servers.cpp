@@ -1,11 +1,10 @@
 #include "net/ftp_bench.h"
+#include "support/data_rows.h"
 #include "support/real_ftp_server.h"
 
 #include <QDir>
 
 using Kind = RealFtpServer::Kind;
-Q_DECLARE_METATYPE(Kind)
-Q_DECLARE_METATYPE(RealFtpServer::Options)
 
 namespace {
 // The servers live in other processes: more quiet before the time moves on.
@@ -26,12 +25,6 @@ class TestFtpServers : public QObject {
         QTest::addColumn<Kind>("kind");
         QTest::addRow("vsftpd") << Kind::Vsftpd;
         QTest::addRow("pyftpdlib") << Kind::Pyftpdlib;
-    }
-
-    static bool LogIn(FtpBench& bench, const RealFtpServer::Options& options) {
-        bench.Client.SetUserName(options.User);
-        bench.Client.SetPassword(options.Password);
-        return bench.Client.Connect();
     }
 
   private slots:
@@ -64,15 +57,16 @@ class TestFtpServers : public QObject {
     }
 
     void UnderstandsSpecialCharacters_data() {
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("user");
-        QTest::addRow("vsftpd") << Kind::Vsftpd << "cam";
-        QTest::addRow("pyftpdlib") << Kind::Pyftpdlib << "k@m:$!§ü x";
+        const Rows<Kind, QString> row;
+        row("vsftpd", Kind::Vsftpd, "cam");
+        row("pyftpdlib", Kind::Pyftpdlib, "k@m:$!§ü x");
     }
     void UnderstandsSpecialCharacters() {
-        QFETCH(Kind, kind);
-        QFETCH(QString, user);
-        const RealFtpServer::Options options{.User = user, .Password = " p$@:!§ü \"x\" "};
+        const auto [kind, user] = Row<Kind, QString>();
+        // A greeting of several lines comes in pieces.
+        const QString banner = "Welcome.\n230 users are here.\n" + QString(100, u'x');
+        const RealFtpServer::Options options{
+            .User = user, .Password = " p$@:!§ü \"x\" ", .Banner = banner};
         RealFtpServer server(kind, options);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         const QString folder = QStringLiteral("a $@:!§ü b");
@@ -80,7 +74,10 @@ class TestFtpServers : public QObject {
         QVERIFY(QDir(server.Root()).mkdir(folder));
         QVERIFY(QFile::setPermissions(server.Root() + folder, QFile::Permissions(0x7777)));
         FtpBench bench(server.Port(), Quiet);
-        QVERIFY(LogIn(bench, options));
+        bench.Client.SetUserName(options.User);
+        bench.Client.SetPassword(options.Password);
+        QVERIFY(bench.Client.Connect());
+        QCOMPARE(bench.Errors.count(), 0);
         QVERIFY(bench.Client.PutFile(folder, name, bench.Local("xyz"), false));
         QVERIFY(bench.AwaitReply(226));
         QCOMPARE(OnServer(server, folder + u'/' + name), QByteArray("xyz"));
@@ -89,24 +86,6 @@ class TestFtpServers : public QObject {
         QVERIFY(bench.Client.KillFile({}, name + u'2'));
         bench.Client.SetPassword(QStringLiteral("other"));
         bench.Client.Disconnect();
-        QVERIFY(!bench.Client.Connect());
-        QCOMPARE(bench.Client.GetLastErrorCode(), QStringLiteral("530"));
-    }
-
-    // A greeting of several lines comes in pieces.
-    void ReadsLongGreetings_data() { BothKinds(); }
-    void ReadsLongGreetings() {
-        QFETCH(Kind, kind);
-        const RealFtpServer::Options options{
-            .Banner = QStringLiteral("Welcome.\n230 users are here.\n") + QString(100, u'x')};
-        RealFtpServer server(kind, options);
-        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
-        FtpBench bench(server.Port(), Quiet);
-        QVERIFY(LogIn(bench, options));
-        QCOMPARE(bench.Errors.count(), 0);
-        QVERIFY(bench.Client.PutFile({}, "a", bench.Local("xyz"), false));
-        bench.Client.Disconnect();
-        bench.Client.SetPassword(QStringLiteral("other"));
         QVERIFY(!bench.Client.Connect());
         QCOMPARE(bench.Client.GetLastErrorCode(), QStringLiteral("530"));
     }

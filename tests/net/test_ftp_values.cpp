@@ -3,38 +3,29 @@
 #include "net/ftp_text.h"
 #include "net/last_error_store.h"
 #include "net/listing.h"
+#include "support/data_rows.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 class TestFtpValues : public QObject {
     Q_OBJECT
 
   private slots:
     void PlansBlocks_data() {
-        QTest::addColumn<qint32>("total");
-        QTest::addColumn<QList<qint32>>("plan");  // block size, full blocks, remainder
-        const auto row = [](qint32 total, const QList<qint32>& plan) {
-            QTest::addRow("%d bytes", total) << total << plan;
-        };
-        row(0, {0, 0, 0});
-        row(1, {1, 1, 0});
-        row(500, {500, 1, 0});
-        row(999, {999, 1, 0});
-        row(1195, {1195, 1, 0});
-        row(1196, {1196, 1, 0});
-        row(5000, {4196, 1, 804});
-        row(8195, {7196, 1, 999});
-        row(8196, {8196, 1, 0});
-        row(10000, {8196, 1, 1804});
-        row(16392, {8196, 2, 0});
-        row(2147483647, {8196, 262016, 511});
+        // block size, full blocks, remainder
+        Rows<qint32, QList<qint32>>({{0, {0, 0, 0}},
+                                     {999, {999, 1, 0}},
+                                     {1196, {1196, 1, 0}},
+                                     {5000, {4196, 1, 804}},
+                                     {8196, {8196, 1, 0}},
+                                     {16392, {8196, 2, 0}},
+                                     {2147483647, {8196, 262016, 511}}});
     }
     void PlansBlocks() {
-        QFETCH(qint32, total);
+        const auto [total, expected] = Row<qint32, QList<qint32>>();
         const BlockPlan plan = BlockPlan::For(total);
-        QTEST((QList<qint32>{plan.BlockSize, plan.FullBlocks, plan.Remainder}), "plan");
+        QCOMPARE((QList<qint32>{plan.BlockSize, plan.FullBlocks, plan.Remainder}), expected);
     }
 
     void AnnouncesPorts() {
@@ -43,83 +34,50 @@ class TestFtpValues : public QObject {
         QCOMPARE(PortArgument(address, 65280), QStringLiteral("192,168,0,5,255,0"));
     }
 
-    void ReadsReplyCodes_data() {
-        QTest::addColumn<QString>("chunk");
-        QTest::addColumn<int>("code");
-        QTest::addRow("plain") << "226 done\r\n" << 226;
-        QTest::addRow("first of several lines") << "150 a\r\n226 b\r\n" << 150;
-        QTest::addRow("no text") << "220" << 220;
-        QTest::addRow("cut in the code") << "22" << 22;
-        QTest::addRow("longer number") << "2261" << 226;
-        QTest::addRow("text") << "welcome 230" << 0;
-        QTest::addRow("indented text") << "  x" << 0;
-        QTest::addRow("other digits") << QStringLiteral("٢٢٠ x") << 0;
-        QTest::addRow("empty") << "" << 0;
-    }
-    void ReadsReplyCodes() {
-        QFETCH(QString, chunk);
-        QTEST(ReplyCodeOf(chunk), "code");
-    }
-
     void JoinsReplyLines_data() {
-        QTest::addColumn<QStringList>("chunks");
-        QTest::addColumn<QList<int>>("codes");
-        QTest::addColumn<bool>("unfinished");
+        const Rows<QStringList, QList<int>, bool> row;
         const QList<int> both{220, 230};
-        QTest::addRow("one") << QStringList{"220 a\r\n"} << QList<int>{220} << false;
-        QTest::addRow("two in one chunk") << QStringList{"220 a\r\n230 b\r\n"} << both << false;
-        QTest::addRow("cut in the code")
-            << QStringList{"2", "20 a\r\n23", "0 b\n"} << both << false;
-        QTest::addRow("several lines")
-            << QStringList{"220-a\r\n", "230 users\r\n 530 no\r\n220-b\r\n220 c\r\n"}
-            << QList<int>{220} << false;
-        QTest::addRow("last line to come")
-            << QStringList{"220-a\r\n220"} << QList<int>{220} << true;
-        QTest::addRow("code alone") << QStringList{"230\n"} << QList<int>{230} << false;
-        QTest::addRow("no code") << QStringList{"\r\nhello\r\n99\r\n099 x\r\n-12 x\r\n"}
-                                 << QList<int>{} << false;
+        row("two in one chunk", {"220 a\r\n230 b\r\n"}, both, false);
+        row("cut in the code", {"2", "20 a\r\n23", "0 b\n"}, both, false);
+        row("several lines", {"220-a\r\n", "230 users\r\n 530 no\r\n220-b\r\n220 c\r\n"}, {220},
+            false);
+        row("last line to come", {"220-a\r\n220"}, {220}, true);
+        row("code alone", {"230\n"}, {230}, false);
+        row("no code", {"\r\nhello\r\n99\r\n099 x\r\n-12 x\r\n"}, {}, false);
     }
     void JoinsReplyLines() {
-        QFETCH(QStringList, chunks);
+        const auto [chunks, codes, unfinished] = Row<QStringList, QList<int>, bool>();
         ReplyLines lines;
         for (const QString& chunk : chunks) lines.Feed(chunk);
-        QTEST(lines.Codes, "codes");
-        QTEST(lines.Unfinished(), "unfinished");
+        QCOMPARE(lines.Codes, codes);
+        QCOMPARE(lines.Unfinished(), unfinished);
     }
 
     void FindsSizesInListings_data() {
-        QTest::addColumn<QByteArray>("listing");
-        QTest::addColumn<qint32>("size");
-        QTest::addRow("unix") << QByteArray(
-                                     "total 8\r\n"
-                                     "-rw-r--r--   1 cam  users    12345 Jan  1 10:00 pw.jpg\r\n"
-                                     "-rw-r--r--   1 cam  users        7 Jan  1 10:00 1pw.jpg\r\n")
-                              << 12345;
-        QTest::addRow("bare line ends")
-            << QByteArray("-r 1 a b 5 Jan 1 1 pw.jpg\n-r 1 a b 6 J 1 1 x\n") << 5;
-        QTest::addRow("last of a name counts")
-            << QByteArray("-r 1 a b 5 x pw.jpg\n-r 1 a b 6 x pw.jpg") << 6;
-        QTest::addRow("other case") << QByteArray("-r 1 a b 5 x PW.JPG\n") << 0;
-        QTest::addRow("columns missing") << QByteArray("pw.jpg\n5 pw.jpg\n") << 0;
-        QTest::addRow("no number") << QByteArray("-r 1 a b c pw.jpg\n") << 0;
-        QTest::addRow("too large")
-            << QByteArray("-r 1 a b 99999999999999999999 pw.jpg\n") << 2147483647;
-        QTest::addRow("empty") << QByteArray() << 0;
+        const Rows<QByteArray, qint32> row;
+        row("unix",
+            QByteArray("total 8\r\n"
+                       "-rw-r--r--   1 cam  users    12345 Jan  1 10:00 pw.jpg\r\n"
+                       "-rw-r--r--   1 cam  users        7 Jan  1 10:00 1pw.jpg\r\n"),
+            12345);
+        row("bare line ends", "-r 1 a b 5 Jan 1 1 pw.jpg\n-r 1 a b 6 J 1 1 x\n", 5);
+        row("last of a name counts", "-r 1 a b 5 x pw.jpg\n-r 1 a b 6 x pw.jpg", 6);
+        row("other case", "-r 1 a b 5 x PW.JPG\n", 0);
+        row("columns missing", "pw.jpg\n5 pw.jpg\n", 0);
+        row("no number", "-r 1 a b c pw.jpg\n", 0);
+        row("too large", "-r 1 a b 99999999999999999999 pw.jpg\n", 2147483647);
     }
     void FindsSizesInListings() {
-        QFETCH(QByteArray, listing);
-        QTEST(SizeInListing(listing, QStringLiteral("pw.jpg")), "size");
+        const auto [listing, size] = Row<QByteArray, qint32>();
+        QCOMPARE(SizeInListing(listing, QStringLiteral("pw.jpg")), size);
     }
 
-    void KnowsControlCharacters() {
+    void KnowsControlCharactersAndOtherEncodings() {
+        QCOMPARE(FromServer("550 für"), QStringLiteral("550 für"));
+        QCOMPARE(FromServer("550 f\xFCr"), QStringLiteral("550 für"));
         QVERIFY(!HasControlCharacters(QStringLiteral("a $@:!§ü~\u0080")));
         for (const QChar character : {QChar(0), QChar('\t'), QChar('\r'), QChar(0x1F), QChar(0x7F)})
             QVERIFY(HasControlCharacters(u'a' + QString(character)));
-    }
-
-    void ReadsOtherEncodings() {
-        QCOMPARE(FromServer("550 für"), QStringLiteral("550 für"));
-        QCOMPARE(FromServer("550 f\xFCr"), QStringLiteral("550 für"));
     }
 
     void KeepsTheLastError() {

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QByteArray>
+#include "support/file_bytes.h"
+
 #include <QColor>
-#include <QFile>
-#include <QtEndian>
 
 #include <array>
-#include <functional>
 
 // A bitmap file put together by hand, with its own idea of what each pixel looks like.
 struct BitmapShape {
@@ -106,14 +104,3 @@ struct BitmapShape {
         return all;
     }
 };
-
-inline bool WriteBytes(const QString& name, const QByteArray& bytes) {
-    QFile file(name);
-    file.remove();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-inline QByteArray ReadBytes(const QString& name) {
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}

@@ -155,6 +155,17 @@ QByteArray JpegPicture(QSize size, int number) {
     return jpeg;
 }
 
+void CaptureBench::Select(const QString& entry) {
+    Control.SetCameras({entry, "other|test:64x48"});
+    Control.SetDriverIndex(0);
+}
+
+int CaptureBench::Grab(double tolerance) {
+    if (!Control.GrabFrame()) return -1;
+    const int number = ReadNumber(Control.Frame());
+    return IsWhole(Control.Frame(), number, tolerance) ? number : -2;
+}
+
 WebCamera::WebCamera(Answer answer) {
     if (!listen(QHostAddress::LocalHost)) qFatal("no port to listen on");
     connect(this, &QTcpServer::newConnection, this, [this, answer = std::move(answer)] {

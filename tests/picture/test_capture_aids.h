@@ -1,7 +1,6 @@
 #pragma once
 
-#include "base/clock.h"
-#include "picture/dib.h"
+#include "picture/ezvidcap.h"
 #include "platform/capture_devices.h"
 
 #include <QImage>
@@ -51,6 +50,19 @@ class PluggedDevices : public CaptureDevices {
 
     [[nodiscard]] QList<CaptureDevice> List() const override { return Plugged; }
     [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice&) const override { return {}; }
+};
+
+// The capture control with what holds it up.
+struct CaptureBench {
+    JumpingClock Time;
+    Waiting Wait{Time};
+    PluggedDevices Devices;
+    ezVidCap Control{Wait, Devices};
+
+    // Selects this entry; there is another one behind it.
+    void Select(const QString& entry);
+    // The number in the next picture; -1 when none came, -2 when it is not whole.
+    int Grab(double tolerance = 12);
 };
 
 // A web camera in this process: answers each request by a routine of the test.

@@ -3,91 +3,63 @@
 #include "picture/imaging.h"
 #include "picture/picture_surface.h"
 #include "support/answering_boxes.h"
+#include "support/data_rows.h"
+#include "support/full_disk.h"
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QTest>
-
-#include <sys/resource.h>
-#include <csignal>
-
-namespace {
-
-// While it lives no file grows beyond this size, as on a full disk.
-class FullDisk {
-  public:
-    explicit FullDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit tight{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &tight);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-  private:
-    rlimit before{};
-};
-
-}  // namespace
 
 class TestFullDisk : public QObject {
     Q_OBJECT
 
   private slots:
-    void BitmapStaysWhole();
-    void PictureStaysWhole_data();
-    void PictureStaysWhole();
+    void BitmapStaysWhole() {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("1pw.bmp");
+        QVERIFY(WriteBytes(file, "old"));
+        for (const rlim_t room : {0, 10, 54, 300'000}) {
+            const QImage frame = FourQuarters(400, 300);
+            const FullDisk full(room);
+            QVERIFY(!SaveSurface(frame, file));
+            QCOMPARE(ReadBytes(file), QByteArray("old"));
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"1pw.bmp"});
+        }
+    }
+
+    void PictureStaysWhole_data() {
+        const Rows<bool, bool> row;
+        row("working folder", false, false);
+        row("local mode", true, false);
+        row("local mode, delete before", true, true);
+    }
+    void PictureStaysWhole() {
+        const auto [localMode, deleteFirst] = Row<bool, bool>();
+        const QTemporaryDir folder;
+        const QDir dir(folder.path());
+        for (const QString& name : QStringList{"work", "site", "archive"})
+            QVERIFY(dir.mkpath(name));
+        PictureState state;
+        state.WorkPath = folder.filePath("work/");
+        state.Verzeichnis = folder.filePath("site/");
+        state.ArchivePath = folder.filePath("archive/");
+        state.Archive = true;
+        state.LocalMode = localMode;
+        state.DeleteFirst = deleteFirst;
+        AnsweringBoxes boxes;
+        for (const rlim_t room : {0, 10, 1000}) {
+            QVERIFY(SaveSurface(FourQuarters(400, 300), folder.filePath("work/1pw.bmp")));
+            QVERIFY(WriteBytes(folder.filePath("work/1pw.jpg"), "old"));
+            QVERIFY(WriteBytes(folder.filePath("site/pw.jpg"), "old"));
+            const FullDisk full(room);
+            QVERIFY(!EncodeJpeg(state, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes));
+            QCOMPARE(ReadBytes(folder.filePath("work/1pw.jpg")), QByteArray("old"));
+            QCOMPARE(ReadBytes(folder.filePath("site/pw.jpg")), QByteArray("old"));
+            QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
+            QCOMPARE(QDir(state.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
+            QVERIFY(QDir(state.ArchivePath).entryList(QDir::Files).isEmpty());
+        }
+    }
 };
-
-void TestFullDisk::BitmapStaysWhole() {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("1pw.bmp");
-    QVERIFY(WriteBytes(file, "old"));
-    for (const rlim_t room : {0, 10, 54, 300'000}) {
-        const QImage frame = FourQuarters(400, 300);
-        const FullDisk full(room);
-        QVERIFY(!SaveSurface(frame, file));
-        QCOMPARE(ReadBytes(file), QByteArray("old"));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"1pw.bmp"});
-    }
-}
-
-void TestFullDisk::PictureStaysWhole_data() {
-    QTest::addColumn<bool>("localMode");
-    QTest::addColumn<bool>("deleteFirst");
-    QTest::newRow("working folder") << false << false;
-    QTest::newRow("local mode") << true << false;
-    QTest::newRow("local mode, delete before") << true << true;
-}
-
-void TestFullDisk::PictureStaysWhole() {
-    QFETCH(bool, localMode);
-    QFETCH(bool, deleteFirst);
-    const QTemporaryDir folder;
-    const QDir dir(folder.path());
-    for (const QString& name : QStringList{"work", "site", "archive"}) QVERIFY(dir.mkpath(name));
-    PictureState state;
-    state.WorkPath = folder.filePath("work/");
-    state.Verzeichnis = folder.filePath("site/");
-    state.ArchivePath = folder.filePath("archive/");
-    state.Archive = true;
-    state.LocalMode = localMode;
-    state.DeleteFirst = deleteFirst;
-    AnsweringBoxes boxes;
-    for (const rlim_t room : {0, 10, 1000}) {
-        QVERIFY(SaveSurface(FourQuarters(400, 300), folder.filePath("work/1pw.bmp")));
-        QVERIFY(WriteBytes(folder.filePath("work/1pw.jpg"), "old"));
-        QVERIFY(WriteBytes(folder.filePath("site/pw.jpg"), "old"));
-        const FullDisk full(room);
-        QVERIFY(!EncodeJpeg(state, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes));
-        QCOMPARE(ReadBytes(folder.filePath("work/1pw.jpg")), QByteArray("old"));
-        QCOMPARE(ReadBytes(folder.filePath("site/pw.jpg")), QByteArray("old"));
-        QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
-        QCOMPARE(QDir(state.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
-        QVERIFY(QDir(state.ArchivePath).entryList(QDir::Files).isEmpty());
-    }
-}
 
 QTEST_GUILESS_MAIN(TestFullDisk)
 #include "test_full_disk.moc"

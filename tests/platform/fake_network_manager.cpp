@@ -11,13 +11,6 @@
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.NetworkManager");
-const QString root = QStringLiteral("/org/freedesktop/NetworkManager");
-
-QString Line(const QString& number) {
-    return root + "/ActiveConnection/" + number;
-}
-
 QVariant Paths(const QStringList& paths) {
     QList<QDBusObjectPath> list;
     for (const QString& path : paths) list << QDBusObjectPath(path);
@@ -49,36 +42,20 @@ void PrivateBus::Stop() {
 
 FakeNetworkManager::FakeNetworkManager(const QDBusConnection& ownBus) : bus(ownBus) {
     qDBusRegisterMetaType<ProfileSettings>();
-    objects[root] = {{"State", 20U}, {"Connectivity", 1U}, {"PrimaryConnectionType", QString()}};
-    bus.registerVirtualObject(root, this, QDBusConnection::SubPath);
+    objects[Root] = {{"State", 20U}, {"Connectivity", 1U}, {"PrimaryConnectionType", QString()}};
+    bus.registerVirtualObject(Root, this, QDBusConnection::SubPath);
     moveToThread(&thread);
     thread.start();
 }
 
 FakeNetworkManager::~FakeNetworkManager() {
-    bus.unregisterObject(root, QDBusConnection::UnregisterTree);
+    bus.unregisterObject(Root, QDBusConnection::UnregisterTree);
     thread.quit();
     thread.wait();
 }
 
-void FakeNetworkManager::Start() {
-    bus.registerService(service);
-}
-
-void FakeNetworkManager::Stop() {
-    bus.unregisterService(service);
-}
-
-void FakeNetworkManager::Set(const QVariantMap& properties) {
-    Tell(root, service, properties);
-}
-
-void FakeNetworkManager::SendStateChanged(uint state) {
-    Signal(root, service, "StateChanged", {state});
-}
-
 void FakeNetworkManager::SetDevice(const QString& interface, uint state) {
-    const QString path = root + "/Devices/" + interface;
+    const QString path = Root + "/Devices/" + interface;
     uint before = 0;
     bool added = false;
     {
@@ -89,9 +66,9 @@ void FakeNetworkManager::SetDevice(const QString& interface, uint state) {
         if (added) devices << path;
     }
     if (added) {
-        Signal(root, service, "DeviceAdded", {QVariant::fromValue(QDBusObjectPath(path))});
+        Signal(Root, Service, "DeviceAdded", {QVariant::fromValue(QDBusObjectPath(path))});
     } else {
-        Signal(path, service + ".Device", "StateChanged", {state, before, 0U});
+        Signal(path, Service + ".Device", "StateChanged", {state, before, 0U});
     }
 }
 
@@ -100,24 +77,10 @@ void FakeNetworkManager::AddProfile(const QString& name, const QString& type,
     ProfileSettings profile = more;
     profile["connection"] = {{"id", name}, {"type", type}};
     const QMutexLocker lock(&mutex);
-    const QString path = QString("%1/Settings/%2").arg(root).arg(profiles.size());
+    const QString path = QString("%1/Settings/%2").arg(Root).arg(profiles.size());
     profiles[path] = profile;
-    Signal(root + "/Settings", service + ".Settings", "NewConnection",
+    Signal(Root + "/Settings", Service + ".Settings", "NewConnection",
            {QVariant::fromValue(QDBusObjectPath(path))});
-}
-
-void FakeNetworkManager::SetLine(int number, uint state) {
-    Tell(Line(QString::number(number)), service + ".Connection.Active", {{"State", state}});
-}
-
-QStringList FakeNetworkManager::Calls() {
-    const QMutexLocker lock(&mutex);
-    return calls;
-}
-
-void FakeNetworkManager::SetFirstState(uint state) {
-    const QMutexLocker lock(&mutex);
-    firstState = state;
 }
 
 void FakeNetworkManager::Tell(const QString& path, const QString& interface,
@@ -157,7 +120,7 @@ QDBusMessage FakeNetworkManager::Answer(const QDBusMessage& call) {
     }
     if (method == "CheckConnectivity") {
         calls << "check";
-        return call.createReply(objects[root].value("Connectivity"));
+        return call.createReply(objects[Root].value("Connectivity"));
     }
     if (objects.contains(call.path())) {
         const QVariantMap properties = objects.value(call.path());
@@ -172,7 +135,7 @@ QDBusMessage FakeNetworkManager::Activate(const QDBusMessage& call) {
     const auto profile = call.arguments().value(0).value<QDBusObjectPath>().path();
     calls << "activate " + profiles.value(profile)["connection"].value("id").toString();
     if (firstState == 0) return call.createErrorReply(QDBusError::AccessDenied, "not authorized");
-    const QString line = Line(QString::number(++lineCount));
-    objects[line] = {{"State", firstState}};
+    const QString line = Line(++lineCount);
+    objects[line] = {{"State", firstState.load()}};
     return call.createReply(QVariant::fromValue(QDBusObjectPath(line)));
 }

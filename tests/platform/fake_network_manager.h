@@ -5,6 +5,7 @@
 #include <QDBusVirtualObject>
 #include <QMap>
 #include <QMutex>
+#include <QMutexLocker>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -43,31 +44,42 @@ class FakeNetworkManager : public QDBusVirtualObject {
     explicit FakeNetworkManager(const QDBusConnection& bus);
     ~FakeNetworkManager() override;
 
-    void Start();
-    void Stop();
+    void Start() { bus.registerService(Service); }
+    void Stop() { bus.unregisterService(Service); }
     // Takes calls and answers none of them, as a service that hangs.
     void SetSilent(bool nowSilent) { silent = nowSilent; }
 
     // Sets properties of NetworkManager itself and tells of them, by PropertiesChanged.
-    void Set(const QVariantMap& properties);
+    void Set(const QVariantMap& properties) { Tell(Root, Service, properties); }
     // Sends the other notification of its state.
-    void SendStateChanged(uint state);
+    void SendStateChanged(uint state) { Signal(Root, Service, "StateChanged", {state}); }
     // Adds a device, or sets its state and tells of it.
     void SetDevice(const QString& interface, uint state);
     // Adds a profile of the given kind.
     void AddProfile(const QString& name, const QString& type, const ProfileSettings& more = {});
     // Sets the state of the active connection `number` (from 1) and tells of it.
-    void SetLine(int number, uint state);
+    void SetLine(int number, uint state) {
+        Tell(Line(number), Service + ".Connection.Active", {{"State", state}});
+    }
 
     // What was activated ("activate NAME") and deactivated ("deactivate NUMBER"), and checks.
-    [[nodiscard]] QStringList Calls();
+    [[nodiscard]] QStringList Calls() {
+        const QMutexLocker lock(&mutex);
+        return calls;
+    }
     // The state that a new active connection has: 1 activating, 2 activated; 0: refused.
-    void SetFirstState(uint state);
+    void SetFirstState(uint state) { firstState = state; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& from) override;
     QString introspect(const QString& /*path*/) const override { return {}; }
 
   private:
+    inline static const QString Service = QStringLiteral("org.freedesktop.NetworkManager");
+    inline static const QString Root = QStringLiteral("/org/freedesktop/NetworkManager");
+
+    static QString Line(int number) {
+        return Root + "/ActiveConnection/" + QString::number(number);
+    }
     void Tell(const QString& path, const QString& interface, const QVariantMap& properties);
     void Signal(const QString& path, const QString& interface, const QString& name,
                 const QVariantList& arguments);
@@ -77,11 +89,11 @@ class FakeNetworkManager : public QDBusVirtualObject {
     QDBusConnection bus;
     QThread thread;
     std::atomic<bool> silent = false;
+    std::atomic<uint> firstState = 1;
     QMutex mutex;                        // of everything below
     QMap<QString, QVariantMap> objects;  // properties by object path
     QStringList devices;
     QMap<QString, ProfileSettings> profiles;  // by object path
     QStringList calls;
-    uint firstState = 1;
     int lineCount = 0;
 };

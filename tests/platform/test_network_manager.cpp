@@ -1,9 +1,9 @@
 #include "fake_network_manager.h"
 #include "platform/linux/dialer.h"
 #include "platform/linux/online_state.h"
+#include "support/data_rows.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 using Links = OnlineState::Links;
 
@@ -34,307 +34,233 @@ class TestNetworkManager : public QObject {
     Q_OBJECT
 
   private slots:
-    void init();
-    void cleanup();
+    void init() {
+        for (const char* name : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"})
+            qunsetenv(name);
+        bus = std::make_unique<PrivateBus>();
+        const QDBusConnection server = bus->Connect();
+        if (!server.isConnected()) QSKIP("no dbus-daemon on this machine");
+        manager = std::make_unique<FakeNetworkManager>(server);
+        manager->Start();
+    }
 
-    void states_data();
-    void states();
-    void followsNotifications();
-    void fallsBackWhileServiceIsAway();
-    void fallsBackWhenBusGoes();
-    void worksWithoutBus();
-    void hungServiceDelaysStartBriefly();
-    void countsInterfacesLeftToOthers();
-    void proxyAloneIsNoConnection();
-    void asksForCheckInsteadOfForcing();
+    void cleanup() {
+        manager.reset();
+        bus.reset();
+    }
 
-    void listsDialUpEntries();
-    void dials_data();
-    void dials();
-    void neverReportsFailedDial_data();
-    void neverReportsFailedDial();
-    void doesNotDialTwice();
-    void hangsUp();
-    void forgetsLinesOfFormerService();
+    void states_data() {
+        const Rows<uint, uint, QString, bool, Links> row;
+        row("cable", global, 4U, "802-3-ethernet", true, OnlineState::Lan);
+        row("mobile", global, 4U, "gsm", true, OnlineState::Modem);
+        row("phone", global, 4U, "bluetooth", true, OnlineState::Modem);
+        row("kind not told", global, 4U, "", true, {});
+        row("own probe fails, server may be near", site, 3U, "bridge", true, OnlineState::Lan);
+        row("no default route", local, 1U, "802-3-ethernet", false, {});
+        row("connectivity lost first", global, 1U, "gsm", false, {});
+    }
+    void states() {
+        const auto [state, connectivity, kind, connected, links] =
+            Row<uint, uint, QString, bool, Links>();
+        manager->Set(
+            {{"State", state}, {"Connectivity", connectivity}, {"PrimaryConnectionType", kind}});
+        // The kernel's view differs on purpose: the service's own is the one that counts.
+        const LinuxOnlineState online(bus->Connect(), ModemOnly);
+        // The first answer is there at once, without the event loop.
+        QCOMPARE(online.Connected(), connected);
+        QCOMPARE(online.Connection(), links);
+    }
+
+    void followsNotifications() {
+        LinuxOnlineState online(bus->Connect(), Nothing);
+        online.ForceOnline();
+        QTRY_COMPARE(manager->Calls(), QStringList{"check"});
+        QSignalSpy changes(&online, &OnlineState::Changed);
+        QVERIFY(!online.Connected());
+        manager->Set(Global("gsm"));
+        QTRY_VERIFY(online.Connected());
+        QCOMPARE(online.Connection(), Links(OnlineState::Modem));
+        manager->Set({{"PrimaryConnectionType", QStringLiteral("802-3-ethernet")}});
+        QTRY_COMPARE(online.Connection(), Links(OnlineState::Lan));
+        QCOMPARE(changes.count(), 2);
+        manager->SendStateChanged(disconnected);
+        QTRY_VERIFY(!online.Connected());
+        QCOMPARE(online.Connection(), Links());
+    }
+
+    void fallsBackWhileServiceIsAway() {
+        manager->Set(Global("802-3-ethernet"));
+        const LinuxOnlineState online(bus->Connect(), ModemOnly);
+        QCOMPARE(online.Connection(), Links(OnlineState::Lan));
+        manager->Stop();
+        QTRY_COMPARE(online.Connection(), Links(OnlineState::Modem));
+        QVERIFY(online.Connected());
+        manager->Start();
+        QTRY_COMPARE(online.Connection(), Links(OnlineState::Lan));
+        manager->Set({{"State", disconnected}});
+        QTRY_VERIFY(!online.Connected());
+        bus->Stop();
+        QTRY_VERIFY(online.Connected());
+    }
+
+    void worksWithoutBus() {
+        const auto none = QDBusConnection::connectToBus("unix:path=/nowhere", "none");
+        QVERIFY(!none.isConnected());
+        LinuxOnlineState online(none, ModemOnly);
+        QVERIFY(online.Connected());
+        online.ForceOnline();
+        LinuxDialer dialer(none);
+        bool stands = false;
+        dialer.Dial("any", [&stands](int) { stands = true; });
+        QCoreApplication::processEvents();
+        QCOMPARE(dialer.Entries(), QStringList());
+        QVERIFY(!stands);
+    }
+
+    void hungServiceDelaysStartBriefly() {
+        manager->SetSilent(true);
+        QElapsedTimer timer;
+        timer.start();
+        const LinuxOnlineState online(bus->Connect(), ModemOnly);
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(online.Connected());
+    }
+
+    void countsInterfacesLeftToOthers() {
+        LinuxOnlineState online(bus->Connect(), ModemOnly);
+        manager->SetDevice("eth0", 10);
+        manager->SetDevice("wwan0", 30);
+        manager->Set({{"State", local}});
+        QVERIFY(!online.Connected());
+        manager->SetDevice("wwan0", 10);  // unmanaged
+        QTRY_VERIFY(online.Connected());
+        QCOMPARE(online.Connection(), Links(OnlineState::Modem));
+        // A second start finds the device as it is.
+        const LinuxOnlineState second(bus->Connect(), ModemOnly);
+        QTRY_VERIFY(second.Connected());
+        manager->SetDevice("wwan0", 30);
+        QTRY_VERIFY(!online.Connected());
+    }
+
+    void proxyAloneIsNoConnection() {
+        qputenv("https_proxy", "http://127.0.0.1:3128");
+        LinuxOnlineState online(bus->Connect(), Nothing);
+        QCOMPARE(online.Connection(), Links());
+        manager->Set(Global("gsm"));
+        QTRY_COMPARE(online.Connection(), Links(OnlineState::Modem | OnlineState::Proxy));
+    }
+
+    void listsDialUpEntries() {
+        manager->AddProfile("House", "802-3-ethernet");
+        manager->AddProfile("Stick", "gsm");
+        manager->AddProfile("Phone", "bluetooth", {{"bluetooth", {{"type", "dun"}}}});
+        manager->AddProfile("Headset net", "bluetooth", {{"bluetooth", {{"type", "panu"}}}});
+        manager->AddProfile("Bureau \u00e9t\u00e9", "vpn");
+        const LinuxDialer dialer(bus->Connect());
+        QTRY_COMPARE(dialer.Entries(), QStringList({"Bureau \u00e9t\u00e9", "Phone", "Stick"}));
+        manager->AddProfile("DSL", "pppoe");
+        QTRY_COMPARE(dialer.Entries(),
+                     QStringList({"Bureau \u00e9t\u00e9", "DSL", "Phone", "Stick"}));
+        manager->Stop();
+        QTRY_COMPARE(dialer.Entries(), QStringList());
+    }
+
+    void neverReportsFailedDial_data() {
+        const Rows<QString, uint, uint> row;
+        row("no such entry", "Nobody", 1U, 0U);
+        row("no dial-up entry", "Cable", 1U, 0U);
+        row("refused", "Stick", 0U, 0U);
+        row("failed at once", "Stick", 4U, 0U);
+        row("failed later", "Stick", 1U, 4U);
+    }
+    void neverReportsFailedDial() {
+        const auto [entry, firstState, laterState] = Row<QString, uint, uint>();
+        manager->AddProfile("Cable", "802-3-ethernet");
+        manager->AddProfile("Stick", "gsm");
+        manager->AddProfile("Spare", "gsm");
+        manager->SetFirstState(firstState);
+        LinuxDialer dialer(bus->Connect());
+        QStringList stands;
+        dialer.Dial(entry, [&stands](int) { stands << "first"; });
+        if (entry == "Stick") QTRY_COMPARE(manager->Calls().size(), 1);
+        if (laterState != 0) manager->SetLine(1, laterState);
+        // Another dial, begun after the failure, overtakes nothing.
+        manager->SetFirstState(2);
+        dialer.Dial("Spare", [&stands](int) { stands << "spare"; });
+        QTRY_COMPARE(stands, QStringList{"spare"});
+        // The failed entry can be dialled again.
+        if (entry != "Stick") return;
+        dialer.Dial(entry, [&stands](int) { stands << "second"; });
+        QTRY_COMPARE(stands, QStringList({"spare", "second"}));
+    }
+
+    void doesNotDialTwice() {
+        manager->AddProfile("Stick", "gsm");
+        LinuxDialer dialer(bus->Connect());
+        QList<int> handles;
+        const auto note = [&handles](int handle) { handles << handle; };
+        // At once, as at an automatic start: the entries are not yet known.
+        dialer.Dial("Stick", note);
+        QVERIFY(handles.isEmpty());
+        QTRY_COMPARE(manager->Calls().size(), 1);
+        dialer.Dial("Stick", note);  // on its way
+        manager->SetLine(1, 2);
+        QTRY_COMPARE(handles.size(), 2);
+        dialer.Dial("Stick", note);  // stands
+        QCOMPARE(handles.size(), 2);
+        QTRY_COMPARE(handles.size(), 3);
+        QVERIFY(handles[0] != 0 && handles == QList<int>(3, handles[0]));
+        QCOMPARE(manager->Calls(), QStringList{"activate Stick"});
+        // A line that broke down is dialled anew, under a new handle.
+        manager->SetLine(1, 4);
+        manager->SetFirstState(2);
+        manager->AddProfile("Spare", "gsm");
+        QTRY_COMPARE(dialer.Entries().size(), 2);  // the break-down has arrived before this
+        dialer.Dial("Stick", note);
+        QTRY_COMPARE(handles.size(), 4);
+        QVERIFY(handles.last() != handles.first());
+        QCOMPARE(manager->Calls(), QStringList({"activate Stick", "activate Stick"}));
+    }
+
+    void hangsUp() {
+        manager->AddProfile("Stick", "gsm");
+        manager->AddProfile("Spare", "gsm");
+        manager->SetFirstState(2);
+        LinuxDialer dialer(bus->Connect());
+        QMap<QString, int> handles;
+        for (const QString& entry : {QString("Stick"), QString("Spare")}) {
+            dialer.Dial(entry, [&handles, entry](int handle) { handles[entry] = handle; });
+            QTRY_VERIFY(handles.contains(entry));
+        }
+        dialer.HangUp(0);
+        dialer.HangUp(99);
+        dialer.HangUp(handles["Spare"]);
+        dialer.HangUp(handles["Spare"]);
+        dialer.HangUp(handles["Stick"]);
+        QTRY_COMPARE(manager->Calls(), QStringList({"activate Stick", "activate Spare",
+                                                    "deactivate 2", "deactivate 1"}));
+    }
+
+    void forgetsLinesOfFormerService() {
+        manager->AddProfile("Stick", "gsm");
+        manager->SetFirstState(2);
+        LinuxDialer dialer(bus->Connect());
+        int handle = 0;
+        dialer.Dial("Stick", [&handle](int stands) { handle = stands; });
+        QTRY_VERIFY(handle != 0);
+        manager->Stop();
+        QTRY_COMPARE(dialer.Entries(), QStringList());
+        manager->Start();
+        QTRY_COMPARE(dialer.Entries(), QStringList{"Stick"});
+        dialer.HangUp(handle);  // may be anybody's by now
+        dialer.Dial("Stick", [](int) {});
+        QTRY_COMPARE(manager->Calls(), QStringList({"activate Stick", "activate Stick"}));
+    }
 
   private:
     std::unique_ptr<PrivateBus> bus;
     std::unique_ptr<FakeNetworkManager> manager;
 };
-
-void TestNetworkManager::init() {
-    for (const char* name : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"}) {
-        qunsetenv(name);
-    }
-    bus = std::make_unique<PrivateBus>();
-    const QDBusConnection server = bus->Connect();
-    if (!server.isConnected()) QSKIP("no dbus-daemon on this machine");
-    manager = std::make_unique<FakeNetworkManager>(server);
-    manager->Start();
-}
-
-void TestNetworkManager::cleanup() {
-    manager.reset();
-    bus.reset();
-}
-
-void TestNetworkManager::states_data() {
-    QTest::addColumn<uint>("state");
-    QTest::addColumn<uint>("connectivity");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<Links>("links");
-    QTest::addRow("cable") << global << 4U << "802-3-ethernet" << true << Links(OnlineState::Lan);
-    QTest::addRow("wireless") << global << 4U << "802-11-wireless" << true
-                              << Links(OnlineState::Lan);
-    QTest::addRow("mobile") << global << 4U << "gsm" << true << Links(OnlineState::Modem);
-    QTest::addRow("dsl") << global << 4U << "pppoe" << true << Links(OnlineState::Modem);
-    QTest::addRow("phone") << global << 4U << "bluetooth" << true << Links(OnlineState::Modem);
-    QTest::addRow("tunnel") << global << 4U << "wireguard" << true << Links(OnlineState::Lan);
-    QTest::addRow("kind not told") << global << 4U << "" << true << Links();
-    QTest::addRow("own probe fails, server may be near")
-        << site << 3U << "bridge" << true << Links(OnlineState::Lan);
-    QTest::addRow("check switched off")
-        << global << 0U << "802-3-ethernet" << true << Links(OnlineState::Lan);
-    QTest::addRow("no default route") << local << 1U << "802-3-ethernet" << false << Links();
-    QTest::addRow("connecting") << 40U << 1U << "802-3-ethernet" << false << Links();
-    QTest::addRow("connectivity lost first") << global << 1U << "gsm" << false << Links();
-    QTest::addRow("disconnected") << disconnected << 1U << "" << false << Links();
-}
-
-void TestNetworkManager::states() {
-    QFETCH(const uint, state);
-    QFETCH(const uint, connectivity);
-    QFETCH(const QString, kind);
-    manager->Set(
-        {{"State", state}, {"Connectivity", connectivity}, {"PrimaryConnectionType", kind}});
-    // The kernel's view differs on purpose: the service's own is the one that counts.
-    const LinuxOnlineState online(bus->Connect(), ModemOnly);
-    // The first answer is there at once, without the event loop.
-    QTEST(online.Connected(), "connected");
-    QTEST(online.Connection(), "links");
-}
-
-void TestNetworkManager::followsNotifications() {
-    LinuxOnlineState online(bus->Connect(), Nothing);
-    QSignalSpy changes(&online, &OnlineState::Changed);
-    QVERIFY(!online.Connected());
-    manager->Set(Global("gsm"));
-    QTRY_VERIFY(online.Connected());
-    QCOMPARE(online.Connection(), Links(OnlineState::Modem));
-    manager->Set({{"PrimaryConnectionType", QStringLiteral("802-3-ethernet")}});
-    QTRY_COMPARE(online.Connection(), Links(OnlineState::Lan));
-    QCOMPARE(changes.count(), 2);
-    manager->SendStateChanged(disconnected);
-    QTRY_VERIFY(!online.Connected());
-    QCOMPARE(online.Connection(), Links());
-}
-
-void TestNetworkManager::fallsBackWhileServiceIsAway() {
-    manager->Set(Global("802-3-ethernet"));
-    const LinuxOnlineState online(bus->Connect(), ModemOnly);
-    QCOMPARE(online.Connection(), Links(OnlineState::Lan));
-    manager->Stop();
-    QTRY_COMPARE(online.Connection(), Links(OnlineState::Modem));
-    QVERIFY(online.Connected());
-    manager->Start();
-    QTRY_COMPARE(online.Connection(), Links(OnlineState::Lan));
-    manager->Set({{"State", disconnected}});
-    QTRY_VERIFY(!online.Connected());
-    manager->Stop();
-    QTRY_VERIFY(online.Connected());
-}
-
-void TestNetworkManager::fallsBackWhenBusGoes() {
-    LinuxOnlineState online(bus->Connect(), ModemOnly);
-    QVERIFY(!online.Connected());
-    bus->Stop();
-    QTRY_VERIFY(online.Connected());
-}
-
-void TestNetworkManager::worksWithoutBus() {
-    const auto none = QDBusConnection::connectToBus("unix:path=/nowhere", "none");
-    QVERIFY(!none.isConnected());
-    LinuxOnlineState online(none, ModemOnly);
-    QVERIFY(online.Connected());
-    online.ForceOnline();
-    LinuxDialer dialer(none);
-    bool stands = false;
-    dialer.Dial("any", [&stands](int) { stands = true; });
-    QCoreApplication::processEvents();
-    QCOMPARE(dialer.Entries(), QStringList());
-    QVERIFY(!stands);
-}
-
-void TestNetworkManager::hungServiceDelaysStartBriefly() {
-    manager->SetSilent(true);
-    QElapsedTimer timer;
-    timer.start();
-    const LinuxOnlineState online(bus->Connect(), ModemOnly);
-    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(online.Connected());
-}
-
-void TestNetworkManager::countsInterfacesLeftToOthers() {
-    LinuxOnlineState online(bus->Connect(), ModemOnly);
-    manager->SetDevice("eth0", 10);
-    manager->SetDevice("wwan0", 30);
-    manager->Set({{"State", local}});
-    QVERIFY(!online.Connected());
-    manager->SetDevice("wwan0", 10);  // unmanaged
-    QTRY_VERIFY(online.Connected());
-    QCOMPARE(online.Connection(), Links(OnlineState::Modem));
-    // A second start finds the device as it is.
-    const LinuxOnlineState second(bus->Connect(), ModemOnly);
-    QTRY_VERIFY(second.Connected());
-    manager->SetDevice("wwan0", 30);
-    QTRY_VERIFY(!online.Connected());
-}
-
-void TestNetworkManager::proxyAloneIsNoConnection() {
-    qputenv("https_proxy", "http://127.0.0.1:3128");
-    LinuxOnlineState online(bus->Connect(), Nothing);
-    QCOMPARE(online.Connection(), Links());
-    manager->Set(Global("gsm"));
-    QTRY_COMPARE(online.Connection(), Links(OnlineState::Modem | OnlineState::Proxy));
-}
-
-void TestNetworkManager::asksForCheckInsteadOfForcing() {
-    LinuxOnlineState online(bus->Connect(), Nothing);
-    online.ForceOnline();
-    QTRY_COMPARE(manager->Calls(), QStringList{"check"});
-}
-
-void TestNetworkManager::listsDialUpEntries() {
-    manager->AddProfile("House", "802-3-ethernet");
-    manager->AddProfile("Stick", "gsm");
-    manager->AddProfile("Phone", "bluetooth", {{"bluetooth", {{"type", "dun"}}}});
-    manager->AddProfile("Headset net", "bluetooth", {{"bluetooth", {{"type", "panu"}}}});
-    manager->AddProfile("Bureau \u00e9t\u00e9", "vpn");
-    const LinuxDialer dialer(bus->Connect());
-    QTRY_COMPARE(dialer.Entries(), QStringList({"Bureau \u00e9t\u00e9", "Phone", "Stick"}));
-    manager->AddProfile("DSL", "pppoe");
-    QTRY_COMPARE(dialer.Entries(), QStringList({"Bureau \u00e9t\u00e9", "DSL", "Phone", "Stick"}));
-    manager->Stop();
-    QTRY_COMPARE(dialer.Entries(), QStringList());
-}
-
-void TestNetworkManager::dials_data() {
-    QTest::addColumn<uint>("firstState");
-    QTest::addRow("comes up later") << 1U;
-    QTest::addRow("stands before it is asked") << 2U;
-}
-
-void TestNetworkManager::dials() {
-    QFETCH(const uint, firstState);
-    manager->AddProfile("Cable", "802-3-ethernet");
-    manager->AddProfile("Stick", "gsm");
-    manager->SetFirstState(firstState);
-    LinuxDialer dialer(bus->Connect());
-    QList<int> handles;
-    // At once, as at an automatic start: the entries are not yet known.
-    dialer.Dial("Stick", [&handles](int handle) { handles << handle; });
-    QVERIFY(handles.isEmpty());
-    QTRY_COMPARE(manager->Calls(), QStringList{"activate Stick"});
-    if (firstState == 1) manager->SetLine(1, 2);
-    QTRY_COMPARE(handles.size(), 1);
-    QVERIFY(handles.first() != 0);
-}
-
-void TestNetworkManager::neverReportsFailedDial_data() {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<uint>("firstState");
-    QTest::addColumn<uint>("laterState");
-    QTest::addRow("no such entry") << "Nobody" << 1U << 0U;
-    QTest::addRow("no dial-up entry") << "Cable" << 1U << 0U;
-    QTest::addRow("refused") << "Stick" << 0U << 0U;
-    QTest::addRow("failed at once") << "Stick" << 4U << 0U;
-    QTest::addRow("failed later") << "Stick" << 1U << 4U;
-}
-
-void TestNetworkManager::neverReportsFailedDial() {
-    QFETCH(const QString, entry);
-    QFETCH(const uint, firstState);
-    QFETCH(const uint, laterState);
-    manager->AddProfile("Cable", "802-3-ethernet");
-    manager->AddProfile("Stick", "gsm");
-    manager->AddProfile("Spare", "gsm");
-    manager->SetFirstState(firstState);
-    LinuxDialer dialer(bus->Connect());
-    QStringList stands;
-    dialer.Dial(entry, [&stands](int) { stands << "first"; });
-    if (entry == "Stick") QTRY_COMPARE(manager->Calls().size(), 1);
-    if (laterState != 0) manager->SetLine(1, laterState);
-    // Another dial, begun after the failure, overtakes nothing.
-    manager->SetFirstState(2);
-    dialer.Dial("Spare", [&stands](int) { stands << "spare"; });
-    QTRY_COMPARE(stands, QStringList{"spare"});
-    // The failed entry can be dialled again.
-    if (entry != "Stick") return;
-    dialer.Dial(entry, [&stands](int) { stands << "second"; });
-    QTRY_COMPARE(stands, QStringList({"spare", "second"}));
-}
-
-void TestNetworkManager::doesNotDialTwice() {
-    manager->AddProfile("Stick", "gsm");
-    LinuxDialer dialer(bus->Connect());
-    QList<int> handles;
-    const auto note = [&handles](int handle) { handles << handle; };
-    dialer.Dial("Stick", note);
-    QTRY_COMPARE(manager->Calls().size(), 1);
-    dialer.Dial("Stick", note);  // on its way
-    manager->SetLine(1, 2);
-    QTRY_COMPARE(handles.size(), 2);
-    dialer.Dial("Stick", note);  // stands
-    QCOMPARE(handles.size(), 2);
-    QTRY_COMPARE(handles.size(), 3);
-    QCOMPARE(QSet<int>(handles.begin(), handles.end()).size(), 1);
-    QCOMPARE(manager->Calls(), QStringList{"activate Stick"});
-    // A line that broke down is dialled anew, under a new handle.
-    manager->SetLine(1, 4);
-    manager->SetFirstState(2);
-    manager->AddProfile("Spare", "gsm");
-    QTRY_COMPARE(dialer.Entries().size(), 2);  // the break-down has arrived before this
-    dialer.Dial("Stick", note);
-    QTRY_COMPARE(handles.size(), 4);
-    QVERIFY(handles.last() != handles.first());
-    QCOMPARE(manager->Calls(), QStringList({"activate Stick", "activate Stick"}));
-}
-
-void TestNetworkManager::hangsUp() {
-    manager->AddProfile("Stick", "gsm");
-    manager->AddProfile("Spare", "gsm");
-    manager->SetFirstState(2);
-    LinuxDialer dialer(bus->Connect());
-    QMap<QString, int> handles;
-    for (const QString& entry : {QString("Stick"), QString("Spare")}) {
-        dialer.Dial(entry, [&handles, entry](int handle) { handles[entry] = handle; });
-        QTRY_VERIFY(handles.contains(entry));
-    }
-    dialer.HangUp(0);
-    dialer.HangUp(99);
-    dialer.HangUp(handles["Spare"]);
-    dialer.HangUp(handles["Spare"]);
-    dialer.HangUp(handles["Stick"]);
-    QTRY_COMPARE(manager->Calls(),
-                 QStringList({"activate Stick", "activate Spare", "deactivate 2", "deactivate 1"}));
-}
-
-void TestNetworkManager::forgetsLinesOfFormerService() {
-    manager->AddProfile("Stick", "gsm");
-    manager->SetFirstState(2);
-    LinuxDialer dialer(bus->Connect());
-    int handle = 0;
-    dialer.Dial("Stick", [&handle](int stands) { handle = stands; });
-    QTRY_VERIFY(handle != 0);
-    manager->Stop();
-    QTRY_COMPARE(dialer.Entries(), QStringList());
-    manager->Start();
-    QTRY_COMPARE(dialer.Entries(), QStringList{"Stick"});
-    dialer.HangUp(handle);  // may be anybody's by now
-    dialer.Dial("Stick", [](int) {});
-    QTRY_COMPARE(manager->Calls(), QStringList({"activate Stick", "activate Stick"}));
-}
 
 QTEST_GUILESS_MAIN(TestNetworkManager)
 #include "test_network_manager.moc"

@@ -4,7 +4,6 @@
 #include <QSettings>
 
 bool FakeCamera::GrabFrame() {
-    if (WhileGrabbing) WhileGrabbing();
     if (Plugged) ++Grabs;
     return Plugged;
 }

@@ -19,7 +19,6 @@ class FakeCamera : public CaptureControl {
   public:
     bool Plugged = true;
     int Grabs = 0;
-    std::function<void()> WhileGrabbing;  // what happens meanwhile
 
     [[nodiscard]] bool GrabFrame() override;
     [[nodiscard]] bool SaveDIB(const QString& path) override;

@@ -24,12 +24,11 @@ mount --bind "$1/pam" /etc/pam.d/vsftpd
 exec vsftpd "$1/vsftpd.conf"
 )";
 
-const char* const PyftpdlibServer = R"(import os, sys
+const char* const PyftpdlibServer = R"(import sys
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler
 from pyftpdlib.servers import FTPServer
-port, root, user, password, idle, size, umask, banner = sys.argv[1:]
-os.umask(int(umask, 8))
+port, root, user, password, idle, size, banner = sys.argv[1:]
 class Handler(FTPHandler):
     authorizer = DummyAuthorizer()
     timeout = int(idle)
@@ -108,7 +107,7 @@ QString RealFtpServer::VsftpdSettings() {
         "isolate_network=NO",
         "xferlog_enable=NO",
         "pam_service_name=vsftpd",
-        QStringLiteral("local_umask=%1").arg(options.Umask),
+        "local_umask=022",
         QStringLiteral("local_root=%1").arg(Root()),
         QStringLiteral("secure_chroot_dir=%1").arg(folder.filePath(QStringLiteral("empty"))),
         QStringLiteral("idle_session_timeout=%1").arg(options.IdleSeconds),
@@ -145,10 +144,10 @@ bool RealFtpServer::StartVsftpd() {
 bool RealFtpServer::StartPyftpdlib() {
     const QString script =
         WriteFile(QStringLiteral("server.py"), QString::fromLatin1(PyftpdlibServer));
-    return Launch(QStringLiteral("/usr/bin/python3"),
-                  {script, QString::number(port), Root(), options.User, options.Password,
-                   QString::number(options.IdleSeconds), options.KnowsSize ? "1" : "0",
-                   options.Umask, options.Banner});
+    return Launch(
+        QStringLiteral("/usr/bin/python3"),
+        {script, QString::number(port), Root(), options.User, options.Password,
+         QString::number(options.IdleSeconds), options.KnowsSize ? "1" : "0", options.Banner});
 }
 
 bool RealFtpServer::Launch(const QString& program, const QStringList& arguments) {

@@ -17,8 +17,7 @@ class RealFtpServer {
         QString Password = QStringLiteral("secret");
         int IdleSeconds = 300;  // a connection idle for so long is closed
         bool KnowsSize = true;  // false: SIZE is an unknown command (pyftpdlib only)
-        QString Umask = QStringLiteral("022");
-        QString Banner = {};  // lines of the greeting; empty: the server's own
+        QString Banner = {};    // lines of the greeting; empty: the server's own
     };
 
     explicit RealFtpServer(Kind which) : RealFtpServer(which, Options()) {}

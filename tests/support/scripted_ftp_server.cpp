@@ -30,11 +30,6 @@ void ScriptedFtpServer::DropControl() {
         if (session) session->CloseControl();
 }
 
-void ScriptedFtpServer::SendAll(const QByteArray& bytes) {
-    for (ScriptedFtpSession* session : std::as_const(sessions))
-        if (session) session->Send(bytes);
-}
-
 FtpFault ScriptedFtpServer::Meet(const QString& verb) {
     const int occurrence = ++met[verb];
     for (const FtpFault& fault : std::as_const(Script))

@@ -14,14 +14,22 @@ struct FtpFault {
     int Occurrence = 0;             // the n-th time it comes, from 1; 0: every time
     QStringList Chunks = {};        // sent in place of the reply, as they are, one after another
     int DelayMilliseconds = 0;      // of the clock, before the reply
-    int SplitAt = 0;                // the reply comes in two parts, the first of so many bytes
     bool Drip = false;              // the reply comes byte by byte
-    bool JoinNext = false;          // the reply comes in one chunk with the next one
     bool Silent = false;            // no reply
     bool CloseControl = false;      // the connection is closed after the reply
     bool NoDataConnection = false;  // the transfer is announced, but nobody connects
     int DataBytes = -1;             // the data connection is closed after so many bytes
 };
+
+// Answers the command with this, in as many chunks as there are.
+inline FtpFault Says(const QString& verb, const QStringList& chunks) {
+    return {.Verb = verb, .Chunks = chunks};
+}
+
+// Closes the connection in place of a reply.
+inline FtpFault Closes(const QString& verb) {
+    return {.Verb = verb, .Silent = true, .CloseControl = true};
+}
 
 class ScriptedFtpSession;
 
@@ -44,14 +52,12 @@ class ScriptedFtpServer : public QObject {
     // Refuses connections, and takes them again at the same port.
     void StopListening();
     void ListenAgain();
-    // Sends bytes that nobody asked for on every control connection.
-    void SendAll(const QByteArray& bytes);
 
     QList<FtpFault> Script;
     QMap<QString, QByteArray> Files;
     QStringList Folders;     // besides the root
     bool AnyFolder = false;  // CWD goes anywhere
-    QString User, Password;  // empty: any
+    QString Password;        // empty: any
     bool KnowsSize = true;
     bool RefuseRenameOver = false;         // RNTO over an existing file is a 550
     bool RepliesBeforeConnecting = false;  // 150 first, then the data connection

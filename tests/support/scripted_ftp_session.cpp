@@ -51,13 +51,9 @@ void ScriptedFtpSession::Handle(const QString& line) {
 QString ScriptedFtpSession::HandleLogin(const QString& verb, const QString& argument) {
     if (verb == QStringLiteral("QUIT")) return QStringLiteral("221 bye");
     if (verb == QStringLiteral("NOOP")) return QStringLiteral("200 fine");
-    if (verb == QStringLiteral("USER")) {
-        user = argument;
-        return QStringLiteral("331 password?");
-    }
+    if (verb == QStringLiteral("USER")) return QStringLiteral("331 password?");
     if (verb != QStringLiteral("PASS")) return {};
-    loggedIn = (server.User.isEmpty() || server.User == user) &&
-               (server.Password.isEmpty() || server.Password == argument);
+    loggedIn = server.Password.isEmpty() || server.Password == argument;
     return loggedIn ? QStringLiteral("230 welcome") : QStringLiteral("530 wrong");
 }
 
@@ -65,7 +61,6 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
     const QString path = PathOf(argument);
     const bool there = server.Files.contains(path);
     if (verb == QStringLiteral("TYPE")) return QStringLiteral("200 type set");
-    if (verb == QStringLiteral("PWD")) return QStringLiteral("257 \"/%1\"").arg(cwd);
     if (verb == QStringLiteral("CWD")) return ChangeFolder(argument);
     if (verb == QStringLiteral("CDUP")) return ChangeFolder(QStringLiteral(".."));
     if (verb == QStringLiteral("RNTO")) return RenameTo(path);
@@ -127,38 +122,19 @@ void ScriptedFtpSession::ReplyAs(const FtpFault& fault, const QString& usual) {
         prompt.DelayMilliseconds = 0;
         return Later(fault.DelayMilliseconds, [this, prompt, usual] { ReplyAs(prompt, usual); });
     }
-    const QByteArray reply = usual.toUtf8() + "\r\n";
-    QList<QByteArray> parts;
-    for (const QString& chunk : fault.Chunks) parts << chunk.toUtf8();
-    if (fault.Chunks.isEmpty() && fault.Drip)
-        for (const char byte : reply) parts << QByteArray(1, byte);
-    else if (fault.Chunks.isEmpty() && fault.SplitAt > 0)
-        parts << reply.left(fault.SplitAt) << reply.mid(fault.SplitAt);
-    else if (fault.Chunks.isEmpty())
-        parts << reply;
+    const QString reply = usual + QStringLiteral("\r\n");
+    QStringList parts = fault.Chunks;
+    if (parts.isEmpty()) parts << reply;
+    if (fault.Drip) parts = reply.split(QString(), Qt::SkipEmptyParts);
     if (fault.Silent) parts.clear();
-    for (const QByteArray& part : std::as_const(parts)) Queue(part);
+    for (const QString& part : std::as_const(parts)) output << Output{part.toUtf8()};
     if (fault.CloseControl) output << Output{{}, true};
-    held = fault.JoinNext;
     Pump();
-}
-
-void ScriptedFtpSession::Send(const QByteArray& bytes) {
-    Queue(bytes);
-    Pump();
-}
-
-void ScriptedFtpSession::Queue(const QByteArray& bytes) {
-    if (held && !output.isEmpty())
-        output.last().Bytes += bytes;
-    else
-        output << Output{bytes, false};
-    held = false;
 }
 
 // Sends what waits. Between two parts the clock moves on, so that the client has read the first.
 void ScriptedFtpSession::Pump() {
-    if (pumping || output.isEmpty() || (held && output.size() == 1)) return;
+    if (pumping || output.isEmpty()) return;
     const Output next = output.takeFirst();
     if (next.Close) return CloseControl();
     control->write(next.Bytes);

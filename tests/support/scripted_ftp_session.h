@@ -15,8 +15,6 @@ class ScriptedFtpSession : public QObject {
     ~ScriptedFtpSession() override;
 
     void CloseControl();
-    // Puts bytes into the queue of what is sent.
-    void Send(const QByteArray& bytes);
 
   private:
     struct Output {
@@ -24,7 +22,6 @@ class ScriptedFtpSession : public QObject {
         bool Close = false;
     };
 
-    void Queue(const QByteArray& bytes);
     void Read();
     void Handle(const QString& line);
     void ReplyAs(const FtpFault& fault, const QString& usual);
@@ -51,8 +48,6 @@ class ScriptedFtpSession : public QObject {
     QList<Output> output;
     bool pumping = false;  // something was sent just now
     int pumped = 0;        // how many times
-    bool held = false;     // the last output waits to be joined with the next
-    QString user;
     bool loggedIn = false;
     QString cwd;
     QString renameFrom;

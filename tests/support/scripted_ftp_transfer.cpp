@@ -50,7 +50,7 @@ void ScriptedFtpSession::SendData(const FtpFault& fault) {
 
 void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path) {
     server.Files[path].clear();
-    connect(data, &QTcpSocket::readyRead, this, [this, fault, path] {
+    const auto receive = [this, fault, path] {
         QByteArray& file = server.Files[path];
         file += data->readAll();
         if (fault.DataBytes < 0 || file.size() < fault.DataBytes) return;
@@ -58,13 +58,11 @@ void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path)
         data->disconnect(this);
         data->abort();
         EndData(QStringLiteral("426 aborted"));
-    });
+    };
+    connect(data, &QTcpSocket::readyRead, this, receive);
     connect(data, &QTcpSocket::disconnected, this,
             [this] { EndData(QStringLiteral("226 complete")); });
-    if (fault.DataBytes != 0) return;
-    data->disconnect(this);
-    data->abort();
-    EndData(QStringLiteral("426 aborted"));
+    if (fault.DataBytes == 0) receive();
 }
 
 void ScriptedFtpSession::EndData(const QString& reply) {
