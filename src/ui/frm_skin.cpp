@@ -2,42 +2,43 @@
 
 #include "core/program.h"
 #include "ui/preview_area.h"
+#include "ui/skin/picture_box.h"
+#include "ui/skin/picture_button.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDesktopServices>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QShortcut>
-#include <QUrl>
 
-frmSkin::frmSkin(Program& ownProgram)
-    : btnStart(AddButton("Start", "F5")),
-      btnPause(AddButton("Pause", "F6")),
-      btnStop(AddButton("Stop", "F7")),
-      btnOptions(AddButton("Options", "F8")),
-      btnMin(AddButton("Minimise", "F9")),
-      btnExit(AddButton("Exit", "Ctrl+Q")),
+frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBoxes& messageBoxes)
+    : btnStart(new PictureButton({}, this)),
+      btnPause(new PictureButton({}, this)),
+      btnStop(new PictureButton({}, this)),
+      btnOptions(new PictureButton({}, this)),
+      btnMin(new PictureButton({}, this)),
+      btnExit(new PictureButton({}, this)),
+      pic_klappe_open(new PictureButton({}, this)),
+      pic_klappe(new PictureBox(this)),
+      LEDLeft(new PictureBox(this)),
+      LEDReigth(new PictureBox(this)),
+      preview(new PreviewArea(this)),
       cbDriver(new QComboBox(this)),
       Label_Driver(new QLabel(this)),
       lblStatus(new QLabel(this)),
       program(ownProgram),
-      preview(new PreviewArea(this)),
-      lblTimeOut(new QLabel(this)),
-      lblOnline(new QLabel(this)),
-      lblCounters(new QLabel(this)) {
-    setWindowTitle("Stillpost");
-    cbDriver->setAccessibleName("Camera");
-    preview->setAccessibleName("Preview");
-    lblStatus->setAccessibleName("Status");
+      folders(skinFolders),
+      boxes(messageBoxes),
+      place(*this, ownProgram.Wait.OwnClock(), ownProgram.SettingsFile(), "Window") {
+    lblStatus->setAutoFillBackground(true);  // it may lie on any drawing
     // Steps and server texts are of any length; the window keeps its width.
     lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     btnStop->setEnabled(false);
     btnPause->setEnabled(false);
-    LayOut();
+    SetTabOrder();
     Connect();
+    ConnectCycle();
+    ConnectCamera();
+    ShowTexts();
     program.Display.Add(*this);
 }
 
@@ -45,48 +46,45 @@ frmSkin::~frmSkin() {
     program.Display.Remove(*this);
 }
 
-QPushButton* frmSkin::AddButton(const QString& text, const QString& shortcut) {
-    auto* button = new QPushButton(text, this);
-    button->setToolTip(text + " (" + shortcut + ")");
-    button->setShortcut(QKeySequence(shortcut));
-    return button;
-}
-
-void frmSkin::LayOut() {
-    auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {btnStart, btnPause, btnStop, btnOptions, btnMin, btnExit})
-        buttons->addWidget(button);
-    auto* driver = new QHBoxLayout;
-    driver->addWidget(Label_Driver, 1);
-    driver->addWidget(cbDriver);
-    auto* status = new QHBoxLayout;
-    status->addWidget(lblStatus, 1);
-    status->addWidget(lblTimeOut);
-    status->addWidget(lblCounters);
-    status->addWidget(lblOnline);
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(driver);
-    all->addWidget(preview, 1);
-    all->addLayout(buttons);
-    all->addLayout(status);
+void frmSkin::SetTabOrder() {
+    QWidget* before = btnStart;
+    for (QWidget* next : std::initializer_list<QWidget*>{btnPause, btnStop, btnOptions, btnMin,
+                                                         btnExit, pic_klappe_open, cbDriver}) {
+        setTabOrder(before, next);
+        before = next;
+    }
 }
 
 void frmSkin::Connect() {
-    UploadCycle& cycle = program.Cycle;
-    connect(btnStart, &QPushButton::clicked, &program, &Program::Start);
-    connect(btnPause, &QPushButton::clicked, &cycle, &UploadCycle::Pause);
-    connect(btnStop, &QPushButton::clicked, &cycle, &UploadCycle::Stop);
-    connect(btnOptions, &QPushButton::clicked, this, &frmSkin::OpenSettingsFile);
-    connect(btnMin, &QPushButton::clicked, this, &QWidget::showMinimized);
-    connect(btnExit, &QPushButton::clicked, &program, &Program::Exit);
-    connect(&cycle, &UploadCycle::ButtonsEnabled, this, [this](bool start, bool stop) {
+    connect(btnStart, &PictureButton::clicked, &program, &Program::Start);
+    connect(btnPause, &PictureButton::clicked, &program.Cycle, &UploadCycle::Pause);
+    connect(btnStop, &PictureButton::clicked, &program.Cycle, &UploadCycle::Stop);
+    connect(btnOptions, &PictureButton::clicked, this, [this] {
+        emit OptionsWanted({btnOptions->mapToGlobal(QPoint()), btnOptions->size()});
+    });
+    connect(btnMin, &PictureButton::clicked, this, &frmSkin::Minimise);
+    connect(btnExit, &PictureButton::clicked, &program, &Program::Exit);
+    connect(pic_klappe_open, &PictureButton::clicked, this, [this] {
+        flapOpen = !flapOpen;
+        ShowFlap();
+    });
+    const auto* overview = new QShortcut(Qt::Key_F11, this);
+    connect(overview, &QShortcut::activated, this, &frmSkin::StatusOverviewWanted);
+    connect(&program, &Program::Ended, this, [this] { place.Save(); });
+}
+
+void frmSkin::ConnectCycle() {
+    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, [this](bool start, bool stop) {
         btnStart->setEnabled(start);
         btnStop->setEnabled(stop);
         btnPause->setEnabled(program.Cycle.Running());
     });
-    connect(&cycle, &UploadCycle::PausedChanged, this, [this](bool paused) {
-        btnPause->setText(paused ? QString("Continue") : QString("Pause"));
-    });
+    connect(&program.Cycle, &UploadCycle::PausedChanged, this, &frmSkin::ShowPauseText);
+    connect(&program.Transaction, &UploadTransaction::SendStarted, this, &frmSkin::ShowSending);
+    connect(&program.Transaction, &UploadTransaction::LogChanged, this, &frmSkin::ShowSending);
+}
+
+void frmSkin::ConnectCamera() {
     connect(cbDriver, &QComboBox::activated, &program, &Program::SelectDriver);
     connect(&program, &Program::DriversChanged, this, &frmSkin::ShowDrivers);
     connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowPreviewSettings);
@@ -98,13 +96,18 @@ void frmSkin::Connect() {
 
 void frmSkin::ShowDrivers() {
     cbDriver->clear();
-    cbDriver->addItems(program.DriverList());
-    cbDriver->setCurrentIndex(std::max(0, program.DriverIndex()));
+    // The list of old may say in another language that there is none.
+    if (program.State.DriverPresent)
+        cbDriver->addItems(program.DriverList());
+    else
+        cbDriver->addItem(program.DriverText());
+    cbDriver->setCurrentIndex(program.State.DriverPresent ? program.DriverIndex() : 0);
     cbDriver->setEnabled(program.State.DriverPresent);
     Label_Driver->setText(program.DriverText());
     QPalette colours = Label_Driver->palette();
     colours.setColor(QPalette::WindowText, program.State.DriverPresent ? Qt::blue : Qt::red);
     Label_Driver->setPalette(colours);
+    if (layoutComplete) PlaceDriverArea();
 }
 
 void frmSkin::ShowPreviewSettings() {
@@ -113,35 +116,10 @@ void frmSkin::ShowPreviewSettings() {
     if (!program.State.Values.Preview) preview->Clear();
 }
 
-void frmSkin::OpenSettingsFile() {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(program.SettingsFile()));
-}
-
-void frmSkin::ShowStatus(const QString& text) {
-    lblStatus->setText(text);
-    lblStatus->setToolTip(text);
-}
-
-void frmSkin::ShowTimeOutLabel(std::optional<int> seconds) {
-    lblTimeOut->setText(seconds ? "Time Out: " + QString::number(*seconds) + " s" : QString());
-}
-
-void frmSkin::ShowOnline(bool online) {
-    lblOnline->setText(online ? QString("Online") : QString("Offline"));
-}
-
-void frmSkin::ShowPictureCount(const QString& text) {
-    pictureCount = text;
-    ShowCounters();
-}
-
-void frmSkin::ShowMegabytes(const QString& text) {
-    megabytes = text;
-    ShowCounters();
-}
-
-void frmSkin::ShowCounters() {
-    lblCounters->setText(pictureCount + "  " + megabytes);
+void frmSkin::Minimise() {
+    // No mouse tells a minimised window that it has left.
+    btnMin->ShowNormal();
+    showMinimized();
 }
 
 void frmSkin::closeEvent(QCloseEvent* event) {

@@ -1,63 +1,123 @@
 #pragma once
 
 #include "base/status_display.h"
+#include "ui/skin/shaped_window.h"
+#include "ui/skin/skin_folders.h"
+#include "ui/skin/skinned_window.h"
+#include "ui/skin/window_place.h"
+#include "ui/texts/texts.h"
 
-#include <QWidget>
-
+class MessageBoxes;
+class PictureBox;
+class PictureButton;
 class PreviewArea;
 class Program;
 class QComboBox;
 class QLabel;
-class QPushButton;
 
-// The main window: six buttons, the preview, the driver label and list, and the status line.
-class frmSkin : public QWidget, public StatusDisplay {
+// The main window: six buttons, two LEDs, the preview behind its flap, the driver label and list,
+// dressed in a skin. When no skin can be used, a plain window with the same controls.
+class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow {
     Q_OBJECT
 
   public:
-    explicit frmSkin(Program& program);
+    // All outlive the window.
+    frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBoxes& messageBoxes);
     ~frmSkin() override;
 
-    QPushButton* btnStart;
-    QPushButton* btnPause;
-    QPushButton* btnStop;
-    QPushButton* btnOptions;
-    QPushButton* btnMin;
-    QPushButton* btnExit;
+    PictureButton* btnStart;
+    PictureButton* btnPause;
+    PictureButton* btnStop;
+    PictureButton* btnOptions;
+    PictureButton* btnMin;
+    PictureButton* btnExit;
+    PictureButton* pic_klappe_open;
+    PictureBox* pic_klappe;
+    PictureBox* LEDLeft;    // lit while online
+    PictureBox* LEDReigth;  // lit while a picture is being sent
+    PreviewArea* preview;
     QComboBox* cbDriver;
     QLabel* Label_Driver;
     QLabel* lblStatus;
+
+    // The names and the help of the controls come from these texts from now on, in the language in
+    // use; they outlive the window. English without them.
+    void SetTexts(const Texts& ownTexts);
+
+    // Dresses the window in the skin of the settings and shows it where it was last. What is
+    // wrong with the skin is told once.
+    void ShowSkinned();
+
+    void LoadBackground(Skin& skin) override;
+    void ApplyLayout(Skin& skin) override { ApplySkinLayout(skin); }
+    void ApplySkinLayout(Skin& skin);
+    [[nodiscard]] bool LayoutComplete() const { return layoutComplete; }
 
     [[nodiscard]] bool InUse() const override { return true; }
     void ShowStatus(const QString& text) override;
     void ShowTimeOutLabel(std::optional<int> seconds) override;
     void ShowTimeOutGauge(std::optional<int>) override {}
     void ShowOnline(bool online) override;
-    void ShowRecording(const QString&) override {}
-    void ShowUpload(int) override {}
+    void ShowRecording(const QString&) override { ShowSending(); }
+    void ShowUpload(int) override { ShowSending(); }
     void ShowPictureCount(const QString& text) override;
     void ShowMegabytes(const QString& text) override;
     void ResetRunningTime() override {}
     void LogCommand(const QString&) override {}
     void LogReply(const QString&) override {}
 
+  signals:
+    // F11: the overall status window is wanted.
+    void StatusOverviewWanted();
+    // The options menu is wanted beside btnOptions, which lies there on the desktop.
+    void OptionsWanted(const QRect& button);
+
   protected:
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    QPushButton* AddButton(const QString& text, const QString& shortcut);
-    void LayOut();
+    struct Led {
+        QPixmap Dark;
+        QPixmap Lit;
+    };
+
     void Connect();
+    void ConnectCycle();
+    void ConnectCamera();
+    void SetTabOrder();
+    void LoadPictures(Skin& skin);
+    void PlaceFlap(Skin& skin);
+    [[nodiscard]] int RoomFor(const QRect& strip) const;
+    [[nodiscard]] bool InDriverArea(const QWidget* control) const;
+    void PlaceDriverArea();
+    void PlaceStatus();
+    void LayOutPlain();
+    void ShowFlap();
+    void ShowLeds();
+    void ShowSending();
     void ShowDrivers();
     void ShowPreviewSettings();
-    void ShowCounters();
-    void OpenSettingsFile();
+    void ShowStatusTexts();
+    void Minimise();
+    void ShowTexts();
+    void ShowPauseText();
+    [[nodiscard]] QString Word(const QString& key) const { return texts->Get("frmSkin", key); }
 
     Program& program;
-    PreviewArea* preview;
-    QLabel* lblTimeOut;
-    QLabel* lblOnline;
-    QLabel* lblCounters;
+    const SkinFolders& folders;
+    MessageBoxes& boxes;
+    WindowPlace place;
+    Texts builtIn{Texts::Language::English};
+    const Texts* texts = &builtIn;
+    Led leftLed;
+    Led rightLed;
+    bool flapEnabled = false;
+    bool flapOpen = false;
+    bool layoutComplete = false;
+    bool isOnline = false;
+    bool isSending = false;
+    QString status;
+    QString timeOut;
     QString pictureCount;
     QString megabytes;
 };

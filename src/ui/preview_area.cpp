@@ -3,9 +3,6 @@
 #include <QPainter>
 
 PreviewArea::PreviewArea(QWidget* parent) : QWidget(parent) {
-    constexpr int leastWidth = 320;
-    constexpr int leastHeight = 240;
-    setMinimumSize(leastWidth, leastHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

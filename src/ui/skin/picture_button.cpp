@@ -1,0 +1,95 @@
+#include "ui/skin/picture_button.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace {
+
+// Dark and light, so that it can be seen on a picture of any colour.
+void PaintFocusRing(QPainter& painter, const QRect& around) {
+    painter.setPen(QPen(Qt::black, 1));
+    painter.drawRect(around.adjusted(0, 0, -1, -1));
+    painter.setPen(QPen(Qt::white, 1));
+    painter.drawRect(around.adjusted(1, 1, -2, -2));
+}
+
+}  // namespace
+
+PictureButton::PictureButton(const QString& text, QWidget* parent) : QAbstractButton(parent) {
+    setText(text);
+    setMouseTracking(true);
+    // A click with the mouse leaves no ring behind.
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void PictureButton::SetPictures(const QPixmap& normalPicture, const QPixmap& hoverPicture) {
+    normal = normalPicture;
+    hover = hoverPicture.isNull() ? normalPicture : hoverPicture;
+    resize(sizeHint());
+    updateGeometry();
+    update();
+}
+
+QSize PictureButton::sizeHint() const {
+    if (!normal.isNull()) return normal.size();
+    constexpr int padding = 8;
+    return fontMetrics().size(Qt::TextShowMnemonic, text()) + QSize(2 * padding, padding);
+}
+
+void PictureButton::SetHovered(bool on) {
+    if (hovered == on) return;
+    hovered = on;
+    update();
+}
+
+void PictureButton::mouseMoveEvent(QMouseEvent* event) {
+    QAbstractButton::mouseMoveEvent(event);
+    // Both ends count. The mouse is not captured for the hover: the toolkit tells when it leaves,
+    // and a capture would take it away from every other window.
+    const QPoint at = event->position().toPoint();
+    SetHovered(at.x() >= 0 && at.x() <= width() && at.y() >= 0 && at.y() <= height());
+}
+
+void PictureButton::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    SetHovered(false);
+}
+
+void PictureButton::changeEvent(QEvent* event) {
+    QAbstractButton::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) SetHovered(false);
+}
+
+void PictureButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+    normal.isNull() ? PaintPlain() : PaintPicture();
+}
+
+void PictureButton::PaintPicture() {
+    constexpr double dimmed = 0.4;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(isEnabled() ? 1 : dimmed);
+    const int sunken = isDown() ? 1 : 0;
+    painter.drawPixmap(sunken, sunken, hovered ? hover : normal);
+    if (hasFocus()) PaintFocusRing(painter, rect());
+}
+
+void PictureButton::PaintPlain() {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    option.initFrom(this);
+    option.text = text();
+    option.state |= isDown() ? QStyle::State_Sunken : QStyle::State_Raised;
+    option.state.setFlag(QStyle::State_MouseOver, hovered);
+    painter.drawControl(QStyle::CE_PushButton, option);
+    if (hasFocus()) PaintFocusRing(painter, rect());
+}

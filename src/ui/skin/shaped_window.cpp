@@ -1,0 +1,42 @@
+#include "ui/skin/shaped_window.h"
+
+#include "ui/skin/window_shape.h"
+
+#include <QPainter>
+
+ShapedWindow::ShapedWindow(QWidget* parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMinimizeButtonHint) {}
+
+void ShapedWindow::SetBackground(const QImage& picture) {
+    if (picture.isNull()) {
+        background = {};
+        outline = {};
+        clearMask();
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    } else {
+        outline = ShapeWindowFromPicture(*this, picture);
+        background = QPixmap::fromImage(WithCleanEdges(picture, outline));
+    }
+    update();
+}
+
+void ShapedWindow::paintEvent(QPaintEvent*) {
+    if (background.isNull()) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(0, 0, background);
+}
+
+void ShapedWindow::mousePressEvent(QMouseEvent* event) {
+    drag.Press(*this, *event);
+}
+
+void ShapedWindow::mouseMoveEvent(QMouseEvent* event) {
+    drag.Move(*event);
+}
+
+void ShapedWindow::mouseReleaseEvent(QMouseEvent*) {
+    drag.Release();
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ui/skin/skin_folders.h"
+#include "ui/skin/skin_layout.h"
+
+#include <QImage>
+#include <QPixmap>
+
+// A skin while the windows are dressed in it: gives out its layout and its pictures. A picture that
+// is missing or broken comes from the skin "Default" instead, and is remembered as a fault.
+class Skin {
+  public:
+    // The folders outlive the skin. skinName: one that SkinFolders has, or "Default".
+    Skin(const SkinFolders& skinFolders, const QString& skinName);
+
+    [[nodiscard]] QString Name() const { return name; }
+    [[nodiscard]] SkinLayout Layout() const;
+
+    // A window's background; null when not even "Default" has a usable one.
+    [[nodiscard]] QImage Background(const QString& file);
+    // A control's picture; null in the same case.
+    [[nodiscard]] QPixmap Picture(const QString& file);
+    // A picture that all skins take from "Default".
+    [[nodiscard]] QPixmap SharedPicture(const QString& file);
+
+    // What was wrong so far, as a sentence with the names of the files; empty when nothing was.
+    [[nodiscard]] QString Fault() const;
+
+  private:
+    [[nodiscard]] QImage Load(const QString& file, bool background);
+    [[nodiscard]] QImage LoadFrom(const QString& skin, const QString& file, bool background);
+    void Remember(const QString& fault);
+
+    const SkinFolders& folders;
+    QString name;
+    QStringList faults;
+};

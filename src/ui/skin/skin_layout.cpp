@@ -1,0 +1,36 @@
+#include "ui/skin/skin_layout.h"
+
+#include "base/profile_file.h"
+
+#include <algorithm>
+#include <cmath>
+
+QString SkinLayout::Text(const QString& section, const QString& key) const {
+    return file.isEmpty() ? QString() : ReadSetting(file, section, key);
+}
+
+int SkinLayout::Number(const QString& section, const QString& key) const {
+    return ValLong(Text(section, key));
+}
+
+int SkinLayout::Pixels(const QString& section, const QString& key) const {
+    // What no window system can place lies out of sight all the same.
+    constexpr double most = 16000;
+    const double pixels = Val(Text(section, key)) / TwipsPerPixel;
+    return static_cast<int>(std::lround(std::clamp(pixels, -most, most)));
+}
+
+QPoint SkinLayout::Position(const QString& section) const {
+    return {Pixels(section, "Left"), Pixels(section, "Top")};
+}
+
+bool SkinLayout::IsOne(const QString& section, const QString& key) const {
+    return Text(section, key) == "1";
+}
+
+QColor SkinLayout::Colour(const QString& section, const QString& key) const {
+    const auto bits = static_cast<unsigned>(Number(section, key));
+    constexpr unsigned byte = 0xFF;
+    return QColor::fromRgb(static_cast<int>(bits & byte), static_cast<int>(bits >> 8 & byte),
+                           static_cast<int>(bits >> 16 & byte));
+}

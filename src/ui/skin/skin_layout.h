@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QColor>
+#include <QPoint>
+#include <QString>
+
+// The layout file of a skin, "Position.ini": where each control lies, in twips. What is missing
+// reads as 0: a control without an entry lies at the top left, invisible or black. Every value is
+// read from the file at the moment it is asked for.
+class SkinLayout {
+  public:
+    // 1440 twips are an inch, and an inch is 96 pixels of the layout (not of the screen).
+    static constexpr int TwipsPerPixel = 15;
+
+    // file: full path; empty or missing is a layout without entries.
+    explicit SkinLayout(const QString& ownFile) : file(ownFile) {}
+
+    // Keys "Left" and "Top" of the section, in pixels.
+    [[nodiscard]] QPoint Position(const QString& section) const;
+    // A length of the file in pixels, rounded.
+    [[nodiscard]] int Pixels(const QString& section, const QString& key) const;
+    [[nodiscard]] int Number(const QString& section, const QString& key) const;
+    [[nodiscard]] QString Text(const QString& section, const QString& key) const;
+    // Whether the value is "1" and nothing else.
+    [[nodiscard]] bool IsOne(const QString& section, const QString& key) const;
+    // A colour written as red + 256 * green + 65536 * blue.
+    [[nodiscard]] QColor Colour(const QString& section, const QString& key) const;
+
+  private:
+    QString file;
+};

@@ -1,0 +1,363 @@
+#include "ui/preview_area.h"
+#include "ui/skin/picture_box.h"
+#include "ui/skin/picture_button.h"
+#include "window_fixture.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+// What JPEG pictures of these colours show.
+const QColor green(0, 160, 0);
+const QColor lightGreen = green.lighter();
+
+QList<PictureButton*> Buttons(const frmSkin& window) {
+    return {window.btnStart,   window.btnPause, window.btnStop,
+            window.btnOptions, window.btnMin,   window.btnExit};
+}
+
+void MoveMouse(QWidget& over, const QPoint& to) {
+    QMouseEvent event(QEvent::MouseMove, QPointF(to), over.mapToGlobal(QPointF(to)), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&over, &event);
+}
+
+bool Overlap(const frmSkin& window) {
+    for (const PictureButton* one : Buttons(window))
+        for (const PictureButton* other : Buttons(window))
+            if (one != other && one->geometry().intersects(other->geometry())) return true;
+    return false;
+}
+
+}  // namespace
+
+class TestMainWindow : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void EverythingLiesWhereTheSkinSays() {
+        WindowFixture program;
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QVERIFY(window.isVisible() && window.LayoutComplete());
+        QCOMPARE(program.Core->State.SkinName, "Green");
+        QCOMPARE(program.Boxes.Shown, QStringList());
+        QCOMPARE(window.size(), QSize(400, 320));
+        QVERIFY(!window.mask().contains(QPoint(1, 1)) && window.mask().contains(QPoint(200, 1)));
+        QCOMPARE(window.preview->geometry(), QRect(40, 10, 316, 235));
+        QCOMPARE(window.btnStart->geometry(), QRect(40, 290, 40, 20));
+        QCOMPARE(window.btnExit->geometry(), QRect(290, 290, 40, 20));
+        QCOMPARE(window.LEDLeft->geometry(), QRect(40, 1, 40, 20));
+        QCOMPARE(window.LEDReigth->pos(), QPoint(350, 1));
+        QCOMPARE(window.Label_Driver->pos(), QPoint(20, 245));
+        QCOMPARE(window.cbDriver->pos(), QPoint(20, 265));
+        QCOMPARE(window.cbDriver->height(), 24);
+    }
+
+    void DriverTexts_data() {
+        QTest::addColumn<QString>("camera");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QColor>("colour");
+        const QColor red(255, 0, 0);
+        QTest::addRow("a camera") << "Gate"
+                                  << "deutsch"
+                                  << "Gate" << QColor(0, 0, 255);
+        QTest::addRow("English") << ""
+                                 << "english"
+                                 << "No Video Capture Device!" << red;
+        QTest::addRow("German") << ""
+                                << "deutsch"
+                                << "Kein Video-Treiber verfügbar!" << red;
+        QTest::addRow("French") << ""
+                                << "franz"
+                                << "Pas de conducteur vidéo disponible!" << red;
+    }
+
+    void DriverTexts() {
+        QFETCH(QString, camera);
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        QFETCH(QColor, colour);
+        WindowFixture program;
+        program.Set("Einstellungen", "Sprache", language);
+        program.Set("Einstellungen", "Treiber", camera);
+        if (!camera.isEmpty()) program.Set("Cameras", "Cam0", camera + "|test:64x48");
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QCOMPARE(window.Label_Driver->text(), text);
+        QCOMPARE(window.cbDriver->currentText(), text);
+        QCOMPARE(window.Label_Driver->palette().color(QPalette::WindowText), colour);
+        QCOMPARE(window.cbDriver->isEnabled(), !camera.isEmpty());
+    }
+
+    // A skin with a broken file: told once, and the control has what the default skin has.
+    void BrokenPictures_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        for (const QString& file : SkinMaker::Pictures()) {
+            QTest::addRow("%s missing", qPrintable(file)) << file << QByteArray();
+            QTest::addRow("%s empty", qPrintable(file)) << file << QByteArray("");
+            QTest::addRow("%s of random bytes", qPrintable(file))
+                << file << QByteArray("BM\xFF\xD8\x01\x02 no picture");
+        }
+    }
+
+    void BrokenPictures() {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        WindowFixture program;
+        QFile::remove(program.Skin("Green", file));
+        if (!content.isNull()) SkinMaker::Write(program.Skin("Green", file), content);
+        program.Start();
+        QCOMPARE(program.Boxes.Shown.size(), 1);
+        QVERIFY(program.Boxes.Shown[0].contains("Error: " + file + " (Green)"));
+        frmSkin& window = *program.Window;
+        QVERIFY(window.isVisible());
+        const QColor background = window.grab().toImage().pixelColor(10, 160);
+        const QColor ground = file == "splash.bmp" ? QColor(Qt::blue) : green;
+        QVERIFY(Alike(background, ground.darker()));
+        const QColor start = file == "button_go.jpg" ? QColor(Qt::blue) : green;
+        QVERIFY(Alike(MiddleColour(*window.btnStart), start));
+        const QColor flap = file == "Splash_Klappe.jpg" ? QColor(Qt::blue) : green;
+        QVERIFY(Alike(MiddleColour(*window.pic_klappe), flap));
+    }
+
+    void WithoutAnySkin_data() {
+        QTest::addColumn<bool>("background");
+        QTest::addRow("no skin at all: a plain window") << false;
+        QTest::addRow("no button pictures: plain buttons") << true;
+    }
+
+    void WithoutAnySkin() {
+        QFETCH(bool, background);
+        WindowFixture program;
+        QDir(program.Skin("Green")).removeRecursively();
+        if (background)
+            for (const QString& file : QDir(program.Skin("Default")).entryList({"button*"}))
+                QFile::remove(program.Skin("Default", file));
+        else
+            QDir(program.Skin("Default")).removeRecursively();
+        program.Start();
+        QCOMPARE(program.Boxes.Shown.size(), 1);
+        QVERIFY(program.Boxes.Shown[0].contains("button_go.jpg (Default)"));
+        QCOMPARE(program.Boxes.Shown[0].contains("splash.bmp"), !background);
+        QCOMPARE(program.Core->State.SkinName, "Default");
+        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Green");
+        frmSkin& window = *program.Window;
+        QVERIFY(window.isVisible());
+        QVERIFY(background || !Overlap(window));
+        for (PictureButton* button : Buttons(window)) {
+            QVERIFY(button->isVisible() && window.rect().contains(button->geometry()));
+            QVERIFY(button->width() > button->fontMetrics().horizontalAdvance(button->text()));
+        }
+        const QSignalSpy ended(program.Core.get(), &Program::Ended);
+        QTest::mouseClick(window.btnExit, Qt::LeftButton);
+        QCOMPARE(ended.size(), 1);
+    }
+
+    void HoverPicture_data() {
+        QTest::addColumn<QPoint>("mouse");
+        QTest::addColumn<bool>("inside");
+        QTest::addRow("top left corner") << QPoint(0, 0) << true;
+        QTest::addRow("right and bottom end count") << QPoint(40, 20) << true;
+        QTest::addRow("behind the right end") << QPoint(41, 5) << false;
+        QTest::addRow("below the bottom end") << QPoint(5, 21) << false;
+        QTest::addRow("left of it") << QPoint(-1, 5) << false;
+        QTest::addRow("above it") << QPoint(5, -1) << false;
+    }
+
+    void HoverPicture() {
+        QFETCH(QPoint, mouse);
+        QFETCH(bool, inside);
+        WindowFixture program;
+        program.Start();
+        PictureButton& button = *program.Window->btnStart;
+        MoveMouse(button, {20, 10});
+        QVERIFY(Alike(MiddleColour(button), lightGreen));
+        MoveMouse(button, mouse);
+        QVERIFY(Alike(MiddleColour(button), inside ? lightGreen : green));
+        MoveMouse(button, {20, 10});
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&button, &leave);
+        QVERIFY(Alike(MiddleColour(button), green));
+        MoveMouse(button, {20, 10});
+        button.setEnabled(false);
+        const QColor dimmed = MiddleColour(button);
+        QVERIFY(!Alike(dimmed, green) && !Alike(dimmed, lightGreen));
+    }
+
+    void Keyboard() {
+        WindowFixture program;
+        program.Set("Cameras", "Cam0", "Gate|test:64x48");
+        program.Start();
+        frmSkin& window = *program.Window;
+        window.activateWindow();
+        window.btnPause->setEnabled(true);
+        window.btnStop->setEnabled(true);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(window.focusWidget(), &window);
+        const QImage still = window.btnStart->grab().toImage();
+        QList<QWidget*> order{window.btnStart,        window.btnPause, window.btnStop,
+                              window.btnOptions,      window.btnMin,   window.btnExit,
+                              window.pic_klappe_open, window.cbDriver};
+        for (QWidget* expected : order) {
+            QTest::keyClick(&window, Qt::Key_Tab);
+            QCOMPARE(window.focusWidget(), expected);
+            if (expected == window.btnStart)
+                QVERIFY2(window.btnStart->grab().toImage() != still, "no focus ring");
+        }
+        for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            const QSignalSpy clicks(window.pic_klappe_open, &PictureButton::clicked);
+            QTest::keyClick(window.pic_klappe_open, static_cast<Qt::Key>(key));
+            QCOMPARE(clicks.size(), 1);
+        }
+        const QSignalSpy overview(&window, &frmSkin::StatusOverviewWanted);
+        QTest::keyClick(&window, Qt::Key_F11);
+        QCOMPARE(overview.size(), 1);
+    }
+
+    void Flap_data() {
+        QTest::addColumn<QString>("visible");
+        QTest::addColumn<bool>("enabled");
+        QTest::addRow("enabled") << "1" << true;
+        QTest::addRow("a blank behind the 1") << "\"1 \"" << false;
+        QTest::addRow("disabled") << "0" << false;
+    }
+
+    void Flap() {
+        QFETCH(QString, visible);
+        QFETCH(bool, enabled);
+        WindowFixture program;
+        SkinMaker::Layout(program.Skin("Green"), "pic_klappe", "Visible", visible);
+        if (!enabled) QFile::remove(program.Skin("Green", "Splash_Klappe.jpg"));
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QCOMPARE(program.Boxes.Shown, QStringList());
+        QCOMPARE(window.preview->size(), enabled ? QSize(316, 235) : QSize(320, 240));
+        QCOMPARE(window.pic_klappe_open->isVisible(), enabled);
+        QCOMPARE(window.childAt(100, 100),
+                 enabled ? static_cast<QWidget*>(window.pic_klappe) : window.preview);
+        if (!enabled) return;
+        QTest::mouseClick(window.pic_klappe_open, Qt::LeftButton);
+        QCOMPARE(window.childAt(100, 100), window.preview);
+        QTest::mouseClick(window.pic_klappe_open, Qt::LeftButton);
+        QCOMPARE(window.childAt(100, 100), window.pic_klappe);
+    }
+
+    void LedsTellTheTruth() {
+        WindowFixture program;
+        program.Start();
+        frmSkin& window = *program.Window;
+        StatusDisplay& display = program.Core->Display;
+        TransactionFlags& flags = program.Core->Transaction.Flags;
+        const auto lit = [](PictureBox& led) { return Alike(MiddleColour(led), lightGreen); };
+        QVERIFY(!lit(*window.LEDLeft) && !lit(*window.LEDReigth));
+        display.ShowOnline(true);
+        QVERIFY(lit(*window.LEDLeft) && !lit(*window.LEDReigth));
+        flags.WaitSend = true;
+        display.ShowStatus("Send 100 Bytes");
+        QVERIFY(lit(*window.LEDReigth));
+        flags.FtpError = true;  // a send that was given up leaves its wait flag raised
+        display.ShowStatus("Time out !");
+        QVERIFY(!lit(*window.LEDReigth));
+        display.ShowOnline(false);
+        QVERIFY(!lit(*window.LEDLeft));
+    }
+
+    void NothingOfTheStatusIsLost() {
+        WindowFixture program;
+        program.Start();
+        const frmSkin& window = *program.Window;
+        StatusDisplay& display = program.Core->Display;
+        display.ShowStatus("Send File");
+        display.ShowPictureCount("Pic: 7");
+        display.ShowMegabytes("MB: 0.21");
+        display.ShowTimeOutLabel(12);
+        QCOMPARE(window.windowTitle(), "Stillpost - Send File");
+        QCOMPARE(window.Label_Driver->toolTip(),
+                 "Send File\nTime Out: 12 s\nPic: 7\nMB: 0.21\nOffline");
+        QVERIFY2(!window.lblStatus->isVisible(), "it would lie on the buttons");
+        display.ShowTimeOutLabel(std::nullopt);
+        SkinMaker::Layout(program.Skin("Green"), "Label_Driver", "Top", "450");
+        program.Start();
+        QVERIFY2(!program.Window->lblStatus->isVisible(), "it would lie on the preview");
+        SkinMaker::Layout(program.Skin("Green"), "ezVidCap1", "Top", "-3600");
+        SkinMaker::Layout(program.Skin("Green"), "pic_klappe", "Visible", "0");
+        program.Start();
+        QLabel& line = *program.Window->lblStatus;
+        QVERIFY(line.isVisible());
+        program.Core->Display.ShowStatus(QString("long ").repeated(100));
+        QVERIFY(line.fontMetrics().horizontalAdvance(line.text()) <= line.width());
+        QVERIFY(line.text().startsWith("long long"));
+    }
+
+    void PlaceIsRemembered() {
+        WindowFixture program;
+        program.Start();
+        frmSkin& window = *program.Window;
+        window.move(150, 90);
+        program.Time.Advance(500);
+        window.move(160, 95);
+        program.Time.Advance(900);
+        QCOMPARE(program.Setting("Window", "WindowLeft"), QString());
+        program.Time.Advance(200);
+        QCOMPARE(program.Setting("Window", "WindowLeft"), "160");
+        QCOMPARE(program.Setting("Window", "WindowTop"), "95");
+        program.Start();
+        QCOMPARE(program.Window->pos(), QPoint(160, 95));
+        program.Window->move(30, 40);
+        program.Core->Exit();
+        QCOMPARE(program.Setting("Window", "WindowLeft"), "30");
+        program.Set("Window", "WindowLeft", "-20000");
+        program.Set("Window", "WindowTop", "99999999999");
+        program.Start();
+        QVERIFY(program.Window->screen()->geometry().contains(program.Window->geometry()));
+    }
+
+    // Where the window system does not move windows, the mouse does.
+    void DraggedByItsBackground() {
+        WindowFixture program;
+        program.Start();
+        frmSkin& window = *program.Window;
+        window.move(100, 100);
+        const auto send = [&window](QEvent::Type type, Qt::MouseButton button, const QPoint& at) {
+            QMouseEvent event(type, window.mapFromGlobal(QPointF(at)), QPointF(at), button, button,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &event);
+        };
+        send(QEvent::MouseButtonPress, Qt::RightButton, {110, 250});
+        send(QEvent::MouseMove, Qt::RightButton, {140, 260});
+        QCOMPARE(window.pos(), QPoint(100, 100));
+        send(QEvent::MouseButtonPress, Qt::LeftButton, {110, 250});
+        send(QEvent::MouseMove, Qt::LeftButton, {140, 260});
+        QCOMPARE(window.pos(), QPoint(130, 110));
+        send(QEvent::MouseButtonRelease, Qt::LeftButton, {140, 260});
+        send(QEvent::MouseMove, Qt::NoButton, {200, 200});
+        QCOMPARE(window.pos(), QPoint(130, 110));
+    }
+
+    void PreviewPlaces_data() {
+        QTest::addColumn<bool>("stretched");
+        QTest::addColumn<bool>("centred");
+        QTest::addColumn<QRect>("expected");
+        QTest::addRow("in proportion") << false << false << QRect(0, 0, 320, 180);
+        QTest::addRow("centred") << false << true << QRect(0, 30, 320, 180);
+        QTest::addRow("stretched") << true << true << QRect(0, 0, 320, 240);
+    }
+
+    void PreviewPlaces() {
+        QFETCH(bool, stretched);
+        QFETCH(bool, centred);
+        QFETCH(QRect, expected);
+        QCOMPARE(PreviewArea::Place({1920, 1080}, {320, 240}, stretched, centred), expected);
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "test_main_window.moc"

@@ -1,0 +1,110 @@
+#include "ui/skin/skin.h"
+#include "ui/skin/window_place.h"
+#include "window_fixture.h"
+
+#include <QDir>
+#include <QTest>
+
+class TestSkin : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void LayoutValues_data() {
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<int>("pixels");
+        QTest::addColumn<bool>("one");
+        QTest::addRow("missing") << QByteArray("\nOther=1") << 0 << false;
+        QTest::addRow("empty") << QByteArray("") << 0 << false;
+        QTest::addRow("no number") << QByteArray("left") << 0 << false;
+        QTest::addRow("whole pixels") << QByteArray("4800") << 320 << false;
+        QTest::addRow("rounded up") << QByteArray("3525.9 twips") << 235 << false;
+        QTest::addRow("just over half a pixel") << QByteArray("23") << 2 << false;
+        QTest::addRow("out of sight on the left") << QByteArray("-150") << -10 << false;
+        QTest::addRow("beyond every screen") << QByteArray("99999999999") << 16000 << false;
+        QTest::addRow("one") << QByteArray("1") << 0 << true;
+        QTest::addRow("one and a blank") << QByteArray("\"1 \"") << 0 << false;
+        QTest::addRow("one with a nought in front") << QByteArray("01") << 0 << false;
+        QTest::addRow("another number") << QByteArray("2") << 0 << false;
+    }
+
+    void LayoutValues() {
+        QFETCH(QByteArray, value);
+        QFETCH(int, pixels);
+        QFETCH(bool, one);
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("Position.ini");
+        SkinMaker::Write(file, "[Control]\nTop=30\n[control2]\nKey=" + value + "\n");
+        const SkinLayout layout(file);
+        QCOMPARE(layout.Pixels("Control2", "key"), pixels);
+        QCOMPARE(layout.IsOne("Control2", "Key"), one);
+        QCOMPARE(layout.Position("Control"), QPoint(0, 2));
+    }
+
+    void Colours() {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("Position.ini");
+        SkinMaker::Write(file, "[Label]\nForeColor=3359846\n");
+        QCOMPARE(SkinLayout(file).Colour("Label", "ForeColor"), QColor(102, 68, 51));
+        QCOMPARE(SkinLayout(file).Colour("Label", "BackColor"), QColor(Qt::black));
+        QCOMPARE(SkinLayout({}).Colour("Label", "ForeColor"), QColor(Qt::black));
+    }
+
+    void SkinsAreFolders() {
+        const QTemporaryDir own;
+        const QTemporaryDir installed;
+        for (const QString& name :
+             {own.filePath("SKINS/night"), own.filePath("SKINS/.hidden"),
+              installed.filePath("Skins/Default"), installed.filePath("Skins/Night")})
+            QDir().mkpath(name);
+        SkinMaker::Write(own.filePath("SKINS/readme.txt"), "no skin");
+        const SkinFolders skins({own.path(), installed.path(), own.filePath("nowhere")});
+        QCOMPARE(skins.Names(), QStringList({"Default", "night"}));
+        QCOMPARE(skins.Choose("NIGHT"), "night");
+        QCOMPARE(skins.Choose("readme.txt"), "Default");
+        QCOMPARE(skins.Choose("gone"), "Default");
+        QCOMPARE(skins.Choose({}), "Default");
+        QVERIFY(!skins.Has("gone") && skins.Has("default"));
+        // A file of the operator's own counts before the installed one, one by one.
+        SkinMaker::Write(installed.filePath("Skins/Night/LEDleft.jpg"), "a");
+        SkinMaker::Write(installed.filePath("Skins/Night/splash.bmp"), "b");
+        SkinMaker::Write(own.filePath("SKINS/night/Splash.BMP"), "c");
+        QVERIFY(skins.Find("night", "splash.bmp").startsWith(own.path()));
+        QVERIFY(skins.Find("night", "LEDLEFT.jpg").startsWith(installed.path()));
+        QCOMPARE(skins.Find("night", "LEDright.jpg"), QString());
+    }
+
+    void AttributesAsLetters() {
+        QCOMPARE(AttributeLetters(0), QString());
+        QCOMPARE(AttributeLetters(0xFFFF), "ACDHNRS");
+        QCOMPARE(AttributeLetters(0x10 | 0x1), "DR");
+        QCOMPARE(AttributeLetters(0x800 | 0x80 | 0x2), "CHN");
+        QCOMPARE(AttributeLetters(0x20 | 0x4 | 0x100), "AS");
+        const QTemporaryDir folder;
+        SkinMaker::Write(folder.filePath("file"), "x");
+        QCOMPARE(AttributeLetters(AttributesOf(QFileInfo(folder.path()))), "D");
+        QCOMPARE(AttributeLetters(AttributesOf(QFileInfo(folder.filePath("file")))), "N");
+    }
+
+    void WindowsComeOntoAScreen_data() {
+        QTest::addColumn<QPoint>("place");
+        QTest::addColumn<QPoint>("expected");
+        QTest::addRow("where it was") << QPoint(100, 50) << QPoint(100, 50);
+        QTest::addRow("on the second screen") << QPoint(-700, 10) << QPoint(-700, 10);
+        QTest::addRow("between the two: mostly on the first") << QPoint(-100, 10) << QPoint(0, 10);
+        QTest::addRow("below the edge") << QPoint(500, 700) << QPoint(500, 468);
+        QTest::addRow("screen gone, far right") << QPoint(3000, 100) << QPoint(624, 100);
+        QTest::addRow("screen gone, far left and up") << QPoint(-9000, -9000) << QPoint(-800, 0);
+    }
+
+    void WindowsComeOntoAScreen() {
+        QFETCH(QPoint, place);
+        QFETCH(QPoint, expected);
+        const QList<QRect> screens{{0, 0, 1024, 768}, {-800, 0, 800, 600}};
+        QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, screens), expected);
+        QCOMPARE(WindowPlace::OntoScreen({place, QSize(2000, 2000)}, {screens[0]}), QPoint(0, 0));
+        QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, {}), place);
+    }
+};
+
+QTEST_MAIN(TestSkin)
+#include "test_skin.moc"
