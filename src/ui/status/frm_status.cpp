@@ -1,0 +1,184 @@
+#include "ui/status/frm_status.h"
+
+#include "core/program.h"
+#include "ui/skin/skin.h"
+#include "ui/status/picture_bar.h"
+#include "ui/status/picture_slider.h"
+#include "ui/status/readout_label.h"
+#include "ui/texts/texts.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+
+namespace {
+constexpr int second = 1000;
+constexpr int gaugeSeconds = 25;  // the time-out is shown for so long
+const QString qualityCaption = QStringLiteral("JPG - Quality");
+const QString intervalCaption = QStringLiteral("Upload");
+}  // namespace
+
+frmStatus::frmStatus(Program& ownProgram, const SkinFolders& skinFolders, Texts& ownTexts)
+    : Label1(new ReadoutLabel(this)),
+      Label2(new ReadoutLabel(this)),
+      Label3(new ReadoutLabel(this)),
+      Label4(new ReadoutLabel(this)),
+      Label5(new ReadoutLabel(this)),
+      Label6(new ReadoutLabel(this)),
+      Label7(new ReadoutLabel(this)),
+      Label8(new ReadoutLabel(this)),
+      Label9(new ReadoutLabel(this)),
+      lblAufloesung(new ReadoutLabel(this)),
+      lblJPG(new ReadoutLabel(this)),
+      lblmouseover(new ReadoutLabel(this)),
+      lblOverlay(new ReadoutLabel(this)),
+      lblTime(new ReadoutLabel(this)),
+      lblUpload(new ReadoutLabel(this)),
+      Slider1(new PictureSlider(QualityValues, this)),
+      Slider2(new PictureSlider(IntervalValues, this)),
+      ProgressBar1(new PictureBar(this)),
+      Gauge(new PictureBar(this)),
+      program(ownProgram),
+      folders(skinFolders),
+      texts(ownTexts),
+      memory(ownProgram.Wait.OwnClock()),
+      place(*this, ownProgram.Wait.OwnClock(), ownProgram.SettingsFile(), "Status"),
+      Timer1(ownProgram.Wait.OwnClock(), second) {
+    Label1->setText("Treiber");
+    Label2->setText("Rec.");
+    Label3->setText("Online");
+    Label4->setText("Offline");
+    Label5->setText(qualityCaption);
+    Label6->setText(intervalCaption);
+    Label9->hide();
+    lblmouseover->setWordWrap(true);
+    ProgressBar1->setRange(0, 100);
+    ProgressBar1->setValue(0);
+    Gauge->setRange(0, gaugeSeconds);
+    Gauge->hide();
+    ShowQuality(50);
+    NameControls();
+    SetFonts();
+    Connect();
+    ConnectSliders();
+    ShowNames();
+    program.Display.Add(memory);
+    program.Display.Add(*this);
+}
+
+frmStatus::~frmStatus() {
+    program.Display.Remove(*this);
+    program.Display.Remove(memory);
+    program.State.StatusShown = false;
+}
+
+QList<ReadoutLabel*> frmStatus::StatusLabels() const {
+    return {Label1,        Label2, Label3,       Label4,     Label7,  Label8,   Label9,
+            lblAufloesung, lblJPG, lblmouseover, lblOverlay, lblTime, lblUpload};
+}
+
+// The names under which the texts have the help for each control.
+void frmStatus::NameControls() {
+    struct Name {
+        QWidget* Control;
+        QString Is;
+    };
+    for (const Name& each : std::initializer_list<Name>{{Label1, "Label1"},
+                                                        {Label2, "Label2"},
+                                                        {Label3, "Label3"},
+                                                        {Label4, "Label4"},
+                                                        {Label5, "Slider1"},
+                                                        {Label6, "Slider2"},
+                                                        {Label7, "Label7"},
+                                                        {Label8, "Label8"},
+                                                        {Label9, "Label9"},
+                                                        {lblAufloesung, "lblAufloesung"},
+                                                        {lblJPG, "lblJPG"},
+                                                        {lblmouseover, "lblmouseover"},
+                                                        {lblOverlay, "lblOverlay"},
+                                                        {lblTime, "lblTime"},
+                                                        {lblUpload, "lblUpload"},
+                                                        {Slider1, "Slider1"},
+                                                        {Slider2, "Slider2"},
+                                                        {ProgressBar1, "ProgressBar1"},
+                                                        {Gauge, "Gauge"}}) {
+        each.Control->setObjectName(each.Is);
+        each.Control->installEventFilter(this);
+    }
+}
+
+void frmStatus::Connect() {
+    connect(&program, &Program::SettingsLoaded, this, [this] {
+        if (InUse()) RefreshStatus();
+    });
+    connect(&program, &Program::DriversChanged, this, [this] {
+        if (InUse()) RefreshStatus();
+    });
+    connect(&program, &Program::Ended, this, [this] { place.Save(); });
+    connect(&texts, &Texts::Changed, this, &frmStatus::ShowNames);
+    connect(&Timer1, &Timer::Tick, this, &frmStatus::ShowRunningTime);
+}
+
+void frmStatus::ConnectSliders() {
+    connect(Slider1, &PictureSlider::Taken, this, [this] { Label5->setText(qualityCaption); });
+    connect(Slider1, &PictureSlider::Offered, this, &frmStatus::ShowQuality);
+    connect(Slider1, &PictureSlider::Chosen, this, &frmStatus::SaveQuality);
+    connect(Slider2, &PictureSlider::Taken, this, [this] { Label6->setText(intervalCaption); });
+    connect(Slider2, &PictureSlider::Offered, this, &frmStatus::ShowInterval);
+    connect(Slider2, &PictureSlider::Released, this, [this] { Label6->setText(intervalCaption); });
+    connect(Slider2, &PictureSlider::Chosen, this, &frmStatus::SaveInterval);
+}
+
+// What screen readers and the window list say.
+void frmStatus::ShowNames() {
+    const auto text = [this](const QString& key) { return texts.Get("frmStatus", key); };
+    setWindowTitle(text("Title"));
+    Slider1->setAccessibleName(text("Slider1Name"));
+    Slider2->setAccessibleName(text("Slider2Name"));
+    ProgressBar1->setAccessibleName(text("ProgressBar1Name"));
+    Gauge->setAccessibleName(text("GaugeName"));
+    if (underMouse) ShowHelpFor(underMouse);
+}
+
+void frmStatus::Show() {
+    if (!dressed) {
+        Skin skin(folders, folders.Choose(program.State.SkinName));
+        LoadBackground(skin);
+        ApplyStatusLayout(skin);
+    }
+    if (!isVisible()) place.Restore();
+    isMinimized() ? showNormal() : show();
+    raise();
+    activateWindow();
+}
+
+void frmStatus::ShowHelpFor(const QObject* control) {
+    ShowHelp(texts.Get("frmStatus", control->objectName() + "Help"));
+    underMouse = control;
+}
+
+void frmStatus::ShowHelp(const QString& text) {
+    underMouse = nullptr;
+    if (InUse()) lblmouseover->setText(text);
+}
+
+bool frmStatus::eventFilter(QObject* object, QEvent* event) {
+    const auto kind = event->type();
+    if (kind == QEvent::Enter || kind == QEvent::FocusIn)
+        ShowHelpFor(object);
+    else if ((kind == QEvent::Leave || kind == QEvent::FocusOut) && object == underMouse)
+        ShowHelp({});
+    return ShapedWindow::eventFilter(object, event);
+}
+
+void frmStatus::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        ShapedWindow::keyPressEvent(event);
+}
+
+void frmStatus::closeEvent(QCloseEvent* event) {
+    place.Save();
+    ShapedWindow::closeEvent(event);
+    emit Closed();
+}

@@ -1,0 +1,272 @@
+#include "ui/status/label_room.h"
+#include "ui/status/picture_slider.h"
+#include "ui/status/readout_label.h"
+#include "ui/status/status_texts.h"
+
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+// A track from 10 to 234 with a handle of 24 pixels: its left edge goes from 10 to 210.
+const SliderModel Quality = SliderModel::OnTrack(20, 80, 10, 224, 24);
+
+// A slider of 224 pixels in a window that is not shown; its handle is 24 pixels wide.
+class SliderBench {
+  public:
+    explicit SliderBench(const SliderValues& values) : Slider(values, nullptr) {
+        QPixmap track(224, 20);
+        track.fill(Qt::gray);
+        QPixmap handle(24, 24);
+        handle.fill(Qt::blue);
+        Slider.SetPictures(track, handle, {});
+        Slider.Place({100, 50}, 48);
+    }
+
+    void Mouse(QEvent::Type type, double x, Qt::MouseButton button = Qt::LeftButton) {
+        const QPointF at(x, Slider.Handle().center().y());
+        const bool released = type == QEvent::MouseButtonRelease;
+        QMouseEvent event(type, at, at, type == QEvent::MouseMove ? Qt::NoButton : button,
+                          released ? Qt::NoButton : button, Qt::NoModifier);
+        QCoreApplication::sendEvent(&Slider, &event);
+    }
+    void Press(Qt::MouseButton button = Qt::LeftButton) {
+        Mouse(QEvent::MouseButtonPress, Slider.Handle().center().x(), button);
+    }
+    void Move(double x, Qt::MouseButton button = Qt::LeftButton) {
+        Mouse(QEvent::MouseMove, x, button);
+    }
+    void Release(Qt::MouseButton button = Qt::LeftButton) {
+        Mouse(QEvent::MouseButtonRelease, Slider.Handle().center().x(), button);
+    }
+
+    PictureSlider Slider;
+};
+
+}  // namespace
+
+class TestStatusSlider : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void Placing_data() {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<double>("left");
+        QTest::addColumn<double>("back");
+        QTest::addRow("lowest") << 20. << 10. << 20.;
+        QTest::addRow("middle") << 50. << 110. << 50.;
+        QTest::addRow("between two pixels") << 50.1 << 110. + 1. / 3 << 50.1;
+        QTest::addRow("highest") << 80. << 210. << 80.;
+        QTest::addRow("below the range: at the end") << 0. << 10. << 20.;
+        QTest::addRow("above the range: at the end") << 95. << 210. << 80.;
+    }
+
+    void Placing() {
+        QFETCH(double, value);
+        QFETCH(double, left);
+        QFETCH(double, back);
+        QCOMPARE(HandleLeft(Quality, value), left);
+        QCOMPARE(ValueAt(Quality, left), back);
+    }
+
+    void Moving_data() {
+        QTest::addColumn<double>("handleLeft");
+        QTest::addColumn<double>("mouseX");
+        QTest::addColumn<double>("left");  // -1: the move is not made
+        QTest::addRow("the centre follows the mouse") << 100. << 20. << 108.;
+        QTest::addRow("to the left, from beyond the handle") << 100. << -30. << 58.;
+        QTest::addRow("just to the start") << 20. << 2. << 10.;
+        QTest::addRow("half a pixel beyond the start") << 20. << 1.5 << -1.;
+        QTest::addRow("just to the end") << 200. << 22. << 210.;
+        QTest::addRow("half a pixel beyond the end") << 200. << 22.5 << -1.;
+        QTest::addRow("far beyond the end") << 200. << 500. << -1.;
+    }
+
+    void Moving() {
+        QFETCH(double, handleLeft);
+        QFETCH(double, mouseX);
+        QFETCH(double, left);
+        QCOMPARE(MovedHandle(Quality, handleLeft, mouseX).value_or(-1), left);
+    }
+
+    void IntervalsThatOperatorsWant_data() {
+        QTest::addColumn<int>("width");
+        for (const int width : {200, 224, 320}) QTest::addRow("track of %d", width) << width;
+    }
+
+    // Each of them has a pixel of its own on the track.
+    void IntervalsThatOperatorsWant() {
+        QFETCH(int, width);
+        QSet<int> hit;
+        const auto model =
+            SliderModel::OnTrack(IntervalValues.Lowest, IntervalValues.Highest, 0, width, 24);
+        for (int left = 0; left <= width - 24; ++left)
+            hit << IntervalValues.Nearest(ValueAt(model, left));
+        for (const int wanted : {100, 1000, 5000, 10'000, 30'000, 60'000, 120'000, 300'000})
+            QVERIFY2(hit.contains(wanted), qPrintable(QString::number(wanted)));
+        for (const int value : hit) QVERIFY(value % 100 == 0);
+    }
+
+    void Steps_data() {
+        QTest::addColumn<bool>("interval");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("to");
+        QTest::addRow("quality up") << false << 50 << int(Qt::Key_Up) << 51;
+        QTest::addRow("quality down at the end") << false << 20 << int(Qt::Key_Left) << 20;
+        QTest::addRow("quality page") << false << 75 << int(Qt::Key_PageUp) << 80;
+        QTest::addRow("tenths below a second") << true << 900 << int(Qt::Key_Right) << 1000;
+        QTest::addRow("down from a second") << true << 1000 << int(Qt::Key_Down) << 900;
+        QTest::addRow("seconds") << true << 1000 << int(Qt::Key_Up) << 2000;
+        QTest::addRow("down from ten seconds") << true << 10'000 << int(Qt::Key_Left) << 9000;
+        QTest::addRow("an odd value first becomes even")
+            << true << 12'340 << int(Qt::Key_Up) << 15'000;
+        QTest::addRow("page") << true << 5000 << int(Qt::Key_PageUp) << 30'000;
+        QTest::addRow("page down") << true << 60'000 << int(Qt::Key_PageDown) << 30'000;
+        QTest::addRow("page down to the end") << true << 5000 << int(Qt::Key_PageDown) << 100;
+        QTest::addRow("home") << true << 5000 << int(Qt::Key_Home) << 100;
+        QTest::addRow("end") << true << 5000 << int(Qt::Key_End) << 300'000;
+    }
+
+    void Steps() {
+        QFETCH(bool, interval);
+        QFETCH(int, from);
+        QFETCH(int, key);
+        QFETCH(int, to);
+        PictureSlider slider(interval ? IntervalValues : QualityValues, nullptr);
+        slider.SetValue(from);
+        const QSignalSpy chosen(&slider, &PictureSlider::Chosen);
+        // A key held down offers a value each time it repeats and chooses once.
+        QTest::keyPress(&slider, Qt::Key(key));
+        QCOMPARE(slider.value(), to);
+        QVERIFY(slider.Choosing() && chosen.isEmpty());
+        QTest::keyRelease(&slider, Qt::Key(key));
+        QCOMPARE(chosen.size(), 1);
+        QCOMPARE(chosen[0][0].toInt(), to);
+    }
+
+    void DraggingWithTheMouse() {
+        SliderBench bench(QualityValues);
+        PictureSlider& slider = bench.Slider;
+        slider.SetValue(50);
+        QCOMPARE(slider.geometry(), QRect(100, 48, 224, 24));
+        QCOMPARE(slider.Handle(), QRectF(100, 0, 24, 24));
+        const QSignalSpy offered(&slider, &PictureSlider::Offered);
+        const QSignalSpy chosen(&slider, &PictureSlider::Chosen);
+        bench.Press();
+        bench.Move(142);
+        QCOMPARE(slider.value(), 59);
+        QCOMPARE(slider.Handle().left(), 130.);
+        // Beyond the end nothing happens, not even a move to the end.
+        bench.Move(300);
+        QCOMPARE(slider.value(), 59);
+        QCOMPARE(slider.Handle().left(), 130.);
+        QCOMPARE(offered.size(), 1);
+        // Settings read meanwhile do not pull it out of the operator's hand.
+        slider.SetValue(20);
+        QCOMPARE(slider.value(), 59);
+        bench.Move(212);
+        bench.Release();
+        QCOMPARE(chosen.size(), 1);
+        QCOMPARE(chosen[0][0].toInt(), 80);
+        bench.Move(50);
+        QCOMPARE(slider.value(), 80);
+    }
+
+    void NotDragged_data() {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<double>("at");
+        QTest::addRow("right button") << int(Qt::RightButton) << 112.;
+        QTest::addRow("middle button") << int(Qt::MiddleButton) << 112.;
+        QTest::addRow("beside the handle") << int(Qt::LeftButton) << 150.;
+    }
+
+    void NotDragged() {
+        QFETCH(int, button);
+        QFETCH(double, at);
+        SliderBench bench(QualityValues);
+        bench.Slider.SetValue(50);
+        const QSignalSpy chosen(&bench.Slider, &PictureSlider::Chosen);
+        bench.Mouse(QEvent::MouseButtonPress, at, Qt::MouseButton(button));
+        bench.Move(142, Qt::MouseButton(button));
+        bench.Release(Qt::MouseButton(button));
+        QCOMPARE(bench.Slider.value(), 50);
+        QVERIFY(chosen.isEmpty());
+    }
+
+    // A click on the handle leaves a value beyond the range as it is.
+    void ClickChoosesNothing() {
+        SliderBench bench(QualityValues);
+        bench.Slider.SetValue(95);
+        const QSignalSpy chosen(&bench.Slider, &PictureSlider::Chosen);
+        bench.Press();
+        bench.Release();
+        QVERIFY(chosen.isEmpty() && !bench.Slider.Choosing());
+    }
+
+    void Texts_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+        QTest::addRow("quality") << StatusTexts::Quality(50) << "JPG - Quality: 50 %";
+        QTest::addRow("tenths") << StatusTexts::Interval(100) << "1 Pic. / 0.1 s";
+        QTest::addRow("half a tenth is one") << StatusTexts::Interval(1250) << "1 Pic. / 1.3 s";
+        QTest::addRow("less") << StatusTexts::Interval(1249) << "1 Pic. / 1.2 s";
+        QTest::addRow("carried") << StatusTexts::Interval(9950) << "1 Pic. / 10.0 s";
+        QTest::addRow("a month of minutes")
+            << StatusTexts::Interval(1'966'080'000) << "1 Pic. / 1966080.0 s";
+        QTest::addRow("while choosing")
+            << StatusTexts::ChosenInterval(300'000) << "Upload: 1 Pic. / 300.0 seconds";
+        QTest::addRow("format") << StatusTexts::Format({640, 480}) << "Format: 640 x 480";
+        QTest::addRow("no picture yet") << StatusTexts::Format({0, 0}) << "";
+        QTest::addRow("overlay") << StatusTexts::Overlay(2) << "Date, Time, Text";
+        QTest::addRow("unknown overlay") << StatusTexts::Overlay(9) << "No Overlay";
+        QTest::addRow("running time") << StatusTexts::RunningTime(45'296'999) << "12:34:56";
+        QTest::addRow("fifty days") << StatusTexts::RunningTime(4'320'059'000) << "1200:00:59";
+    }
+
+    void Texts() {
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        QCOMPARE(text, expected);
+    }
+
+    void RoomForLabels_data() {
+        QTest::addColumn<QRect>("neighbour");
+        QTest::addColumn<int>("width");
+        QTest::addRow("none beside it: to the end") << QRect(200, 60, 50, 20) << 300;
+        QTest::addRow("neighbour on the same line") << QRect(200, 40, 50, 20) << 92;
+        QTest::addRow("neighbour that touches the line from below") << QRect(200, 59, 50, 20) << 92;
+        QTest::addRow("one that begins further left") << QRect(90, 40, 300, 20) << 300;
+        QTest::addRow("no room at all") << QRect(104, 40, 50, 20) << 0;
+    }
+
+    void RoomForLabels() {
+        QFETCH(QRect, neighbour);
+        QFETCH(int, width);
+        const QRect label(100, 40, 999, 20);
+        QCOMPARE(LabelRoom::Width(label, {label, neighbour}, 400), width);
+    }
+
+    void LongTextsAreCut() {
+        ReadoutLabel label(nullptr);
+        const QString words = "A line that tells at some length what the program is doing now";
+        label.setText(words);
+        label.resize(2000, 20);
+        QVERIFY(!label.Cut());
+        QCOMPARE(label.Lines(), QStringList(words));
+        label.resize(150, 20);
+        QVERIFY(label.Cut() && label.Lines()[0].startsWith("A line"));
+        label.setWordWrap(true);
+        label.resize(80, 3 * label.fontMetrics().lineSpacing());
+        QCOMPARE(label.Lines().size(), 3);
+        QVERIFY(words.startsWith(label.Lines()[0] + " " + label.Lines()[1]));
+        for (const QString& line : label.Lines())
+            QVERIFY(label.fontMetrics().horizontalAdvance(line) <= label.width());
+        label.resize(80, 300);
+        QCOMPARE(label.Lines().join(u' '), words);
+    }
+};
+
+QTEST_MAIN(TestStatusSlider)
+#include "test_status_slider.moc"
