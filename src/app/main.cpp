@@ -7,7 +7,8 @@
 #include "net/page_control.h"
 #include "platform/platform.h"
 #include "platform/termination.h"
-#include "ui/frm_skin.h"
+#include "ui/menu/opener.h"
+#include "ui/shell.h"
 #include "ui/window_boxes.h"
 
 #include <QApplication>
@@ -57,8 +58,10 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
     ConsoleDisplay verbose(clock, PrintError);
     if (commandLine.Verbose) program.Display.Add(verbose);
     ConnectEnd(program, *termination);
-    frmSkin window(program);
-    QObject::connect(&program, &Program::Loaded, &window, &QWidget::show);
+    SystemOpener opener;
+    Shell shell(program, folder.ReadingFolders(), boxes, opener);
+    // Where nobody can see it, the windows and what their skin lacks are no concern.
+    if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
     // From inside the event loop, because an automatic start waits in it.
     QMetaObject::invokeMethod(
         &program, [&] { program.Load(commandLine.Autostarter); }, Qt::QueuedConnection);

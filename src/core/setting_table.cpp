@@ -13,6 +13,7 @@ constexpr QStringView main = u"Einstellungen";
 constexpr QStringView text = u"Text";
 constexpr QStringView picture = u"Picture";
 constexpr QStringView cameras = u"Cameras";
+constexpr QStringView windows = u"Window";
 
 constexpr QStringView load = u"LoadSettings";
 constexpr QStringView loadFtp = u"LoadSettings, frmFTP";
@@ -96,6 +97,12 @@ constexpr std::array table = std::to_array<SettingRow>({
     {picture, u"UB", Number, u"0", bild, loadAll, 0, most16, u"nearest"},
 
     {cameras, u"Cam#", Text, u"", u"operator", load},
+
+    {windows, u"WindowLeft", Number, u"", u"main window", u"start-up"},
+    {windows, u"WindowTop", Number, u"", u"main window", u"start-up"},
+    {windows, u"StatusLeft", Number, u"", status, status},
+    {windows, u"StatusTop", Number, u"", status, status},
+    {windows, u"StatusWindow", CheckBox, u"0", u"menu, tray", u"start-up"},
 });
 
 }  // namespace

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+class Opener;
+class QLabel;
+class QPushButton;
+class Texts;
+struct MainState;
+
+// Offers to download the help pages when they are missing.
+class frmDownloadHilfe : public QWidget {
+    Q_OBJECT
+
+  public:
+    // All outlive the window.
+    frmDownloadHilfe(const MainState& state, Texts& ownTexts, Opener& opener);
+
+    QLabel* Label1;
+    QPushButton* btnAccept;
+    QPushButton* btnCancel;
+
+    void Show();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void ShowTexts();
+
+    Texts& texts;
+};

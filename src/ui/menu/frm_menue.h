@@ -1,0 +1,70 @@
+#pragma once
+
+#include "base/clock.h"
+#include "ui/menu/menu_panel.h"
+
+#include <functional>
+#include <map>
+
+class Texts;
+class Waiting;
+
+// The options menu: nine entries, three of which open a window beside the menu. It goes when an
+// entry is chosen, with Escape and with a click anywhere else. Everything works with the keyboard:
+// Up and Down, Enter, Right into a fly-out, Left and Escape back.
+class frmMenue : public MenuPanel {
+    Q_OBJECT
+
+  public:
+    enum Entry { Status, Language, Ftp, Camera, Overlay, Skins, Help, Web, Info, Count };
+
+    // Both outlive the menu; parent: the main window.
+    frmMenue(Texts& ownTexts, Waiting& ownWaiting, QWidget* parent);
+    ~frmMenue() override;
+
+    // The window beside an entry (1, 5 or 7); it outlives the menu.
+    struct FlyOut {
+        QWidget* Window = nullptr;
+        std::function<void(const QPoint& topLeft)> Show;
+        std::function<void()> Focus;  // gives one of its lines the keyboard
+    };
+    void AddFlyOut(Entry entry, const FlyOut& flyOut);
+    void AddFlyOut(Entry entry, MenuPanel& panel);
+
+    // Opens the menu beside the button (pixels of the desktop), on the screen that shows it; an
+    // open menu closes.
+    void OpenBeside(const QRect& button);
+    // Hides the menu and its fly-outs.
+    void CloseAll();
+    // Whether the menu is open; cleared by everything that closes it.
+    [[nodiscard]] bool MenuOpen() const { return menuOpen; }
+
+  signals:
+    // An entry without a fly-out was chosen; the menu is gone by then.
+    void Chosen(frmMenue::Entry entry);
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void ShowTexts();
+    void Choose(Entry entry);
+    void Hover(Entry entry);
+    void ShowFlyOut(Entry entry, bool focused);
+    void PlaceFlyOut(Entry entry);
+    void HideFlyOuts();
+    void LeaveFlyOut();
+    void CloseWhenLeft();
+    [[nodiscard]] bool Owns(const QWidget& window) const;
+    [[nodiscard]] QRect ScreenRect() const;
+    [[nodiscard]] bool PressedOutside(const QWidget& widget);
+
+    Texts& texts;
+    Waiting& waiting;
+    std::map<Entry, FlyOut> flyOuts;
+    QRect openedBeside;
+    bool menuOpen = false;
+    int openEntry = -1;
+    Timer keyboardRest;
+};

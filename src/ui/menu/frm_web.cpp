@@ -1,0 +1,25 @@
+#include "ui/menu/frm_web.h"
+
+#include "ui/menu/links.h"
+#include "ui/menu/menu_row.h"
+#include "ui/menu/opener.h"
+#include "ui/texts/texts.h"
+
+frmWeb::frmWeb(Texts& ownTexts, Opener& opener, QWidget* parent)
+    : MenuPanel(parent), texts(ownTexts) {
+    for (const QUrl& link : Links::Web) {
+        const MenuRow& row = AddRow();
+        connect(&row, &MenuRow::clicked, this, [this, &opener, link] {
+            emit Choosing();
+            opener.Open(link);
+        });
+    }
+    connect(&texts, &Texts::Changed, this, &frmWeb::ShowTexts);
+    ShowTexts();
+}
+
+void frmWeb::ShowTexts() {
+    setWindowTitle(texts.Get("frmWeb", "Title"));
+    for (qsizetype i = 0; i < Label1.size(); ++i)
+        Label1[i]->setText(texts.Get("frmWeb", "Label" + QString::number(i)));
+}

@@ -1,0 +1,81 @@
+#include "ui/menu/menu_panel.h"
+
+#include "ui/menu/menu_place.h"
+#include "ui/menu/menu_row.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int cornerRadius = 6;
+constexpr int fontPixels = 13;  // fits into a line whatever the desktop's own size
+const QColor ink(0x1d, 0x2b, 0x30);
+const QColor accent(0xd5, 0xea, 0xed);
+const QColor border(0x9f, 0xb4, 0xb9);
+
+}  // namespace
+
+MenuPanel::MenuPanel(QWidget* parent)
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint), rows(new QVBoxLayout(this)) {
+    Dress(*this);
+    rows->setSpacing(0);
+    rows->setContentsMargins(1, MenuLines::Margin, 1, MenuLines::Margin);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void MenuPanel::Dress(QWidget& window) {
+    QPalette colours = window.palette();
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
+        colours.setColor(role, Qt::white);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText})
+        colours.setColor(role, ink);
+    colours.setColor(QPalette::Highlight, accent);
+    window.setPalette(colours);
+    QFont font = window.font();
+    font.setPixelSize(fontPixels);
+    window.setFont(font);
+}
+
+MenuRow& MenuPanel::AddRow() {
+    auto* row = new MenuRow(this);
+    rows->addWidget(row);
+    Label1 << row;
+    return *row;
+}
+
+void MenuPanel::AddGap(int pixels) {
+    rows->addSpacing(pixels);
+    gaps << static_cast<int>(Label1.size());
+}
+
+void MenuPanel::FocusRow() {
+    const auto marked = std::find_if(Label1.begin(), Label1.end(),
+                                     [](const MenuRow* row) { return row->isChecked(); });
+    MenuRow* row = marked == Label1.end() ? Label1.value(0) : *marked;
+    if (row) row->setFocus(Qt::PopupFocusReason);
+}
+
+void MenuPanel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().window());
+    painter.setPen(border);
+    for (const int gap : gaps) {
+        const int y = Label1.at(gap)->y() - MenuLines::Gap / 2;
+        painter.drawLine(cornerRadius, y, width() - cornerRadius, y);
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
+                            cornerRadius);
+}
+
+void MenuPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
+    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+}

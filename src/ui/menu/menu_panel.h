@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+class MenuRow;
+class QVBoxLayout;
+
+// A small white window with rounded corners and lines to click: the options menu and its fly-outs.
+// Up and Down go from line to line.
+class MenuPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit MenuPanel(QWidget* parent);
+
+    QList<MenuRow*> Label1;
+
+    // Puts the first line that is marked, else the first one, under the keyboard.
+    void FocusRow();
+
+    // The colours of the menu for any window that belongs to it.
+    static void Dress(QWidget& window);
+
+  protected:
+    // A line at the end of the panel.
+    MenuRow& AddRow();
+    void AddGap(int pixels);
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    QVBoxLayout* rows;
+    QList<int> gaps;  // before which line, counted from 0
+};

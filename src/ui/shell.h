@@ -1,0 +1,73 @@
+#pragma once
+
+#include "ui/frm_oberflaeche.h"
+#include "ui/frm_skin.h"
+#include "ui/menu/frm_download_hilfe.h"
+#include "ui/menu/frm_language.h"
+#include "ui/menu/frm_menue.h"
+#include "ui/menu/frm_statusgesamt.h"
+#include "ui/menu/frm_web.h"
+#include "ui/menu/info.h"
+#include "ui/status/frm_status.h"
+#include "ui/texts/languages.h"
+#include "ui/tray/run_figures.h"
+#include "ui/tray/tray1.h"
+
+class MessageBoxes;
+class Opener;
+
+// All windows of the program and what connects them: the main window, the status window, the
+// options menu with its fly-outs, the overview, help, about box and the tray icon.
+class Shell : public QObject {
+    Q_OBJECT
+
+  public:
+    // All outlive the shell. folders: the program folder, then the installed copies of what the
+    // program only reads.
+    Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& messageBoxes,
+          Opener& ownOpener);
+    ~Shell() override;
+
+  private:
+    Program& program;
+    QStringList folders;
+    MessageBoxes& boxes;
+    Opener& opener;
+
+  public:
+    Texts Words{Texts::Language::English};
+    Languages LanguageTables;
+    SkinFolders Skins;
+    RunFigures Figures;
+    frmSkin MainWindow;
+    frmStatus StatusWindow;
+    frmOberflaeche Chooser;
+    frmLanguage LanguageWindow;
+    frmWeb WebWindow;
+    frmMenue Menu;
+    frmStatusgesamt Overview;
+    frmDownloadHilfe HelpPrompt;
+    Info AboutBox;
+    Tray1 Tray;
+
+    // Shows the main window, the tray icon and, when it was open at the end of the last run, the
+    // status window. After the program has loaded.
+    void Show();
+
+    // The actions of the menu.
+    void Act(frmMenue::Entry entry);
+    // Shows or hides the status window and remembers it.
+    void ShowStatusWindow(bool shown);
+    void Restore();
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void ConnectMenu();
+    void ConnectWindows();
+    void RememberStatusWindow(bool shown);
+    void OpenHelp();
+    void OpenSettings();
+    void Open(const QUrl& address);
+};

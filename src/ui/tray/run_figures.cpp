@@ -1,0 +1,81 @@
+#include "ui/tray/run_figures.h"
+
+#include "core/program.h"
+#include "ui/texts/texts.h"
+
+#include <algorithm>
+
+RunFigures::RunFigures(Program& ownProgram)
+    : StatusMemory(ownProgram.Wait.OwnClock()),
+      program(ownProgram),
+      lastPicture(ownProgram.Wait.OwnClock().Milliseconds()) {
+    program.Display.Add(*this);
+    connect(&program.Cycle, &UploadCycle::PicturePublished, this, [this](int count) {
+        published = count;
+        emit Changed();
+    });
+    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, &RunFigures::Changed);
+    connect(&program.Cycle, &UploadCycle::PausedChanged, this, &RunFigures::Changed);
+    connect(&program.Transaction, &UploadTransaction::Failed, this, &RunFigures::Changed);
+}
+
+RunFigures::~RunFigures() {
+    program.Display.Remove(*this);
+}
+
+RunState RunFigures::State() const {
+    if (program.Cycle.Paused()) return RunState::Paused;
+    if (program.Transaction.ConnectInProgress()) return RunState::Connecting;
+    if (program.Cycle.Running()) return RunState::Running;
+    return program.State.Offline ? RunState::Offline : RunState::Stopped;
+}
+
+QString RunFigures::StateText(const Texts& texts, RunState state) {
+    const auto text = [&texts](const QString& key) { return texts.Get("States", key); };
+    switch (state) {
+        case RunState::Connecting:
+            return text("Connecting");
+        case RunState::Running:
+            return text("Running");
+        case RunState::Paused:
+            return text("Paused");
+        case RunState::Offline:
+            return text("Offline");
+        case RunState::Stopped:
+            break;
+    }
+    return text("Stopped");
+}
+
+int RunFigures::Made() const {
+    return program.Cycle.PictureCount();
+}
+
+QString RunFigures::LastError() const {
+    const QString camera = program.ezVidCap1.Fault();
+    return camera.isEmpty() ? program.FTP1.GetLastErrorString() : camera;
+}
+
+std::optional<qint64> RunFigures::UntilNextPicture() const {
+    const RunState state = State();
+    if (state != RunState::Running) return std::nullopt;
+    if (program.Cycle.TickRunning()) return 0;
+    const qint64 next = lastPicture + program.State.Values.TotalInterval();
+    return std::max<qint64>(0, next - program.Wait.OwnClock().Milliseconds());
+}
+
+void RunFigures::ShowOnline(bool online) {
+    const bool changed = online != Online;
+    StatusMemory::ShowOnline(online);
+    if (changed) emit Changed();
+}
+
+void RunFigures::ShowPictureCount(const QString& text) {
+    StatusMemory::ShowPictureCount(text);
+    lastPicture = program.Wait.OwnClock().Milliseconds();
+}
+
+void RunFigures::ResetRunningTime() {
+    StatusMemory::ResetRunningTime();
+    lastPicture = program.Wait.OwnClock().Milliseconds();
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ui/status/status_memory.h"
+
+#include <QObject>
+
+#include <optional>
+
+class Program;
+class Texts;
+
+// What the program is doing as a whole.
+enum class RunState { Stopped, Connecting, Running, Paused, Offline };
+
+// The figures of the run for windows that show them as a whole: gathered from what the program
+// shows and announces, asked for by the overview and the tray icon.
+class RunFigures : public QObject, public StatusMemory {
+    Q_OBJECT
+
+  public:
+    // The program outlives the figures.
+    explicit RunFigures(Program& ownProgram);
+    ~RunFigures() override;
+
+    [[nodiscard]] RunState State() const;
+    // "running" and so on in the language in use.
+    [[nodiscard]] static QString StateText(const Texts& texts, RunState state);
+    // Pictures made, and those of them that visitors have seen, since the program started.
+    [[nodiscard]] int Made() const;
+    [[nodiscard]] int Published() const { return published; }
+    // The camera's trouble, else what the FTP client reported last; empty when there was none.
+    [[nodiscard]] QString LastError() const;
+    // Milliseconds until the next picture is made, 0 while one is being published; nothing while
+    // none is to come.
+    [[nodiscard]] std::optional<qint64> UntilNextPicture() const;
+
+    void ShowOnline(bool online) override;
+    void ShowPictureCount(const QString& text) override;
+    void ResetRunningTime() override;
+
+  signals:
+    // State, online state or the number of published pictures may have changed.
+    void Changed();
+
+  private:
+    Program& program;
+    int published = 0;
+    qint64 lastPicture;  // when one was made or the run began, clock milliseconds
+};

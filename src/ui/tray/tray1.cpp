@@ -1,0 +1,77 @@
+#include "ui/tray/tray1.h"
+
+#include "core/program.h"
+#include "ui/texts/texts.h"
+#include "ui/tray/program_icons.h"
+
+Tray1::Tray1(Program& ownProgram, RunFigures& ownFigures, Texts& ownTexts,
+             const QStringList& iconFolders)
+    : Start(new QAction(&Menu)),
+      Pause(new QAction(&Menu)),
+      Stop(new QAction(&Menu)),
+      Status(new QAction(&Menu)),
+      program(ownProgram),
+      figures(ownFigures),
+      texts(ownTexts),
+      folders(iconFolders),
+      restore(new QAction(&Menu)),
+      exit(new QAction(&Menu)) {
+    Menu.addAction(restore);
+    Menu.addAction(Status);
+    Menu.addSeparator();
+    Menu.addActions({Start, Pause, Stop});
+    Menu.addSeparator();
+    Menu.addAction(exit);
+    Menu.setDefaultAction(restore);
+    icon.setContextMenu(&Menu);
+    Stop->setEnabled(false);
+    Connect();
+    ShowTexts();
+}
+
+void Tray1::Connect() {
+    connect(Start, &QAction::triggered, &program, &Program::Start);
+    connect(Pause, &QAction::triggered, &program.Cycle, &UploadCycle::Pause);
+    connect(Stop, &QAction::triggered, &program.Cycle, &UploadCycle::Stop);
+    connect(exit, &QAction::triggered, &program, &Program::Exit);
+    connect(restore, &QAction::triggered, this, &Tray1::RestoreWanted);
+    connect(Status, &QAction::triggered, this, [this] { emit StatusWanted(!statusShown); });
+    connect(&icon, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason why) {
+                if (why == QSystemTrayIcon::Trigger || why == QSystemTrayIcon::DoubleClick)
+                    emit RestoreWanted();
+            });
+    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, [this](bool start, bool stop) {
+        Start->setEnabled(start);
+        Stop->setEnabled(stop);
+    });
+    connect(&figures, &RunFigures::Changed, this, &Tray1::ShowState);
+    connect(&texts, &Texts::Changed, this, &Tray1::ShowTexts);
+}
+
+void Tray1::SetStatusShown(bool shown) {
+    statusShown = shown;
+    ShowTexts();
+}
+
+void Tray1::ShowTexts() {
+    const auto text = [this](const QString& key) { return texts.Get("Tray", key); };
+    restore->setText(text("Restore"));
+    Start->setText(text("Start"));
+    Stop->setText(text("Stop"));
+    Status->setText(statusShown ? text("HideStatus") : text("ShowStatus"));
+    exit->setText(text("Exit"));
+    ShowState();
+}
+
+void Tray1::ShowState() {
+    const TrayState state{figures.State(), figures.Published(), figures.Online};
+    Pause->setText(texts.Get("Tray", state.Is == RunState::Paused ? QString("Continue") : "Pause"));
+    Pause->setEnabled(program.Cycle.Running());
+    icon.setToolTip(TrayTooltip(texts, state));
+    const QString name = TrayIconName(state);
+    if (name == shownIcon) return;
+    shownIcon = name;
+    const QIcon found = ProgramIcon(folders, "tray-" + name);
+    icon.setIcon(found.isNull() ? PlainTrayIcon(name) : found);
+}

@@ -1,0 +1,297 @@
+#include "shell_fixture.h"
+#include "ui/menu/help_page.h"
+#include "ui/menu/links.h"
+#include "ui/menu/menu_place.h"
+#include "ui/menu/menu_row.h"
+#include "ui/skin/check_row.h"
+#include "ui/skin/picture_button.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+
+namespace {
+
+void Hover(MenuRow& row) {
+    const QPointF at(5, 5);
+    QMouseEvent event(QEvent::MouseMove, at, row.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&row, &event);
+}
+
+void Press(QWidget& window, Qt::Key key) {
+    QTest::keyClick(window.focusWidget() ? window.focusWidget() : &window, key);
+}
+
+}  // namespace
+
+class TestMenu : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void FlyOutPlaces_data() {
+        QTest::addColumn<QRect>("menu");
+        QTest::addColumn<int>("entry");
+        QTest::addColumn<QPoint>("expected");
+        QTest::addRow("language") << QRect(100, 50, 150, 190) << 1 << QPoint(250, 74);
+        QTest::addRow("skins") << QRect(100, 50, 150, 190) << 5 << QPoint(250, 154);
+        QTest::addRow("web") << QRect(100, 50, 150, 190) << 7 << QPoint(250, 198);
+        QTest::addRow("a pixel left on the right")
+            << QRect(749, 50, 150, 190) << 1 << QPoint(899, 74);
+        QTest::addRow("ends with the screen") << QRect(750, 50, 150, 190) << 1 << QPoint(650, 74);
+        QTest::addRow("right edge") << QRect(850, 50, 150, 190) << 7 << QPoint(750, 198);
+    }
+
+    void FlyOutPlaces() {
+        QFETCH(QRect, menu);
+        QFETCH(int, entry);
+        QFETCH(QPoint, expected);
+        const QSize flyOut(100, 80);
+        QCOMPARE(FlyOutPlace(menu, flyOut, entry, {0, 0, 1000, 800}), expected);
+        // The same on a screen left of the first one.
+        QCOMPARE(
+            FlyOutPlace(menu.translated(-1000, 40), flyOut, entry, QRect(-1000, 40, 1000, 800)),
+            expected + QPoint(-1000, 40));
+    }
+
+    void MenuPlaces_data() {
+        QTest::addColumn<QPoint>("button");
+        QTest::addColumn<QPoint>("expected");
+        QTest::addRow("right of the button") << QPoint(100, 100) << QPoint(140, 100);
+        QTest::addRow("just fits") << QPoint(810, 100) << QPoint(850, 100);
+        QTest::addRow("left of the button") << QPoint(811, 100) << QPoint(661, 100);
+        QTest::addRow("bottom") << QPoint(100, 700) << QPoint(140, 610);
+        QTest::addRow("above the screen") << QPoint(100, -30) << QPoint(140, 0);
+    }
+
+    void MenuPlaces() {
+        QFETCH(QPoint, button);
+        QFETCH(QPoint, expected);
+        QCOMPARE(MenuPlace({button, QSize(40, 20)}, {150, 190}, {0, 0, 1000, 800}), expected);
+    }
+
+    void WholeOnTheScreen_data() {
+        QTest::addColumn<QPoint>("window");
+        QTest::addRow("top left") << QPoint(0, 0);
+        QTest::addRow("top right") << QPoint(10'000, 0);
+        QTest::addRow("bottom left") << QPoint(0, 10'000);
+        QTest::addRow("bottom right") << QPoint(10'000, 10'000);
+    }
+
+    void WholeOnTheScreen() {
+        QFETCH(QPoint, window);
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        const QRect screen = shell.MainWindow.screen()->geometry();
+        const QSize room = screen.size() - shell.MainWindow.size();
+        shell.MainWindow.move(std::min(window.x(), room.width()),
+                              std::min(window.y(), room.height()));
+        frmMenue& menu = program.OpenMenu();
+        QVERIFY(screen.contains(menu.geometry()));
+        for (const auto& [entry, flyOut] :
+             QList<std::pair<int, QWidget*>>{{frmMenue::Language, &shell.LanguageWindow},
+                                             {frmMenue::Skins, &shell.Chooser},
+                                             {frmMenue::Web, &shell.WebWindow}}) {
+            Hover(*menu.Label1[entry]);
+            QVERIFY(flyOut->isVisible());
+            QVERIFY(screen.contains(flyOut->geometry()));
+            QVERIFY(!flyOut->geometry().intersects(menu.geometry()));
+        }
+        Hover(*menu.Label1[frmMenue::Help]);
+        QVERIFY(!shell.WebWindow.isVisible());
+        // Each fly-out lines up with its entry.
+        for (const auto& [entry, y] : {std::pair(1, 24), std::pair(5, 104), std::pair(7, 148)})
+            QCOMPARE(menu.Label1[entry]->y(), y);
+    }
+
+    void WithTheKeyboardAlone() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        frmMenue& menu = program.OpenMenu();
+        QVERIFY(menu.isVisible() && menu.MenuOpen());
+        QCOMPARE(menu.focusWidget(), menu.Label1[0]);
+        Press(menu, Qt::Key_Down);
+        Press(menu, Qt::Key_Right);
+        QVERIFY(QTest::qWaitForWindowActive(&shell.LanguageWindow));
+        QCOMPARE(shell.LanguageWindow.focusWidget(), shell.LanguageWindow.Label1[1]);
+        Press(shell.LanguageWindow, Qt::Key_Left);
+        QVERIFY(!shell.LanguageWindow.isVisible() && menu.MenuOpen());
+        QCOMPARE(menu.focusWidget(), menu.Label1[1]);
+        for (int i = 1; i < frmMenue::Skins; ++i) Press(menu, Qt::Key_Down);
+        Press(menu, Qt::Key_Return);
+        QVERIFY(QTest::qWaitForWindowActive(&shell.Chooser));
+        Press(shell.Chooser, Qt::Key_Escape);
+        QVERIFY(!shell.Chooser.isVisible() && menu.MenuOpen());
+        for (int i = frmMenue::Skins; i > frmMenue::Language; --i) Press(menu, Qt::Key_Up);
+        Press(menu, Qt::Key_Return);
+        QVERIFY(QTest::qWaitForWindowActive(&shell.LanguageWindow));
+        Press(shell.LanguageWindow, Qt::Key_Up);
+        Press(shell.LanguageWindow, Qt::Key_Return);
+        QVERIFY(!menu.MenuOpen() && !menu.isVisible() && !shell.LanguageWindow.isVisible());
+        QCOMPARE(program.Setting("Einstellungen", "Sprache"), "deutsch");
+        QCOMPARE(menu.Label1[1]->text(), "Sprache");
+        QTest::keyClick(&shell.MainWindow, Qt::Key_F8);
+        QTRY_VERIFY(menu.isVisible());
+        Press(menu, Qt::Key_Escape);
+        QVERIFY(!menu.MenuOpen() && !menu.isVisible());
+    }
+
+    void ClosedByAClickElsewhere() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        const frmMenue& menu = program.OpenMenu();
+        Hover(*menu.Label1[frmMenue::Web]);
+        QTest::mouseClick(&shell.MainWindow, Qt::LeftButton);
+        QVERIFY(!menu.isVisible() && !shell.WebWindow.isVisible() && !menu.MenuOpen());
+        QTest::mouseClick(shell.MainWindow.btnOptions, Qt::LeftButton);
+        QVERIFY(menu.isVisible());
+        QTest::mouseClick(shell.MainWindow.btnOptions, Qt::LeftButton);
+        QVERIFY2(!menu.isVisible(), "the same click closed it and opened it again");
+        program.OpenMenu();
+        shell.MainWindow.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&shell.MainWindow));
+        program.Time.Advance(300);
+        QVERIFY2(!menu.isVisible(), "the keyboard is elsewhere");
+    }
+
+    void Entries() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        const auto click = [&program](frmMenue::Entry entry) {
+            QTest::mouseClick(program.OpenMenu().Label1[entry], Qt::LeftButton);
+            return !program.Windows->Menu.MenuOpen();
+        };
+        QVERIFY(click(frmMenue::Status) && shell.StatusWindow.isVisible());
+        QCOMPARE(program.Setting("Window", "StatusWindow"), "1");
+        for (const auto entry : {frmMenue::Ftp, frmMenue::Camera, frmMenue::Overlay})
+            QVERIFY(click(entry));
+        const QUrl settings = QUrl::fromLocalFile(program.Folder.filePath("ftpOptions.ini"));
+        QCOMPARE(program.Pages.Opened, QList<QUrl>({settings, settings, settings}));
+        QVERIFY(click(frmMenue::Info) && shell.AboutBox.isVisible());
+        Press(shell.AboutBox, Qt::Key_Escape);
+        QVERIFY(!shell.AboutBox.isVisible());
+        program.Boxes.Shown.clear();
+        program.Pages.Works = false;
+        QVERIFY(click(frmMenue::Ftp));
+        QCOMPARE(program.Boxes.Shown.size(), 1);
+        // Shown again at the next start, until it is closed.
+        program.Begin();
+        QVERIFY(program.Windows->StatusWindow.isVisible());
+        program.Windows->StatusWindow.close();
+        program.Begin();
+        QVERIFY(!program.Windows->StatusWindow.isVisible());
+    }
+
+    void HelpPages_data() {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QUrl>("installer");
+        QTest::addRow("English") << "english"
+                                 << "/help/HELP.html" << Links::HelpInstaller;
+        QTest::addRow("German") << "deutsch"
+                                << "/Hilfe/HILFE.html" << Links::GermanHelpInstaller;
+        QTest::addRow("French") << "franz"
+                                << "/help/HELP.html" << Links::HelpInstaller;
+    }
+
+    void HelpPages() {
+        QFETCH(QString, language);
+        QFETCH(QString, page);
+        QFETCH(QUrl, installer);
+        ShellFixture program;
+        program.Set("Einstellungen", "Sprache", language);
+        program.Begin();
+        Shell& shell = *program.Windows;
+        shell.Act(frmMenue::Help);
+        QVERIFY(shell.HelpPrompt.isVisible() && program.Pages.Opened.isEmpty());
+        QVERIFY(shell.HelpPrompt.Label1->text().contains(language == "deutsch"
+                                                             ? QString("gefunden werden!\r\nM")
+                                                             : "can't be found.\r\nDownload and"));
+        QTest::mouseClick(shell.HelpPrompt.btnAccept, Qt::LeftButton);
+        QCOMPARE(program.Pages.Opened, QList<QUrl>{installer});
+        QVERIFY(!shell.HelpPrompt.isVisible());
+        const QString path = program.Folder.path() + page;
+        QDir().mkpath(QFileInfo(path).path());
+        SkinMaker::Write(path, "help");
+        shell.Act(frmMenue::Help);
+        QCOMPARE(program.Pages.Opened.last(), QUrl::fromLocalFile(path));
+        QVERIFY(!shell.HelpPrompt.isVisible());
+        QCOMPARE(HelpPage(language == "deutsch", {"/nowhere", program.Folder.path()}), path);
+    }
+
+    void WebLinks() {
+        ShellFixture program;
+        program.Begin();
+        const Shell& shell = *program.Windows;
+        const frmMenue& menu = program.OpenMenu();
+        QTest::mouseClick(menu.Label1[frmMenue::Web], Qt::LeftButton);
+        QVERIFY(shell.WebWindow.isVisible());
+        QTest::mouseClick(shell.WebWindow.Label1[2], Qt::LeftButton);
+        QCOMPARE(program.Pages.Opened, QList<QUrl>{Links::Web[2]});
+        QVERIFY(!menu.MenuOpen() && !shell.WebWindow.isVisible());
+    }
+
+    void CheckPictures() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Sprache", "franz");
+        program.Begin();
+        frmMenue& menu = program.OpenMenu();
+        Hover(*menu.Label1[frmMenue::Language]);
+        const QImage shown = program.Windows->LanguageWindow.grab().toImage();
+        for (int i = 0; i < 3; ++i) {
+            const MenuRow& row = *program.Windows->LanguageWindow.Label1[i];
+            QCOMPARE(row.isChecked(), i == 2);
+            const QColor mark = shown.pixelColor(row.pos() + QPoint(14, 10));
+            QVERIFY(Alike(mark, i == 2 ? SkinMaker::CheckColour : QColor(Qt::white)));
+        }
+        // The chooser closes the menu as well, and dresses both windows.
+        Hover(*menu.Label1[frmMenue::Skins]);
+        QTest::mouseClick(program.Windows->Chooser.Label1[0], Qt::LeftButton);
+        QVERIFY(!menu.MenuOpen());
+        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Default");
+    }
+
+    void OverviewFollowsOnlyWhileShown() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Set("Einstellungen", "Framerate", "30000");
+        program.Begin();
+        frmStatusgesamt& overview = program.Windows->Overview;
+        program.Windows->MainWindow.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&program.Windows->MainWindow));
+        QTest::keyClick(&program.Windows->MainWindow, Qt::Key_F11);
+        QVERIFY(overview.isVisible());
+        QCOMPARE(overview.Value("State"), "stopped");
+        QCOMPARE(overview.Value("NextPicture"), "–");
+        QCOMPARE(overview.Value("Interval"), "30 s");
+        QVERIFY(overview.Value("Server").startsWith("local folder"));
+        program.Core->Start();
+        program.Core->Display.ShowMegabytes("MB: 1.5");
+        program.Time.Advance(10'000);
+        QCOMPARE(overview.Value("State"), "running");
+        QCOMPARE(overview.Value("NextPicture"), "in 20 s");
+        QCOMPARE(overview.Value("RunningTime"), "00:00:10");
+        QCOMPARE(overview.Value("Megabytes"), "1.5");
+        Press(overview, Qt::Key_Escape);
+        QVERIFY(!overview.isVisible());
+        program.Time.Advance(5'000);
+        QCOMPARE(overview.Value("RunningTime"), "00:00:10");
+        overview.Show();
+        QCOMPARE(overview.Value("RunningTime"), "00:00:15");
+        program.Windows->LanguageTables.ApplyGermanTexts();
+        QCOMPARE(overview.Value("State"), "läuft");
+        emit program.Core->FTP1.ServerResponse("220 ready\r\n");
+        QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
+};
+
+QTEST_MAIN(TestMenu)
+#include "test_menu.moc"

@@ -1,0 +1,238 @@
+#include "shell_fixture.h"
+#include "ui/menu/menu_row.h"
+#include "ui/skin/picture_button.h"
+#include "ui/texts/ftp_examples.h"
+
+#include <QComboBox>
+#include <QRegularExpression>
+
+using enum Texts::Language;
+
+namespace {
+
+// Every "section.key" of a language's file with the text.
+QMap<QString, QString> AllTexts(Texts::Language language) {
+    QMap<QString, QString> all;
+    QString section;
+    const ProfileText file(Texts::File(language));
+    for (const QString& line : QString::fromUtf8(Texts::File(language)).split(u'\n')) {
+        if (line.startsWith(u'[')) section = line.mid(1).chopped(1);
+        if (line.startsWith(u'[') || line.startsWith(u';') || line.isEmpty()) continue;
+        const QString key = line.section(u'=', 0, 0);
+        all[section + "." + key] = file.Value(section, key).value_or(QString());
+    }
+    return all;
+}
+
+QStringList Places(const QString& text) {
+    QStringList places;
+    auto found = QRegularExpression("%[0-9]").globalMatch(text);
+    while (found.hasNext()) places << found.next().captured();
+    places.sort();
+    return places;
+}
+
+}  // namespace
+
+class TestTexts : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void TheThreeFilesHaveTheSameTexts() {
+        const QMap<QString, QString> english = AllTexts(English);
+        QVERIFY(english.size() > 200);
+        for (const Texts::Language language : {English, German, French}) {
+            const QMap<QString, QString> other = AllTexts(language);
+            QCOMPARE(other.keys(), english.keys());
+            for (auto each = other.begin(); each != other.end(); ++each) {
+                QVERIFY2(!each.value().trimmed().isEmpty(), qPrintable(each.key()));
+                QCOMPARE(Places(each.value()), Places(english[each.key()]));
+            }
+        }
+        QCOMPARE(Texts(German).Get("frmPfad", "Nothing"), "?frmPfad.Nothing");
+    }
+
+    // Odd spelling, blanks at the ends and rows left in another language are meant to be so.
+    void Verbatim_data() {
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QStringList>("expected");
+        const auto row = [](const char* section, const char* key, const QString& english,
+                            const QString& german, const QString& french) {
+            QTest::addRow("%s %s", section, key)
+                << QString::fromLatin1(section) << QString::fromLatin1(key)
+                << QStringList{english, german, french};
+        };
+        row("frmPfad", "Title", " search Path", " Pfad suchen", " Chercher chemin");
+        row("frmPfad", "Save", "Save", "Übertragen", "Copier");
+        row("frmMenue", "Label0", "Status - display", "Status - Anzeige", "Statut - annonce");
+        row("frmMenue", "Label5", "Skin selection", "Oberfläche wählen", "Choisir surface");
+        row("frmMenue", "Label8", "Info", "Info", "Info");
+        row("frmStatusgesamt", "Title", " State", " Status", "Statut");
+        row("frmStatusgesamt", "Close", "Close", "Schliessen", "Fermer");
+        row("frmFTP", "HistoryOption", "history upload every 10 pictures",
+            "Historie upload aller 10 Bilder", "history upload every 10 pictures");
+        row("frmFTP", "HistoryCount",
+            "count of pictures: ", "Anzahl Bilder in Historie: ", "count of pictures: ");
+        row("frmFTP", "Path", "Path:", "Verzeichniss:", "Répertoire/dossier:");
+        row("frmFTP", "User", "User-Name:", "User-Name:", "UNom d'utilisateur:");
+        row("frmFTP", "OfflineUpload", "Upload 'Offline-Picture' as last picture",
+            "Bei Abwahl 'Offline - Bild' senden", "Avant déconnection envoyer image offline");
+        row("frmFTP", "DeleteFirst",
+            "In some cases it is necessary to delete the old picture before Upload:",
+            "In einigen Fällen ist es erforderlich, daß alte Bild vor dem Upload zu löschen:",
+            "Dans quelques cas, il est nécéssaire d'effacer l'ancienne image avant "
+            "l'upload/téléchargement:");
+        row("frmFTP", "Save", "Save", "Speichern", "Enregistrer");
+        row("frmFTP", "Autostart", "Automatical start on systemboot.",
+            "Bei Systemstart automatisch starten.", "Démarrage automatique");
+        row("frmCam", "ArchiveOption", "Pictures locally archive (date && time format):",
+            "Bilder lokal archivieren (Datum- && Zeit-Format):",
+            "Des images archiver localement (date && temps format):");
+        row("frmCam", "Save", "Save", "Speichern", "Enregister");
+        row("frmCam", "FrameDriver", "Driver etc.", "Treiber etc.", "Pilotes etc.");
+        row("frmOverlay", "TextColor", "Text-Color", "Text-Color", "Couleur texte");
+        row("frmOverlay", "SpecialPicture", "special Picture", "special Bild", "Special Image");
+        row("frmOverlay", "EffectHeading", " - Overlay Effect - ", " - Overlay Effekt - ",
+            " - Effets Overlay - ");
+        row("frmOverlay", "Effect1", "Time", "Zeit", "Heure");
+        row("frmOverlay", "Effect5", "No Overlay", "Kein Overlay", "Pas d'overlay");
+        row("frmOverlay", "PicturePositionHeading", "- Picture Position - ", "- Bild Position - ",
+            "- Image Position - ");
+        row("frmOverlay", "Position0", "up right", "Oben Rechts", "En-haut à droite");
+        row("frmOverlay", "Position6", "center", "Zentriert", "Centré");
+        row("frmBild", "DeleteList", "delete List ", "Liste Löschen ", "Effacer liste");
+        row("frmBild", "ChangeAfterEnd", "send picture(s).", "gesendeten Bild(ern).",
+            "image(s) envoyée(s).");
+        row("frmText", "InRows", "Show in rows / linefeed every ",
+            "Anzeigen in Zeilen / Umbruch aller ",
+            "Afficher ligne par ligne / Changement de ligne après");
+        row("frmText", "Save", "Save", "Speichern", "Enregister");
+        row("frmText", "RowSuffix", ". Row:", ". Zeile:", ". Ligne:");
+        row("frmDownloadHilfe", "Line2", "Download and install now ?",
+            "Möchten Sie die Hilfe jetzt downloaden und installieren?",
+            "Download and install now ?");
+    }
+
+    void Verbatim() {
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        QFETCH(QStringList, expected);
+        Texts texts(English);
+        QStringList found;
+        for (const Texts::Language language : {English, German, French}) {
+            texts.SetLanguage(language);
+            found << texts.Get(section, key);
+        }
+        QCOMPARE(found, expected);
+    }
+
+    void Messages() {
+        const auto in = [](Texts::Language language) {
+            return ComposeMessages(Texts(language), {"C:\\Off", "C:\\Arc"});
+        };
+        QCOMPARE(in(English).MsgOfflinePathMissing,
+                 "The directory C:\\Off does not exist!\r\nPlease you check your input!");
+        QCOMPARE(in(French).MsgOfflinePathMissing,
+                 "Le répertoire C:\\Off n'éxiste pas1\r\nS.v.p. vérifiez votre entrée!");
+        QCOMPARE(in(German).MsgCamPathMissing,
+                 "Das Verzeichnis C:\\Arc existiert nicht!\r\nBitte überprüfen Sie Ihre Eingabe!");
+        QCOMPARE(in(French).MsgCamPathMissing,
+                 "La liste C:\\Arc n'existe pas!\r\nVeuillez réexaminer votre entrée!");
+        QCOMPARE(in(French).MsgOfflineSize,
+                 "Votre image offline est plus petite que celle de la caméra!\r\nSi vous utilisez "
+                 "le filtre offline, la taille de l'image doit être identique!");
+        QCOMPARE(in(German).MsgOverlaySize, "Ihr Overlay - Bild ist größer als das Kamera - Bild!");
+        QCOMPARE(in(English).MsgAutostartWarning,
+                 "Note! In the case of activation of this function the program is loaded,\r\nwith "
+                 "the system start (PC) and the Upload is started.\r\n\r\nThis can cause "
+                 "involuntary costs!");
+        QCOMPARE(RowLabel(Texts(German), 1), "2. Zeile:");
+    }
+
+    void Examples_data() {
+        QTest::addColumn<Texts::Language>("language");
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QStringList>("expected");
+        const QString german = FtpExamplesOf(German).Server;
+        const QString french = FtpExamplesOf(French).Server;
+        const QString english = FtpExamplesOf(English).Server;
+        QTest::addRow("German to French")
+            << French << QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"}
+            << QStringList{french, "Répertoire/Répertoire", "UNom d'utilisateur"};
+        QTest::addRow("to English")
+            << English << QStringList{french, "Liste/Liste", "Utilisateur-nom"}
+            << QStringList{english, "Path/Path", "User-Name"};
+        QTest::addRow("to German") << German << QStringList{english, "Path/Path", "Utilisateur-nom"}
+                                   << QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"};
+        const QStringList typed{"ftp.mine.org", "Répertoire/Répertoire", "UNom d'utilisateur"};
+        QTest::addRow("what was typed, and French that nobody knows, stays")
+            << English << typed << typed;
+    }
+
+    void Examples() {
+        QFETCH(Texts::Language, language);
+        QFETCH(QStringList, fields);
+        QFETCH(QStringList, expected);
+        const FtpExamples now = WithExamplesOf(language, {fields[0], fields[1], fields[2]});
+        QCOMPARE(QStringList({now.Server, now.Path, now.User}), expected);
+    }
+
+    void AtTheStart_data() {
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QString>("menu");
+        QTest::addColumn<QString>("noCamera");
+        QTest::addRow("none") << ""
+                              << "Language"
+                              << "No Video Capture Device!";
+        QTest::addRow("English") << "english"
+                                 << "Language"
+                                 << "No Video Capture Device!";
+        QTest::addRow("German") << "deutsch"
+                                << "Sprache"
+                                << "Kein Video-Treiber verfügbar!";
+        QTest::addRow("French") << "franz"
+                                << "Langue"
+                                << "Pas de conducteur vidéo disponible!";
+        QTest::addRow("unknown") << "Deutsch"
+                                 << "Language"
+                                 << "No Video Capture Device!";
+    }
+
+    void AtTheStart() {
+        QFETCH(QString, setting);
+        QFETCH(QString, menu);
+        QFETCH(QString, noCamera);
+        ShellFixture program;
+        program.Set("Einstellungen", "Sprache", setting);
+        program.Begin();
+        QCOMPARE(program.Windows->Menu.Label1[1]->text(), menu);
+        QCOMPARE(program.Windows->MainWindow.cbDriver->currentText(), noCamera);
+    }
+
+    // No word that is no language changes the one in use, and messages keep the fields of the
+    // moment.
+    void WhileRunning() {
+        ShellFixture program;
+        program.Begin();
+        Languages& tables = program.Windows->LanguageTables;
+        QString path = "first";
+        tables.SetFields([&path] { return MessageFields{path, {}}; });
+        tables.Choose(French);
+        path = "second";
+        QCOMPARE(program.Setting("Einstellungen", "Sprache"), "franz");
+        QVERIFY(tables.Messages().MsgOfflinePathMissing.contains("first"));
+        program.Set("Einstellungen", "Sprache", "klingon");
+        program.Core->LoadSettings();
+        const MainState& state = program.Core->State;
+        QVERIFY(state.LangFrench && !state.LangEnglish && !state.LangGerman);
+        const frmSkin& window = program.Windows->MainWindow;
+        QCOMPARE(window.btnStart->text(), "Démarrer");
+        QCOMPARE(window.btnStart->toolTip(), "Publier des images (F5)");
+        QCOMPARE(window.cbDriver->currentText(), "Pas de conducteur vidéo disponible!");
+        QCOMPARE(window.btnStart->shortcut(), QKeySequence(Qt::Key_F5));
+    }
+};
+
+QTEST_MAIN(TestTexts)
+#include "test_texts.moc"

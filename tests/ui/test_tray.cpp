@@ -1,0 +1,107 @@
+#include "shell_fixture.h"
+#include "ui/tray/program_icons.h"
+
+#include <QDir>
+
+class TestTray : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void TooltipAndIcon_data() {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<int>("pictures");
+        QTest::addColumn<bool>("online");
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("tooltip");
+        QTest::addColumn<QString>("icon");
+        const auto row = [](RunState state, int pictures, bool online, Texts::Language language,
+                            const QString& tooltip, const char* icon) {
+            QTest::addRow("%s", qPrintable(tooltip))
+                << static_cast<int>(state) << pictures << online << static_cast<int>(language)
+                << tooltip << QString::fromLatin1(icon);
+        };
+        using enum Texts::Language;
+        row(RunState::Running, 312, true, English, "Stillpost: running, 312 pictures, online",
+            "running");
+        row(RunState::Running, 1, false, English, "Stillpost: running, 1 picture, offline",
+            "offline");
+        row(RunState::Paused, 2, false, German, "Stillpost: Pause, 2 Bilder, offline", "paused");
+        row(RunState::Stopped, 0, true, French, "Stillpost : arrêté, 0 images, en ligne",
+            "stopped");
+        row(RunState::Offline, 5, true, English,
+            "Stillpost: stopped, offline picture shown, 5 pictures, online", "offline");
+        row(RunState::Connecting, 5, true, German, "Stillpost: verbindet, 5 Bilder, online",
+            "running");
+    }
+
+    void TooltipAndIcon() {
+        QFETCH(int, state);
+        QFETCH(int, pictures);
+        QFETCH(bool, online);
+        QFETCH(int, language);
+        QFETCH(QString, tooltip);
+        QFETCH(QString, icon);
+        const TrayState shown{static_cast<RunState>(state), pictures, online};
+        QCOMPARE(TrayTooltip(Texts(static_cast<Texts::Language>(language)), shown), tooltip);
+        QCOMPARE(TrayIconName(shown), icon);
+    }
+
+    void IconsOfWhateverSizesThereAre() {
+        const QTemporaryDir folder;
+        QDir(folder.path()).mkdir("icons");
+        QVERIFY(ProgramIcon({folder.path()}, "tray-running").isNull());
+        for (const int size : {16, 22}) {
+            QImage image(size, size, QImage::Format_ARGB32);
+            image.fill(Qt::green);
+            image.save(folder.filePath(QString("icons/tray-running-%1.png").arg(size)));
+        }
+        SkinMaker::Write(folder.filePath("icons/tray-running-99.png"), "damaged");
+        const QIcon icon = ProgramIcon({"/nowhere", folder.path()}, "tray-running");
+        QCOMPARE(icon.availableSizes().size(), 2);
+        for (const QString& name : {QString("running"), QString("paused"), QString("offline")})
+            QVERIFY(PlainTrayIcon(name).pixmap(16, 16).toImage() !=
+                    PlainTrayIcon("stopped").pixmap(16, 16).toImage());
+    }
+
+    void FollowsTheRun() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Begin();
+        Tray1& tray = program.Windows->Tray;
+        QCOMPARE(tray.ToolTip(), "Stillpost: stopped, 0 pictures, offline");
+        QVERIFY(tray.Start->isEnabled() && !tray.Stop->isEnabled() && !tray.Pause->isEnabled());
+        tray.Start->trigger();
+        program.Core->Display.ShowOnline(true);
+        emit program.Core->Cycle.PicturePublished(1);
+        QCOMPARE(tray.ToolTip(), "Stillpost: running, 1 picture, online");
+        QVERIFY(!tray.Start->isEnabled() && tray.Stop->isEnabled());
+        tray.Pause->trigger();
+        QCOMPARE(tray.Pause->text(), "Continue");
+        program.Windows->LanguageTables.ApplyGermanTexts();
+        QCOMPARE(tray.ToolTip(), "Stillpost: Pause, 1 Bild, online");
+        QCOMPARE(tray.Pause->text(), "Weiter");
+        tray.Stop->trigger();
+        QCOMPARE(tray.ToolTip(), "Stillpost: gestoppt, 1 Bild, online");
+        QVERIFY(tray.Start->isEnabled());
+    }
+
+    void BringsWindowsBack() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        shell.MainWindow.showMinimized();
+        emit shell.Tray.RestoreWanted();
+        QVERIFY(shell.MainWindow.isVisible() && !shell.MainWindow.isMinimized());
+        QCOMPARE(shell.Tray.Status->text(), "Show status window");
+        shell.Tray.Status->trigger();
+        QVERIFY(shell.StatusWindow.isVisible());
+        QCOMPARE(shell.Tray.Status->text(), "Hide status window");
+        shell.Tray.Status->trigger();
+        QVERIFY(!shell.StatusWindow.isVisible());
+        QCOMPARE(program.Setting("Window", "StatusWindow"), "0");
+    }
+};
+
+QTEST_MAIN(TestTray)
+#include "test_tray.moc"
