@@ -125,12 +125,19 @@ void Program::LoadSettings() {
     Net.SetDialling(values.Anwahl, values.AWName);
     ApplyPictureValues();
     ezVidCap1.SetCaptureFormat(values.CaptureFormat);
-    const auto chosen = static_cast<int>(drivers.indexOf(values.Treiber));
-    if (chosen >= 0) SelectDriver(chosen);
+    SelectDriver(WantedDriver());
     ezVidCap1.SetPreview(values.Preview);
     Cycle.ApplyInterval();
     ApplyLanguage();
     emit SettingsLoaded();
+}
+
+// The camera of the settings. Who has named none gets the first one; another one never takes the
+// place of the one named, which may only be unplugged.
+int Program::WantedDriver() const {
+    const QString& named = State.Values.Treiber;
+    if (named.isEmpty() && DriverIndex() < 0) return 0;
+    return static_cast<int>(drivers.indexOf(named));
 }
 
 void Program::ApplyPictureValues() {

@@ -86,6 +86,7 @@ class Program : public QObject {
   private:
     void ListDrivers();
     void ApplyLanguage();
+    [[nodiscard]] int WantedDriver() const;
     void ApplyPictureValues();
     void DeleteOldFiles();
     [[nodiscard]] QString NoDriverText() const;

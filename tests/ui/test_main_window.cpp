@@ -96,6 +96,27 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.cbDriver->isEnabled(), !camera.isEmpty());
     }
 
+    // Without a choice the first camera is taken; another one never takes the place of the chosen.
+    void CameraIsChosen_data() {
+        QTest::addColumn<QString>("named");
+        QTest::addColumn<int>("index");
+        QTest::addRow("none named") << "" << 0;
+        QTest::addRow("second") << "Yard" << 1;
+        QTest::addRow("not there") << "Roof" << -1;
+    }
+
+    void CameraIsChosen() {
+        QFETCH(QString, named);
+        QFETCH(int, index);
+        WindowFixture program;
+        program.Set("Einstellungen", "Treiber", named);
+        program.Set("Cameras", "Cam0", "Gate|test:64x48");
+        program.Set("Cameras", "Cam1", "Yard|test:64x48");
+        program.Start();
+        QCOMPARE(program.Core->DriverIndex(), index);
+        QCOMPARE(program.Window->cbDriver->currentIndex(), index);
+    }
+
     // A skin with a broken file: told once, and the control has what the default skin has.
     void BrokenPictures_data() {
         QTest::addColumn<QString>("file");
