@@ -12,11 +12,11 @@ class ConsoleBoxes : public MessageBoxes {
     explicit ConsoleBoxes(std::function<void(const QString&)> ownPrint)
         : print(std::move(ownPrint)) {}
 
-    void Show(const QString& title, const QString& text) override {
+    void Show(const QString& title, const QString& text, Icon) override {
         if (told.insert(text).second) print(title + ": " + text);
     }
     [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override {
-        Show(title, text);
+        Show(title, text, Icon::Warning);
         return true;
     }
 

@@ -6,11 +6,13 @@
 // without a display prints them instead.
 class MessageBoxes {
   public:
+    enum class Icon { Information, Warning, Critical };
+
     virtual ~MessageBoxes() = default;
 
     // Tells the user something. Does not wait for an answer: the program runs unattended, and a
     // message that nobody reads must not stop the pictures. The same message is open only once.
-    virtual void Show(const QString& title, const QString& text) = 0;
+    virtual void Show(const QString& title, const QString& text, Icon icon = Icon::Warning) = 0;
 
     // Asks with the buttons Retry and Cancel and waits for the answer: true for Retry. Where
     // nobody can answer (no display, or nobody there after an automatic start), the answer is

@@ -105,11 +105,17 @@ QString ReadSetting(const QString& file, const QString& section, const QString& 
 
 int WriteSetting(const QString& file, const QString& section, const QString& key,
                  const QString& value) {
+    return WriteSettings(file, {{section, key, value}});
+}
+
+int WriteSettings(const QString& file, const QList<ProfileEntry>& entries) {
     const QFileInfo info(file);
     const bool isNew = !info.exists();
     if (!isNew && !IsReadable(info)) return 0;
     std::optional<ProfileText> text = isNew ? ProfileText() : Load(file);
-    if (!text || !text->Set(section, key, value)) return 0;
+    if (!text) return 0;
+    for (const ProfileEntry& entry : entries)
+        if (!text->Set(entry.Section, entry.Key, entry.Value)) return 0;
     const QByteArray bytes = text->Bytes();
     if (bytes.size() > mostBytes || !Replace(file, bytes)) return 0;
     KnownFiles().erase(file);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 // Profile (INI) files as the system's profile functions treat them: one call for each value, the
@@ -18,6 +19,18 @@
 // or a name is one that cannot be found again.
 int WriteSetting(const QString& file, const QString& section, const QString& key,
                  const QString& value);
+
+struct ProfileEntry {
+    QString Section;
+    QString Key;
+    QString Value;
+
+    bool operator==(const ProfileEntry&) const = default;
+};
+
+// Sets all values at once, in this order: either every one is in the file afterwards, or the file
+// is as before and the result is 0, for the reasons for which WriteSetting gives it.
+[[nodiscard]] int WriteSettings(const QString& file, const QList<ProfileEntry>& entries);
 
 // The number at the start of a text as settings mean it: blanks, a sign, digits with a decimal
 // point among them; whatever follows does not count. 0 when there is none; a number out of range is

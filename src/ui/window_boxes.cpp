@@ -4,13 +4,29 @@
 
 #include <QMessageBox>
 
-void WindowBoxes::Show(const QString& title, const QString& text) {
+namespace {
+
+QMessageBox::Icon PictureOf(MessageBoxes::Icon icon) {
+    switch (icon) {
+        case MessageBoxes::Icon::Information:
+            return QMessageBox::Information;
+        case MessageBoxes::Icon::Critical:
+            return QMessageBox::Critical;
+        case MessageBoxes::Icon::Warning:
+            break;
+    }
+    return QMessageBox::Warning;
+}
+
+}  // namespace
+
+void WindowBoxes::Show(const QString& title, const QString& text, Icon icon) {
     if (shown && shown->text() == text) {
         shown->raise();
         return;
     }
     if (shown) shown->close();
-    shown = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok);
+    shown = new QMessageBox(PictureOf(icon), title, text, QMessageBox::Ok);
     shown->setAttribute(Qt::WA_DeleteOnClose);
     shown->setWindowModality(Qt::NonModal);
     shown->show();

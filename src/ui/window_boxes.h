@@ -15,7 +15,7 @@ class WindowBoxes : public MessageBoxes {
     explicit WindowBoxes(bool isUnattended) : unattended(isUnattended) {}
 
     void SetWaiting(Waiting& ownWaiting) { waiting = &ownWaiting; }
-    void Show(const QString& title, const QString& text) override;
+    void Show(const QString& title, const QString& text, Icon icon) override;
     [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override;
 
   private:

@@ -8,13 +8,15 @@
 class AnsweringBoxes : public MessageBoxes {
   public:
     QStringList Shown;  // "title: text"
+    QList<Icon> Icons;  // of each
     bool Retry = false;
 
-    void Show(const QString& title, const QString& text) override {
+    void Show(const QString& title, const QString& text, Icon icon) override {
+        Icons << icon;
         Shown << title + QStringLiteral(": ") + text;
     }
     bool AskRetry(const QString& title, const QString& text) override {
-        Show(title, text);
+        Show(title, text, Icon::Warning);
         return Retry;
     }
 };

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QScrollArea>
+
+// Shows what is in it whole as long as the screen has room for it; below that, with scroll bars.
+class FittingArea : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    explicit FittingArea(QWidget* parent);
+
+    // The size of what is in it, at most seven eighths of the screen's free area.
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    // Asks for more or less room when what is in it does.
+    bool eventFilter(QObject* object, QEvent* event) override;
+};

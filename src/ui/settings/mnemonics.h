@@ -1,0 +1,9 @@
+#pragma once
+
+class QWidget;
+
+// Gives the buttons, options and captions of fields in a window the letters that reach them with
+// Alt: to each the first letter of its text that no other has, the beginnings of words before the
+// rest. Texts carry none themselves, because a translator cannot see which letters are taken. To be
+// called again when texts have changed.
+void AssignMnemonics(QWidget& window);

@@ -1,0 +1,159 @@
+#include "ui/settings/settings_window.h"
+
+#include "base/message_boxes.h"
+#include "core/program.h"
+#include "ui/settings/fitting_area.h"
+#include "ui/settings/mnemonics.h"
+#include "ui/settings/number_field.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString common = "Settings";   // texts of all settings windows
+constexpr int mostCharacters = 255;  // of a value, see ReadSetting
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QString& textSection,
+                               QWidget* parent)
+    : QDialog(parent),
+      btnSave(new QPushButton(this)),
+      btnClose(new QPushButton(this)),
+      lblNote(new QLabel(this)),
+      around(ownSurroundings),
+      section(textSection) {
+    auto* all = new QVBoxLayout(this);
+    auto* area = new FittingArea(this);
+    auto* inside = new QWidget;
+    body = new QVBoxLayout(inside);
+    body->setContentsMargins({});
+    area->setWidget(inside);
+    inside->installEventFilter(area);
+    all->addWidget(area, 1);
+    lblNote->setWordWrap(true);
+    lblNote->setTextFormat(Qt::PlainText);
+    all->addWidget(lblNote);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(btnSave);
+    buttons->addWidget(btnClose);
+    all->addLayout(buttons);
+    btnSave->setDefault(true);
+    btnClose->setAutoDefault(false);
+    connect(btnSave, &QPushButton::clicked, this, &QDialog::accept);
+    connect(btnClose, &QPushButton::clicked, this, &QDialog::reject);
+    connect(&around.Words, &Texts::Changed, this, [this] { ShowTexts(); });
+}
+
+void SettingsWindow::Finish() {
+    for (auto* button : findChildren<QPushButton*>())
+        if (button != btnSave) button->setAutoDefault(false);  // Enter saves
+    for (auto* field : findChildren<QLineEdit*>()) field->setMaxLength(mostCharacters);
+    for (auto* field : findChildren<NumberField*>())
+        connect(field, &QLineEdit::textChanged, this, [this] { (void)NumbersInRange(false); });
+    // The body's controls come before the buttons.
+    setTabOrder(btnSave, btnClose);
+    ShowTexts();
+}
+
+void SettingsWindow::ShowTexts() {
+    setWindowTitle(Text("Title"));
+    btnSave->setText(Text("Save"));
+    btnClose->setText(Text("Close"));
+    AssignMnemonics(*this);
+    (void)NumbersInRange(false);
+    if (isVisible()) FitToScreen();
+}
+
+void SettingsWindow::Open() {
+    const bool isNew = !isVisible();
+    if (isNew) {
+        lblNote->clear();
+        ShowSettings();
+        (void)NumbersInRange(false);
+    }
+    isMinimized() ? showNormal() : show();
+    if (isNew) FitToScreen();
+    raise();
+    activateWindow();
+}
+
+// Once it is shown: before, it may not know its font.
+void SettingsWindow::FitToScreen() {
+    body->invalidate();
+    layout()->invalidate();
+    resize(sizeHint());
+}
+
+bool SettingsWindow::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest && isVisible())
+        resize(size().expandedTo(sizeHint()));
+    return handled;
+}
+
+bool SettingsWindow::Save() {
+    if (!NumbersInRange(true) || !Check()) return false;
+    if (WriteSettings(around.Core.SettingsFile(), Entries()) == 0) {
+        around.Boxes.Show("Stillpost",
+                          around.Words.Get(common, "CannotSave").arg(around.Core.SettingsFile()),
+                          MessageBoxes::Icon::Critical);
+        return false;
+    }
+    hide();
+    around.Core.LoadSettings();
+    emit Saved();
+    return true;
+}
+
+QString SettingsWindow::Text(const QString& key) const {
+    return around.Words.Get(section, key);
+}
+
+QString SettingsWindow::Setting(const QString& key, const QString& ofSection) const {
+    return ReadSetting(around.Core.SettingsFile(), ofSection, key);
+}
+
+bool SettingsWindow::Flag(const QString& key, const QString& ofSection) const {
+    return Val(Setting(key, ofSection)) != 0;
+}
+
+ProfileEntry SettingsWindow::Entry(const QString& key, const QString& value) {
+    return {"Einstellungen", key, value};
+}
+
+ProfileEntry SettingsWindow::Entry(const QString& key, bool on) {
+    return Entry(key, on ? QString("1") : QString("0"));
+}
+
+ProfileEntry SettingsWindow::Entry(const QString& key, int number) {
+    return Entry(key, QString::number(number));
+}
+
+void SettingsWindow::Refuse(QWidget& field, const QString& why) {
+    lblNote->setText(why);
+    field.setFocus();
+    if (auto* line = qobject_cast<QLineEdit*>(&field)) line->selectAll();
+}
+
+// The note names the first number that is wrong. Fields that are switched off do not count.
+bool SettingsWindow::NumbersInRange(bool goThere) {
+    for (auto* field : findChildren<NumberField*>()) {
+        if (field->Value() || !field->isEnabled()) continue;
+        QString name = field->accessibleName().trimmed();
+        while (name.endsWith(u':')) name = name.chopped(1).trimmed();
+        const QString why =
+            around.Words.Get(common, "NumberRange")
+                .arg(name, QString::number(field->Least()), QString::number(field->Most()));
+        lblNote->setText(why);
+        if (goThere) Refuse(*field, why);
+        return false;
+    }
+    lblNote->clear();
+    return true;
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "base/profile_file.h"
+#include "ui/texts/texts.h"
+
+#include <QDialog>
+
+class MessageBoxes;
+class Program;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+
+// What all settings windows have in common: they show what the settings file says when they are
+// opened, write all of their keys or none when saved, and change nothing when closed. Enter saves,
+// Escape closes. Texts come from the section of the window's name, in the language in use.
+class SettingsWindow : public QDialog {
+    Q_OBJECT
+
+  public:
+    // All outlive the window.
+    struct Surroundings {
+        Program& Core;
+        Texts& Words;
+        MessageBoxes& Boxes;
+    };
+    SettingsWindow(const Surroundings& surroundings, const QString& textSection, QWidget* parent);
+
+    QPushButton* btnSave;
+    QPushButton* btnClose;
+    QLabel* lblNote;  // what is wrong with a field; empty while nothing is
+
+    // Shows the settings as they are now, in front of the other windows. A window that is open
+    // already keeps what was typed into it.
+    void Open();
+
+    // Writes the settings, hands them to the program and hides the window. False, and the window
+    // stays: a field is not right or the file cannot be written; the operator is told.
+    bool Save();
+
+  signals:
+    void Saved();
+
+  public slots:
+    void accept() override { (void)Save(); }
+
+  protected:
+    // Puts the settings into the controls.
+    virtual void ShowSettings() = 0;
+    // The keys of the window with what the controls say, in the order in which they are written.
+    [[nodiscard]] virtual QList<ProfileEntry> Entries() const = 0;
+    // What must hold before anything is written; tells the operator what does not.
+    [[nodiscard]] virtual bool Check() { return true; }
+    // Sets the texts of all controls; also called when the language changes. Calls the inherited
+    // one last, because it gives out the letters.
+    virtual void ShowTexts();
+
+    // Grows when longer texts or a larger font need more room.
+    bool event(QEvent* event) override;
+
+    // To be called at the end of the constructor.
+    void Finish();
+
+    [[nodiscard]] Program& Core() const { return around.Core; }
+    [[nodiscard]] Texts& Words() const { return around.Words; }
+    [[nodiscard]] MessageBoxes& Boxes() const { return around.Boxes; }
+    [[nodiscard]] QVBoxLayout& Body() { return *body; }
+    [[nodiscard]] QString Text(const QString& key) const;
+    [[nodiscard]] QString Setting(const QString& key,
+                                  const QString& section = "Einstellungen") const;
+    [[nodiscard]] bool Flag(const QString& key, const QString& section = "Einstellungen") const;
+    // A value of this window's keys for section "Einstellungen".
+    [[nodiscard]] static ProfileEntry Entry(const QString& key, const QString& value);
+    [[nodiscard]] static ProfileEntry Entry(const QString& key, bool on);
+    [[nodiscard]] static ProfileEntry Entry(const QString& key, int number);
+    static ProfileEntry Entry(const QString& key,
+                              const char* value) = delete;  // it would be a bool
+
+    // Tells what is wrong with a field and goes there.
+    void Refuse(QWidget& field, const QString& why);
+
+  private:
+    [[nodiscard]] bool NumbersInRange(bool goThere);
+    void FitToScreen();
+
+    Surroundings around;
+    QString section;
+    QVBoxLayout* body;
+};
