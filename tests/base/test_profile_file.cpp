@@ -59,9 +59,9 @@ class TestProfileFile : public QObject {
         const QByteArray before = "[Sec]\nB=1\n";
         const QString file = NewFile(before);
         QCOMPARE(WriteSettings(file, {{"Sec", "A", "1"}, {"Sec", "B", "line\nbreak"}}), 0);
-        QCOMPARE(FileBytes(file), before);
+        QCOMPARE(ReadBytes(file), before);
         QCOMPARE(WriteSettings(file, {{"Sec", "A", "1"}, {"Sec", "B", "2"}, {"X", "C", "3"}}), 1);
-        QCOMPARE(FileBytes(file), QByteArray("[Sec]\nB=2\nA=1\n\n[X]\nC=3\n"));
+        QCOMPARE(ReadBytes(file), QByteArray("[Sec]\nB=2\nA=1\n\n[X]\nC=3\n"));
     }
 
     void Writes_data() {
