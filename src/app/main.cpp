@@ -62,6 +62,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
     Shell shell(program, folder.ReadingFolders(), boxes, opener);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
     if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
+    if (display && !commandLine.Autostarter) shell.StartPicture.Show();
     // From inside the event loop, because an automatic start waits in it.
     QMetaObject::invokeMethod(
         &program, [&] { program.Load(commandLine.Autostarter); }, Qt::QueuedConnection);

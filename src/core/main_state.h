@@ -8,6 +8,7 @@
 struct MainState {
     bool DriverPresent = false;    // at least one capture device was found
     QString SkinName = "Default";  // the skin in use; "Default" when the chosen one is missing
+    bool MenuOpen = false;         // the options menu is shown
     bool StatusShown = false;      // the status window is shown; nothing updates it otherwise
     Settings Values;               // as LoadSettings read them last
     bool LangEnglish = true;       // exactly one of the three is true

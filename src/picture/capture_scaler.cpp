@@ -82,7 +82,9 @@ bool FrameScaler::ToDib(const AVFrame& frame, Dib& dib) {
 }
 
 QImage FrameScaler::ToImage(const AVFrame& frame, QSize size) {
-    if (size.isEmpty()) size = QSize(frame.width, frame.height);
+    const QSize whole(frame.width, frame.height);
+    size = size.isEmpty() ? whole : whole.scaled(size, Qt::KeepAspectRatioByExpanding);
+    if (size.width() > whole.width()) size = whole;
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull()) return {};
     const bool done = Convert(tables[1], SWS_FAST_BILINEAR, frame,

@@ -21,8 +21,9 @@ class FrameScaler {
     // The frame in its own size. False when it cannot be converted.
     [[nodiscard]] bool ToDib(const AVFrame& frame, Dib& dib);
 
-    // The frame for the screen, scaled to `size` pixels; in its own size where that is empty. A
-    // null image when it cannot be converted.
+    // The frame for the screen in its proportions, as large as an area of `size` pixels needs it to
+    // be filled, but never enlarged; in its own size where that is empty. A null image when it
+    // cannot be converted.
     [[nodiscard]] QImage ToImage(const AVFrame& frame, QSize size);
 
     // The mean brightness, 0 to 255; 0 when the frame cannot be converted.

@@ -57,7 +57,8 @@ class ezVidCap : public QObject, public CaptureControl {
     // 1 to 60 pictures a second.
     void SetPreviewRate(int framesPerSecond) override;
     void SetPreview(bool on) override;
-    // Preview pictures are scaled to this size, pixels; empty leaves them as large as they come.
+    // Preview pictures are made no larger than an area of this size needs, pixels, whether they
+    // are fitted into it or fill it; empty leaves them as large as they come.
     void SetPreviewSize(QSize size);
 
   signals:

@@ -4,6 +4,7 @@
 #include "base/profile_file.h"
 #include "core/program.h"
 #include "ui/skin/check_row.h"
+#include "ui/skin/rounded_corners.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/skinned_window.h"
 
@@ -14,6 +15,10 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+
+namespace {
+constexpr int margin = 4;  // above and below the rows, pixels
+}  // namespace
 
 frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolders,
                                MessageBoxes& messageBoxes)
@@ -31,9 +36,10 @@ frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolde
     scroll->setWidget(list);
     scroll->setWidgetResizable(true);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFrameShape(QFrame::NoFrame);
     scroll->setMinimumHeight(1);  // its own idea of a least height is several rows
     auto* all = new QVBoxLayout(this);
-    all->setContentsMargins({});
+    all->setContentsMargins(1, margin, 1, margin);
     all->addWidget(scroll);
 }
 
@@ -78,13 +84,24 @@ void frmOberflaeche::Show(const QPoint& topLeft) {
     ListSkins();
     const QScreen* at = QGuiApplication::screenAt(topLeft);
     const QRect screen = (at ? at : QGuiApplication::primaryScreen())->geometry();
-    const QSize wanted = rows->sizeHint() + QSize(2, 2);  // the frame
+    const QSize wanted = rows->sizeHint() + QSize(2, 2 * margin);
     resize(wanted.boundedTo(screen.size()));
     move(topLeft.x(), TopOnScreen(topLeft.y(), height(), screen));
     show();
-    activateWindow();
+}
+
+void frmOberflaeche::FocusRow() {
     for (CheckRow* row : Label1)
         if (row->isChecked()) row->setFocus(Qt::PopupFocusReason);
+}
+
+void frmOberflaeche::paintEvent(QPaintEvent*) {
+    RoundedCorners::DrawEdge(*this);
+}
+
+void frmOberflaeche::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    RoundedCorners::Cut(*this);
 }
 
 void frmOberflaeche::keyPressEvent(QKeyEvent* event) {

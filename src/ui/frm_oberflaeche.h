@@ -34,6 +34,8 @@ class frmOberflaeche : public QWidget {
     // Lists the skins anew and shows the chooser with its top left corner here (pixels of the
     // desktop), moved up where it would hang over the bottom of the screen.
     void Show(const QPoint& topLeft);
+    // Gives the skin in use the keyboard.
+    void FocusRow();
 
     // Where the top edge comes to lie on a screen; all in pixels.
     [[nodiscard]] static int TopOnScreen(int top, int height, const QRect& screen);
@@ -44,6 +46,8 @@ class frmOberflaeche : public QWidget {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void ListSkins();

@@ -29,7 +29,6 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
       folders(skinFolders),
       boxes(messageBoxes),
       place(*this, ownProgram.Wait.OwnClock(), ownProgram.SettingsFile(), "Window") {
-    lblStatus->setAutoFillBackground(true);  // it may lie on any drawing
     // Steps and server texts are of any length; the window keeps its width.
     lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     btnStop->setEnabled(false);
@@ -89,6 +88,7 @@ void frmSkin::ConnectCamera() {
     connect(&program, &Program::DriversChanged, this, &frmSkin::ShowDrivers);
     connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowPreviewSettings);
     connect(&program.ezVidCap1, &ezVidCap::PreviewFrame, preview, &PreviewArea::SetPicture);
+    connect(preview, &PreviewArea::RoomChanged, &program.ezVidCap1, &ezVidCap::SetPreviewSize);
     connect(&program.ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         if (!fault.isEmpty()) preview->Clear();
     });

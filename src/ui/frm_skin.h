@@ -91,6 +91,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     [[nodiscard]] bool InDriverArea(const QWidget* control) const;
     void PlaceDriverArea();
     void PlaceStatus();
+    static void WriteOn(QWidget& label, const QColor& ground);
     void LayOutPlain();
     void ShowFlap();
     void ShowLeds();

@@ -23,12 +23,12 @@ constexpr QSize previewSize(Pixels(4800), Pixels(3600));
 constexpr QSize previewBehindFlap(Pixels(4740), Pixels(3525));
 
 // The driver list below the driver label, and the status below the list; pixels.
-constexpr int listBelowLabel = 20;
-constexpr int listHeight = 24;
+constexpr int listBelowLabel = 18;
+constexpr int listHeight = 22;
 constexpr int mostListWidth = 200;
 constexpr int leastListWidth = 80;
 constexpr int leastStatusWidth = 120;
-constexpr int statusBelowList = 2;
+constexpr int statusBelowList = 1;
 constexpr int edge = 8;
 
 // For a skin that has none.
@@ -168,6 +168,14 @@ void frmSkin::PlaceDriverArea() {
     PlaceStatus();
 }
 
+void frmSkin::WriteOn(QWidget& label, const QColor& ground) {
+    constexpr int middleGrey = 140;
+    QPalette colours = label.palette();
+    colours.setColor(QPalette::WindowText,
+                     qGray(ground.rgb()) > middleGrey ? Qt::black : Qt::white);
+    label.setPalette(colours);
+}
+
 // The line is shown where the skin leaves room for it; title and tool tips have the text anyway.
 void frmSkin::PlaceStatus() {
     QRect line = cbDriver->geometry();
@@ -180,6 +188,7 @@ void frmSkin::PlaceStatus() {
             free = false;
     lblStatus->setGeometry(line);
     lblStatus->setVisible(free);
+    WriteOn(*lblStatus, Ground(line));
     ShowStatusTexts();
 }
 
@@ -187,6 +196,7 @@ void frmSkin::PlaceStatus() {
 void frmSkin::LayOutPlain() {
     flapEnabled = false;
     ShowFlap();
+    lblStatus->setPalette(palette());
     lblStatus->show();
     preview->setMinimumSize(previewSize);
     auto* grid = new QGridLayout(this);

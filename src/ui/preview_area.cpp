@@ -33,6 +33,11 @@ QRect PreviewArea::Place(const QSize& picture, const QSize& area, bool stretched
     return place;
 }
 
+void PreviewArea::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    emit RoomChanged((QSizeF(size()) * devicePixelRatioF()).toSize());
+}
+
 void PreviewArea::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);

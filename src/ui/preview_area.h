@@ -20,7 +20,13 @@ class PreviewArea : public QWidget {
     [[nodiscard]] static QRect Place(const QSize& picture, const QSize& area, bool stretched,
                                      bool centred);
 
+  signals:
+    // The room for a picture in pixels of the screen, more than those of the window on a screen
+    // with a scale factor.
+    void RoomChanged(QSize pixels);
+
   protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

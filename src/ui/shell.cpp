@@ -5,7 +5,6 @@
 #include "core/program.h"
 #include "ui/menu/help_page.h"
 #include "ui/menu/opener.h"
-#include "ui/skin/check_row.h"
 #include "ui/skin/picture_button.h"
 #include "ui/tray/program_icons.h"
 
@@ -29,12 +28,13 @@ Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& m
       LanguageTables(program, Words),
       Skins(folders),
       Figures(program),
+      StartPicture(Skins, program.Wait.OwnClock()),
       MainWindow(program, Skins, boxes),
       StatusWindow(program, Skins, Words),
       Chooser(program, Skins, boxes),
       LanguageWindow(LanguageTables, Words, Skins, program.Wait, &MainWindow),
       WebWindow(Words, opener, &MainWindow),
-      Menu(Words, program.Wait, &MainWindow),
+      Menu(Words, program.Wait, program.State, &MainWindow),
       Overview(program, Figures, Words),
       HelpPrompt(program.State, Words, opener),
       AboutBox(Skins, Words),
@@ -54,10 +54,7 @@ void Shell::ConnectMenu() {
     MenuPanel::Dress(Chooser);
     Menu.AddFlyOut(frmMenue::Language, LanguageWindow);
     Menu.AddFlyOut(frmMenue::Skins, {&Chooser, [this](const QPoint& at) { Chooser.Show(at); },
-                                     [this] {
-                                         for (CheckRow* row : Chooser.Label1)
-                                             if (row->isChecked()) row->setFocus();
-                                     }});
+                                     [this] { Chooser.FocusRow(); }});
     Menu.AddFlyOut(frmMenue::Web, WebWindow);
     connect(&MainWindow, &frmSkin::OptionsWanted, &Menu, &frmMenue::OpenBeside);
     connect(&Menu, &frmMenue::Chosen, this, &Shell::Act);
@@ -83,9 +80,10 @@ void Shell::ConnectWindows() {
 void Shell::Show() {
     QApplication::setWindowIcon(ProgramIcon(folders, "stillpost"));
     MainWindow.ShowSkinned();
+    StartPicture.Finish();
     Tray.Show();
     if (ReadSetting(program.SettingsFile(), windowSection, statusWindowKey) != "1") return;
-    StatusWindow.Show();
+    StatusWindow.Show(&MainWindow);
     Tray.SetStatusShown(true);
 }
 
@@ -97,7 +95,7 @@ void Shell::Restore() {
 
 void Shell::ShowStatusWindow(bool shown) {
     if (shown)
-        StatusWindow.Show();
+        StatusWindow.Show(&MainWindow);
     else
         StatusWindow.hide();
     RememberStatusWindow(shown);

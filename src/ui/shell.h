@@ -8,6 +8,7 @@
 #include "ui/menu/frm_statusgesamt.h"
 #include "ui/menu/frm_web.h"
 #include "ui/menu/info.h"
+#include "ui/splash.h"
 #include "ui/status/frm_status.h"
 #include "ui/texts/languages.h"
 #include "ui/tray/run_figures.h"
@@ -39,6 +40,7 @@ class Shell : public QObject {
     Languages LanguageTables;
     SkinFolders Skins;
     RunFigures Figures;
+    Splash StartPicture;
     frmSkin MainWindow;
     frmStatus StatusWindow;
     frmOberflaeche Chooser;

@@ -55,8 +55,8 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.LEDLeft->geometry(), QRect(40, 1, 40, 20));
         QCOMPARE(window.LEDReigth->pos(), QPoint(350, 1));
         QCOMPARE(window.Label_Driver->pos(), QPoint(20, 245));
-        QCOMPARE(window.cbDriver->pos(), QPoint(20, 265));
-        QCOMPARE(window.cbDriver->height(), 24);
+        QCOMPARE(window.cbDriver->pos(), QPoint(20, 263));
+        QCOMPARE(window.cbDriver->height(), 22);
     }
 
     void DriverTexts_data() {

@@ -113,32 +113,33 @@ class TestMenu : public QObject {
         program.Begin();
         Shell& shell = *program.Windows;
         frmMenue& menu = program.OpenMenu();
-        QVERIFY(menu.isVisible() && menu.MenuOpen());
+        QVERIFY(menu.isVisible() && program.Core->State.MenuOpen);
         QCOMPARE(menu.focusWidget(), menu.Label1[0]);
         Press(menu, Qt::Key_Down);
         Press(menu, Qt::Key_Right);
         QVERIFY(QTest::qWaitForWindowActive(&shell.LanguageWindow));
         QCOMPARE(shell.LanguageWindow.focusWidget(), shell.LanguageWindow.Label1[1]);
         Press(shell.LanguageWindow, Qt::Key_Left);
-        QVERIFY(!shell.LanguageWindow.isVisible() && menu.MenuOpen());
+        QVERIFY(!shell.LanguageWindow.isVisible() && program.Core->State.MenuOpen);
         QCOMPARE(menu.focusWidget(), menu.Label1[1]);
         for (int i = 1; i < frmMenue::Skins; ++i) Press(menu, Qt::Key_Down);
         Press(menu, Qt::Key_Return);
         QVERIFY(QTest::qWaitForWindowActive(&shell.Chooser));
         Press(shell.Chooser, Qt::Key_Escape);
-        QVERIFY(!shell.Chooser.isVisible() && menu.MenuOpen());
+        QVERIFY(!shell.Chooser.isVisible() && program.Core->State.MenuOpen);
         for (int i = frmMenue::Skins; i > frmMenue::Language; --i) Press(menu, Qt::Key_Up);
         Press(menu, Qt::Key_Return);
         QVERIFY(QTest::qWaitForWindowActive(&shell.LanguageWindow));
         Press(shell.LanguageWindow, Qt::Key_Up);
         Press(shell.LanguageWindow, Qt::Key_Return);
-        QVERIFY(!menu.MenuOpen() && !menu.isVisible() && !shell.LanguageWindow.isVisible());
+        QVERIFY(!program.Core->State.MenuOpen && !menu.isVisible() &&
+                !shell.LanguageWindow.isVisible());
         QCOMPARE(program.Setting("Einstellungen", "Sprache"), "deutsch");
         QCOMPARE(menu.Label1[1]->text(), "Sprache");
         QTest::keyClick(&shell.MainWindow, Qt::Key_F8);
         QTRY_VERIFY(menu.isVisible());
         Press(menu, Qt::Key_Escape);
-        QVERIFY(!menu.MenuOpen() && !menu.isVisible());
+        QVERIFY(!program.Core->State.MenuOpen && !menu.isVisible());
     }
 
     void ClosedByAClickElsewhere() {
@@ -148,7 +149,7 @@ class TestMenu : public QObject {
         const frmMenue& menu = program.OpenMenu();
         Hover(*menu.Label1[frmMenue::Web]);
         QTest::mouseClick(&shell.MainWindow, Qt::LeftButton);
-        QVERIFY(!menu.isVisible() && !shell.WebWindow.isVisible() && !menu.MenuOpen());
+        QVERIFY(!menu.isVisible() && !shell.WebWindow.isVisible() && !program.Core->State.MenuOpen);
         QTest::mouseClick(shell.MainWindow.btnOptions, Qt::LeftButton);
         QVERIFY(menu.isVisible());
         QTest::mouseClick(shell.MainWindow.btnOptions, Qt::LeftButton);
@@ -166,7 +167,7 @@ class TestMenu : public QObject {
         Shell& shell = *program.Windows;
         const auto click = [&program](frmMenue::Entry entry) {
             QTest::mouseClick(program.OpenMenu().Label1[entry], Qt::LeftButton);
-            return !program.Windows->Menu.MenuOpen();
+            return !program.Core->State.MenuOpen;
         };
         QVERIFY(click(frmMenue::Status) && shell.StatusWindow.isVisible());
         QCOMPARE(program.Setting("Window", "StatusWindow"), "1");
@@ -235,7 +236,7 @@ class TestMenu : public QObject {
         QVERIFY(shell.WebWindow.isVisible());
         QTest::mouseClick(shell.WebWindow.Label1[2], Qt::LeftButton);
         QCOMPARE(program.Pages.Opened, QList<QUrl>{Links::Web[2]});
-        QVERIFY(!menu.MenuOpen() && !shell.WebWindow.isVisible());
+        QVERIFY(!program.Core->State.MenuOpen && !shell.WebWindow.isVisible());
     }
 
     void CheckPictures() {
@@ -254,7 +255,7 @@ class TestMenu : public QObject {
         // The chooser closes the menu as well, and dresses both windows.
         Hover(*menu.Label1[frmMenue::Skins]);
         QTest::mouseClick(program.Windows->Chooser.Label1[0], Qt::LeftButton);
-        QVERIFY(!menu.MenuOpen());
+        QVERIFY(!program.Core->State.MenuOpen);
         QCOMPARE(program.Setting("Einstellungen", "Skin"), "Default");
     }
 

@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_place.h"
 #include "window_fixture.h"
@@ -103,6 +104,20 @@ class TestSkin : public QObject {
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, screens), expected);
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(2000, 2000)}, {screens[0]}), QPoint(0, 0));
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, {}), place);
+    }
+
+    void WindowsComeBesideAnother_data() {
+        const Rows<QRect, QPoint> row;
+        row("right", QRect(100, 200, 400, 300), QPoint(512, 200));
+        row("left at the right edge", QRect(800, 200, 200, 300), QPoint(388, 200));
+        row("below where neither side has room", QRect(300, 0, 450, 300), QPoint(300, 312));
+        row("above at the bottom", QRect(300, 450, 450, 300), QPoint(300, 138));
+        row("slides up", QRect(100, 700, 200, 60), QPoint(312, 468));
+    }
+
+    void WindowsComeBesideAnother() {
+        const auto [neighbour, place] = Row<QRect, QPoint>();
+        QCOMPARE(WindowPlace::Beside(neighbour, {400, 300}, {{0, 0, 1024, 768}}), place);
     }
 };
 

@@ -86,11 +86,13 @@ class TestSkinChooser : public QObject {
         ChooserFixture program;
         frmOberflaeche& chooser = *program.Chooser;
         QVERIFY(QTest::qWaitForWindowActive(&chooser));
+        chooser.FocusRow();
         QCOMPARE(chooser.focusWidget(), chooser.Label1[1]);
         QTest::keyClick(chooser.focusWidget(), Qt::Key_Escape);
         QVERIFY(!chooser.isVisible() && program.Second.Steps.isEmpty());
         chooser.Show({10, 10});
         QVERIFY(QTest::qWaitForWindowActive(&chooser));
+        chooser.FocusRow();
         QTest::keyClick(chooser.focusWidget(), Qt::Key_Up);
         QCOMPARE(chooser.focusWidget(), chooser.Label1[0]);
         QTest::keyClick(chooser.focusWidget(), Qt::Key_Return);

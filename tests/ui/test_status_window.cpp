@@ -473,6 +473,15 @@ class TestStatusWindow : public QObject {
         QCOMPARE(window.lblmouseover->text(), "Start publishing pictures");
     }
 
+    void TheMouseCanCloseIt() {
+        StatusFixture program;
+        frmStatus& window = program.Open();
+        QCOMPARE(window.actions().size(), 1);
+        QCOMPARE(window.actions().first()->text(), "Close");
+        window.actions().first()->trigger();
+        QVERIFY(window.isHidden());
+    }
+
     void EscapeHidesAndThePlaceIsKept() {
         StatusFixture program;
         frmStatus& window = program.Open();

@@ -1,6 +1,7 @@
 #include "ui/menu/frm_menue.h"
 
 #include "base/waiting.h"
+#include "core/main_state.h"
 #include "ui/menu/menu_place.h"
 #include "ui/menu/menu_row.h"
 #include "ui/texts/texts.h"
@@ -16,10 +17,11 @@ namespace {
 constexpr int restMilliseconds = 200;
 }  // namespace
 
-frmMenue::frmMenue(Texts& ownTexts, Waiting& ownWaiting, QWidget* parent)
+frmMenue::frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, QWidget* parent)
     : MenuPanel(parent),
       texts(ownTexts),
       waiting(ownWaiting),
+      state(mainState),
       keyboardRest(ownWaiting.OwnClock(), restMilliseconds) {
     for (int i = 0; i < Count; ++i) {
         const auto entry = static_cast<Entry>(i);
@@ -32,7 +34,7 @@ frmMenue::frmMenue(Texts& ownTexts, Waiting& ownWaiting, QWidget* parent)
     // When it has come to rest: the keyboard has no window, or any other, on its way between ours.
     connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow*) {
         keyboardRest.SetInterval(restMilliseconds);
-        keyboardRest.SetEnabled(menuOpen);
+        keyboardRest.SetEnabled(state.MenuOpen);
     });
     connect(&keyboardRest, &Timer::Tick, this, &frmMenue::CloseWhenLeft);
     ShowTexts();
@@ -70,14 +72,14 @@ QRect frmMenue::ScreenRect() const {
 }
 
 void frmMenue::OpenBeside(const QRect& button) {
-    if (menuOpen) {
+    if (state.MenuOpen) {
         CloseAll();
         return;
     }
     openedBeside = button;
     adjustSize();
     move(MenuPlace(button, size(), ScreenRect()));
-    menuOpen = true;
+    state.MenuOpen = true;
     qApp->installEventFilter(this);
     show();
     raise();
@@ -86,8 +88,8 @@ void frmMenue::OpenBeside(const QRect& button) {
 }
 
 void frmMenue::CloseAll() {
-    if (!menuOpen) return;
-    menuOpen = false;
+    if (!state.MenuOpen) return;
+    state.MenuOpen = false;
     keyboardRest.SetEnabled(false);
     qApp->removeEventFilter(this);
     HideFlyOuts();
@@ -105,7 +107,7 @@ void frmMenue::Choose(Entry entry) {
 }
 
 void frmMenue::Hover(Entry entry) {
-    if (!menuOpen || openEntry == entry) return;
+    if (!state.MenuOpen || openEntry == entry) return;
     if (flyOuts.contains(entry)) {
         ShowFlyOut(entry, false);
     } else if (openEntry >= 0) {
@@ -176,7 +178,7 @@ bool frmMenue::PressedOutside(const QWidget& widget) {
 
 bool frmMenue::eventFilter(QObject* object, QEvent* event) {
     const auto* widget = qobject_cast<QWidget*>(object);
-    if (!widget || !menuOpen) return MenuPanel::eventFilter(object, event);
+    if (!widget || !state.MenuOpen) return MenuPanel::eventFilter(object, event);
     if (event->type() == QEvent::MouseButtonPress && !Owns(*widget->window()))
         return PressedOutside(*widget);
     const bool inFlyOut = widget->window() != this && Owns(*widget->window());

@@ -7,6 +7,7 @@
 #include <map>
 
 class Texts;
+struct MainState;
 class Waiting;
 
 // The options menu: nine entries, three of which open a window beside the menu. It goes when an
@@ -18,8 +19,8 @@ class frmMenue : public MenuPanel {
   public:
     enum Entry { Status, Language, Ftp, Camera, Overlay, Skins, Help, Web, Info, Count };
 
-    // Both outlive the menu; parent: the main window.
-    frmMenue(Texts& ownTexts, Waiting& ownWaiting, QWidget* parent);
+    // All outlive the menu; parent: the main window. mainState: tells whether the menu is open.
+    frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, QWidget* parent);
     ~frmMenue() override;
 
     // The window beside an entry (1, 5 or 7); it outlives the menu.
@@ -36,8 +37,6 @@ class frmMenue : public MenuPanel {
     void OpenBeside(const QRect& button);
     // Hides the menu and its fly-outs.
     void CloseAll();
-    // Whether the menu is open; cleared by everything that closes it.
-    [[nodiscard]] bool MenuOpen() const { return menuOpen; }
 
   signals:
     // An entry without a fly-out was chosen; the menu is gone by then.
@@ -62,9 +61,9 @@ class frmMenue : public MenuPanel {
 
     Texts& texts;
     Waiting& waiting;
+    MainState& state;
     std::map<Entry, FlyOut> flyOuts;
     QRect openedBeside;
-    bool menuOpen = false;
     int openEntry = -1;
     Timer keyboardRest;
 };

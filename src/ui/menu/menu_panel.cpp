@@ -2,20 +2,18 @@
 
 #include "ui/menu/menu_place.h"
 #include "ui/menu/menu_row.h"
+#include "ui/skin/rounded_corners.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int cornerRadius = 6;
 constexpr int fontPixels = 13;  // fits into a line whatever the desktop's own size
 const QColor ink(0x1d, 0x2b, 0x30);
 const QColor accent(0xd5, 0xea, 0xed);
-const QColor border(0x9f, 0xb4, 0xb9);
 
 }  // namespace
 
@@ -63,19 +61,16 @@ void MenuPanel::FocusRow() {
 void MenuPanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().window());
-    painter.setPen(border);
+    painter.setPen(palette().color(QPalette::Mid));
     for (const int gap : gaps) {
         const int y = Label1.at(gap)->y() - MenuLines::Gap / 2;
-        painter.drawLine(cornerRadius, y, width() - cornerRadius, y);
+        painter.drawLine(RoundedCorners::Radius, y, width() - RoundedCorners::Radius, y);
     }
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
+    painter.end();
+    RoundedCorners::DrawEdge(*this);
 }
 
 void MenuPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    RoundedCorners::Cut(*this);
 }

@@ -22,6 +22,12 @@ void ShapedWindow::SetBackground(const QImage& picture) {
     update();
 }
 
+QColor ShapedWindow::Ground(const QRect& area) const {
+    if (!HasBackground() || area.isEmpty()) return palette().color(QPalette::Window);
+    const QImage part = background.copy(area).toImage();
+    return part.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixelColor(0, 0);
+}
+
 void ShapedWindow::paintEvent(QPaintEvent*) {
     if (background.isNull()) return;
     QPainter painter(this);

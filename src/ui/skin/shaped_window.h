@@ -18,6 +18,9 @@ class ShapedWindow : public QWidget {
     void SetBackground(const QImage& picture);
     [[nodiscard]] bool HasBackground() const { return !background.isNull(); }
 
+    // The mean colour of the background in an area of the window.
+    [[nodiscard]] QColor Ground(const QRect& area) const;
+
     // What can be seen of the window, in its own pixels; empty without a background.
     [[nodiscard]] const QRegion& Outline() const { return outline; }
 

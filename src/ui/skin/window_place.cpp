@@ -54,16 +54,18 @@ void WindowPlace::Write(const QString& side, int pixels) const {
     WriteSetting(file, section, name + side, QString::number(pixels));
 }
 
-void WindowPlace::Restore() {
+void WindowPlace::Restore(const QWidget* neighbour) {
     const QString left = Read("Left");
     const QString top = Read("Top");
-    if (left.isEmpty() || top.isEmpty()) return;
+    const bool remembered = !left.isEmpty() && !top.isEmpty();
+    if (!remembered && !neighbour) return;
     constexpr int most = 100'000;  // no desktop is larger, and sums stay in range
     const QPoint place(std::clamp(ValLong(left), -most, most),
                        std::clamp(ValLong(top), -most, most));
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens()) screens << screen->availableGeometry();
-    window.move(OntoScreen({place, window.size()}, screens));
+    window.move(remembered ? OntoScreen({place, window.size()}, screens)
+                           : Beside(neighbour->geometry(), window.size(), screens));
 }
 
 void WindowPlace::Save() {
@@ -83,6 +85,20 @@ QPoint WindowPlace::OntoScreen(const QRect& window, const QList<QRect>& screens)
     };
     return {into(window.left(), window.width(), screen.left(), screen.width()),
             into(window.top(), window.height(), screen.top(), screen.height())};
+}
+
+QPoint WindowPlace::Beside(const QRect& neighbour, const QSize& size, const QList<QRect>& screens) {
+    constexpr int gap = 12;
+    const QRect screen = BestScreen(neighbour, screens);
+    for (const QPoint& place : {QPoint(neighbour.right() + 1 + gap, neighbour.top()),
+                                QPoint(neighbour.left() - gap - size.width(), neighbour.top()),
+                                QPoint(neighbour.left(), neighbour.bottom() + 1 + gap),
+                                QPoint(neighbour.left(), neighbour.top() - gap - size.height())}) {
+        // Along the other's side it may slide as the screen needs it.
+        const QRect wanted(OntoScreen({place, size}, {screen}), size);
+        if (!wanted.intersects(neighbour) && screen.contains(wanted)) return wanted.topLeft();
+    }
+    return OntoScreen({neighbour.topRight(), size}, screens);
 }
 
 bool WindowPlace::eventFilter(QObject* object, QEvent* event) {

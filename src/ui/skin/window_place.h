@@ -17,8 +17,9 @@ class WindowPlace : public QObject {
                 const QString& keyName);
 
     // Moves the window where it was last, onto a screen that is there now. Without a remembered
-    // place the window system chooses one. Call it when the window has its size.
-    void Restore();
+    // place it comes beside the neighbour, or where the window system wants it when there is none.
+    // Call it when the window has its size.
+    void Restore(const QWidget* neighbour = nullptr);
     // Writes the place down if it is another one than written; a hidden or minimised window has
     // none.
     void Save();
@@ -26,6 +27,11 @@ class WindowPlace : public QObject {
     // Where a window comes to lie so that it is whole on the nearest of the screens (its top left
     // corner first, when it is larger).
     [[nodiscard]] static QPoint OntoScreen(const QRect& window, const QList<QRect>& screens);
+
+    // Where a window of this size comes to lie beside another: right of it, left of it, below or
+    // above, where the other's screen first has room; else wherever it fits best.
+    [[nodiscard]] static QPoint Beside(const QRect& neighbour, const QSize& size,
+                                       const QList<QRect>& screens);
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;

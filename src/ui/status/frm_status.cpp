@@ -7,6 +7,7 @@
 #include "ui/status/readout_label.h"
 #include "ui/texts/texts.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QKeyEvent>
 
@@ -60,6 +61,7 @@ frmStatus::frmStatus(Program& ownProgram, const SkinFolders& skinFolders, Texts&
     SetFonts();
     Connect();
     ConnectSliders();
+    AddContextMenu();
     ShowNames();
     program.Display.Add(memory);
     program.Display.Add(*this);
@@ -128,10 +130,19 @@ void frmStatus::ConnectSliders() {
     connect(Slider2, &PictureSlider::Chosen, this, &frmStatus::SaveInterval);
 }
 
+// The mouse has no other way to close a window without a frame.
+void frmStatus::AddContextMenu() {
+    closeAction = new QAction(this);
+    addAction(closeAction);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(closeAction, &QAction::triggered, this, &QWidget::close);
+}
+
 // What screen readers and the window list say.
 void frmStatus::ShowNames() {
     const auto text = [this](const QString& key) { return texts.Get("frmStatus", key); };
     setWindowTitle(text("Title"));
+    closeAction->setText(text("CloseName"));
     Slider1->setAccessibleName(text("Slider1Name"));
     Slider2->setAccessibleName(text("Slider2Name"));
     ProgressBar1->setAccessibleName(text("ProgressBar1Name"));
@@ -139,13 +150,13 @@ void frmStatus::ShowNames() {
     if (underMouse) ShowHelpFor(underMouse);
 }
 
-void frmStatus::Show() {
+void frmStatus::Show(const QWidget* neighbour) {
     if (!dressed) {
         Skin skin(folders, folders.Choose(program.State.SkinName));
         LoadBackground(skin);
         ApplyStatusLayout(skin);
     }
-    if (!isVisible()) place.Restore();
+    if (!isVisible()) place.Restore(neighbour);
     isMinimized() ? showNormal() : show();
     raise();
     activateWindow();

@@ -46,8 +46,8 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     PictureBar* ProgressBar1;
     PictureBar* Gauge;  // of the time-out
 
-    // Shows the window where it was last, in front of the others.
-    void Show();
+    // Shows the window where it was last, or else beside the neighbour, in front of the others.
+    void Show(const QWidget* neighbour = nullptr);
 
     // Per cent; milliseconds. Only the labels: the handles stay where they are.
     void ShowQuality(int percent);
@@ -90,6 +90,7 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     void NameControls();
     void Connect();
     void ConnectSliders();
+    void AddContextMenu();
     void ShowNames();
     void ShowHelpFor(const QObject* control);
     void ShowFormat();
@@ -108,6 +109,7 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     const SkinFolders& folders;
     Texts& texts;
     StatusMemory memory;
+    QAction* closeAction;
     WindowPlace place;
     Timer Timer1;                         // the running time
     const QObject* underMouse = nullptr;  // the control whose help is shown
