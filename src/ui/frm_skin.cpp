@@ -73,14 +73,26 @@ void frmSkin::Connect() {
 }
 
 void frmSkin::ConnectCycle() {
-    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, [this](bool start, bool stop) {
-        btnStart->setEnabled(start);
-        btnStop->setEnabled(stop);
-        btnPause->setEnabled(program.Cycle.Running());
-    });
+    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, &frmSkin::EnableButtons);
     connect(&program.Cycle, &UploadCycle::PausedChanged, this, &frmSkin::ShowPauseText);
     connect(&program.Transaction, &UploadTransaction::SendStarted, this, &frmSkin::ShowSending);
     connect(&program.Transaction, &UploadTransaction::LogChanged, this, &frmSkin::ShowSending);
+}
+
+// The keyboard stays among the three: from a button that is switched off it goes to the one that
+// takes its effect back, as soon as that one is there, not to whatever comes next in the window.
+void frmSkin::EnableButtons(bool start, bool stop) {
+    QWidget* const before = focusWidget();
+    const bool waited = keyboardWaits && before == this;
+    const bool pause = program.Cycle.Running();
+    const bool leaves = (before == btnStart && !start) || (before == btnStop && !stop) ||
+                        (before == btnPause && !pause);
+    if (leaves) setFocus();
+    btnStart->setEnabled(start);
+    btnStop->setEnabled(stop);
+    btnPause->setEnabled(pause);
+    keyboardWaits = (leaves || waited) && !start && !stop;
+    if ((leaves || waited) && !keyboardWaits) (stop ? btnStop : btnStart)->setFocus();
 }
 
 void frmSkin::ConnectCamera() {

@@ -83,6 +83,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
 
     void Connect();
     void ConnectCycle();
+    void EnableButtons(bool start, bool stop);
     void ConnectCamera();
     void SetTabOrder();
     void LoadPictures(Skin& skin);
@@ -115,6 +116,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     bool flapEnabled = false;
     bool flapOpen = false;
     bool layoutComplete = false;
+    bool keyboardWaits = false;  // for a button to be switched on
     bool isOnline = false;
     bool isSending = false;
     QString status;

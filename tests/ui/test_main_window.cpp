@@ -243,6 +243,23 @@ class TestMainWindow : public QObject {
         QCOMPARE(overview.size(), 1);
     }
 
+    void TheKeyboardFollowsTheButtonsThatAreOn() {
+        WindowFixture program;
+        program.Start();
+        frmSkin& window = *program.Window;
+        const auto buttons = [&](bool start, bool stop) {
+            emit program.Core->Cycle.ButtonsEnabled(start, stop);
+            return window.focusWidget();
+        };
+        window.btnStart->setFocus();
+        QCOMPARE(buttons(false, false), &window);  // connecting
+        QCOMPARE(buttons(false, true), window.btnStop);
+        QCOMPARE(buttons(true, false), window.btnStart);
+        QCOMPARE(buttons(false, false), &window);
+        window.btnOptions->setFocus();
+        QCOMPARE(buttons(false, true), window.btnOptions);
+    }
+
     void Flap_data() {
         QTest::addColumn<QString>("visible");
         QTest::addColumn<bool>("enabled");

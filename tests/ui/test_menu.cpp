@@ -115,6 +115,10 @@ class TestMenu : public QObject {
         frmMenue& menu = program.OpenMenu();
         QVERIFY(menu.isVisible() && program.Core->State.MenuOpen);
         QCOMPARE(menu.focusWidget(), menu.Label1[0]);
+        Press(menu, Qt::Key_End);
+        QCOMPARE(menu.focusWidget(), menu.Label1[frmMenue::Info]);
+        Press(menu, Qt::Key_Home);
+        QCOMPARE(menu.focusWidget(), menu.Label1[0]);
         Press(menu, Qt::Key_Down);
         Press(menu, Qt::Key_Right);
         QVERIFY(QTest::qWaitForWindowActive(&shell.LanguageWindow));

@@ -4,6 +4,7 @@
 #include "ui/menu/menu_row.h"
 #include "ui/skin/rounded_corners.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -56,6 +57,15 @@ void MenuPanel::FocusRow() {
                                      [](const MenuRow* row) { return row->isChecked(); });
     MenuRow* row = marked == Label1.end() ? Label1.value(0) : *marked;
     if (row) row->setFocus(Qt::PopupFocusReason);
+}
+
+void MenuPanel::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Home && !Label1.isEmpty())
+        Label1.first()->setFocus(Qt::TabFocusReason);
+    else if (event->key() == Qt::Key_End && !Label1.isEmpty())
+        Label1.last()->setFocus(Qt::TabFocusReason);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void MenuPanel::paintEvent(QPaintEvent*) {

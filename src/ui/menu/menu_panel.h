@@ -7,7 +7,7 @@ class MenuRow;
 class QVBoxLayout;
 
 // A small white window with rounded corners and lines to click: the options menu and its fly-outs.
-// Up and Down go from line to line.
+// Up and Down go from line to line, Home and End to the first and the last.
 class MenuPanel : public QWidget {
     Q_OBJECT
 
@@ -26,6 +26,7 @@ class MenuPanel : public QWidget {
     // A line at the end of the panel.
     MenuRow& AddRow();
     void AddGap(int pixels);
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
