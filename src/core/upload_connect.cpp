@@ -109,7 +109,6 @@ bool UploadTransaction::ChangeDirectory() {
     if (ftp.ReplyCode() != noSuchFolder) return true;
     Warn("Das Verzeichniss '" + directory + "' existiert nicht auf dem Server!",
          "The Path '" + directory + " 'dont exists on Server!");
-    display.ShowStatus("Offline");
     return false;
 }
 
@@ -118,18 +117,16 @@ void UploadTransaction::AskWhenOffline() {
     const bool retry = boxes.AskRetry(
         title, state.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
                                 : QString("No Connection to Internet possible!"));
-    if (retry)
-        Flags.QuietErrors = true;
-    else
-        display.ShowStatus("Offline");
+    if (retry) Flags.QuietErrors = true;
 }
 
 bool UploadTransaction::FinishConnect(bool connected) {
     connecting = false;
     if (waiting.Closing()) return false;
     if (!connected && !Flags.QuietErrors) {
+        display.ShowStatus("Offline");  // nothing is under way any more
+        emit Failed();                  // first, so that nothing counts as running
         emit ButtonsEnabled(true, false);
-        emit Failed();
         return false;
     }
     // What is left of a failed connect must not pass for one that the next step could use.

@@ -129,6 +129,7 @@ void UploadCycle::EndOfRun() {
         emit PausedChanged(false);
     }
     Timer4.SetEnabled(false);
+    parts.Display.ShowRecording({});  // nobody renews it until the next start
     parts.Net.SetStopped(true);
 }
 

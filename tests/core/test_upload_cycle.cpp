@@ -191,6 +191,19 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
     }
 
+    void AFailedStartLeavesNothingRunning() {
+        CycleFixture f;
+        f.Server.Password = "another";
+        bool running = true;
+        QObject::connect(&f.Cycle, &UploadCycle::ButtonsEnabled,
+                         [&] { running = f.Cycle.Running(); });
+        f.Display.Recording = "Rec.";
+        f.Cycle.Start();
+        QVERIFY2(!running, "known when the buttons change");
+        QCOMPARE(f.Display.Statuses.last(), "Offline");
+        QCOMPARE(f.Display.Recording, QString());
+    }
+
     void StopEndsTheRun_data() {
         const Rows<bool> row;
         row("between ticks", false);
