@@ -115,6 +115,7 @@ void UploadCycle::PublishOffline() {
     sendStarted = false;
     tickRunning = offlineRunning = false;
     if (parts.Wait.Closing()) return;
+    parts.Display.ShowUpload(0);
     if (done) parts.Display.ShowStatus("Offline");
     // A connect made for it has left the buttons as those of a run.
     emit ButtonsEnabled(true, false);
