@@ -1,5 +1,6 @@
 #include "core/offline_picture.h"
 #include "support/cycle_fixture.h"
+#include "support/data_rows.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -169,16 +170,14 @@ void TestOfflinePicture::WithoutCameraTheFileAlone() {
 }
 
 void TestOfflinePicture::LocalMode_data() {
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<QByteArray>("format");
-    QTest::newRow("JPEG") << QByteArray() << QByteArray("JPG");
-    QTest::newRow("bitmap") << QByteArray() << QByteArray("BMP");
-    QTest::newRow("filter") << QByteArray("UseOfflineFilter=1\n") << QByteArray("PNG");
+    const Rows<QByteArray, QByteArray> row;
+    row("JPEG", QByteArray(), QByteArray("JPG"));
+    row("bitmap", QByteArray(), QByteArray("BMP"));
+    row("filter", QByteArray("UseOfflineFilter=1\n"), QByteArray("PNG"));
 }
 
 void TestOfflinePicture::LocalMode() {
-    QFETCH(QByteArray, settings);
-    QFETCH(QByteArray, format);
+    const auto [settings, format] = Row<QByteArray, QByteArray>();
     OfflineFixture f;
     f.Configure(settings);
     f.GoLocal();
@@ -199,27 +198,18 @@ void TestOfflinePicture::LocalMode() {
 }
 
 void TestOfflinePicture::KeepsTheLastPicture_data() {
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("status");
-    QTest::newRow("switched off") << "off"
-                                  << "stopped";
-    QTest::newRow("missing") << "missing"
-                             << "Offline file not found !";
-    QTest::newRow("cut off") << "cut off"
-                             << "Offline file cannot be read";
-    QTest::newRow("leads out") << "outside"
-                               << "Offline file not found !";
-    QTest::newRow("server refuses") << "refused"
-                                    << "Offline Picture not sent";
-    QTest::newRow("local folder gone") << "folder"
-                                       << "Cannot write ";
-    QTest::newRow("no local folder") << "no folder"
-                                     << "No folder for the pictures";
+    const Rows<QString, QString> row;
+    row("switched off", "off", "stopped");
+    row("missing", "missing", "Offline file not found !");
+    row("cut off", "cut off", "Offline file cannot be read");
+    row("leads out", "outside", "Offline file not found !");
+    row("server refuses", "refused", "Offline Picture not sent");
+    row("local folder gone", "folder", "Cannot write ");
+    row("no local folder", "no folder", "No folder for the pictures");
 }
 
 void TestOfflinePicture::KeepsTheLastPicture() {
-    QFETCH(QString, fault);
-    QFETCH(QString, status);
+    const auto [fault, status] = Row<QString, QString>();
     OfflineFixture f;
     const bool local = fault.contains("folder");
     if (local) f.GoLocal();
@@ -248,13 +238,13 @@ void TestOfflinePicture::KeepsTheLastPicture() {
 }
 
 void TestOfflinePicture::ConnectsOnce_data() {
-    QTest::addColumn<QString>("line");
-    QTest::newRow("idle connection closed") << "dropped";
-    QTest::newRow("closed when it is used") << "closes";
+    const Rows<QString> row;
+    row("idle connection closed", "dropped");
+    row("closed when it is used", "closes");
 }
 
 void TestOfflinePicture::ConnectsOnce() {
-    QFETCH(QString, line);
+    const auto [line] = Row<QString>();
     OfflineFixture f;
     f.Cycle.Start();
     QVERIFY(f.RunUntilPublished(1));
@@ -270,13 +260,13 @@ void TestOfflinePicture::ConnectsOnce() {
 }
 
 void TestOfflinePicture::GivesUpOffline_data() {
-    QTest::addColumn<bool>("network");
-    QTest::newRow("no network") << false;
-    QTest::newRow("server away") << true;
+    const Rows<bool> row;
+    row("no network", false);
+    row("server away", true);
 }
 
 void TestOfflinePicture::GivesUpOffline() {
-    QFETCH(bool, network);
+    const auto [network] = Row<bool>();
     OfflineFixture f;
     f.Cycle.Start();
     QVERIFY(f.RunUntilPublished(1));
@@ -317,15 +307,13 @@ void TestOfflinePicture::StopDuringATick() {
 }
 
 void TestOfflinePicture::StopStartStop_data() {
-    QTest::addColumn<QString>("presses");
-    QTest::addColumn<bool>("offline");
-    QTest::newRow("goes on") << "stop start" << false;
-    QTest::newRow("stopped after all") << "stop start stop" << true;
+    const Rows<QString, bool> row;
+    row("goes on", "stop start", false);
+    row("stopped after all", "stop start stop", true);
 }
 
 void TestOfflinePicture::StopStartStop() {
-    QFETCH(QString, presses);
-    QFETCH(bool, offline);
+    const auto [presses, offline] = Row<QString, bool>();
     OfflineFixture f;
     f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
     f.Cycle.Start();
@@ -345,13 +333,13 @@ void TestOfflinePicture::StopStartStop() {
 }
 
 void TestOfflinePicture::StartWaitsForTheEnd_data() {
-    QTest::addColumn<QString>("moment");
-    QTest::newRow("blending") << "processing Offline-Picture";
-    QTest::newRow("sending") << "Send File";
+    const Rows<QString> row;
+    row("blending", "processing Offline-Picture");
+    row("sending", "Send File");
 }
 
 void TestOfflinePicture::StartWaitsForTheEnd() {
-    QFETCH(QString, moment);
+    const auto [moment] = Row<QString>();
     OfflineFixture f;
     f.Configure("UseOfflineFilter=1\n");
     f.Cycle.Start();
@@ -392,20 +380,17 @@ void TestOfflinePicture::NextRunBeginsWithTheCamera() {
 }
 
 void TestOfflinePicture::EndsAtAnyMoment_data() {
-    QTest::addColumn<FtpFault>("fault");
-    QTest::addColumn<QString>("moment");
-    QTest::newRow("blending") << FtpFault{} << "processing Offline-Picture";
-    QTest::newRow("sending") << FtpFault{.Verb = "STOR", .Occurrence = 2, .NoDataConnection = true}
-                             << "Send File";
-    QTest::newRow("renaming") << FtpFault{.Verb = "RNTO", .Occurrence = 2, .Silent = true}
-                              << "Rename File";
-    QTest::newRow("connecting") << FtpFault{.Verb = "CONNECT", .Occurrence = 2, .Silent = true}
-                                << "Connecting...";
+    const Rows<FtpFault, QString> row;
+    row("blending", FtpFault{}, "processing Offline-Picture");
+    row("sending", FtpFault{.Verb = "STOR", .Occurrence = 2, .NoDataConnection = true},
+        "Send File");
+    row("renaming", FtpFault{.Verb = "RNTO", .Occurrence = 2, .Silent = true}, "Rename File");
+    row("connecting", FtpFault{.Verb = "CONNECT", .Occurrence = 2, .Silent = true},
+        "Connecting...");
 }
 
 void TestOfflinePicture::EndsAtAnyMoment() {
-    QFETCH(FtpFault, fault);
-    QFETCH(QString, moment);
+    const auto [fault, moment] = Row<FtpFault, QString>();
     OfflineFixture f;
     f.Configure("UseOfflineFilter=1\n");
     f.Write("Offline/Offline.jpg", Plain(Qt::blue, "JPG", {400, 300}));

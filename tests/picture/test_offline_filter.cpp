@@ -2,6 +2,7 @@
 #include "picture/decoded_jpeg.h"
 #include "picture/offline_filter.h"
 #include "support/answering_boxes.h"
+#include "support/data_rows.h"
 #include "support/recording_display.h"
 #include "support/test_clock.h"
 
@@ -115,23 +116,19 @@ void TestOfflineFilter::BlendsEveryValue() {
 }
 
 void TestOfflineFilter::BlendsWholePictures_data() {
-    QTest::addColumn<QSize>("offlineSize");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<bool>("local");
-    QTest::newRow("same size") << QSize(47, 31) << 50 << false;
-    QTest::newRow("smaller") << QSize(33, 12) << 50 << false;
-    QTest::newRow("larger") << QSize(80, 90) << 50 << false;
-    QTest::newRow("wider and lower") << QSize(80, 5) << 50 << false;
-    QTest::newRow("one pixel") << QSize(1, 1) << 50 << false;
-    QTest::newRow("a quarter") << QSize(47, 31) << 25 << false;
-    QTest::newRow("more than all") << QSize(47, 31) << 150 << false;
-    QTest::newRow("local mode") << QSize(47, 31) << 50 << true;
+    const Rows<QSize, int, bool> row;
+    row("same size", QSize(47, 31), 50, false);
+    row("smaller", QSize(33, 12), 50, false);
+    row("larger", QSize(80, 90), 50, false);
+    row("wider and lower", QSize(80, 5), 50, false);
+    row("one pixel", QSize(1, 1), 50, false);
+    row("a quarter", QSize(47, 31), 25, false);
+    row("more than all", QSize(47, 31), 150, false);
+    row("local mode", QSize(47, 31), 50, true);
 }
 
 void TestOfflineFilter::BlendsWholePictures() {
-    QFETCH(QSize, offlineSize);
-    QFETCH(int, percent);
-    QFETCH(bool, local);
+    const auto [offlineSize, percent, local] = Row<QSize, int, bool>();
     state.LocalMode = local;
     state.Verzeichnis = Path("web/");
     QVERIFY(WriteBytes(state.SettingsFile, "[Einstellungen]\r\nOfflinefile=OFF.png\r\n"));
@@ -157,23 +154,16 @@ void TestOfflineFilter::BlendsWholePictures() {
 }
 
 void TestOfflineFilter::FaultsPublishNothing_data() {
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("status");
-    QTest::newRow("missing") << "missing"
-                             << "Offline file not found !";
-    QTest::newRow("empty") << "empty"
-                           << "Offline file cannot be read";
-    QTest::newRow("cut off") << "cut off"
-                             << "Offline file cannot be read";
-    QTest::newRow("camera") << "camera"
-                            << "The camera picture cannot be read";
-    QTest::newRow("target") << "target"
-                            << "Cannot write the offline picture";
+    const Rows<QString, QString> row;
+    row("missing", "missing", "Offline file not found !");
+    row("empty", "empty", "Offline file cannot be read");
+    row("cut off", "cut off", "Offline file cannot be read");
+    row("camera", "camera", "The camera picture cannot be read");
+    row("target", "target", "Cannot write the offline picture");
 }
 
 void TestOfflineFilter::FaultsPublishNothing() {
-    QFETCH(QString, fault);
-    QFETCH(QString, status);
+    const auto [fault, status] = Row<QString, QString>();
     const QString offline = Path("Offline/Offline.jpg");
     QVERIFY(Slope(30, 20, 9).save(offline, "JPG"));
     QVERIFY(Slope(30, 20, 99).save(Path("1pw.jpg"), "JPG"));

@@ -1,6 +1,7 @@
 #include "picture/bitmap_bytes.h"
 #include "picture/overlay_text_date.h"
 #include "picture/text_overlay.h"
+#include "support/data_rows.h"
 #include "support/recording_display.h"
 
 #include <QTemporaryDir>
@@ -20,7 +21,7 @@ SpecialText Text(const char* lines, int picturesPerRow = 0) {
     return text;
 }
 
-QString Rows(const SpecialText& text, RowTurns& turns, int pictures) {
+QString RowsShown(const SpecialText& text, RowTurns& turns, int pictures) {
     QStringList shown;
     for (int i = 0; i < pictures; ++i) {
         const QString row = NextRow(text, turns, "D, T");
@@ -144,11 +145,7 @@ void TestOverlayText::SuitsEveryLocale() {
 }
 
 void TestOverlayText::ShowsTheWholeText_data() {
-    QTest::addColumn<QString>("lines");
-    QTest::addColumn<QString>("expected");  // with | for the line breaks
-    const auto row = [](const char* name, const char* lines, const char* expected) {
-        QTest::newRow(name) << QString(QLatin1String(lines)) << QString(QLatin1String(expected));
-    };
+    const Rows<QString, QString> row;  // with | for the line breaks
     row("nothing", "", "|||||||");
     row("all", "1|2|3|4|5|6|7|8", "1|2|3|4|5|6|7|8");
     row("date and time first", "Date, Time", "D, T|||||||");
@@ -162,19 +159,12 @@ void TestOverlayText::ShowsTheWholeText_data() {
 }
 
 void TestOverlayText::ShowsTheWholeText() {
-    QFETCH(QString, lines);
-    QFETCH(QString, expected);
+    auto [lines, expected] = Row<QString, QString>();
     QCOMPARE(WholeText(Text(qPrintable(lines)), "D, T"), expected.replace("|", "\r\n"));
 }
 
 void TestOverlayText::ShowsRowsInTurn_data() {
-    QTest::addColumn<QString>("lines");
-    QTest::addColumn<int>("each");
-    QTest::addColumn<QString>("expected");  // - for no text
-    const auto row = [](const char* name, const char* lines, int each, const char* expected) {
-        QTest::newRow(name) << QString(QLatin1String(lines)) << each
-                            << QString(QLatin1String(expected));
-    };
+    const Rows<QString, int, QString> row;  // - for no text
     row("all, two each", "A|B|C|D|E|F|G|H", 2, "A A B B C C D D E E F F G G H H A A B");
     row("all, one each", "A|B|C|D|E|F|G|H", 1, "A B C D E F G H A B");
     row("an empty row between", "A||C|D|E|F|G|H", 1, "A C D E F G H A C");
@@ -191,13 +181,11 @@ void TestOverlayText::ShowsRowsInTurn_data() {
 }
 
 void TestOverlayText::ShowsRowsInTurn() {
-    QFETCH(QString, lines);
-    QFETCH(int, each);
-    QFETCH(QString, expected);
+    const auto [lines, each, expected] = Row<QString, int, QString>();
     RowTurns turns;
     const QRegularExpression separators("(?<!D,|at|Date,) ");
     const int pictures = static_cast<int>(expected.split(separators).size());
-    QCOMPARE(Rows(Text(qPrintable(lines), each), turns, pictures), expected);
+    QCOMPARE(RowsShown(Text(qPrintable(lines), each), turns, pictures), expected);
 }
 
 void TestOverlayText::GivesLongRowsTheirFullTurn() {
@@ -212,20 +200,13 @@ void TestOverlayText::GivesLongRowsTheirFullTurn() {
 
 void TestOverlayText::KeepsTheRowWhenTheTurnsGetShorter() {
     RowTurns turns;
-    const QString before = Rows(Text("A|Date, Time|C|D|E|F|G|H", 100), turns, 150);
+    const QString before = RowsShown(Text("A|Date, Time|C|D|E|F|G|H", 100), turns, 150);
     QVERIFY(before.endsWith("A D, T" + QString(" D, T").repeated(49)));
-    QCOMPARE(Rows(Text("A|B|C|D|E|F|G|H", 2), turns, 4), "D, T A A B");
+    QCOMPARE(RowsShown(Text("A|B|C|D|E|F|G|H", 2), turns, 4), "D, T A A B");
 }
 
 void TestOverlayText::FollowsTheMode_data() {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("inRows");
-    QTest::addColumn<bool>("dateFirst");
-    QTest::addColumn<QString>("expected");  // of two pictures, / between
-    const auto row = [](const char* name, int mode, bool inRows, bool dateFirst,
-                        const char* expected) {
-        QTest::newRow(name) << mode << inRows << dateFirst << QString(QLatin1String(expected));
-    };
+    const Rows<int, bool, bool, QString> row;  // of two pictures, / between
     row("date", 0, false, false, " D / D ");
     row("time", 1, false, false, " T / T ");
     row("date, time, text", 2, false, false, " D, T  A|B / D, T  A|B ");
@@ -239,10 +220,7 @@ void TestOverlayText::FollowsTheMode_data() {
 }
 
 void TestOverlayText::FollowsTheMode() {
-    QFETCH(int, mode);
-    QFETCH(bool, inRows);
-    QFETCH(bool, dateFirst);
-    QFETCH(QString, expected);
+    auto [mode, inRows, dateFirst, expected] = Row<int, bool, bool, QString>();
     SpecialText text = Text("A|B", 1);
     text.InRows = inRows;
     text.DateInFirstRow = dateFirst;

@@ -3,6 +3,7 @@
 #include "picture/picture_overlay.h"
 #include "picture/picture_surface.h"
 #include "picture/transparent_copy.h"
+#include "support/data_rows.h"
 #include "support/recording_display.h"
 
 #include <QBuffer>
@@ -152,12 +153,8 @@ void TestPictureOverlay::init() {
 }
 
 void TestPictureOverlay::FindsThePlace_data() {
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QPoint>("place");
-    const auto row = [](const char* name, int position, QSize size, QPoint place) {
-        QTest::newRow(name) << position << size << place;
-    };
+    const Rows<int, QSize, QPoint> row;
+
     // On a frame of 640x480.
     row("up right", 0, {200, 80}, {440, 0});
     row("up left", 1, {200, 80}, {0, 0});
@@ -175,30 +172,25 @@ void TestPictureOverlay::FindsThePlace_data() {
 }
 
 void TestPictureOverlay::FindsThePlace() {
-    QFETCH(int, position);
-    QFETCH(QSize, size);
-    QTEST(OverlayPosition(position, {640, 480}, size), "place");
+    const auto [position, size, place] = Row<int, QSize, QPoint>();
+    QCOMPARE(OverlayPosition(position, {640, 480}, size), place);
 }
 
 void TestPictureOverlay::CopiesAsTheMaskDoes_data() {
-    QTest::addColumn<QPoint>("at");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QPoint>("from");
+    const Rows<QPoint, QSize, QPoint> row;
     const QSize all(9, 7);
-    QTest::newRow("inside") << QPoint(3, 2) << all << QPoint();
-    QTest::newRow("over left and top") << QPoint(-4, -3) << all << QPoint();
-    QTest::newRow("over right and bottom") << QPoint(16, 11) << all << QPoint();
-    QTest::newRow("outside") << QPoint(30, 0) << all << QPoint();
-    QTest::newRow("touching from outside") << QPoint(-9, 3) << all << QPoint();
-    QTest::newRow("a part of it") << QPoint(5, 5) << QSize(3, 2) << QPoint(4, 4);
-    QTest::newRow("more than there is") << QPoint(2, 2) << QSize(50, 50) << QPoint(-3, 5);
-    QTest::newRow("nothing") << QPoint(2, 2) << QSize(0, 3) << QPoint();
+    row("inside", QPoint(3, 2), all, QPoint());
+    row("over left and top", QPoint(-4, -3), all, QPoint());
+    row("over right and bottom", QPoint(16, 11), all, QPoint());
+    row("outside", QPoint(30, 0), all, QPoint());
+    row("touching from outside", QPoint(-9, 3), all, QPoint());
+    row("a part of it", QPoint(5, 5), QSize(3, 2), QPoint(4, 4));
+    row("more than there is", QPoint(2, 2), QSize(50, 50), QPoint(-3, 5));
+    row("nothing", QPoint(2, 2), QSize(0, 3), QPoint());
 }
 
 void TestPictureOverlay::CopiesAsTheMaskDoes() {
-    QFETCH(QPoint, at);
-    QFETCH(QSize, size);
-    QFETCH(QPoint, from);
+    const auto [at, size, from] = Row<QPoint, QSize, QPoint>();
     for (const QSize sourceSize : {QSize(9, 7), QSize(70, 60)}) {
         const QImage source = Speckled(sourceSize, 1);
         const QImage before = Speckled({20, 15}, 2);
@@ -257,38 +249,34 @@ void TestPictureOverlay::StampsEveryKindOfFile() {
 }
 
 void TestPictureOverlay::FindsTheFile_data() {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<bool>("found");
-    QTest::newRow("exact") << QByteArray("Logo.png") << true;
-    QTest::newRow("other case") << QByteArray("LOGO.PNG") << true;
-    QTest::newRow("folder, backslash") << QByteArray("Sub\\logo.png") << true;
-    QTest::newRow("folder, slash") << QByteArray("sub/logo.png") << true;
-    QTest::newRow("outside") << QByteArray("../secret.png") << false;
-    QTest::newRow("outside, backslash") << QByteArray("sub\\..\\..\\secret.png") << false;
-    QTest::newRow("a folder") << QByteArray("sub") << false;
-    QTest::newRow("the folder itself") << QByteArray("/") << false;
-    QTest::newRow("nobody") << QByteArray("nobody.png") << false;
+    const Rows<QByteArray, bool> row;
+    row("exact", QByteArray("Logo.png"), true);
+    row("other case", QByteArray("LOGO.PNG"), true);
+    row("folder, backslash", QByteArray("Sub\\logo.png"), true);
+    row("folder, slash", QByteArray("sub/logo.png"), true);
+    row("outside", QByteArray("../secret.png"), false);
+    row("outside, backslash", QByteArray("sub\\..\\..\\secret.png"), false);
+    row("a folder", QByteArray("sub"), false);
+    row("the folder itself", QByteArray("/"), false);
+    row("nobody", QByteArray("nobody.png"), false);
 }
 
 void TestPictureOverlay::FindsTheFile() {
-    QFETCH(QByteArray, name);
+    const auto [name, found] = Row<QByteArray, bool>();
     const QByteArray white = Saved(FourQuarters(4, 4).mirrored(true, true), "PNG");
     for (const char* const path : {"overlay/Logo.png", "overlay/sub/Logo.png", "secret.png"})
         QVERIFY(WriteBytes(folder->filePath(QLatin1String(path)), white));
     QVERIFY(WriteSettings("Overlayfile=" + name));
     QVERIFY(Stamp());
-    QTEST(state.Picture2 != frame, "found");
-    QTEST(display.Statuses.isEmpty(), "found");
+    QCOMPARE(state.Picture2 != frame, found);
+    QCOMPARE(display.Statuses.isEmpty(), found);
 }
 
 void TestPictureOverlay::FaultsLeaveThePlainFrame_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("status");
+    const Rows<QByteArray, QString> row;
     const QString unreadable = "Overlay file cannot be read: Overlay.bmp";
     const QString tooLarge = "Overlay file is too large: Overlay.bmp";
-    const auto row = [](const char* name, const QByteArray& bytes, const QString& status) {
-        QTest::newRow(name) << bytes << status;
-    };
+
     row("missing", {}, "Overlay file not found !");
     row("empty", "", unreadable);
     row("text", "no picture at all", unreadable);
@@ -301,8 +289,7 @@ void TestPictureOverlay::FaultsLeaveThePlainFrame_data() {
 }
 
 void TestPictureOverlay::FaultsLeaveThePlainFrame() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, status);
+    const auto [bytes, status] = Row<QByteArray, QString>();
     if (!bytes.isNull()) QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
     QVERIFY(Stamp());
     QCOMPARE(state.Picture2, frame);
@@ -316,17 +303,17 @@ void TestPictureOverlay::FaultsLeaveThePlainFrame() {
 }
 
 void TestPictureOverlay::HalfAndDamagedFiles_data() {
-    QTest::addColumn<QByteArray>("whole");
+    const Rows<QByteArray> row;
     const QImage picture = Speckled({24, 17}, 4);
-    QTest::newRow("bitmap") << BitmapShape{.Bits = 8, .Width = 9, .Height = 9}.Bytes();
-    QTest::newRow("PNG") << Saved(picture, "PNG");
-    QTest::newRow("JPEG") << Saved(picture, "JPG");
-    QTest::newRow("GIF") << Gif();
-    QTest::newRow("nothing known") << QByteArray(100, 'x');
+    row("bitmap", BitmapShape{.Bits = 8, .Width = 9, .Height = 9}.Bytes());
+    row("PNG", Saved(picture, "PNG"));
+    row("JPEG", Saved(picture, "JPG"));
+    row("GIF", Gif());
+    row("nothing known", QByteArray(100, 'x'));
 }
 
 void TestPictureOverlay::HalfAndDamagedFiles() {
-    QFETCH(QByteArray, whole);
+    const auto [whole] = Row<QByteArray>();
     const QString path = Overlay("Overlay.bmp");
     QVERIFY(WriteBytes(path, whole));
     const FilePicture good = ReadPicture(path);
@@ -365,12 +352,7 @@ void TestPictureOverlay::TellsEachFaultOnce() {
 }
 
 void TestPictureOverlay::GoesThroughTheList_data() {
-    QTest::addColumn<QByteArray>("list");
-    QTest::addColumn<QString>("shown");  // the entry of each picture, '-': none
-    QTest::addColumn<int>("faults");
-    const auto row = [](const char* name, const char* list, const char* shown, int faults) {
-        QTest::newRow(name) << QByteArray(list) << QString(QLatin1String(shown)) << faults;
-    };
+    const Rows<QByteArray, QString, int> row;  // the entry of each picture, '-': none
     row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
     row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
     row("one entry", "UB=1\r\n0Pic=2", "2222", 0);
@@ -383,9 +365,7 @@ void TestPictureOverlay::GoesThroughTheList_data() {
 }
 
 void TestPictureOverlay::GoesThroughTheList() {
-    QFETCH(QByteArray, list);
-    QFETCH(QString, shown);
-    QFETCH(int, faults);
+    const auto [list, shown, faults] = Row<QByteArray, QString, int>();
     QVERIFY(WriteSettings("PictureEff=true\r\nPositionBild=1", list));
     for (int i = 0; i < 3; ++i) {
         QImage entry = FourQuarters(4, 4);

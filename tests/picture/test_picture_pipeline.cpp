@@ -2,6 +2,7 @@
 #include "picture/picture_pipeline.h"
 #include "picture/picture_surface.h"
 #include "support/answering_boxes.h"
+#include "support/data_rows.h"
 #include "support/test_clock.h"
 
 #include <QDir>
@@ -140,14 +141,7 @@ void TestPicturePipeline::PublishesTheFrame() {
 }
 
 void TestPicturePipeline::FollowsTheOverlayMode_data() {
-    QTest::addColumn<QByteArray>("general");
-    QTest::addColumn<QByteArray>("section");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QStringList>("steps");
-    const auto row = [](const char* name, const char* general, const char* picture, int mode,
-                        const QStringList& steps) {
-        QTest::newRow(name) << QByteArray(general) << QByteArray(picture) << mode << steps;
-    };
+    const Rows<QByteArray, QByteArray, int, QStringList> row;
     row("nothing set is mode 0", "", "", 0, {"text"});
     row("text alone", "Overlay=3\r\nOverKombi=0", "", 3, {"text"});
     row("both", "Overlay=2\r\nOverKombi=1", "", 2, {"stamp", "text"});
@@ -162,10 +156,7 @@ void TestPicturePipeline::FollowsTheOverlayMode_data() {
 }
 
 void TestPicturePipeline::FollowsTheOverlayMode() {
-    QFETCH(QByteArray, general);
-    QFETCH(QByteArray, section);
-    QFETCH(int, mode);
-    QFETCH(QStringList, steps);
+    const auto [general, section, mode, steps] = Row<QByteArray, QByteArray, int, QStringList>();
     QVERIFY(WriteSettings(general, section));
     QVERIFY(pipeline->MakePicture());
     QCOMPARE(calls.mid(4), QStringList("build " + QString::number(mode)) + steps);
@@ -175,21 +166,17 @@ void TestPicturePipeline::FollowsTheOverlayMode() {
 }
 
 void TestPicturePipeline::SwitchesThePreview_data() {
-    QTest::addColumn<QByteArray>("general");
-    QTest::addColumn<bool>("lock");
-    QTest::addColumn<QStringList>("preview");
-    QTest::newRow("no key") << QByteArray() << false << QStringList{"preview on"};
-    QTest::newRow("empty") << QByteArray("Preview=") << false << QStringList{"preview on"};
-    QTest::newRow("0") << QByteArray("Preview=0") << false << QStringList{"preview off"};
-    QTest::newRow("text") << QByteArray("Preview=on") << false << QStringList{"preview off"};
-    QTest::newRow("-1") << QByteArray("Preview=-1") << false << QStringList{"preview on"};
-    QTest::newRow("locked") << QByteArray("Preview=0") << true << QStringList();
+    const Rows<QByteArray, bool, QStringList> row;
+    row("no key", QByteArray(), false, QStringList{"preview on"});
+    row("empty", QByteArray("Preview="), false, QStringList{"preview on"});
+    row("0", QByteArray("Preview=0"), false, QStringList{"preview off"});
+    row("text", QByteArray("Preview=on"), false, QStringList{"preview off"});
+    row("-1", QByteArray("Preview=-1"), false, QStringList{"preview on"});
+    row("locked", QByteArray("Preview=0"), true, QStringList());
 }
 
 void TestPicturePipeline::SwitchesThePreview() {
-    QFETCH(QByteArray, general);
-    QFETCH(bool, lock);
-    QFETCH(QStringList, preview);
+    const auto [general, lock, preview] = Row<QByteArray, bool, QStringList>();
     QVERIFY(WriteSettings(general + "\r\nOverlay=5"));
     state.PreviewLock = lock;
     capture->Grabs = false;  // the preview is set even then
@@ -229,18 +216,14 @@ void TestPicturePipeline::FaultsMakeNoPicture() {
 }
 
 void TestPicturePipeline::SavesTheCameraPreview_data() {
-    QTest::addColumn<bool>("grabs");
-    QTest::addColumn<bool>("running");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("frame") << true << true << QStringList{"grab", "save cam.bmp"};
-    QTest::newRow("no frame") << false << true << QStringList{"grab"};
-    QTest::newRow("camera off") << true << false << QStringList{"grab"};
+    const Rows<bool, bool, QStringList> row;
+    row("frame", true, true, QStringList{"grab", "save cam.bmp"});
+    row("no frame", false, true, QStringList{"grab"});
+    row("camera off", true, false, QStringList{"grab"});
 }
 
 void TestPicturePipeline::SavesTheCameraPreview() {
-    QFETCH(bool, grabs);
-    QFETCH(bool, running);
-    QFETCH(QStringList, expected);
+    const auto [grabs, running, expected] = Row<bool, bool, QStringList>();
     capture->Grabs = grabs;
     state.CameraRunning = running;
     pipeline->SaveCamPreview();

@@ -1,6 +1,7 @@
 #include "picture/bitmap_bytes.h"
 #include "picture/overlay_text_style.h"
 #include "picture/text_overlay.h"
+#include "support/data_rows.h"
 #include "support/recording_display.h"
 
 #include <QFontInfo>
@@ -216,13 +217,7 @@ void TestTextDrawing::UnderstandsStyles() {
 }
 
 void TestTextDrawing::DrawsAsTheSettingsSay_data() {
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<QColor>("text");
-    QTest::addColumn<QColor>("background");  // invalid: transparent
-    const auto row = [](const char* name, const char* settings, const QColor& text,
-                        const QColor& background) {
-        QTest::newRow(name) << QByteArray(settings) << text << background;
-    };
+    const Rows<QByteArray, QColor, QColor> row;  // invalid: transparent
     row("nothing set", "", Qt::white, Qt::black);
     row("red on green", "Color=255\nBackColor=65280", Qt::red, Qt::green);
     row("transparent", "Color=255\nBackColor=65280\nTransparent=1", Qt::red, QColor());
@@ -236,9 +231,7 @@ void TestTextDrawing::DrawsAsTheSettingsSay_data() {
 }
 
 void TestTextDrawing::DrawsAsTheSettingsSay() {
-    QFETCH(QByteArray, settings);
-    QFETCH(QColor, text);
-    QFETCH(QColor, background);
+    const auto [settings, text, background] = Row<QByteArray, QColor, QColor>();
     SettingsFixture fixture;
     // Twice, for the second picture is no other than the first.
     for (int i = 0; i < 2; ++i) {

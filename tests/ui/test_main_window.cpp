@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/preview_area.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
@@ -60,30 +61,16 @@ class TestMainWindow : public QObject {
     }
 
     void DriverTexts_data() {
-        QTest::addColumn<QString>("camera");
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QColor>("colour");
+        const Rows<QString, QString, QString, QColor> row;
         const QColor red(255, 0, 0);
-        QTest::addRow("a camera") << "Gate"
-                                  << "deutsch"
-                                  << "Gate" << QColor(0, 0, 255);
-        QTest::addRow("English") << ""
-                                 << "english"
-                                 << "No Video Capture Device!" << red;
-        QTest::addRow("German") << ""
-                                << "deutsch"
-                                << "Kein Video-Treiber verfügbar!" << red;
-        QTest::addRow("French") << ""
-                                << "franz"
-                                << "Pas de conducteur vidéo disponible!" << red;
+        row("a camera", "Gate", "deutsch", "Gate", QColor(0, 0, 255));
+        row("English", "", "english", "No Video Capture Device!", red);
+        row("German", "", "deutsch", "Kein Video-Treiber verfügbar!", red);
+        row("French", "", "franz", "Pas de conducteur vidéo disponible!", red);
     }
 
     void DriverTexts() {
-        QFETCH(QString, camera);
-        QFETCH(QString, language);
-        QFETCH(QString, text);
-        QFETCH(QColor, colour);
+        const auto [camera, language, text, colour] = Row<QString, QString, QString, QColor>();
         WindowFixture program;
         program.Set("Einstellungen", "Sprache", language);
         program.Set("Einstellungen", "Treiber", camera);
@@ -98,16 +85,14 @@ class TestMainWindow : public QObject {
 
     // Without a choice the first camera is taken; another one never takes the place of the chosen.
     void CameraIsChosen_data() {
-        QTest::addColumn<QString>("named");
-        QTest::addColumn<int>("index");
-        QTest::addRow("none named") << "" << 0;
-        QTest::addRow("second") << "Yard" << 1;
-        QTest::addRow("not there") << "Roof" << -1;
+        const Rows<QString, int> row;
+        row("none named", "", 0);
+        row("second", "Yard", 1);
+        row("not there", "Roof", -1);
     }
 
     void CameraIsChosen() {
-        QFETCH(QString, named);
-        QFETCH(int, index);
+        const auto [named, index] = Row<QString, int>();
         WindowFixture program;
         program.Set("Einstellungen", "Treiber", named);
         program.Set("Cameras", "Cam0", "Gate|test:64x48");
@@ -150,13 +135,13 @@ class TestMainWindow : public QObject {
     }
 
     void WithoutAnySkin_data() {
-        QTest::addColumn<bool>("background");
-        QTest::addRow("no skin at all: a plain window") << false;
-        QTest::addRow("no button pictures: plain buttons") << true;
+        const Rows<bool> row;
+        row("no skin at all: a plain window", false);
+        row("no button pictures: plain buttons", true);
     }
 
     void WithoutAnySkin() {
-        QFETCH(bool, background);
+        const auto [background] = Row<bool>();
         WindowFixture program;
         QDir(program.Skin("Green")).removeRecursively();
         if (background)
@@ -183,19 +168,17 @@ class TestMainWindow : public QObject {
     }
 
     void HoverPicture_data() {
-        QTest::addColumn<QPoint>("mouse");
-        QTest::addColumn<bool>("inside");
-        QTest::addRow("top left corner") << QPoint(0, 0) << true;
-        QTest::addRow("right and bottom end count") << QPoint(40, 20) << true;
-        QTest::addRow("behind the right end") << QPoint(41, 5) << false;
-        QTest::addRow("below the bottom end") << QPoint(5, 21) << false;
-        QTest::addRow("left of it") << QPoint(-1, 5) << false;
-        QTest::addRow("above it") << QPoint(5, -1) << false;
+        const Rows<QPoint, bool> row;
+        row("top left corner", QPoint(0, 0), true);
+        row("right and bottom end count", QPoint(40, 20), true);
+        row("behind the right end", QPoint(41, 5), false);
+        row("below the bottom end", QPoint(5, 21), false);
+        row("left of it", QPoint(-1, 5), false);
+        row("above it", QPoint(5, -1), false);
     }
 
     void HoverPicture() {
-        QFETCH(QPoint, mouse);
-        QFETCH(bool, inside);
+        const auto [mouse, inside] = Row<QPoint, bool>();
         WindowFixture program;
         program.Start();
         PictureButton& button = *program.Window->btnStart;
@@ -261,16 +244,14 @@ class TestMainWindow : public QObject {
     }
 
     void Flap_data() {
-        QTest::addColumn<QString>("visible");
-        QTest::addColumn<bool>("enabled");
-        QTest::addRow("enabled") << "1" << true;
-        QTest::addRow("a blank behind the 1") << "\"1 \"" << false;
-        QTest::addRow("disabled") << "0" << false;
+        const Rows<QString, bool> row;
+        row("enabled", "1", true);
+        row("a blank behind the 1", "\"1 \"", false);
+        row("disabled", "0", false);
     }
 
     void Flap() {
-        QFETCH(QString, visible);
-        QFETCH(bool, enabled);
+        const auto [visible, enabled] = Row<QString, bool>();
         WindowFixture program;
         SkinMaker::Layout(program.Skin("Green"), "pic_klappe", "Visible", visible);
         if (!enabled) QFile::remove(program.Skin("Green", "Splash_Klappe.jpg"));
@@ -381,18 +362,14 @@ class TestMainWindow : public QObject {
     }
 
     void PreviewPlaces_data() {
-        QTest::addColumn<bool>("stretched");
-        QTest::addColumn<bool>("centred");
-        QTest::addColumn<QRect>("expected");
-        QTest::addRow("in proportion") << false << false << QRect(0, 0, 320, 180);
-        QTest::addRow("centred") << false << true << QRect(0, 30, 320, 180);
-        QTest::addRow("stretched") << true << true << QRect(0, 0, 320, 240);
+        const Rows<bool, bool, QRect> row;
+        row("in proportion", false, false, QRect(0, 0, 320, 180));
+        row("centred", false, true, QRect(0, 30, 320, 180));
+        row("stretched", true, true, QRect(0, 0, 320, 240));
     }
 
     void PreviewPlaces() {
-        QFETCH(bool, stretched);
-        QFETCH(bool, centred);
-        QFETCH(QRect, expected);
+        const auto [stretched, centred, expected] = Row<bool, bool, QRect>();
         QCOMPARE(PreviewArea::Place({1920, 1080}, {320, 240}, stretched, centred), expected);
     }
 };

@@ -1,4 +1,5 @@
 #include "shell_fixture.h"
+#include "support/data_rows.h"
 #include "ui/menu/help_page.h"
 #include "ui/menu/links.h"
 #include "ui/menu/menu_place.h"
@@ -33,22 +34,17 @@ class TestMenu : public QObject {
 
   private slots:
     void FlyOutPlaces_data() {
-        QTest::addColumn<QRect>("menu");
-        QTest::addColumn<int>("entry");
-        QTest::addColumn<QPoint>("expected");
-        QTest::addRow("language") << QRect(100, 50, 150, 190) << 1 << QPoint(250, 74);
-        QTest::addRow("skins") << QRect(100, 50, 150, 190) << 5 << QPoint(250, 154);
-        QTest::addRow("web") << QRect(100, 50, 150, 190) << 7 << QPoint(250, 198);
-        QTest::addRow("a pixel left on the right")
-            << QRect(749, 50, 150, 190) << 1 << QPoint(899, 74);
-        QTest::addRow("ends with the screen") << QRect(750, 50, 150, 190) << 1 << QPoint(650, 74);
-        QTest::addRow("right edge") << QRect(850, 50, 150, 190) << 7 << QPoint(750, 198);
+        const Rows<QRect, int, QPoint> row;
+        row("language", QRect(100, 50, 150, 190), 1, QPoint(250, 74));
+        row("skins", QRect(100, 50, 150, 190), 5, QPoint(250, 154));
+        row("web", QRect(100, 50, 150, 190), 7, QPoint(250, 198));
+        row("a pixel left on the right", QRect(749, 50, 150, 190), 1, QPoint(899, 74));
+        row("ends with the screen", QRect(750, 50, 150, 190), 1, QPoint(650, 74));
+        row("right edge", QRect(850, 50, 150, 190), 7, QPoint(750, 198));
     }
 
     void FlyOutPlaces() {
-        QFETCH(QRect, menu);
-        QFETCH(int, entry);
-        QFETCH(QPoint, expected);
+        const auto [menu, entry, expected] = Row<QRect, int, QPoint>();
         const QSize flyOut(100, 80);
         QCOMPARE(FlyOutPlace(menu, flyOut, entry, {0, 0, 1000, 800}), expected);
         // The same on a screen left of the first one.
@@ -58,31 +54,29 @@ class TestMenu : public QObject {
     }
 
     void MenuPlaces_data() {
-        QTest::addColumn<QPoint>("button");
-        QTest::addColumn<QPoint>("expected");
-        QTest::addRow("right of the button") << QPoint(100, 100) << QPoint(140, 100);
-        QTest::addRow("just fits") << QPoint(810, 100) << QPoint(850, 100);
-        QTest::addRow("left of the button") << QPoint(811, 100) << QPoint(661, 100);
-        QTest::addRow("bottom") << QPoint(100, 700) << QPoint(140, 610);
-        QTest::addRow("above the screen") << QPoint(100, -30) << QPoint(140, 0);
+        const Rows<QPoint, QPoint> row;
+        row("right of the button", QPoint(100, 100), QPoint(140, 100));
+        row("just fits", QPoint(810, 100), QPoint(850, 100));
+        row("left of the button", QPoint(811, 100), QPoint(661, 100));
+        row("bottom", QPoint(100, 700), QPoint(140, 610));
+        row("above the screen", QPoint(100, -30), QPoint(140, 0));
     }
 
     void MenuPlaces() {
-        QFETCH(QPoint, button);
-        QFETCH(QPoint, expected);
+        const auto [button, expected] = Row<QPoint, QPoint>();
         QCOMPARE(MenuPlace({button, QSize(40, 20)}, {150, 190}, {0, 0, 1000, 800}), expected);
     }
 
     void WholeOnTheScreen_data() {
-        QTest::addColumn<QPoint>("window");
-        QTest::addRow("top left") << QPoint(0, 0);
-        QTest::addRow("top right") << QPoint(10'000, 0);
-        QTest::addRow("bottom left") << QPoint(0, 10'000);
-        QTest::addRow("bottom right") << QPoint(10'000, 10'000);
+        const Rows<QPoint> row;
+        row("top left", QPoint(0, 0));
+        row("top right", QPoint(10'000, 0));
+        row("bottom left", QPoint(0, 10'000));
+        row("bottom right", QPoint(10'000, 10'000));
     }
 
     void WholeOnTheScreen() {
-        QFETCH(QPoint, window);
+        const auto [window] = Row<QPoint>();
         ShellFixture program;
         program.Begin();
         Shell& shell = *program.Windows;
@@ -195,21 +189,14 @@ class TestMenu : public QObject {
     }
 
     void HelpPages_data() {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("page");
-        QTest::addColumn<QUrl>("installer");
-        QTest::addRow("English") << "english"
-                                 << "/help/HELP.html" << Links::HelpInstaller;
-        QTest::addRow("German") << "deutsch"
-                                << "/Hilfe/HILFE.html" << Links::GermanHelpInstaller;
-        QTest::addRow("French") << "franz"
-                                << "/help/HELP.html" << Links::HelpInstaller;
+        const Rows<QString, QString, QUrl> row;
+        row("English", "english", "/help/HELP.html", Links::HelpInstaller);
+        row("German", "deutsch", "/Hilfe/HILFE.html", Links::GermanHelpInstaller);
+        row("French", "franz", "/help/HELP.html", Links::HelpInstaller);
     }
 
     void HelpPages() {
-        QFETCH(QString, language);
-        QFETCH(QString, page);
-        QFETCH(QUrl, installer);
+        const auto [language, page, installer] = Row<QString, QString, QUrl>();
         ShellFixture program;
         program.Set("Einstellungen", "Sprache", language);
         program.Begin();

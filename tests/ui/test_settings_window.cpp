@@ -1,4 +1,5 @@
 #include "settings_fixture.h"
+#include "support/data_rows.h"
 #include "ui/settings/number_field.h"
 
 #include <QCheckBox>
@@ -85,22 +86,20 @@ void TestSettingsWindow::EnterSavesAllInOrderAndEscapeNothing() {
 }
 
 void TestSettingsWindow::NumbersOutOfRangeAreRefusedWhereTheyAreTyped_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<bool>("right");
-    QTest::newRow("the least") << "1" << true;
-    QTest::newRow("the most") << "65535" << true;
-    QTest::newRow("blanks around it") << " 21 " << true;
-    QTest::newRow("nothing, which stands for a number") << "" << true;
-    QTest::newRow("below") << "0" << false;
-    QTest::newRow("above") << "65536" << false;
-    QTest::newRow("too large for any number") << "99999999999" << false;
-    QTest::newRow("a word") << "ftp" << false;
-    QTest::newRow("a fraction") << "2.5" << false;
+    const Rows<QString, bool> row;
+    row("the least", "1", true);
+    row("the most", "65535", true);
+    row("blanks around it", " 21 ", true);
+    row("nothing, which stands for a number", "", true);
+    row("below", "0", false);
+    row("above", "65536", false);
+    row("too large for any number", "99999999999", false);
+    row("a word", "ftp", false);
+    row("a fraction", "2.5", false);
 }
 
 void TestSettingsWindow::NumbersOutOfRangeAreRefusedWhereTheyAreTyped() {
-    QFETCH(QString, typed);
-    QFETCH(bool, right);
+    const auto [typed, right] = Row<QString, bool>();
     SettingsFixture fixture;
     fixture.Write("");
     Example window(fixture.Around());

@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/skin/shaped_window.h"
 
 #include <QApplication>
@@ -75,13 +76,13 @@ class TestShapedScreen : public QObject {
 
   private slots:
     void OnlyTheDrawingIsSeen_data() {
-        QTest::addColumn<int>("scale");
-        QTest::addRow("one to one") << 1;
-        QTest::addRow("twice as large") << 2;
+        const Rows<int> row;
+        row("one to one", 1);
+        row("twice as large", 2);
     }
 
     void OnlyTheDrawingIsSeen() {
-        QFETCH(int, scale);
+        const auto [scale] = Row<int>();
         if (QStandardPaths::findExecutable("Xvfb").isEmpty()) QSKIP("Xvfb is not installed");
         XServer server;
         QVERIFY(server.Start());

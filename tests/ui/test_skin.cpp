@@ -11,27 +11,23 @@ class TestSkin : public QObject {
 
   private slots:
     void LayoutValues_data() {
-        QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<int>("pixels");
-        QTest::addColumn<bool>("one");
-        QTest::addRow("missing") << QByteArray("\nOther=1") << 0 << false;
-        QTest::addRow("empty") << QByteArray("") << 0 << false;
-        QTest::addRow("no number") << QByteArray("left") << 0 << false;
-        QTest::addRow("whole pixels") << QByteArray("4800") << 320 << false;
-        QTest::addRow("rounded up") << QByteArray("3525.9 twips") << 235 << false;
-        QTest::addRow("just over half a pixel") << QByteArray("23") << 2 << false;
-        QTest::addRow("out of sight on the left") << QByteArray("-150") << -10 << false;
-        QTest::addRow("beyond every screen") << QByteArray("99999999999") << 16000 << false;
-        QTest::addRow("one") << QByteArray("1") << 0 << true;
-        QTest::addRow("one and a blank") << QByteArray("\"1 \"") << 0 << false;
-        QTest::addRow("one with a nought in front") << QByteArray("01") << 0 << false;
-        QTest::addRow("another number") << QByteArray("2") << 0 << false;
+        const Rows<QByteArray, int, bool> row;
+        row("missing", QByteArray("\nOther=1"), 0, false);
+        row("empty", QByteArray(""), 0, false);
+        row("no number", QByteArray("left"), 0, false);
+        row("whole pixels", QByteArray("4800"), 320, false);
+        row("rounded up", QByteArray("3525.9 twips"), 235, false);
+        row("just over half a pixel", QByteArray("23"), 2, false);
+        row("out of sight on the left", QByteArray("-150"), -10, false);
+        row("beyond every screen", QByteArray("99999999999"), 16000, false);
+        row("one", QByteArray("1"), 0, true);
+        row("one and a blank", QByteArray("\"1 \""), 0, false);
+        row("one with a nought in front", QByteArray("01"), 0, false);
+        row("another number", QByteArray("2"), 0, false);
     }
 
     void LayoutValues() {
-        QFETCH(QByteArray, value);
-        QFETCH(int, pixels);
-        QFETCH(bool, one);
+        const auto [value, pixels, one] = Row<QByteArray, int, bool>();
         const QTemporaryDir folder;
         const QString file = folder.filePath("Position.ini");
         SkinMaker::Write(file, "[Control]\nTop=30\n[control2]\nKey=" + value + "\n");
@@ -87,19 +83,17 @@ class TestSkin : public QObject {
     }
 
     void WindowsComeOntoAScreen_data() {
-        QTest::addColumn<QPoint>("place");
-        QTest::addColumn<QPoint>("expected");
-        QTest::addRow("where it was") << QPoint(100, 50) << QPoint(100, 50);
-        QTest::addRow("on the second screen") << QPoint(-700, 10) << QPoint(-700, 10);
-        QTest::addRow("between the two: mostly on the first") << QPoint(-100, 10) << QPoint(0, 10);
-        QTest::addRow("below the edge") << QPoint(500, 700) << QPoint(500, 468);
-        QTest::addRow("screen gone, far right") << QPoint(3000, 100) << QPoint(624, 100);
-        QTest::addRow("screen gone, far left and up") << QPoint(-9000, -9000) << QPoint(-800, 0);
+        const Rows<QPoint, QPoint> row;
+        row("where it was", QPoint(100, 50), QPoint(100, 50));
+        row("on the second screen", QPoint(-700, 10), QPoint(-700, 10));
+        row("between the two: mostly on the first", QPoint(-100, 10), QPoint(0, 10));
+        row("below the edge", QPoint(500, 700), QPoint(500, 468));
+        row("screen gone, far right", QPoint(3000, 100), QPoint(624, 100));
+        row("screen gone, far left and up", QPoint(-9000, -9000), QPoint(-800, 0));
     }
 
     void WindowsComeOntoAScreen() {
-        QFETCH(QPoint, place);
-        QFETCH(QPoint, expected);
+        const auto [place, expected] = Row<QPoint, QPoint>();
         const QList<QRect> screens{{0, 0, 1024, 768}, {-800, 0, 800, 600}};
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, screens), expected);
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(2000, 2000)}, {screens[0]}), QPoint(0, 0));

@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/frm_oberflaeche.h"
 #include "ui/skin/check_row.h"
 #include "ui/skin/picture_button.h"
@@ -101,27 +102,15 @@ class TestSkinChooser : public QObject {
 
     // Faults are told once, with the file's name, and never leave a window behind that is no use.
     void BrokenSkins_data() {
-        QTest::addColumn<QString>("removed");
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<QString>("skin");
-        QTest::addRow("no background") << "splash.bmp"
-                                       << "splash.bmp (Default)"
-                                       << "Default";
-        QTest::addRow("no picture") << "LEDleft2.jpg"
-                                    << "LEDleft2.jpg (Default)"
-                                    << "Default";
-        QTest::addRow("no layout: no fault") << "Position.ini"
-                                             << ""
-                                             << "Default";
-        QTest::addRow("folder gone") << ""
-                                     << "Default is missing"
-                                     << "Green";
+        const Rows<QString, QString, QString> row;
+        row("no background", "splash.bmp", "splash.bmp (Default)", "Default");
+        row("no picture", "LEDleft2.jpg", "LEDleft2.jpg (Default)", "Default");
+        row("no layout: no fault", "Position.ini", "", "Default");
+        row("folder gone", "", "Default is missing", "Green");
     }
 
     void BrokenSkins() {
-        QFETCH(QString, removed);
-        QFETCH(QString, told);
-        QFETCH(QString, skin);
+        const auto [removed, told, skin] = Row<QString, QString, QString>();
         ChooserFixture program;
         if (removed.isEmpty()) QDir(program.Skin("Default")).removeRecursively();
         QFile::remove(program.Skin("Default", removed));
@@ -141,17 +130,15 @@ class TestSkinChooser : public QObject {
     }
 
     void NeverBelowTheScreen_data() {
-        QTest::addColumn<int>("top");
-        QTest::addColumn<int>("expected");
-        QTest::addRow("fits") << 300 << 300;
-        QTest::addRow("ends with the screen") << 668 << 668;
-        QTest::addRow("one pixel too low") << 669 << 635;
-        QTest::addRow("far below") << 2000 << 635;
+        const Rows<int, int> row;
+        row("fits", 300, 300);
+        row("ends with the screen", 668, 668);
+        row("one pixel too low", 669, 635);
+        row("far below", 2000, 635);
     }
 
     void NeverBelowTheScreen() {
-        QFETCH(int, top);
-        QFETCH(int, expected);
+        const auto [top, expected] = Row<int, int>();
         QCOMPARE(frmOberflaeche::TopOnScreen(top, 100, {0, 0, 1024, 768}), expected);
         QCOMPARE(frmOberflaeche::TopOnScreen(top, 900, {0, 0, 1024, 768}), 0);
     }

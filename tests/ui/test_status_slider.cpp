@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/status/label_room.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
@@ -51,42 +52,34 @@ class TestStatusSlider : public QObject {
 
   private slots:
     void Placing_data() {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<double>("left");
-        QTest::addColumn<double>("back");
-        QTest::addRow("lowest") << 20. << 10. << 20.;
-        QTest::addRow("middle") << 50. << 110. << 50.;
-        QTest::addRow("between two pixels") << 50.1 << 110. + 1. / 3 << 50.1;
-        QTest::addRow("highest") << 80. << 210. << 80.;
-        QTest::addRow("below the range: at the end") << 0. << 10. << 20.;
-        QTest::addRow("above the range: at the end") << 95. << 210. << 80.;
+        const Rows<double, double, double> row;
+        row("lowest", 20., 10., 20.);
+        row("middle", 50., 110., 50.);
+        row("between two pixels", 50.1, 110. + 1. / 3, 50.1);
+        row("highest", 80., 210., 80.);
+        row("below the range: at the end", 0., 10., 20.);
+        row("above the range: at the end", 95., 210., 80.);
     }
 
     void Placing() {
-        QFETCH(double, value);
-        QFETCH(double, left);
-        QFETCH(double, back);
+        const auto [value, left, back] = Row<double, double, double>();
         QCOMPARE(HandleLeft(Quality, value), left);
         QCOMPARE(ValueAt(Quality, left), back);
     }
 
     void Moving_data() {
-        QTest::addColumn<double>("handleLeft");
-        QTest::addColumn<double>("mouseX");
-        QTest::addColumn<double>("left");  // -1: the move is not made
-        QTest::addRow("the centre follows the mouse") << 100. << 20. << 108.;
-        QTest::addRow("to the left, from beyond the handle") << 100. << -30. << 58.;
-        QTest::addRow("just to the start") << 20. << 2. << 10.;
-        QTest::addRow("half a pixel beyond the start") << 20. << 1.5 << -1.;
-        QTest::addRow("just to the end") << 200. << 22. << 210.;
-        QTest::addRow("half a pixel beyond the end") << 200. << 22.5 << -1.;
-        QTest::addRow("far beyond the end") << 200. << 500. << -1.;
+        const Rows<double, double, double> row;  // -1: the move is not made
+        row("the centre follows the mouse", 100., 20., 108.);
+        row("to the left, from beyond the handle", 100., -30., 58.);
+        row("just to the start", 20., 2., 10.);
+        row("half a pixel beyond the start", 20., 1.5, -1.);
+        row("just to the end", 200., 22., 210.);
+        row("half a pixel beyond the end", 200., 22.5, -1.);
+        row("far beyond the end", 200., 500., -1.);
     }
 
     void Moving() {
-        QFETCH(double, handleLeft);
-        QFETCH(double, mouseX);
-        QFETCH(double, left);
+        const auto [handleLeft, mouseX, left] = Row<double, double, double>();
         QCOMPARE(MovedHandle(Quality, handleLeft, mouseX).value_or(-1), left);
     }
 
@@ -109,31 +102,24 @@ class TestStatusSlider : public QObject {
     }
 
     void Steps_data() {
-        QTest::addColumn<bool>("interval");
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("to");
-        QTest::addRow("quality up") << false << 50 << int(Qt::Key_Up) << 51;
-        QTest::addRow("quality down at the end") << false << 20 << int(Qt::Key_Left) << 20;
-        QTest::addRow("quality page") << false << 75 << int(Qt::Key_PageUp) << 80;
-        QTest::addRow("tenths below a second") << true << 900 << int(Qt::Key_Right) << 1000;
-        QTest::addRow("down from a second") << true << 1000 << int(Qt::Key_Down) << 900;
-        QTest::addRow("seconds") << true << 1000 << int(Qt::Key_Up) << 2000;
-        QTest::addRow("down from ten seconds") << true << 10'000 << int(Qt::Key_Left) << 9000;
-        QTest::addRow("an odd value first becomes even")
-            << true << 12'340 << int(Qt::Key_Up) << 15'000;
-        QTest::addRow("page") << true << 5000 << int(Qt::Key_PageUp) << 30'000;
-        QTest::addRow("page down") << true << 60'000 << int(Qt::Key_PageDown) << 30'000;
-        QTest::addRow("page down to the end") << true << 5000 << int(Qt::Key_PageDown) << 100;
-        QTest::addRow("home") << true << 5000 << int(Qt::Key_Home) << 100;
-        QTest::addRow("end") << true << 5000 << int(Qt::Key_End) << 300'000;
+        const Rows<bool, int, int, int> row;
+        row("quality up", false, 50, int(Qt::Key_Up), 51);
+        row("quality down at the end", false, 20, int(Qt::Key_Left), 20);
+        row("quality page", false, 75, int(Qt::Key_PageUp), 80);
+        row("tenths below a second", true, 900, int(Qt::Key_Right), 1000);
+        row("down from a second", true, 1000, int(Qt::Key_Down), 900);
+        row("seconds", true, 1000, int(Qt::Key_Up), 2000);
+        row("down from ten seconds", true, 10'000, int(Qt::Key_Left), 9000);
+        row("an odd value first becomes even", true, 12'340, int(Qt::Key_Up), 15'000);
+        row("page", true, 5000, int(Qt::Key_PageUp), 30'000);
+        row("page down", true, 60'000, int(Qt::Key_PageDown), 30'000);
+        row("page down to the end", true, 5000, int(Qt::Key_PageDown), 100);
+        row("home", true, 5000, int(Qt::Key_Home), 100);
+        row("end", true, 5000, int(Qt::Key_End), 300'000);
     }
 
     void Steps() {
-        QFETCH(bool, interval);
-        QFETCH(int, from);
-        QFETCH(int, key);
-        QFETCH(int, to);
+        const auto [interval, from, key, to] = Row<bool, int, int, int>();
         PictureSlider slider(interval ? IntervalValues : QualityValues, nullptr);
         slider.SetValue(from);
         const QSignalSpy chosen(&slider, &PictureSlider::Chosen);
@@ -175,16 +161,14 @@ class TestStatusSlider : public QObject {
     }
 
     void NotDragged_data() {
-        QTest::addColumn<int>("button");
-        QTest::addColumn<double>("at");
-        QTest::addRow("right button") << int(Qt::RightButton) << 112.;
-        QTest::addRow("middle button") << int(Qt::MiddleButton) << 112.;
-        QTest::addRow("beside the handle") << int(Qt::LeftButton) << 150.;
+        const Rows<int, double> row;
+        row("right button", int(Qt::RightButton), 112.);
+        row("middle button", int(Qt::MiddleButton), 112.);
+        row("beside the handle", int(Qt::LeftButton), 150.);
     }
 
     void NotDragged() {
-        QFETCH(int, button);
-        QFETCH(double, at);
+        const auto [button, at] = Row<int, double>();
         SliderBench bench(QualityValues);
         bench.Slider.SetValue(50);
         const QSignalSpy chosen(&bench.Slider, &PictureSlider::Chosen);
@@ -206,44 +190,39 @@ class TestStatusSlider : public QObject {
     }
 
     void Texts_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        QTest::addRow("quality") << StatusTexts::Quality(50) << "JPG - Quality: 50 %";
-        QTest::addRow("tenths") << StatusTexts::Interval(100) << "1 Pic. / 0.1 s";
-        QTest::addRow("half a tenth is one") << StatusTexts::Interval(1250) << "1 Pic. / 1.3 s";
-        QTest::addRow("less") << StatusTexts::Interval(1249) << "1 Pic. / 1.2 s";
-        QTest::addRow("carried") << StatusTexts::Interval(9950) << "1 Pic. / 10.0 s";
-        QTest::addRow("a month of minutes")
-            << StatusTexts::Interval(1'966'080'000) << "1 Pic. / 1966080.0 s";
-        QTest::addRow("while choosing")
-            << StatusTexts::ChosenInterval(300'000) << "Upload: 1 Pic. / 300.0 seconds";
-        QTest::addRow("format") << StatusTexts::Format({640, 480}) << "Format: 640 x 480";
-        QTest::addRow("no picture yet") << StatusTexts::Format({0, 0}) << "";
-        QTest::addRow("overlay") << StatusTexts::Overlay(2) << "Date, Time, Text";
-        QTest::addRow("unknown overlay") << StatusTexts::Overlay(9) << "No Overlay";
-        QTest::addRow("running time") << StatusTexts::RunningTime(45'296'999) << "12:34:56";
-        QTest::addRow("fifty days") << StatusTexts::RunningTime(4'320'059'000) << "1200:00:59";
+        const Rows<QString, QString> row;
+        row("quality", StatusTexts::Quality(50), "JPG - Quality: 50 %");
+        row("tenths", StatusTexts::Interval(100), "1 Pic. / 0.1 s");
+        row("half a tenth is one", StatusTexts::Interval(1250), "1 Pic. / 1.3 s");
+        row("less", StatusTexts::Interval(1249), "1 Pic. / 1.2 s");
+        row("carried", StatusTexts::Interval(9950), "1 Pic. / 10.0 s");
+        row("a month of minutes", StatusTexts::Interval(1'966'080'000), "1 Pic. / 1966080.0 s");
+        row("while choosing", StatusTexts::ChosenInterval(300'000),
+            "Upload: 1 Pic. / 300.0 seconds");
+        row("format", StatusTexts::Format({640, 480}), "Format: 640 x 480");
+        row("no picture yet", StatusTexts::Format({0, 0}), "");
+        row("overlay", StatusTexts::Overlay(2), "Date, Time, Text");
+        row("unknown overlay", StatusTexts::Overlay(9), "No Overlay");
+        row("running time", StatusTexts::RunningTime(45'296'999), "12:34:56");
+        row("fifty days", StatusTexts::RunningTime(4'320'059'000), "1200:00:59");
     }
 
     void Texts() {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
+        const auto [text, expected] = Row<QString, QString>();
         QCOMPARE(text, expected);
     }
 
     void RoomForLabels_data() {
-        QTest::addColumn<QRect>("neighbour");
-        QTest::addColumn<int>("width");
-        QTest::addRow("none beside it: to the end") << QRect(200, 60, 50, 20) << 300;
-        QTest::addRow("neighbour on the same line") << QRect(200, 40, 50, 20) << 92;
-        QTest::addRow("neighbour that touches the line from below") << QRect(200, 59, 50, 20) << 92;
-        QTest::addRow("one that begins further left") << QRect(90, 40, 300, 20) << 300;
-        QTest::addRow("no room at all") << QRect(104, 40, 50, 20) << 0;
+        const Rows<QRect, int> row;
+        row("none beside it: to the end", QRect(200, 60, 50, 20), 300);
+        row("neighbour on the same line", QRect(200, 40, 50, 20), 92);
+        row("neighbour that touches the line from below", QRect(200, 59, 50, 20), 92);
+        row("one that begins further left", QRect(90, 40, 300, 20), 300);
+        row("no room at all", QRect(104, 40, 50, 20), 0);
     }
 
     void RoomForLabels() {
-        QFETCH(QRect, neighbour);
-        QFETCH(int, width);
+        const auto [neighbour, width] = Row<QRect, int>();
         const QRect label(100, 40, 999, 20);
         QCOMPARE(LabelRoom::Width(label, {label, neighbour}, 400), width);
     }

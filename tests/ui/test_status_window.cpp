@@ -1,4 +1,5 @@
 #include "base/profile_file.h"
+#include "support/data_rows.h"
 #include "ui/skin/skin.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/picture_bar.h"
@@ -165,37 +166,21 @@ class TestStatusWindow : public QObject {
     }
 
     void LayoutRules_data() {
-        QTest::addColumn<QString>("skin");
-        QTest::addColumn<QString>("picture");
-        QTest::addColumn<QPoint>("timeOut");
-        QTest::addColumn<QString>("bar");
-        QTest::addColumn<bool>("ownColour");
+        const Rows<QString, QString, QPoint, QString, bool> row;
         const QString usual = "Upload - State: 42 %";
-        QTest::addRow("own bar") << "Other"
-                                 << "1" << QPoint(300, 100) << "Up 42 percent" << true;
-        QTest::addRow("no own bar") << "Other"
-                                    << "0" << QPoint(218, 50) << usual << false;
-        QTest::addRow("no key") << "Other"
-                                << "" << QPoint(218, 50) << usual << false;
-        QTest::addRow("one and a blank") << "Other"
-                                         << "\"1 \"" << QPoint(218, 50) << usual << false;
-        QTest::addRow("the skin with a rule of its own")
-            << "silver 1024"
-            << "0" << QPoint(311, 54) << usual << false;
-        QTest::addRow("its keys override the rule")
-            << "silver 1024"
-            << "1" << QPoint(300, 100) << "Up 42 percent" << true;
-        QTest::addRow("another spelling is another skin")
-            << "Silver 1024"
-            << "0" << QPoint(218, 50) << usual << false;
+        row("own bar", "Other", "1", QPoint(300, 100), "Up 42 percent", true);
+        row("no own bar", "Other", "0", QPoint(218, 50), usual, false);
+        row("no key", "Other", "", QPoint(218, 50), usual, false);
+        row("one and a blank", "Other", "\"1 \"", QPoint(218, 50), usual, false);
+        row("the skin with a rule of its own", "silver 1024", "0", QPoint(311, 54), usual, false);
+        row("its keys override the rule", "silver 1024", "1", QPoint(300, 100), "Up 42 percent",
+            true);
+        row("another spelling is another skin", "Silver 1024", "0", QPoint(218, 50), usual, false);
     }
 
     void LayoutRules() {
-        QFETCH(QString, skin);
-        QFETCH(QString, picture);
-        QFETCH(QPoint, timeOut);
-        QFETCH(QString, bar);
-        QFETCH(bool, ownColour);
+        const auto [skin, picture, timeOut, bar, ownColour] =
+            Row<QString, QString, QPoint, QString, bool>();
         StatusFixture program;
         QDir().mkpath(program.Skin(skin));
         MakeStatusSkin(program.Skin(skin), Qt::red);
@@ -217,21 +202,15 @@ class TestStatusWindow : public QObject {
     }
 
     void BarCaptions_data() {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<QString>("text");
-        QTest::addRow("none") << "0"
-                              << "";
-        QTest::addRow("text and percentage") << "1"
-                                             << "Up 42 percent";
-        QTest::addRow("percentage only") << "2"
-                                         << "42 %";
-        QTest::addRow("missing: none") << ""
-                                       << "";
+        const Rows<QString, QString> row;
+        row("none", "0", "");
+        row("text and percentage", "1", "Up 42 percent");
+        row("percentage only", "2", "42 %");
+        row("missing: none", "", "");
     }
 
     void BarCaptions() {
-        QFETCH(QString, mode);
-        QFETCH(QString, text);
+        const auto [mode, text] = Row<QString, QString>();
         StatusFixture program;
         SkinMaker::Layout(program.Skin("Green"), "Prog_Bar", "Caption", mode);
         frmStatus& window = program.Open();
@@ -240,24 +219,20 @@ class TestStatusWindow : public QObject {
     }
 
     void DamagedSkins_data() {
-        QTest::addColumn<QStringList>("removed");
-        QTest::addColumn<bool>("plain");
-        QTest::addRow("its own background") << QStringList{"Green/StatusBg.bmp"} << false;
-        QTest::addRow("every slider picture")
-            << QStringList{"Green/Anfasser.jpg",    "Green/Slider1BG.jpg",
-                           "Green/Slider2BG.jpg",   "Default/Anfasser.jpg",
-                           "Default/Slider1BG.jpg", "Default/Slider2BG.jpg",
-                           "Green/progress_bg.jpg", "Default/progress_bg.jpg"}
-            << false;
-        QTest::addRow("every background")
-            << QStringList{"Green/StatusBg.bmp", "Default/StatusBg.bmp"} << true;
-        QTest::addRow("everything") << QStringList{"Green", "Default"} << true;
+        const Rows<QStringList, bool> row;
+        row("its own background", QStringList{"Green/StatusBg.bmp"}, false);
+        row("every slider picture",
+            QStringList{"Green/Anfasser.jpg", "Green/Slider1BG.jpg", "Green/Slider2BG.jpg",
+                        "Default/Anfasser.jpg", "Default/Slider1BG.jpg", "Default/Slider2BG.jpg",
+                        "Green/progress_bg.jpg", "Default/progress_bg.jpg"},
+            false);
+        row("every background", QStringList{"Green/StatusBg.bmp", "Default/StatusBg.bmp"}, true);
+        row("everything", QStringList{"Green", "Default"}, true);
     }
 
     // The window can be read and used, and is whole again in another skin.
     void DamagedSkins() {
-        QFETCH(QStringList, removed);
-        QFETCH(bool, plain);
+        const auto [removed, plain] = Row<QStringList, bool>();
         StatusFixture program;
         for (const QString& name : removed) {
             const QString path = program.Folder.filePath("Skins/" + name);
@@ -300,35 +275,17 @@ class TestStatusWindow : public QObject {
     }
 
     void IntervalsAreWritten_data() {
-        QTest::addColumn<double>("x");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("framerate");
-        QTest::addColumn<QString>("uptime");
-        QTest::addRow("shortest") << 12. << "0.1"
-                                  << "100"
-                                  << "0";
-        QTest::addRow("a second") << 13. << "1.0"
-                                  << "1000"
-                                  << "0";
-        QTest::addRow("a minute") << 52. << "60.0"
-                                  << "60000"
-                                  << "0";
-        QTest::addRow("two minutes") << 92. << "120.0"
-                                     << "60000"
-                                     << "1";
-        QTest::addRow("between minutes") << 112. << "150.0"
-                                         << "30000"
-                                         << "2";
-        QTest::addRow("longest") << 212. << "300.0"
-                                 << "60000"
-                                 << "4";
+        const Rows<double, QString, QString, QString> row;
+        row("shortest", 12., "0.1", "100", "0");
+        row("a second", 13., "1.0", "1000", "0");
+        row("a minute", 52., "60.0", "60000", "0");
+        row("two minutes", 92., "120.0", "60000", "1");
+        row("between minutes", 112., "150.0", "30000", "2");
+        row("longest", 212., "300.0", "60000", "4");
     }
 
     void IntervalsAreWritten() {
-        QFETCH(double, x);
-        QFETCH(QString, text);
-        QFETCH(QString, framerate);
-        QFETCH(QString, uptime);
+        const auto [x, text, framerate, uptime] = Row<double, QString, QString, QString>();
         StatusFixture program;
         program.Set("Einstellungen", "Framerate", "20000");
         frmStatus& window = program.Open();

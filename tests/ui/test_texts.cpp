@@ -1,4 +1,5 @@
 #include "shell_fixture.h"
+#include "support/data_rows.h"
 #include "ui/menu/menu_row.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/ftp_examples.h"
@@ -151,58 +152,38 @@ class TestTexts : public QObject {
     }
 
     void Examples_data() {
-        QTest::addColumn<Texts::Language>("language");
-        QTest::addColumn<QStringList>("fields");
-        QTest::addColumn<QStringList>("expected");
+        const Rows<Texts::Language, QStringList, QStringList> row;
         const QString german = FtpExamplesOf(German).Server;
         const QString french = FtpExamplesOf(French).Server;
         const QString english = FtpExamplesOf(English).Server;
-        QTest::addRow("German to French")
-            << French << QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"}
-            << QStringList{french, "Répertoire/Répertoire", "UNom d'utilisateur"};
-        QTest::addRow("to English")
-            << English << QStringList{french, "Liste/Liste", "Utilisateur-nom"}
-            << QStringList{english, "Path/Path", "User-Name"};
-        QTest::addRow("to German") << German << QStringList{english, "Path/Path", "Utilisateur-nom"}
-                                   << QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"};
+        row("German to French", French,
+            QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"},
+            QStringList{french, "Répertoire/Répertoire", "UNom d'utilisateur"});
+        row("to English", English, QStringList{french, "Liste/Liste", "Utilisateur-nom"},
+            QStringList{english, "Path/Path", "User-Name"});
+        row("to German", German, QStringList{english, "Path/Path", "Utilisateur-nom"},
+            QStringList{german, "Verzeichniss/Verzeichniss", "User-Name"});
         const QStringList typed{"ftp.mine.org", "Répertoire/Répertoire", "UNom d'utilisateur"};
-        QTest::addRow("what was typed, and French that nobody knows, stays")
-            << English << typed << typed;
+        row("what was typed, and French that nobody knows, stays", English, typed, typed);
     }
 
     void Examples() {
-        QFETCH(Texts::Language, language);
-        QFETCH(QStringList, fields);
-        QFETCH(QStringList, expected);
+        const auto [language, fields, expected] = Row<Texts::Language, QStringList, QStringList>();
         const FtpExamples now = WithExamplesOf(language, {fields[0], fields[1], fields[2]});
         QCOMPARE(QStringList({now.Server, now.Path, now.User}), expected);
     }
 
     void AtTheStart_data() {
-        QTest::addColumn<QString>("setting");
-        QTest::addColumn<QString>("menu");
-        QTest::addColumn<QString>("noCamera");
-        QTest::addRow("none") << ""
-                              << "Language"
-                              << "No Video Capture Device!";
-        QTest::addRow("English") << "english"
-                                 << "Language"
-                                 << "No Video Capture Device!";
-        QTest::addRow("German") << "deutsch"
-                                << "Sprache"
-                                << "Kein Video-Treiber verfügbar!";
-        QTest::addRow("French") << "franz"
-                                << "Langue"
-                                << "Pas de conducteur vidéo disponible!";
-        QTest::addRow("unknown") << "Deutsch"
-                                 << "Language"
-                                 << "No Video Capture Device!";
+        const Rows<QString, QString, QString> row;
+        row("none", "", "Language", "No Video Capture Device!");
+        row("English", "english", "Language", "No Video Capture Device!");
+        row("German", "deutsch", "Sprache", "Kein Video-Treiber verfügbar!");
+        row("French", "franz", "Langue", "Pas de conducteur vidéo disponible!");
+        row("unknown", "Deutsch", "Language", "No Video Capture Device!");
     }
 
     void AtTheStart() {
-        QFETCH(QString, setting);
-        QFETCH(QString, menu);
-        QFETCH(QString, noCamera);
+        const auto [setting, menu, noCamera] = Row<QString, QString, QString>();
         ShellFixture program;
         program.Set("Einstellungen", "Sprache", setting);
         program.Begin();

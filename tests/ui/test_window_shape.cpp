@@ -1,3 +1,4 @@
+#include "support/data_rows.h"
 #include "ui/skin/window_shape.h"
 
 #include <QPainter>
@@ -81,25 +82,20 @@ class TestWindowShape : public QObject {
 
     // One row of kept pixels with a hole; where the scan sees the row's runs.
     void HolesInOneRow_data() {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<QRect>("hole");
-        QTest::addColumn<QRegion>("expected");
-        QTest::addRow("narrow: exact to the pixel")
-            << 301 << QRect(149, 1, 3, 1) << QRegion(0, 1, 149, 1) + QRegion(152, 1, 149, 1);
-        QTest::addRow("between two looks: missed")
-            << 1000 << QRect(260, 1, 80, 1) << QRegion(0, 1, 1000, 1);
-        QTest::addRow("seen too late on the left, left too late on the right")
-            << 1000 << QRect(240, 1, 20, 1) << QRegion(0, 1, 251, 1) + QRegion(351, 1, 649, 1);
-        QTest::addRow("last pixel before the coarse part")
-            << 1000 << QRect(150, 1, 1, 1) << QRegion(0, 1, 150, 1) + QRegion(151, 1, 849, 1);
-        QTest::addRow("first pixel of the right edge")
-            << 1000 << QRect(851, 1, 2, 1) << QRegion(0, 1, 851, 1) + QRegion(853, 1, 147, 1);
+        const Rows<int, QRect, QRegion> row;
+        row("narrow: exact to the pixel", 301, QRect(149, 1, 3, 1),
+            QRegion(0, 1, 149, 1) + QRegion(152, 1, 149, 1));
+        row("between two looks: missed", 1000, QRect(260, 1, 80, 1), QRegion(0, 1, 1000, 1));
+        row("seen too late on the left, left too late on the right", 1000, QRect(240, 1, 20, 1),
+            QRegion(0, 1, 251, 1) + QRegion(351, 1, 649, 1));
+        row("last pixel before the coarse part", 1000, QRect(150, 1, 1, 1),
+            QRegion(0, 1, 150, 1) + QRegion(151, 1, 849, 1));
+        row("first pixel of the right edge", 1000, QRect(851, 1, 2, 1),
+            QRegion(0, 1, 851, 1) + QRegion(853, 1, 147, 1));
     }
 
     void HolesInOneRow() {
-        QFETCH(int, width);
-        QFETCH(QRect, hole);
-        QFETCH(QRegion, expected);
+        const auto [width, hole, expected] = Row<int, QRect, QRegion>();
         QImage picture = Filled(width, 2, cut);
         Fill(picture, {0, 1, width, 1}, kept);
         Fill(picture, hole, cut);
@@ -114,17 +110,15 @@ class TestWindowShape : public QObject {
     }
 
     void EveryPictureMakesAWindow_data() {
-        QTest::addColumn<QRect>("drawing");
-        QTest::addColumn<QRegion>("outline");
-        QTest::addRow("a drawing on a ground") << QRect(10, 10, 30, 20) << QRegion(10, 10, 30, 20);
-        QTest::addRow("up to the corner: everything else is cut away")
-            << QRect(0, 0, 80, 30) << QRegion(0, 30, 80, 30);
-        QTest::addRow("one colour: nothing is cut away") << QRect() << QRegion(0, 0, 80, 60);
+        const Rows<QRect, QRegion> row;
+        row("a drawing on a ground", QRect(10, 10, 30, 20), QRegion(10, 10, 30, 20));
+        row("up to the corner: everything else is cut away", QRect(0, 0, 80, 30),
+            QRegion(0, 30, 80, 30));
+        row("one colour: nothing is cut away", QRect(), QRegion(0, 0, 80, 60));
     }
 
     void EveryPictureMakesAWindow() {
-        QFETCH(QRect, drawing);
-        QFETCH(QRegion, outline);
+        const auto [drawing, outline] = Row<QRect, QRegion>();
         QImage picture = Filled(80, 60, cut);
         Fill(picture, drawing, kept);
         QWidget window;
