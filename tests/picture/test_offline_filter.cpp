@@ -64,13 +64,116 @@ class TestOfflineFilter : public QObject {
     Q_OBJECT
 
   private slots:
-    void init();
-    void BlendsEveryValue();
-    void BlendsWholePictures_data();
-    void BlendsWholePictures();
-    void FaultsPublishNothing_data();
-    void FaultsPublishNothing();
-    void EventsRunDuringTheBlend();
+    void init() {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir(folder->path()).mkpath("Offline"));
+        QVERIFY(QDir(folder->path()).mkpath("web"));
+        display = {};
+        boxes = {};
+        state = {};
+        state.ProgramFolder = folder->path();
+        state.WorkPath = folder->path() + '/';
+        state.SettingsFile = Path("ftpOptions.ini");
+        state.JPGQuality = "30";
+        waiting = std::make_unique<Waiting>(clock);
+        pipeline = std::make_unique<PicturePipeline>(state, capture, *waiting, boxes);
+        filter = std::make_unique<OfflineFilter>(state, *pipeline, *waiting, display);
+    }
+
+    void BlendsEveryValue() {
+        QCOMPARE(int{BlendChannel(255, 0, 50)}, 128);
+        QCOMPARE(int{BlendChannel(255, 254, 50)}, 254);
+        for (const int percent : {0, 1, 25, 33, 50, 66, 90, 99, 100})
+            for (int camera = 0; camera < 256; ++camera)
+                for (int offline = 0; offline < 256; ++offline)
+                    if (BlendChannel(camera, offline, percent) != Blended(camera, offline, percent))
+                        QFAIL(qPrintable(QStringLiteral("%1 and %2, %3 per cent")
+                                             .arg(camera)
+                                             .arg(offline)
+                                             .arg(percent)));
+    }
+
+    void BlendsWholePictures_data() {
+        const Rows<QSize, int, bool> row;
+        row("same size", QSize(47, 31), 50, false);
+        row("smaller", QSize(33, 12), 50, false);
+        row("larger", QSize(80, 90), 50, false);
+        row("wider and lower", QSize(80, 5), 50, false);
+        row("one pixel", QSize(1, 1), 50, false);
+        row("a quarter", QSize(47, 31), 25, false);
+        row("more than all", QSize(47, 31), 150, false);
+        row("local mode", QSize(47, 31), 50, true);
+    }
+    void BlendsWholePictures() {
+        const auto [offlineSize, percent, local] = Row<QSize, int, bool>();
+        state.LocalMode = local;
+        state.Verzeichnis = Path("web/");
+        QVERIFY(WriteBytes(state.SettingsFile, "[Einstellungen]\r\nOfflinefile=OFF.png\r\n"));
+        const QImage offline = Slope(offlineSize.width(), offlineSize.height(), 40);
+        QVERIFY(offline.save(Path("Offline/off.PNG"), "PNG"));
+        const QString source = local ? Path("web/pw.jpg") : Path("1pw.jpg");
+        QVERIFY(Slope(47, 31, 220).save(source, "JPG", 90));
+        const QImage expected =
+            BlendedPicture(DecodedJpeg(source).Picture, offline, std::min(percent, 100));
+
+        QVERIFY(filter->ApplyOfflineFilter(percent));
+        QCOMPARE(state.Picture2.convertToFormat(QImage::Format_RGB888), expected);
+        for (const QString& made :
+             local ? QStringList{source, Path("1pw.jpg")} : QStringList{source}) {
+            QCOMPARE(Quantisation(made), 6);
+            QVERIFY(DecodedJpeg(made).Shows(20, 3, expected.pixelColor(20, 3), 25));
+        }
+        QCOMPARE(state.JPGQuality, "30");
+        QVERIFY(!QFile::exists(Path("1pw.bmp")));
+        QCOMPARE(display.Statuses.count("processing Offline-Picture"), 5);
+        display.Statuses.removeAll("processing Offline-Picture");
+        QCOMPARE(display.Statuses,
+                 QStringList({"create Offline - Picture", "sending Offline - Picture"}));
+    }
+
+    void FaultsPublishNothing_data() {
+        const Rows<QString, QString> row;
+        row("missing", "missing", "Offline file not found !");
+        row("empty", "empty", "Offline file cannot be read");
+        row("cut off", "cut off", "Offline file cannot be read");
+        row("camera", "camera", "The camera picture cannot be read");
+        row("target", "target", "Cannot write the offline picture");
+    }
+    void FaultsPublishNothing() {
+        const auto [fault, status] = Row<QString, QString>();
+        const QString offline = Path("Offline/Offline.jpg");
+        QVERIFY(Slope(30, 20, 9).save(offline, "JPG"));
+        QVERIFY(Slope(30, 20, 99).save(Path("1pw.jpg"), "JPG"));
+        const QByteArray before = ReadBytes(Path("1pw.jpg"));
+        if (fault == "missing") QVERIFY(QFile::remove(offline));
+        if (fault == "empty") QVERIFY(WriteBytes(offline, ""));
+        if (fault == "cut off") QVERIFY(WriteBytes(offline, ReadBytes(offline).chopped(40)));
+        if (fault == "camera") QVERIFY(WriteBytes(Path("1pw.jpg"), before.chopped(40)));
+        // A folder in the way of the bitmap.
+        if (fault == "target") QVERIFY(QDir().mkpath(Path("1pw.bmp/x")));
+        QVERIFY(!filter->ApplyOfflineFilter(50));
+        QCOMPARE(display.Statuses.last(), status);
+        QVERIFY(before.startsWith(ReadBytes(Path("1pw.jpg"))));
+        QCOMPARE(state.JPGQuality, "30");
+        QVERIFY(!filter->Busy());
+    }
+
+    void EventsRunDuringTheBlend() {
+        QVERIFY(Slope(200, 20, 9).save(Path("Offline/Offline.jpg"), "JPG"));
+        QVERIFY(Slope(200, 20, 99).save(Path("1pw.jpg"), "JPG"));
+        int events = 0;
+        QTimer often;
+        connect(&often, &QTimer::timeout, this, [&] {
+            ++events;
+            // What the operator sets meanwhile stays.
+            state.JPGQuality = "44";
+        });
+        often.start(0);
+        QVERIFY(filter->ApplyOfflineFilter(50));
+        QVERIFY2(events >= 20, qPrintable(QString::number(events)));
+        QCOMPARE(Quantisation(Path("1pw.jpg")), 6);
+        QCOMPARE(state.JPGQuality, "44");
+    }
 
   private:
     [[nodiscard]] QString Path(const QString& name) const { return folder->filePath(name); }
@@ -85,118 +188,6 @@ class TestOfflineFilter : public QObject {
     std::unique_ptr<PicturePipeline> pipeline;
     std::unique_ptr<OfflineFilter> filter;
 };
-
-void TestOfflineFilter::init() {
-    folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir(folder->path()).mkpath("Offline"));
-    QVERIFY(QDir(folder->path()).mkpath("web"));
-    display = {};
-    boxes = {};
-    state = {};
-    state.ProgramFolder = folder->path();
-    state.WorkPath = folder->path() + '/';
-    state.SettingsFile = Path("ftpOptions.ini");
-    state.JPGQuality = "30";
-    waiting = std::make_unique<Waiting>(clock);
-    pipeline = std::make_unique<PicturePipeline>(state, capture, *waiting, boxes);
-    filter = std::make_unique<OfflineFilter>(state, *pipeline, *waiting, display);
-}
-
-void TestOfflineFilter::BlendsEveryValue() {
-    QCOMPARE(int{BlendChannel(255, 0, 50)}, 128);
-    QCOMPARE(int{BlendChannel(255, 254, 50)}, 254);
-    for (const int percent : {0, 1, 25, 33, 50, 66, 90, 99, 100})
-        for (int camera = 0; camera < 256; ++camera)
-            for (int offline = 0; offline < 256; ++offline)
-                if (BlendChannel(camera, offline, percent) != Blended(camera, offline, percent))
-                    QFAIL(qPrintable(QStringLiteral("%1 and %2, %3 per cent")
-                                         .arg(camera)
-                                         .arg(offline)
-                                         .arg(percent)));
-}
-
-void TestOfflineFilter::BlendsWholePictures_data() {
-    const Rows<QSize, int, bool> row;
-    row("same size", QSize(47, 31), 50, false);
-    row("smaller", QSize(33, 12), 50, false);
-    row("larger", QSize(80, 90), 50, false);
-    row("wider and lower", QSize(80, 5), 50, false);
-    row("one pixel", QSize(1, 1), 50, false);
-    row("a quarter", QSize(47, 31), 25, false);
-    row("more than all", QSize(47, 31), 150, false);
-    row("local mode", QSize(47, 31), 50, true);
-}
-
-void TestOfflineFilter::BlendsWholePictures() {
-    const auto [offlineSize, percent, local] = Row<QSize, int, bool>();
-    state.LocalMode = local;
-    state.Verzeichnis = Path("web/");
-    QVERIFY(WriteBytes(state.SettingsFile, "[Einstellungen]\r\nOfflinefile=OFF.png\r\n"));
-    const QImage offline = Slope(offlineSize.width(), offlineSize.height(), 40);
-    QVERIFY(offline.save(Path("Offline/off.PNG"), "PNG"));
-    const QString source = local ? Path("web/pw.jpg") : Path("1pw.jpg");
-    QVERIFY(Slope(47, 31, 220).save(source, "JPG", 90));
-    const QImage expected =
-        BlendedPicture(DecodedJpeg(source).Picture, offline, std::min(percent, 100));
-
-    QVERIFY(filter->ApplyOfflineFilter(percent));
-    QCOMPARE(state.Picture2.convertToFormat(QImage::Format_RGB888), expected);
-    for (const QString& made : local ? QStringList{source, Path("1pw.jpg")} : QStringList{source}) {
-        QCOMPARE(Quantisation(made), 6);
-        QVERIFY(DecodedJpeg(made).Shows(20, 3, expected.pixelColor(20, 3), 25));
-    }
-    QCOMPARE(state.JPGQuality, "30");
-    QVERIFY(!QFile::exists(Path("1pw.bmp")));
-    QCOMPARE(display.Statuses.count("processing Offline-Picture"), 5);
-    display.Statuses.removeAll("processing Offline-Picture");
-    QCOMPARE(display.Statuses,
-             QStringList({"create Offline - Picture", "sending Offline - Picture"}));
-}
-
-void TestOfflineFilter::FaultsPublishNothing_data() {
-    const Rows<QString, QString> row;
-    row("missing", "missing", "Offline file not found !");
-    row("empty", "empty", "Offline file cannot be read");
-    row("cut off", "cut off", "Offline file cannot be read");
-    row("camera", "camera", "The camera picture cannot be read");
-    row("target", "target", "Cannot write the offline picture");
-}
-
-void TestOfflineFilter::FaultsPublishNothing() {
-    const auto [fault, status] = Row<QString, QString>();
-    const QString offline = Path("Offline/Offline.jpg");
-    QVERIFY(Slope(30, 20, 9).save(offline, "JPG"));
-    QVERIFY(Slope(30, 20, 99).save(Path("1pw.jpg"), "JPG"));
-    const QByteArray before = ReadBytes(Path("1pw.jpg"));
-    if (fault == "missing") QVERIFY(QFile::remove(offline));
-    if (fault == "empty") QVERIFY(WriteBytes(offline, ""));
-    if (fault == "cut off") QVERIFY(WriteBytes(offline, ReadBytes(offline).chopped(40)));
-    if (fault == "camera") QVERIFY(WriteBytes(Path("1pw.jpg"), before.chopped(40)));
-    // A folder in the way of the bitmap.
-    if (fault == "target") QVERIFY(QDir().mkpath(Path("1pw.bmp/x")));
-    QVERIFY(!filter->ApplyOfflineFilter(50));
-    QCOMPARE(display.Statuses.last(), status);
-    QVERIFY(before.startsWith(ReadBytes(Path("1pw.jpg"))));
-    QCOMPARE(state.JPGQuality, "30");
-    QVERIFY(!filter->Busy());
-}
-
-void TestOfflineFilter::EventsRunDuringTheBlend() {
-    QVERIFY(Slope(200, 20, 9).save(Path("Offline/Offline.jpg"), "JPG"));
-    QVERIFY(Slope(200, 20, 99).save(Path("1pw.jpg"), "JPG"));
-    int events = 0;
-    QTimer often;
-    connect(&often, &QTimer::timeout, this, [&] {
-        ++events;
-        // What the operator sets meanwhile stays.
-        state.JPGQuality = "44";
-    });
-    often.start(0);
-    QVERIFY(filter->ApplyOfflineFilter(50));
-    QVERIFY2(events >= 20, qPrintable(QString::number(events)));
-    QCOMPARE(Quantisation(Path("1pw.jpg")), 6);
-    QCOMPARE(state.JPGQuality, "44");
-}
 
 QTEST_GUILESS_MAIN(TestOfflineFilter)
 #include "test_offline_filter.moc"

@@ -101,25 +101,295 @@ class TestPictureOverlay : public QObject {
     Q_OBJECT
 
   private slots:
-    void init();
-    void FindsThePlace_data();
-    void FindsThePlace();
-    void CopiesAsTheMaskDoes_data();
-    void CopiesAsTheMaskDoes();
-    void MixesTransparency();
-    void StampsEveryKindOfFile_data();
-    void StampsEveryKindOfFile();
-    void FindsTheFile_data();
-    void FindsTheFile();
-    void FaultsLeaveThePlainFrame_data();
-    void FaultsLeaveThePlainFrame();
-    void HalfAndDamagedFiles_data();
-    void HalfAndDamagedFiles();
-    void TellsEachFaultOnce();
-    void GoesThroughTheList_data();
-    void GoesThroughTheList();
-    void AloneInPlaceOfTheFrame();
-    void ReadsAgainOnlyWhatChanged();
+    void init() {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir(folder->path()).mkpath("overlay/sub"));
+        display = {};
+        state = {};
+        state.ProgramFolder = folder->path();
+        state.WorkPath = folder->path() + '/';
+        state.SettingsFile = folder->filePath("ftpOptions.ini");
+        overlay = std::make_unique<PictureOverlay>(state, display);
+    }
+
+    void FindsThePlace_data() {
+        const Rows<int, QSize, QPoint> row;
+
+        // On a frame of 640x480.
+        row("up right", 0, {200, 80}, {440, 0});
+        row("up left", 1, {200, 80}, {0, 0});
+        row("up middle", 2, {200, 80}, {220, 0});
+        row("down right", 3, {200, 80}, {440, 400});
+        row("down left", 4, {200, 80}, {0, 400});
+        row("down middle", 5, {200, 80}, {220, 400});
+        row("center", 6, {200, 80}, {220, 200});
+        row("2.5 and 3.5", 6, {635, 473}, {2, 4});
+        row("0.5 and 1.5", 6, {639, 477}, {0, 2});
+        row("-0.5 and -1.5", 6, {641, 483}, {0, -2});
+        row("-2.5 and -3.5", 6, {645, 487}, {-2, -4});
+        row("larger, down right", 3, {700, 500}, {-60, -20});
+        row("unknown", 7, {200, 80}, {440, 0});
+    }
+    void FindsThePlace() {
+        const auto [position, size, place] = Row<int, QSize, QPoint>();
+        QCOMPARE(OverlayPosition(position, {640, 480}, size), place);
+    }
+
+    void CopiesAsTheMaskDoes_data() {
+        const Rows<QPoint, QSize, QPoint> row;
+        const QSize all(9, 7);
+        row("inside", QPoint(3, 2), all, QPoint());
+        row("over left and top", QPoint(-4, -3), all, QPoint());
+        row("over right and bottom", QPoint(16, 11), all, QPoint());
+        row("outside", QPoint(30, 0), all, QPoint());
+        row("touching from outside", QPoint(-9, 3), all, QPoint());
+        row("a part of it", QPoint(5, 5), QSize(3, 2), QPoint(4, 4));
+        row("more than there is", QPoint(2, 2), QSize(50, 50), QPoint(-3, 5));
+        row("nothing", QPoint(2, 2), QSize(0, 3), QPoint());
+    }
+    void CopiesAsTheMaskDoes() {
+        const auto [at, size, from] = Row<QPoint, QSize, QPoint>();
+        for (const QSize sourceSize : {QSize(9, 7), QSize(70, 60)}) {
+            const QImage source = Speckled(sourceSize, 1);
+            const QImage before = Speckled({20, 15}, 2);
+            QImage result = before;
+            TransparentCopy(result, at, size, source, from, red);
+            QCOMPARE(result, ByMask(before, at, size, source, from, red));
+        }
+    }
+
+    void MixesTransparency() {
+        QImage under(5, 1, QImage::Format_BGR888);
+        under.fill(QColor(0, 200, 100));
+        QImage source(4, 2, QImage::Format_ARGB32);
+        const QRgb pixels[] = {qRgba(255, 255, 255, 0), qRgba(1, 2, 3, 255),
+                               qRgba(255, 0, 100, 85)};
+        for (int x = 0; x < 4; ++x) source.setPixel(x, 1, pixels[std::min(x, 2)]);
+        AlphaCopy(under, {2, -1}, source);
+        const QRgb expected[] = {qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(0, 200, 100),
+                                 qRgb(1, 2, 3), qRgb(85, 133, 100)};
+        for (int x = 0; x < 5; ++x) QCOMPARE(under.pixel(x, 0), expected[x]);
+    }
+
+    void StampsEveryKindOfFile_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QImage>("picture");
+        for (const int bits : {1, 4, 8, 16, 24, 32}) {
+            const BitmapShape shape{.Bits = bits, .Width = 13, .Height = 9, .TopDown = bits == 8};
+            QImage picture(13, 9, QImage::Format_BGR888);
+            for (int y = 0; y < 9; ++y)
+                for (int x = 0; x < 13; ++x) picture.setPixelColor(x, y, shape.Colour(x, y));
+            QTest::addRow("bitmap of %d bits", bits) << shape.Bytes() << picture;
+        }
+        const QImage speckled = Speckled({13, 9}, 3);
+        QTest::newRow("PNG") << Saved(speckled, "PNG") << speckled;
+        QTest::newRow("one pixel") << Saved(Speckled({1, 1}, 3), "PNG") << Speckled({1, 1}, 3);
+        QTest::newRow("larger than the frame")
+            << Saved(Speckled({90, 70}, 3), "PNG") << Speckled({90, 70}, 3);
+        QImage two(2, 1, QImage::Format_BGR888);
+        two.setPixel(0, 0, red);
+        two.setPixel(1, 0, 0xFFFFFFFF);
+        QTest::newRow("GIF") << Gif() << two;
+        QImage grey(13, 9, QImage::Format_BGR888);
+        grey.fill(qRgb(90, 90, 90));
+        QTest::newRow("JPEG") << Saved(grey, "JPG") << grey;
+    }
+    void StampsEveryKindOfFile() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QImage, picture);
+        // The name tells nothing about the kind.
+        QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
+        QVERIFY(WriteSettings("PositionBild=6"));
+        QVERIFY(Stamp());
+        const QPoint at = OverlayPosition(6, frame.size(), picture.size());
+        QCOMPARE(state.Picture2,
+                 ByMask(frame, at, picture.size(), picture, {}, picture.pixel(0, 0)));
+        QCOMPARE(display.Statuses, QStringList());
+    }
+
+    void FindsTheFile_data() {
+        const Rows<QByteArray, bool> row;
+        row("exact", QByteArray("Logo.png"), true);
+        row("other case", QByteArray("LOGO.PNG"), true);
+        row("folder, backslash", QByteArray("Sub\\logo.png"), true);
+        row("folder, slash", QByteArray("sub/logo.png"), true);
+        row("outside", QByteArray("../secret.png"), false);
+        row("outside, backslash", QByteArray("sub\\..\\..\\secret.png"), false);
+        row("a folder", QByteArray("sub"), false);
+        row("the folder itself", QByteArray("/"), false);
+        row("nobody", QByteArray("nobody.png"), false);
+    }
+    void FindsTheFile() {
+        const auto [name, found] = Row<QByteArray, bool>();
+        const QByteArray white = Saved(FourQuarters(4, 4).mirrored(true, true), "PNG");
+        for (const char* const path : {"overlay/Logo.png", "overlay/sub/Logo.png", "secret.png"})
+            QVERIFY(WriteBytes(folder->filePath(QLatin1String(path)), white));
+        QVERIFY(WriteSettings("Overlayfile=" + name));
+        QVERIFY(Stamp());
+        QCOMPARE(state.Picture2 != frame, found);
+        QCOMPARE(display.Statuses.isEmpty(), found);
+    }
+
+    void FaultsLeaveThePlainFrame_data() {
+        const Rows<QByteArray, QString> row;
+        const QString unreadable = "Overlay file cannot be read: Overlay.bmp";
+        const QString tooLarge = "Overlay file is too large: Overlay.bmp";
+
+        row("missing", {}, "Overlay file not found !");
+        row("empty", "", unreadable);
+        row("text", "no picture at all", unreadable);
+        row("a drawing", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>",
+            unreadable);
+        row("PNG of 30000x30000", HugePng(), tooLarge);
+        row("JPEG of 30000x30000", HugeJpeg(), tooLarge);
+        row("GIF of 30000x30000", Gif(30000, 30000), tooLarge);
+        row("bitmap of 30000x30000", HugeBitmap(30000), unreadable);
+        row("bitmap of 8000x8000, all there", HugeBitmap(8000).leftJustified(8'100'000, 'x'),
+            tooLarge);
+    }
+    void FaultsLeaveThePlainFrame() {
+        const auto [bytes, status] = Row<QByteArray, QString>();
+        if (!bytes.isNull()) QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
+        QVERIFY(Stamp());
+        QCOMPARE(state.Picture2, frame);
+        QCOMPARE(display.Statuses, QStringList{status});
+        // Where the frame must not be seen, there is no picture, nor a bitmap that could become
+        // one.
+        state.OnlyOverlay = true;
+        state.Picture2 = {};
+        QVERIFY(!Stamp());
+        QVERIFY(state.Picture2.isNull());
+        QVERIFY(!QFile::exists(folder->filePath("1pw.bmp")));
+    }
+
+    void HalfAndDamagedFiles_data() {
+        const Rows<QByteArray> row;
+        const QImage picture = Speckled({24, 17}, 4);
+        row("bitmap", BitmapShape{.Bits = 8, .Width = 9, .Height = 9}.Bytes());
+        row("PNG", Saved(picture, "PNG"));
+        row("JPEG", Saved(picture, "JPG"));
+        row("GIF", Gif());
+        row("nothing known", QByteArray(100, 'x'));
+    }
+    void HalfAndDamagedFiles() {
+        const auto [whole] = Row<QByteArray>();
+        const QString path = Overlay("Overlay.bmp");
+        QVERIFY(WriteBytes(path, whole));
+        const FilePicture good = ReadPicture(path);
+        for (qsizetype size = 0; size < whole.size(); ++size) {
+            QVERIFY(WriteBytes(path, whole.left(size)));
+            const FilePicture part = ReadPicture(path);
+            // What ends a file after the last pixel may be missing.
+            const bool same = part.Fault == PictureFault::None && part.Image == good.Image;
+            QVERIFY2(part.Fault == PictureFault::Unreadable || same,
+                     qPrintable(QString::number(size)));
+        }
+        QRandomGenerator random(7);
+        for (int run = 0; run < 300; ++run) {
+            QByteArray bytes = whole;
+            // The first bytes stay, so that the decoder of that kind gets them.
+            for (qsizetype i = 4; i < bytes.size(); ++i)
+                if (random.bounded(20) == 0) bytes[i] = static_cast<char>(random.bounded(256));
+            QVERIFY(WriteBytes(path, bytes));
+            const FilePicture damaged = ReadPicture(path);
+            QCOMPARE(damaged.Image.isNull(), damaged.Fault != PictureFault::None);
+        }
+    }
+
+    void TellsEachFaultOnce() {
+        const QString missing = "Overlay file not found !";
+        const QString broken = "Overlay file cannot be read: Overlay.bmp";
+        for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+        QCOMPARE(display.Statuses, QStringList{missing});
+        QVERIFY(WriteBytes(Overlay("Overlay.bmp"), "half"));
+        for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+        QCOMPARE(display.Statuses, QStringList({missing, broken}));
+        QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Gif()));
+        QVERIFY(Stamp());
+        QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
+        for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
+        QCOMPARE(display.Statuses, QStringList({missing, broken, missing}));
+    }
+
+    void GoesThroughTheList_data() {
+        const Rows<QByteArray, QString, int> row;  // the entry of each picture, '-': none
+        row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
+        row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
+        row("one entry", "UB=1\r\n0Pic=2", "2222", 0);
+        row("never", "UB=0\r\n0Pic=0\r\n1Pic=1", "0000", 0);
+        row("interval below nothing", "UB=-4\r\n0Pic=0\r\n1Pic=1", "0000", 0);
+        row("a broken and a missing one", "UB=1\r\n0Pic=0\r\n1Pic=bad\r\n2Pic=no\r\n3Pic=2",
+            "0--20--20--2", 2);
+        row("empty", "UB=1", "----", 1);
+        row("a gap ends it", "UB=1\r\n0Pic=0\r\n2Pic=2", "000", 0);
+    }
+    void GoesThroughTheList() {
+        const auto [list, shown, faults] = Row<QByteArray, QString, int>();
+        QVERIFY(WriteSettings("PictureEff=true\r\nPositionBild=1", list));
+        for (int i = 0; i < 3; ++i) {
+            QImage entry = FourQuarters(4, 4);
+            entry.setPixel(3, 3, qRgb(10, 20, i));
+            QVERIFY(WriteBytes(Overlay(QString::number(i)), Saved(entry, "PNG")));
+        }
+        QVERIFY(WriteBytes(Overlay("bad"), "bad"));
+        QString seen;
+        for (qsizetype i = 0; i < shown.size(); ++i) {
+            QVERIFY(Stamp());
+            const QRgb pixel = state.Picture2.pixel(3, 3);
+            seen += qGreen(pixel) == 20 ? QChar(u'0' + qBlue(pixel)) : QChar(u'-');
+        }
+        QCOMPARE(seen, shown);
+        QCOMPARE(display.Statuses.size(), faults);
+    }
+
+    void AloneInPlaceOfTheFrame() {
+        QImage half(6, 4, QImage::Format_ARGB32);
+        half.fill(qRgba(200, 0, 0, 255));
+        half.setPixel(0, 0, qRgba(0, 0, 0, 0));
+        QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Saved(half, "PNG")));
+        state.OnlyOverlay = true;
+        QVERIFY(Stamp());
+        QCOMPARE(state.Picture2.format(), QImage::Format_BGR888);
+        QCOMPARE(state.Picture2.size(), QSize(6, 4));
+        QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
+        QCOMPARE(state.Picture2.pixel(0, 0), qRgb(255, 255, 255));
+        // The text that is drawn on it does not stay for the next picture.
+        state.Picture2.fill(Qt::black);
+        QVERIFY(Stamp());
+        QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
+        QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
+        QVERIFY(!Stamp());
+        QCOMPARE(display.Statuses, QStringList({"Overlay file not found !",
+                                                "No picture: only the overlay may be published"}));
+    }
+
+    void ReadsAgainOnlyWhatChanged() {
+        const QString path = Overlay("Overlay.bmp");
+        const auto write = [&path](QRgb colour, const QDateTime& time) {
+            QImage image(8, 8, QImage::Format_BGR888);
+            image.fill(Qt::white);
+            image.setPixel(7, 7, colour);
+            QVERIFY(SaveSurface(image, path));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        };
+        QVERIFY(WriteSettings("PositionBild=1"));
+        const QDateTime old = QDateTime::currentDateTime().addDays(-1);
+        const auto stamped = [this] { return Stamp() ? state.Picture2.pixel(7, 7) : 0; };
+        write(qRgb(1, 1, 1), old);
+        QCOMPARE(stamped(), qRgb(1, 1, 1));
+        write(qRgb(2, 2, 2), old);
+        QCOMPARE(stamped(), qRgb(1, 1, 1));  // kept: nobody reads the file for each picture
+        write(qRgb(3, 3, 3), old.addSecs(1));
+        QCOMPARE(stamped(), qRgb(3, 3, 3));
+        // Written just now and once more within the same tick of the file system's clock.
+        const QDateTime now = QDateTime::currentDateTime();
+        write(qRgb(4, 4, 4), now);
+        QCOMPARE(stamped(), qRgb(4, 4, 4));
+        write(qRgb(5, 5, 5), now);
+        QCOMPARE(stamped(), qRgb(5, 5, 5));
+    }
 
   private:
     [[nodiscard]] bool WriteSettings(const QByteArray& general, const QByteArray& picture = {}) {
@@ -140,297 +410,6 @@ class TestPictureOverlay : public QObject {
     PictureState state;
     std::unique_ptr<PictureOverlay> overlay;
 };
-
-void TestPictureOverlay::init() {
-    folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir(folder->path()).mkpath("overlay/sub"));
-    display = {};
-    state = {};
-    state.ProgramFolder = folder->path();
-    state.WorkPath = folder->path() + '/';
-    state.SettingsFile = folder->filePath("ftpOptions.ini");
-    overlay = std::make_unique<PictureOverlay>(state, display);
-}
-
-void TestPictureOverlay::FindsThePlace_data() {
-    const Rows<int, QSize, QPoint> row;
-
-    // On a frame of 640x480.
-    row("up right", 0, {200, 80}, {440, 0});
-    row("up left", 1, {200, 80}, {0, 0});
-    row("up middle", 2, {200, 80}, {220, 0});
-    row("down right", 3, {200, 80}, {440, 400});
-    row("down left", 4, {200, 80}, {0, 400});
-    row("down middle", 5, {200, 80}, {220, 400});
-    row("center", 6, {200, 80}, {220, 200});
-    row("2.5 and 3.5", 6, {635, 473}, {2, 4});
-    row("0.5 and 1.5", 6, {639, 477}, {0, 2});
-    row("-0.5 and -1.5", 6, {641, 483}, {0, -2});
-    row("-2.5 and -3.5", 6, {645, 487}, {-2, -4});
-    row("larger, down right", 3, {700, 500}, {-60, -20});
-    row("unknown", 7, {200, 80}, {440, 0});
-}
-
-void TestPictureOverlay::FindsThePlace() {
-    const auto [position, size, place] = Row<int, QSize, QPoint>();
-    QCOMPARE(OverlayPosition(position, {640, 480}, size), place);
-}
-
-void TestPictureOverlay::CopiesAsTheMaskDoes_data() {
-    const Rows<QPoint, QSize, QPoint> row;
-    const QSize all(9, 7);
-    row("inside", QPoint(3, 2), all, QPoint());
-    row("over left and top", QPoint(-4, -3), all, QPoint());
-    row("over right and bottom", QPoint(16, 11), all, QPoint());
-    row("outside", QPoint(30, 0), all, QPoint());
-    row("touching from outside", QPoint(-9, 3), all, QPoint());
-    row("a part of it", QPoint(5, 5), QSize(3, 2), QPoint(4, 4));
-    row("more than there is", QPoint(2, 2), QSize(50, 50), QPoint(-3, 5));
-    row("nothing", QPoint(2, 2), QSize(0, 3), QPoint());
-}
-
-void TestPictureOverlay::CopiesAsTheMaskDoes() {
-    const auto [at, size, from] = Row<QPoint, QSize, QPoint>();
-    for (const QSize sourceSize : {QSize(9, 7), QSize(70, 60)}) {
-        const QImage source = Speckled(sourceSize, 1);
-        const QImage before = Speckled({20, 15}, 2);
-        QImage result = before;
-        TransparentCopy(result, at, size, source, from, red);
-        QCOMPARE(result, ByMask(before, at, size, source, from, red));
-    }
-}
-
-void TestPictureOverlay::MixesTransparency() {
-    QImage under(5, 1, QImage::Format_BGR888);
-    under.fill(QColor(0, 200, 100));
-    QImage source(4, 2, QImage::Format_ARGB32);
-    const QRgb pixels[] = {qRgba(255, 255, 255, 0), qRgba(1, 2, 3, 255), qRgba(255, 0, 100, 85)};
-    for (int x = 0; x < 4; ++x) source.setPixel(x, 1, pixels[std::min(x, 2)]);
-    AlphaCopy(under, {2, -1}, source);
-    const QRgb expected[] = {qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(1, 2, 3),
-                             qRgb(85, 133, 100)};
-    for (int x = 0; x < 5; ++x) QCOMPARE(under.pixel(x, 0), expected[x]);
-}
-
-void TestPictureOverlay::StampsEveryKindOfFile_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QImage>("picture");
-    for (const int bits : {1, 4, 8, 16, 24, 32}) {
-        const BitmapShape shape{.Bits = bits, .Width = 13, .Height = 9, .TopDown = bits == 8};
-        QImage picture(13, 9, QImage::Format_BGR888);
-        for (int y = 0; y < 9; ++y)
-            for (int x = 0; x < 13; ++x) picture.setPixelColor(x, y, shape.Colour(x, y));
-        QTest::addRow("bitmap of %d bits", bits) << shape.Bytes() << picture;
-    }
-    const QImage speckled = Speckled({13, 9}, 3);
-    QTest::newRow("PNG") << Saved(speckled, "PNG") << speckled;
-    QTest::newRow("one pixel") << Saved(Speckled({1, 1}, 3), "PNG") << Speckled({1, 1}, 3);
-    QTest::newRow("larger than the frame")
-        << Saved(Speckled({90, 70}, 3), "PNG") << Speckled({90, 70}, 3);
-    QImage two(2, 1, QImage::Format_BGR888);
-    two.setPixel(0, 0, red);
-    two.setPixel(1, 0, 0xFFFFFFFF);
-    QTest::newRow("GIF") << Gif() << two;
-    QImage grey(13, 9, QImage::Format_BGR888);
-    grey.fill(qRgb(90, 90, 90));
-    QTest::newRow("JPEG") << Saved(grey, "JPG") << grey;
-}
-
-void TestPictureOverlay::StampsEveryKindOfFile() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QImage, picture);
-    // The name tells nothing about the kind.
-    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
-    QVERIFY(WriteSettings("PositionBild=6"));
-    QVERIFY(Stamp());
-    const QPoint at = OverlayPosition(6, frame.size(), picture.size());
-    QCOMPARE(state.Picture2, ByMask(frame, at, picture.size(), picture, {}, picture.pixel(0, 0)));
-    QCOMPARE(display.Statuses, QStringList());
-}
-
-void TestPictureOverlay::FindsTheFile_data() {
-    const Rows<QByteArray, bool> row;
-    row("exact", QByteArray("Logo.png"), true);
-    row("other case", QByteArray("LOGO.PNG"), true);
-    row("folder, backslash", QByteArray("Sub\\logo.png"), true);
-    row("folder, slash", QByteArray("sub/logo.png"), true);
-    row("outside", QByteArray("../secret.png"), false);
-    row("outside, backslash", QByteArray("sub\\..\\..\\secret.png"), false);
-    row("a folder", QByteArray("sub"), false);
-    row("the folder itself", QByteArray("/"), false);
-    row("nobody", QByteArray("nobody.png"), false);
-}
-
-void TestPictureOverlay::FindsTheFile() {
-    const auto [name, found] = Row<QByteArray, bool>();
-    const QByteArray white = Saved(FourQuarters(4, 4).mirrored(true, true), "PNG");
-    for (const char* const path : {"overlay/Logo.png", "overlay/sub/Logo.png", "secret.png"})
-        QVERIFY(WriteBytes(folder->filePath(QLatin1String(path)), white));
-    QVERIFY(WriteSettings("Overlayfile=" + name));
-    QVERIFY(Stamp());
-    QCOMPARE(state.Picture2 != frame, found);
-    QCOMPARE(display.Statuses.isEmpty(), found);
-}
-
-void TestPictureOverlay::FaultsLeaveThePlainFrame_data() {
-    const Rows<QByteArray, QString> row;
-    const QString unreadable = "Overlay file cannot be read: Overlay.bmp";
-    const QString tooLarge = "Overlay file is too large: Overlay.bmp";
-
-    row("missing", {}, "Overlay file not found !");
-    row("empty", "", unreadable);
-    row("text", "no picture at all", unreadable);
-    row("a drawing", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>", unreadable);
-    row("PNG of 30000x30000", HugePng(), tooLarge);
-    row("JPEG of 30000x30000", HugeJpeg(), tooLarge);
-    row("GIF of 30000x30000", Gif(30000, 30000), tooLarge);
-    row("bitmap of 30000x30000", HugeBitmap(30000), unreadable);
-    row("bitmap of 8000x8000, all there", HugeBitmap(8000).leftJustified(8'100'000, 'x'), tooLarge);
-}
-
-void TestPictureOverlay::FaultsLeaveThePlainFrame() {
-    const auto [bytes, status] = Row<QByteArray, QString>();
-    if (!bytes.isNull()) QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
-    QVERIFY(Stamp());
-    QCOMPARE(state.Picture2, frame);
-    QCOMPARE(display.Statuses, QStringList{status});
-    // Where the frame must not be seen, there is no picture, nor a bitmap that could become one.
-    state.OnlyOverlay = true;
-    state.Picture2 = {};
-    QVERIFY(!Stamp());
-    QVERIFY(state.Picture2.isNull());
-    QVERIFY(!QFile::exists(folder->filePath("1pw.bmp")));
-}
-
-void TestPictureOverlay::HalfAndDamagedFiles_data() {
-    const Rows<QByteArray> row;
-    const QImage picture = Speckled({24, 17}, 4);
-    row("bitmap", BitmapShape{.Bits = 8, .Width = 9, .Height = 9}.Bytes());
-    row("PNG", Saved(picture, "PNG"));
-    row("JPEG", Saved(picture, "JPG"));
-    row("GIF", Gif());
-    row("nothing known", QByteArray(100, 'x'));
-}
-
-void TestPictureOverlay::HalfAndDamagedFiles() {
-    const auto [whole] = Row<QByteArray>();
-    const QString path = Overlay("Overlay.bmp");
-    QVERIFY(WriteBytes(path, whole));
-    const FilePicture good = ReadPicture(path);
-    for (qsizetype size = 0; size < whole.size(); ++size) {
-        QVERIFY(WriteBytes(path, whole.left(size)));
-        const FilePicture part = ReadPicture(path);
-        // What ends a file after the last pixel may be missing.
-        const bool same = part.Fault == PictureFault::None && part.Image == good.Image;
-        QVERIFY2(part.Fault == PictureFault::Unreadable || same, qPrintable(QString::number(size)));
-    }
-    QRandomGenerator random(7);
-    for (int run = 0; run < 300; ++run) {
-        QByteArray bytes = whole;
-        // The first bytes stay, so that the decoder of that kind gets them.
-        for (qsizetype i = 4; i < bytes.size(); ++i)
-            if (random.bounded(20) == 0) bytes[i] = static_cast<char>(random.bounded(256));
-        QVERIFY(WriteBytes(path, bytes));
-        const FilePicture damaged = ReadPicture(path);
-        QCOMPARE(damaged.Image.isNull(), damaged.Fault != PictureFault::None);
-    }
-}
-
-void TestPictureOverlay::TellsEachFaultOnce() {
-    const QString missing = "Overlay file not found !";
-    const QString broken = "Overlay file cannot be read: Overlay.bmp";
-    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
-    QCOMPARE(display.Statuses, QStringList{missing});
-    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), "half"));
-    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
-    QCOMPARE(display.Statuses, QStringList({missing, broken}));
-    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Gif()));
-    QVERIFY(Stamp());
-    QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
-    for (int i = 0; i < 3; ++i) QVERIFY(Stamp());
-    QCOMPARE(display.Statuses, QStringList({missing, broken, missing}));
-}
-
-void TestPictureOverlay::GoesThroughTheList_data() {
-    const Rows<QByteArray, QString, int> row;  // the entry of each picture, '-': none
-    row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
-    row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
-    row("one entry", "UB=1\r\n0Pic=2", "2222", 0);
-    row("never", "UB=0\r\n0Pic=0\r\n1Pic=1", "0000", 0);
-    row("interval below nothing", "UB=-4\r\n0Pic=0\r\n1Pic=1", "0000", 0);
-    row("a broken and a missing one", "UB=1\r\n0Pic=0\r\n1Pic=bad\r\n2Pic=no\r\n3Pic=2",
-        "0--20--20--2", 2);
-    row("empty", "UB=1", "----", 1);
-    row("a gap ends it", "UB=1\r\n0Pic=0\r\n2Pic=2", "000", 0);
-}
-
-void TestPictureOverlay::GoesThroughTheList() {
-    const auto [list, shown, faults] = Row<QByteArray, QString, int>();
-    QVERIFY(WriteSettings("PictureEff=true\r\nPositionBild=1", list));
-    for (int i = 0; i < 3; ++i) {
-        QImage entry = FourQuarters(4, 4);
-        entry.setPixel(3, 3, qRgb(10, 20, i));
-        QVERIFY(WriteBytes(Overlay(QString::number(i)), Saved(entry, "PNG")));
-    }
-    QVERIFY(WriteBytes(Overlay("bad"), "bad"));
-    QString seen;
-    for (qsizetype i = 0; i < shown.size(); ++i) {
-        QVERIFY(Stamp());
-        const QRgb pixel = state.Picture2.pixel(3, 3);
-        seen += qGreen(pixel) == 20 ? QChar(u'0' + qBlue(pixel)) : QChar(u'-');
-    }
-    QCOMPARE(seen, shown);
-    QCOMPARE(display.Statuses.size(), faults);
-}
-
-void TestPictureOverlay::AloneInPlaceOfTheFrame() {
-    QImage half(6, 4, QImage::Format_ARGB32);
-    half.fill(qRgba(200, 0, 0, 255));
-    half.setPixel(0, 0, qRgba(0, 0, 0, 0));
-    QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Saved(half, "PNG")));
-    state.OnlyOverlay = true;
-    QVERIFY(Stamp());
-    QCOMPARE(state.Picture2.format(), QImage::Format_BGR888);
-    QCOMPARE(state.Picture2.size(), QSize(6, 4));
-    QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
-    QCOMPARE(state.Picture2.pixel(0, 0), qRgb(255, 255, 255));
-    // The text that is drawn on it does not stay for the next picture.
-    state.Picture2.fill(Qt::black);
-    QVERIFY(Stamp());
-    QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
-    QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
-    QVERIFY(!Stamp());
-    QCOMPARE(display.Statuses, QStringList({"Overlay file not found !",
-                                            "No picture: only the overlay may be published"}));
-}
-
-void TestPictureOverlay::ReadsAgainOnlyWhatChanged() {
-    const QString path = Overlay("Overlay.bmp");
-    const auto write = [&path](QRgb colour, const QDateTime& time) {
-        QImage image(8, 8, QImage::Format_BGR888);
-        image.fill(Qt::white);
-        image.setPixel(7, 7, colour);
-        QVERIFY(SaveSurface(image, path));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadWrite));
-        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
-    };
-    QVERIFY(WriteSettings("PositionBild=1"));
-    const QDateTime old = QDateTime::currentDateTime().addDays(-1);
-    const auto stamped = [this] { return Stamp() ? state.Picture2.pixel(7, 7) : 0; };
-    write(qRgb(1, 1, 1), old);
-    QCOMPARE(stamped(), qRgb(1, 1, 1));
-    write(qRgb(2, 2, 2), old);
-    QCOMPARE(stamped(), qRgb(1, 1, 1));  // kept: nobody reads the file for each picture
-    write(qRgb(3, 3, 3), old.addSecs(1));
-    QCOMPARE(stamped(), qRgb(3, 3, 3));
-    // Written just now and once more within the same tick of the file system's clock.
-    const QDateTime now = QDateTime::currentDateTime();
-    write(qRgb(4, 4, 4), now);
-    QCOMPARE(stamped(), qRgb(4, 4, 4));
-    write(qRgb(5, 5, 5), now);
-    QCOMPARE(stamped(), qRgb(5, 5, 5));
-}
 
 QTEST_GUILESS_MAIN(TestPictureOverlay)
 #include "test_picture_overlay.moc"

@@ -71,18 +71,152 @@ class TestPicturePipeline : public QObject {
     Q_OBJECT
 
   private slots:
-    void init();
-    void PublishesTheFrame();
-    void FollowsTheOverlayMode_data();
-    void FollowsTheOverlayMode();
-    void SwitchesThePreview_data();
-    void SwitchesThePreview();
-    void FaultsMakeNoPicture_data();
-    void FaultsMakeNoPicture();
-    void SavesTheCameraPreview_data();
-    void SavesTheCameraPreview();
-    void DeletesWorkingFiles();
-    void GivesUpDeleting();
+    void init() {
+        folder = std::make_unique<QTemporaryDir>();
+        boxes = {};
+        calls.clear();
+        state = {};
+        state.WorkPath = folder->path() + '/';
+        state.SettingsFile = Path("ftpOptions.ini");
+        state.CameraRunning = true;
+        capture = std::make_unique<ScriptedCapture>(calls);
+        overlays = std::make_unique<ScriptedOverlays>(state, calls);
+        pipeline = std::make_unique<PicturePipeline>(state, *capture, waiting, boxes);
+        pipeline->SetOverlaySteps(overlays.get());
+    }
+
+    void PublishesTheFrame() {
+        clock.SetNow(QDateTime(QDate(2026, 11, 14), QTime(9, 30, 15)));
+        state.Archive = true;
+        state.ArchivePath = state.WorkPath;
+        state.Locale = QLocale(QLocale::German, QLocale::Germany);
+        pipeline->SetOverlaySteps(nullptr);
+        QVERIFY(WriteSettings("Overlay=4\r\nOverKombi=1"));
+        QVERIFY(pipeline->MakePicture());
+        QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10", "preview on"}));
+        const DecodedJpeg picture(Path("1pw.jpg"));
+        QVERIFY(picture.Shows(10, 10, Qt::red) && picture.Shows(70, 10, Qt::green));
+        QVERIFY(picture.Shows(10, 50, Qt::blue) && picture.Shows(70, 50, Qt::white));
+        QVERIFY(QFile::exists(Path("14.11.2026-093015.jpg")));
+        QVERIFY(!QFile::exists(Path("1pw.bmp")));
+
+        // The next frame, of another size, takes its place.
+        capture->Frame = FourQuarters(64, 48).mirrored();
+        QVERIFY(pipeline->MakePicture());
+        const DecodedJpeg next(Path("1pw.jpg"));
+        QCOMPARE(next.Picture.size(), QSize(64, 48));
+        QVERIFY(next.Shows(10, 10, Qt::blue));
+        QCOMPARE(state.LastHeader.Width, 64);
+    }
+
+    void FollowsTheOverlayMode_data() {
+        const Rows<QByteArray, QByteArray, int, QStringList> row;
+        row("nothing set is mode 0", "", "", 0, {"text"});
+        row("text alone", "Overlay=3\r\nOverKombi=0", "", 3, {"text"});
+        row("both", "Overlay=2\r\nOverKombi=1", "", 2, {"stamp", "text"});
+        row("any number combines", "Overlay=1\r\nOverKombi=-7", "", 1, {"stamp", "text"});
+        row("picture only", "Overlay=4\r\nOverKombi=0", "", 4, {"stamp"});
+        row("picture only, combined", "Overlay=4\r\nOverKombi=1", "", 4, {"stamp"});
+        row("no overlay, combined", "Overlay=5\r\nOverKombi=1", "", 5, {});
+        row("beyond the modes", "Overlay=6\r\nOverKombi=1", "", 5, {});
+        row("below the modes", "Overlay=-1\r\nOverKombi=1", "", 5, {});
+        row("overlay instead of the frame", "Overlay=4", "Capture=1", 4, {"stamp alone"});
+        row("the frame again", "Overlay=4", "Capture=0", 4, {"stamp"});
+    }
+    void FollowsTheOverlayMode() {
+        const auto [general, section, mode, steps] =
+            Row<QByteArray, QByteArray, int, QStringList>();
+        QVERIFY(WriteSettings(general, section));
+        QVERIFY(pipeline->MakePicture());
+        QCOMPARE(calls.mid(4), QStringList("build " + QString::number(mode)) + steps);
+        const DecodedJpeg picture(Path("1pw.jpg"));
+        QVERIFY(picture.Shows(10, 10, Qt::red));
+        QVERIFY(picture.Shows(72, 52, steps.contains("text") ? Qt::black : Qt::white));
+    }
+
+    void SwitchesThePreview_data() {
+        const Rows<QByteArray, bool, QStringList> row;
+        row("no key", QByteArray(), false, QStringList{"preview on"});
+        row("empty", QByteArray("Preview="), false, QStringList{"preview on"});
+        row("0", QByteArray("Preview=0"), false, QStringList{"preview off"});
+        row("text", QByteArray("Preview=on"), false, QStringList{"preview off"});
+        row("-1", QByteArray("Preview=-1"), false, QStringList{"preview on"});
+        row("locked", QByteArray("Preview=0"), true, QStringList());
+    }
+    void SwitchesThePreview() {
+        const auto [general, lock, preview] = Row<QByteArray, bool, QStringList>();
+        QVERIFY(WriteSettings(general + "\r\nOverlay=5"));
+        state.PreviewLock = lock;
+        capture->Grabs = false;  // the preview is set even then
+        QVERIFY(!pipeline->MakePicture());
+        QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10"}) + preview);
+    }
+
+    void FaultsMakeNoPicture_data() {
+        QTest::addColumn<QString>("fault");
+        for (const char* const fault : {"grab", "save", "camera off", "control off",
+                                        "damaged frame", "stamp", "surface lost"})
+            QTest::newRow(fault) << QString(QLatin1String(fault));
+    }
+    void FaultsMakeNoPicture() {
+        QFETCH(QString, fault);
+        state.Archive = true;
+        state.ArchivePath = state.WorkPath;
+        QVERIFY(WriteSettings(fault == "stamp" ? "Overlay=4" : "Overlay=0"));
+        // The surface and a bitmap left over still hold the picture of the cycle before.
+        state.Picture2 = FourQuarters(80, 60);
+        QVERIFY(SaveSurface(state.Picture2, Path("1pw.bmp")));
+        QVERIFY(WriteBytes(Path("1pw.jpg"), "old"));
+        capture->Grabs = fault != "grab";
+        capture->Saves = fault != "save";
+        capture->Runs = fault != "control off";
+        state.CameraRunning = fault != "camera off";
+        if (fault == "damaged frame") capture->Damaged = BitmapShape{}.Bytes().chopped(4);
+        overlays->Stamps = fault != "stamp";
+        overlays->LosesTheSurface = fault == "surface lost";
+        QVERIFY(!pipeline->MakePicture());
+        QCOMPARE(ReadBytes(Path("1pw.jpg")), QByteArray("old"));
+        QCOMPARE(QDir(state.WorkPath).entryList({"*.jpg"}), QStringList{"1pw.jpg"});
+        QVERIFY(boxes.Shown.isEmpty());
+        // The frame without the overlay is not left for somebody to encode.
+        if (fault == "surface lost") QVERIFY(!QFile::exists(Path("1pw.bmp")));
+    }
+
+    void SavesTheCameraPreview_data() {
+        const Rows<bool, bool, QStringList> row;
+        row("frame", true, true, QStringList{"grab", "save cam.bmp"});
+        row("no frame", false, true, QStringList{"grab"});
+        row("camera off", true, false, QStringList{"grab"});
+    }
+    void SavesTheCameraPreview() {
+        const auto [grabs, running, expected] = Row<bool, bool, QStringList>();
+        capture->Grabs = grabs;
+        state.CameraRunning = running;
+        pipeline->SaveCamPreview();
+        QCOMPARE(calls, expected);
+        QCOMPARE(QFile::exists(Path("cam.bmp")), expected.size() == 2);
+    }
+
+    void DeletesWorkingFiles() {
+        for (const QString& name : QStringList{"1pw.jpg", "1pw.bmp", "pw.jpg"})
+            QVERIFY(WriteBytes(Path(name), "x"));
+        pipeline->DeleteWorkingFiles();
+        QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"pw.jpg"});
+        pipeline->DeleteWorkingFiles();
+    }
+
+    // A folder of that name cannot be deleted as a file: that ends, and the other file goes all the
+    // same.
+    void GivesUpDeleting() {
+        QVERIFY(QDir().mkpath(Path("1pw.jpg")));
+        QVERIFY(WriteBytes(Path("1pw.bmp"), "x"));
+        int yields = 0;
+        connect(&waiting, &Waiting::Idle, this, [&yields] { ++yields; });
+        pipeline->DeleteWorkingFiles();
+        QCOMPARE(yields, 1000 + 1);
+        QVERIFY(!QFile::exists(Path("1pw.bmp")));
+        QVERIFY(QFile::exists(Path("1pw.jpg")));
+    }
 
   private:
     [[nodiscard]] QString Path(const QString& name) const { return state.WorkPath + name; }
@@ -101,156 +235,6 @@ class TestPicturePipeline : public QObject {
     std::unique_ptr<ScriptedOverlays> overlays;
     std::unique_ptr<PicturePipeline> pipeline;
 };
-
-void TestPicturePipeline::init() {
-    folder = std::make_unique<QTemporaryDir>();
-    boxes = {};
-    calls.clear();
-    state = {};
-    state.WorkPath = folder->path() + '/';
-    state.SettingsFile = Path("ftpOptions.ini");
-    state.CameraRunning = true;
-    capture = std::make_unique<ScriptedCapture>(calls);
-    overlays = std::make_unique<ScriptedOverlays>(state, calls);
-    pipeline = std::make_unique<PicturePipeline>(state, *capture, waiting, boxes);
-    pipeline->SetOverlaySteps(overlays.get());
-}
-
-void TestPicturePipeline::PublishesTheFrame() {
-    clock.SetNow(QDateTime(QDate(2026, 11, 14), QTime(9, 30, 15)));
-    state.Archive = true;
-    state.ArchivePath = state.WorkPath;
-    state.Locale = QLocale(QLocale::German, QLocale::Germany);
-    pipeline->SetOverlaySteps(nullptr);
-    QVERIFY(WriteSettings("Overlay=4\r\nOverKombi=1"));
-    QVERIFY(pipeline->MakePicture());
-    QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10", "preview on"}));
-    const DecodedJpeg picture(Path("1pw.jpg"));
-    QVERIFY(picture.Shows(10, 10, Qt::red) && picture.Shows(70, 10, Qt::green));
-    QVERIFY(picture.Shows(10, 50, Qt::blue) && picture.Shows(70, 50, Qt::white));
-    QVERIFY(QFile::exists(Path("14.11.2026-093015.jpg")));
-    QVERIFY(!QFile::exists(Path("1pw.bmp")));
-
-    // The next frame, of another size, takes its place.
-    capture->Frame = FourQuarters(64, 48).mirrored();
-    QVERIFY(pipeline->MakePicture());
-    const DecodedJpeg next(Path("1pw.jpg"));
-    QCOMPARE(next.Picture.size(), QSize(64, 48));
-    QVERIFY(next.Shows(10, 10, Qt::blue));
-    QCOMPARE(state.LastHeader.Width, 64);
-}
-
-void TestPicturePipeline::FollowsTheOverlayMode_data() {
-    const Rows<QByteArray, QByteArray, int, QStringList> row;
-    row("nothing set is mode 0", "", "", 0, {"text"});
-    row("text alone", "Overlay=3\r\nOverKombi=0", "", 3, {"text"});
-    row("both", "Overlay=2\r\nOverKombi=1", "", 2, {"stamp", "text"});
-    row("any number combines", "Overlay=1\r\nOverKombi=-7", "", 1, {"stamp", "text"});
-    row("picture only", "Overlay=4\r\nOverKombi=0", "", 4, {"stamp"});
-    row("picture only, combined", "Overlay=4\r\nOverKombi=1", "", 4, {"stamp"});
-    row("no overlay, combined", "Overlay=5\r\nOverKombi=1", "", 5, {});
-    row("beyond the modes", "Overlay=6\r\nOverKombi=1", "", 5, {});
-    row("below the modes", "Overlay=-1\r\nOverKombi=1", "", 5, {});
-    row("overlay instead of the frame", "Overlay=4", "Capture=1", 4, {"stamp alone"});
-    row("the frame again", "Overlay=4", "Capture=0", 4, {"stamp"});
-}
-
-void TestPicturePipeline::FollowsTheOverlayMode() {
-    const auto [general, section, mode, steps] = Row<QByteArray, QByteArray, int, QStringList>();
-    QVERIFY(WriteSettings(general, section));
-    QVERIFY(pipeline->MakePicture());
-    QCOMPARE(calls.mid(4), QStringList("build " + QString::number(mode)) + steps);
-    const DecodedJpeg picture(Path("1pw.jpg"));
-    QVERIFY(picture.Shows(10, 10, Qt::red));
-    QVERIFY(picture.Shows(72, 52, steps.contains("text") ? Qt::black : Qt::white));
-}
-
-void TestPicturePipeline::SwitchesThePreview_data() {
-    const Rows<QByteArray, bool, QStringList> row;
-    row("no key", QByteArray(), false, QStringList{"preview on"});
-    row("empty", QByteArray("Preview="), false, QStringList{"preview on"});
-    row("0", QByteArray("Preview=0"), false, QStringList{"preview off"});
-    row("text", QByteArray("Preview=on"), false, QStringList{"preview off"});
-    row("-1", QByteArray("Preview=-1"), false, QStringList{"preview on"});
-    row("locked", QByteArray("Preview=0"), true, QStringList());
-}
-
-void TestPicturePipeline::SwitchesThePreview() {
-    const auto [general, lock, preview] = Row<QByteArray, bool, QStringList>();
-    QVERIFY(WriteSettings(general + "\r\nOverlay=5"));
-    state.PreviewLock = lock;
-    capture->Grabs = false;  // the preview is set even then
-    QVERIFY(!pipeline->MakePicture());
-    QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10"}) + preview);
-}
-
-void TestPicturePipeline::FaultsMakeNoPicture_data() {
-    QTest::addColumn<QString>("fault");
-    for (const char* const fault :
-         {"grab", "save", "camera off", "control off", "damaged frame", "stamp", "surface lost"})
-        QTest::newRow(fault) << QString(QLatin1String(fault));
-}
-
-void TestPicturePipeline::FaultsMakeNoPicture() {
-    QFETCH(QString, fault);
-    state.Archive = true;
-    state.ArchivePath = state.WorkPath;
-    QVERIFY(WriteSettings(fault == "stamp" ? "Overlay=4" : "Overlay=0"));
-    // The surface and a bitmap left over still hold the picture of the cycle before.
-    state.Picture2 = FourQuarters(80, 60);
-    QVERIFY(SaveSurface(state.Picture2, Path("1pw.bmp")));
-    QVERIFY(WriteBytes(Path("1pw.jpg"), "old"));
-    capture->Grabs = fault != "grab";
-    capture->Saves = fault != "save";
-    capture->Runs = fault != "control off";
-    state.CameraRunning = fault != "camera off";
-    if (fault == "damaged frame") capture->Damaged = BitmapShape{}.Bytes().chopped(4);
-    overlays->Stamps = fault != "stamp";
-    overlays->LosesTheSurface = fault == "surface lost";
-    QVERIFY(!pipeline->MakePicture());
-    QCOMPARE(ReadBytes(Path("1pw.jpg")), QByteArray("old"));
-    QCOMPARE(QDir(state.WorkPath).entryList({"*.jpg"}), QStringList{"1pw.jpg"});
-    QVERIFY(boxes.Shown.isEmpty());
-    // The frame without the overlay is not left for somebody to encode.
-    if (fault == "surface lost") QVERIFY(!QFile::exists(Path("1pw.bmp")));
-}
-
-void TestPicturePipeline::SavesTheCameraPreview_data() {
-    const Rows<bool, bool, QStringList> row;
-    row("frame", true, true, QStringList{"grab", "save cam.bmp"});
-    row("no frame", false, true, QStringList{"grab"});
-    row("camera off", true, false, QStringList{"grab"});
-}
-
-void TestPicturePipeline::SavesTheCameraPreview() {
-    const auto [grabs, running, expected] = Row<bool, bool, QStringList>();
-    capture->Grabs = grabs;
-    state.CameraRunning = running;
-    pipeline->SaveCamPreview();
-    QCOMPARE(calls, expected);
-    QCOMPARE(QFile::exists(Path("cam.bmp")), expected.size() == 2);
-}
-
-void TestPicturePipeline::DeletesWorkingFiles() {
-    for (const QString& name : QStringList{"1pw.jpg", "1pw.bmp", "pw.jpg"})
-        QVERIFY(WriteBytes(Path(name), "x"));
-    pipeline->DeleteWorkingFiles();
-    QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"pw.jpg"});
-    pipeline->DeleteWorkingFiles();
-}
-
-// A folder of that name cannot be deleted as a file: that ends, and the other file goes all the
-// same.
-void TestPicturePipeline::GivesUpDeleting() {
-    QVERIFY(QDir().mkpath(Path("1pw.jpg")));
-    QVERIFY(WriteBytes(Path("1pw.bmp"), "x"));
-    int yields = 0;
-    connect(&waiting, &Waiting::Idle, this, [&yields] { ++yields; });
-    pipeline->DeleteWorkingFiles();
-    QCOMPARE(yields, 1000 + 1);
-    QVERIFY(!QFile::exists(Path("1pw.bmp")));
-    QVERIFY(QFile::exists(Path("1pw.jpg")));
-}
 
 QTEST_GUILESS_MAIN(TestPicturePipeline)
 #include "test_picture_pipeline.moc"

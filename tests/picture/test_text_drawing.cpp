@@ -90,206 +90,196 @@ class TestTextDrawing : public QObject {
     Q_OBJECT
 
   private slots:
-    void init();
-    void AlignsInCells_data();
-    void AlignsInCells();
-    void StartsInsideThePicture();
-    void SplitsAndTrims();
-    void WritesFromTheRight();
-    void UnderstandsStyles();
-    void DrawsAsTheSettingsSay_data();
-    void DrawsAsTheSettingsSay();
-    void TakesSizeAndFaces();
-    void TellsFaultsOnce();
-    void LeavesThePictureWithoutFonts();
+    void init() {
+        if (!HasFonts() &&
+            qstrcmp(QTest::currentTestFunction(), "LeavesThePictureWithoutFonts") != 0)
+            QSKIP("This machine has no font.");
+    }
+
+    void AlignsInCells_data() {
+        QTest::addColumn<int>("cell");
+        QTest::addColumn<bool>("filled");
+        for (int cell = 0; cell < 9; ++cell) {
+            QTest::addRow("cell %d", cell) << cell << true;
+            QTest::addRow("cell %d, transparent", cell) << cell << false;
+        }
+    }
+    void AlignsInCells() {
+        QFETCH(int, cell);
+        QFETCH(bool, filled);
+        const QStringList lines{"HHHH", "", "HH", ""};
+        const QFontMetrics metrics(PictureFont({}, 20));
+        const int row = cell / 3;
+        const int column = cell % 3;
+        QList<QRect> boxes;
+        for (int i = 0; i < lines.size(); ++i) {
+            const int spareWidth = PictureSize.width() - metrics.horizontalAdvance(lines[i]);
+            const int spareHeight = PictureSize.height() - 4 * metrics.height();
+            const QPoint at(spareWidth * column / 2, spareHeight * row / 2 + i * metrics.height());
+            if (!lines[i].isEmpty())
+                boxes << QRect(at, QSize(metrics.horizontalAdvance(lines[i]), metrics.height()));
+        }
+        const auto background = filled ? std::optional<QColor>(Qt::blue) : std::nullopt;
+        const QImage picture = Printed(lines.join("\r\n"), cell, background);
+        QVERIFY(WrittenIn(picture, boxes, filled));
+        // Smoothed: there are shades between the text and what is behind it.
+        const QColor behind = filled ? QColor(Qt::blue) : Paper;
+        const int pure = Count(picture, Qt::yellow);
+        const int area =
+            boxes[0].width() * boxes[0].height() + boxes[1].width() * boxes[1].height();
+        const int untouched = PictureSize.width() * PictureSize.height() - area;
+        const int plain = Count(picture, behind) - (filled ? 0 : untouched);
+        QVERIFY(pure > 0 && plain > 0 && pure + plain < area);
+    }
+
+    void StartsInsideThePicture() {
+        const QString wide = QString("Harbour ").repeated(30);
+        for (const int cell : {1, 2}) QCOMPARE(Printed(wide, cell), Printed(wide, 0));
+        const QString high = QString("Pier\r\n").repeated(40);
+        for (const int cell : {3, 6}) QCOMPARE(Printed(high, cell), Printed(high, 0));
+        QVERIFY(Count(Printed(wide, 2), Qt::yellow) > 0 && Count(Printed(high, 6), Qt::yellow) > 0);
+        // The place is one of nine; a text that is not there prints nothing.
+        for (const int cell : {-1, 9}) QCOMPARE(Printed("Pier", cell), Printed("Pier", 0));
+        QCOMPARE(Printed({}, 0), Blank());
+        QCOMPARE(Printed("\r\n\r\n", 4), Blank());
+
+        QImage tiny = Blank({1, 1});
+        TextSurface surface{tiny, PictureFont({}, 1333)};
+        PrintTextAligned(surface, wide + '\n' + wide, 8, false);
+        surface.Picture = {};
+        PrintTextAligned(surface, "Pier", 8, false);
+    }
+
+    void SplitsAndTrims() {
+        QCOMPARE(Printed("Pier\nNorth\n", 8), Printed("Pier\r\nNorth\r\n", 8));
+        QVERIFY(Printed("Pier\r\n", 8) != Printed("Pier", 8));
+        QCOMPARE(Printed("  Pier \r\n North  ", 8, Qt::blue, true), Printed("Pier\r\nNorth", 8));
+        QVERIFY(Printed("  Pier \r\n North  ", 8) != Printed("Pier\r\nNorth", 8));
+    }
+
+    // Each line runs in the direction of its first letter.
+    void WritesFromTheRight() {
+        const QString hebrew = QString::fromUtf8("\u05e9\u05dc\u05d5\u05dd");
+        const auto laidOut = [](const QString& line, Qt::LayoutDirection direction) {
+            QTextLayout layout(line, PictureFont({}, 20));
+            QTextOption option;
+            option.setTextDirection(direction);
+            layout.setTextOption(option);
+            layout.beginLayout();
+            layout.createLine();
+            layout.endLayout();
+            QImage picture = Blank();
+            QPainter painter(&picture);
+            painter.setPen(Qt::yellow);
+            layout.draw(&painter, {0, 0});
+            return picture;
+        };
+        for (const QString& line : {hebrew + " abc", "abc " + hebrew}) {
+            const bool fromTheRight = line.startsWith(hebrew);
+            const QImage right = laidOut(line + " 1.", Qt::RightToLeft);
+            const QImage left = laidOut(line + " 1.", Qt::LeftToRight);
+            QVERIFY(right != left);
+            QCOMPARE(Printed(line + " 1.", 0, {}), fromTheRight ? right : left);
+        }
+    }
+
+    void UnderstandsStyles() {
+        QCOMPARE(ColorOf(""), QColor(Qt::black));
+        QCOMPARE(ColorOf("255"), QColor(Qt::red));
+        QCOMPARE(ColorOf("16711680"), QColor(Qt::blue));
+        QCOMPARE(ColorOf("16777215"), QColor(Qt::white));
+        for (const char* const none : {"-1", "-2147483630", "16777216", "4294967295"})
+            QCOMPARE(ColorOf(QString::fromLatin1(none)), std::nullopt);
+        QCOMPARE(FontPixels("12", 480), 16);
+        QCOMPARE(FontPixels("8.25", 480), 11);
+        QCOMPARE(FontPixels("0.1", 480), 1);
+        QCOMPARE(FontPixels("1000", 480), 1333);
+        QCOMPARE(FontPixels("", 1080), 36);
+        QCOMPARE(FontPixels("0", 240), 12);
+        QCOMPARE(FontPixels("-1", 480), std::nullopt);
+        QCOMPARE(FontPixels("1001", 480), std::nullopt);
+        const QList<int> cells{2, 0, 1, 8, 6, 7, 4};
+        for (int position = 0; position < 7; ++position)
+            QCOMPARE(CellOf(position), cells[position]);
+        for (const int none : {-1, 7}) QCOMPARE(CellOf(none), std::nullopt);
+    }
+
+    void DrawsAsTheSettingsSay_data() {
+        const Rows<QByteArray, QColor, QColor> row;  // invalid: transparent
+        row("nothing set", "", Qt::white, Qt::black);
+        row("red on green", "Color=255\nBackColor=65280", Qt::red, Qt::green);
+        row("transparent", "Color=255\nBackColor=65280\nTransparent=1", Qt::red, QColor());
+        row("transparent, any number", "Color=255\nTransparent=-1", Qt::red, QColor());
+        row("not transparent", "Color=255\nTransparent=0", Qt::red, Qt::black);
+        row("colour of the desktop", "Color=-2147483630\nBackColor=16711680", Qt::white, Qt::blue);
+        row("both colours out of range", "Color=16777216\nBackColor=-1", Qt::white, Qt::black);
+        row("white on white", "Color=16777215\nBackColor=16777215", Qt::black, Qt::white);
+        row("black on the picture", "Transparent=1", Qt::black, QColor());
+        row("a font from elsewhere", "Font=No Such Font Anywhere\nColor=255", Qt::red, Qt::black);
+    }
+    void DrawsAsTheSettingsSay() {
+        const auto [settings, text, background] = Row<QByteArray, QColor, QColor>();
+        SettingsFixture fixture;
+        // Twice, for the second picture is no other than the first.
+        for (int i = 0; i < 2; ++i) {
+            const QImage picture = fixture.Drawn("Size=20\nPosition=3\n" + settings);
+            QCOMPARE(picture.format(), QImage::Format_BGR888);
+            QVERIFY(Count(picture, text) > 20);
+            const QColor corner =
+                picture.pixelColor(PictureSize.width() - 1, PictureSize.height() - 1);
+            QCOMPARE(corner, background.isValid() ? background : Paper);
+            QCOMPARE(picture.pixelColor(0, 0), Paper);
+        }
+    }
+
+    void TakesSizeAndFaces() {
+        SettingsFixture fixture;
+        const auto height = [&fixture](const QByteArray& size) {
+            const QImage picture = fixture.Drawn("Position=1\nBackColor=16711680\nSize=" + size);
+            int filled = 0;
+            while (filled < picture.height() && picture.pixelColor(0, filled) == Qt::blue) ++filled;
+            return filled;
+        };
+        for (const int points : {9, 18, 30})
+            QCOMPARE(height(QByteArray::number(points)),
+                     QFontMetrics(PictureFont({}, points * 96 / 72)).height());
+        QCOMPARE(height("-3"), height(""));
+        const QImage plain = fixture.Drawn("Size=18");
+        QList<QImage> faces;
+        for (const char* const face : {"Bold", "Italic", "Underline"}) {
+            const QImage picture = fixture.Drawn("Size=18\n" + QByteArray(face) + "=1");
+            QVERIFY2(picture != plain && !faces.contains(picture), face);
+            QCOMPARE(fixture.Drawn("Size=18\n" + QByteArray(face) + "=0"), plain);
+            faces << picture;
+        }
+    }
+
+    void TellsFaultsOnce() {
+        SettingsFixture fixture;
+        QStringList& told = fixture.Display.Statuses;
+        (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
+        (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
+        const QStringList faults{"Overlay text: no font has size 2000",
+                                 "Overlay text: Color -1 is no colour",
+                                 "Overlay text: there is no position 8"};
+        QCOMPARE(told, faults);
+        // Another fault of the same setting, and the same one after it was repaired.
+        (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=6");
+        (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=8");
+        QCOMPARE(told.mid(3), QStringList({"Overlay text: Color -2 is no colour", faults[2]}));
+        (void)fixture.Drawn("Font=No Such Font Anywhere");
+        QVERIFY(
+            told.last().startsWith("Overlay text: font No Such Font Anywhere is not installed, "));
+    }
+
+    void LeavesThePictureWithoutFonts() {
+        if (HasFonts()) QSKIP("This machine has fonts.");
+        SettingsFixture fixture;
+        QCOMPARE(fixture.Drawn("Font=Arial"), Blank());
+        QCOMPARE(fixture.Drawn("Size=1000"), Blank());
+        QCOMPARE(fixture.Display.Statuses, QStringList{"Overlay text: no font is installed"});
+    }
 };
-
-void TestTextDrawing::init() {
-    if (!HasFonts() && qstrcmp(QTest::currentTestFunction(), "LeavesThePictureWithoutFonts") != 0)
-        QSKIP("This machine has no font.");
-}
-
-void TestTextDrawing::AlignsInCells_data() {
-    QTest::addColumn<int>("cell");
-    QTest::addColumn<bool>("filled");
-    for (int cell = 0; cell < 9; ++cell) {
-        QTest::addRow("cell %d", cell) << cell << true;
-        QTest::addRow("cell %d, transparent", cell) << cell << false;
-    }
-}
-
-void TestTextDrawing::AlignsInCells() {
-    QFETCH(int, cell);
-    QFETCH(bool, filled);
-    const QStringList lines{"HHHH", "", "HH", ""};
-    const QFontMetrics metrics(PictureFont({}, 20));
-    const int row = cell / 3;
-    const int column = cell % 3;
-    QList<QRect> boxes;
-    for (int i = 0; i < lines.size(); ++i) {
-        const int spareWidth = PictureSize.width() - metrics.horizontalAdvance(lines[i]);
-        const int spareHeight = PictureSize.height() - 4 * metrics.height();
-        const QPoint at(spareWidth * column / 2, spareHeight * row / 2 + i * metrics.height());
-        if (!lines[i].isEmpty())
-            boxes << QRect(at, QSize(metrics.horizontalAdvance(lines[i]), metrics.height()));
-    }
-    const auto background = filled ? std::optional<QColor>(Qt::blue) : std::nullopt;
-    const QImage picture = Printed(lines.join("\r\n"), cell, background);
-    QVERIFY(WrittenIn(picture, boxes, filled));
-    // Smoothed: there are shades between the text and what is behind it.
-    const QColor behind = filled ? QColor(Qt::blue) : Paper;
-    const int pure = Count(picture, Qt::yellow);
-    const int area = boxes[0].width() * boxes[0].height() + boxes[1].width() * boxes[1].height();
-    const int untouched = PictureSize.width() * PictureSize.height() - area;
-    const int plain = Count(picture, behind) - (filled ? 0 : untouched);
-    QVERIFY(pure > 0 && plain > 0 && pure + plain < area);
-}
-
-void TestTextDrawing::StartsInsideThePicture() {
-    const QString wide = QString("Harbour ").repeated(30);
-    for (const int cell : {1, 2}) QCOMPARE(Printed(wide, cell), Printed(wide, 0));
-    const QString high = QString("Pier\r\n").repeated(40);
-    for (const int cell : {3, 6}) QCOMPARE(Printed(high, cell), Printed(high, 0));
-    QVERIFY(Count(Printed(wide, 2), Qt::yellow) > 0 && Count(Printed(high, 6), Qt::yellow) > 0);
-    // The place is one of nine; a text that is not there prints nothing.
-    for (const int cell : {-1, 9}) QCOMPARE(Printed("Pier", cell), Printed("Pier", 0));
-    QCOMPARE(Printed({}, 0), Blank());
-    QCOMPARE(Printed("\r\n\r\n", 4), Blank());
-
-    QImage tiny = Blank({1, 1});
-    TextSurface surface{tiny, PictureFont({}, 1333)};
-    PrintTextAligned(surface, wide + '\n' + wide, 8, false);
-    surface.Picture = {};
-    PrintTextAligned(surface, "Pier", 8, false);
-}
-
-void TestTextDrawing::SplitsAndTrims() {
-    QCOMPARE(Printed("Pier\nNorth\n", 8), Printed("Pier\r\nNorth\r\n", 8));
-    QVERIFY(Printed("Pier\r\n", 8) != Printed("Pier", 8));
-    QCOMPARE(Printed("  Pier \r\n North  ", 8, Qt::blue, true), Printed("Pier\r\nNorth", 8));
-    QVERIFY(Printed("  Pier \r\n North  ", 8) != Printed("Pier\r\nNorth", 8));
-}
-
-// Each line runs in the direction of its first letter.
-void TestTextDrawing::WritesFromTheRight() {
-    const QString hebrew = QString::fromUtf8("\u05e9\u05dc\u05d5\u05dd");
-    const auto laidOut = [](const QString& line, Qt::LayoutDirection direction) {
-        QTextLayout layout(line, PictureFont({}, 20));
-        QTextOption option;
-        option.setTextDirection(direction);
-        layout.setTextOption(option);
-        layout.beginLayout();
-        layout.createLine();
-        layout.endLayout();
-        QImage picture = Blank();
-        QPainter painter(&picture);
-        painter.setPen(Qt::yellow);
-        layout.draw(&painter, {0, 0});
-        return picture;
-    };
-    for (const QString& line : {hebrew + " abc", "abc " + hebrew}) {
-        const bool fromTheRight = line.startsWith(hebrew);
-        const QImage right = laidOut(line + " 1.", Qt::RightToLeft);
-        const QImage left = laidOut(line + " 1.", Qt::LeftToRight);
-        QVERIFY(right != left);
-        QCOMPARE(Printed(line + " 1.", 0, {}), fromTheRight ? right : left);
-    }
-}
-
-void TestTextDrawing::UnderstandsStyles() {
-    QCOMPARE(ColorOf(""), QColor(Qt::black));
-    QCOMPARE(ColorOf("255"), QColor(Qt::red));
-    QCOMPARE(ColorOf("16711680"), QColor(Qt::blue));
-    QCOMPARE(ColorOf("16777215"), QColor(Qt::white));
-    for (const char* const none : {"-1", "-2147483630", "16777216", "4294967295"})
-        QCOMPARE(ColorOf(QString::fromLatin1(none)), std::nullopt);
-    QCOMPARE(FontPixels("12", 480), 16);
-    QCOMPARE(FontPixels("8.25", 480), 11);
-    QCOMPARE(FontPixels("0.1", 480), 1);
-    QCOMPARE(FontPixels("1000", 480), 1333);
-    QCOMPARE(FontPixels("", 1080), 36);
-    QCOMPARE(FontPixels("0", 240), 12);
-    QCOMPARE(FontPixels("-1", 480), std::nullopt);
-    QCOMPARE(FontPixels("1001", 480), std::nullopt);
-    const QList<int> cells{2, 0, 1, 8, 6, 7, 4};
-    for (int position = 0; position < 7; ++position) QCOMPARE(CellOf(position), cells[position]);
-    for (const int none : {-1, 7}) QCOMPARE(CellOf(none), std::nullopt);
-}
-
-void TestTextDrawing::DrawsAsTheSettingsSay_data() {
-    const Rows<QByteArray, QColor, QColor> row;  // invalid: transparent
-    row("nothing set", "", Qt::white, Qt::black);
-    row("red on green", "Color=255\nBackColor=65280", Qt::red, Qt::green);
-    row("transparent", "Color=255\nBackColor=65280\nTransparent=1", Qt::red, QColor());
-    row("transparent, any number", "Color=255\nTransparent=-1", Qt::red, QColor());
-    row("not transparent", "Color=255\nTransparent=0", Qt::red, Qt::black);
-    row("colour of the desktop", "Color=-2147483630\nBackColor=16711680", Qt::white, Qt::blue);
-    row("both colours out of range", "Color=16777216\nBackColor=-1", Qt::white, Qt::black);
-    row("white on white", "Color=16777215\nBackColor=16777215", Qt::black, Qt::white);
-    row("black on the picture", "Transparent=1", Qt::black, QColor());
-    row("a font from elsewhere", "Font=No Such Font Anywhere\nColor=255", Qt::red, Qt::black);
-}
-
-void TestTextDrawing::DrawsAsTheSettingsSay() {
-    const auto [settings, text, background] = Row<QByteArray, QColor, QColor>();
-    SettingsFixture fixture;
-    // Twice, for the second picture is no other than the first.
-    for (int i = 0; i < 2; ++i) {
-        const QImage picture = fixture.Drawn("Size=20\nPosition=3\n" + settings);
-        QCOMPARE(picture.format(), QImage::Format_BGR888);
-        QVERIFY(Count(picture, text) > 20);
-        const QColor corner = picture.pixelColor(PictureSize.width() - 1, PictureSize.height() - 1);
-        QCOMPARE(corner, background.isValid() ? background : Paper);
-        QCOMPARE(picture.pixelColor(0, 0), Paper);
-    }
-}
-
-void TestTextDrawing::TakesSizeAndFaces() {
-    SettingsFixture fixture;
-    const auto height = [&fixture](const QByteArray& size) {
-        const QImage picture = fixture.Drawn("Position=1\nBackColor=16711680\nSize=" + size);
-        int filled = 0;
-        while (filled < picture.height() && picture.pixelColor(0, filled) == Qt::blue) ++filled;
-        return filled;
-    };
-    for (const int points : {9, 18, 30})
-        QCOMPARE(height(QByteArray::number(points)),
-                 QFontMetrics(PictureFont({}, points * 96 / 72)).height());
-    QCOMPARE(height("-3"), height(""));
-    const QImage plain = fixture.Drawn("Size=18");
-    QList<QImage> faces;
-    for (const char* const face : {"Bold", "Italic", "Underline"}) {
-        const QImage picture = fixture.Drawn("Size=18\n" + QByteArray(face) + "=1");
-        QVERIFY2(picture != plain && !faces.contains(picture), face);
-        QCOMPARE(fixture.Drawn("Size=18\n" + QByteArray(face) + "=0"), plain);
-        faces << picture;
-    }
-}
-
-void TestTextDrawing::TellsFaultsOnce() {
-    SettingsFixture fixture;
-    QStringList& told = fixture.Display.Statuses;
-    (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
-    (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
-    const QStringList faults{"Overlay text: no font has size 2000",
-                             "Overlay text: Color -1 is no colour",
-                             "Overlay text: there is no position 8"};
-    QCOMPARE(told, faults);
-    // Another fault of the same setting, and the same one after it was repaired.
-    (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=6");
-    (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=8");
-    QCOMPARE(told.mid(3), QStringList({"Overlay text: Color -2 is no colour", faults[2]}));
-    (void)fixture.Drawn("Font=No Such Font Anywhere");
-    QVERIFY(told.last().startsWith("Overlay text: font No Such Font Anywhere is not installed, "));
-}
-
-void TestTextDrawing::LeavesThePictureWithoutFonts() {
-    if (HasFonts()) QSKIP("This machine has fonts.");
-    SettingsFixture fixture;
-    QCOMPARE(fixture.Drawn("Font=Arial"), Blank());
-    QCOMPARE(fixture.Drawn("Size=1000"), Blank());
-    QCOMPARE(fixture.Display.Statuses, QStringList{"Overlay text: no font is installed"});
-}
 
 QTEST_MAIN(TestTextDrawing)
 #include "test_text_drawing.moc"
