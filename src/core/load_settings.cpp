@@ -13,6 +13,7 @@ namespace {
 
 // More than anybody has; a damaged file must not make a list without end.
 constexpr qsizetype mostCameras = 100;
+constexpr qsizetype mostAdjustments = 1000;
 
 // Reads one section with the defaults and ranges of the table.
 class Reader {
@@ -122,14 +123,15 @@ void ReadPicture(Settings& settings, const Reader& read) {
     settings.PictureUB = read.Number("UB");
 }
 
-QStringList ReadCameras(const Reader& read) {
-    QStringList cameras;
-    while (cameras.size() < mostCameras) {
-        const QString camera = read.Numbered("Cam", cameras.size());
-        if (camera.isEmpty()) break;
-        cameras << camera;
+// Entries with a number, up to the first empty one.
+QStringList ReadList(const Reader& read, const QString& key, qsizetype most) {
+    QStringList entries;
+    while (entries.size() < most) {
+        const QString entry = read.Numbered(key, entries.size());
+        if (entry.isEmpty()) break;
+        entries << entry;
     }
-    return cameras;
+    return entries;
 }
 
 // Where the overlay bitmap is, or would have to be.
@@ -164,7 +166,9 @@ Settings LoadSettings(const QString& programFolder, const SettingSource& source)
     if (mode == "4") settings.OverlayPath = OverlayBitmap(programFolder, settings.Overlayfile);
     ReadText(settings, Reader(source, "Text"), mode != "3");
     ReadPicture(settings, Reader(source, "Picture"));
-    settings.Cameras = ReadCameras(Reader(source, "Cameras"));
+    settings.Cameras = ReadList(Reader(source, "Cameras"), "Cam", mostCameras);
+    settings.CameraControls =
+        ReadList(Reader(source, "CameraControls"), "Control", mostAdjustments);
     const QString path = read.Text("Path");
     settings.WorkPath = SettingFolder(programFolder, path.isEmpty() ? "work" : path);
     settings.Sprache = read.Text("Sprache");

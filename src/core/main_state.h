@@ -14,7 +14,8 @@ struct MainState {
     bool LangEnglish = true;       // exactly one of the three is true
     bool LangGerman = false;
     bool LangFrench = false;
-    bool Offline = false;  // the run ended with the offline picture; until the next start
+    bool PathForArchive = false;  // the path chooser serves the archive's folder, not the pictures'
+    bool Offline = false;         // the run ended with the offline picture; until the next start
 
     [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkPath + name; }
 };

@@ -81,6 +81,29 @@ void Program::ListDrivers() {
     emit DriversChanged();
 }
 
+void Program::RefreshDrivers() {
+    ListDrivers();
+    if (State.DriverPresent) {
+        ezVidCap1.SetEnabled(true);
+        PictureValues.CameraRunning = true;
+    }
+    if (DriverIndex() >= 0) return;
+    // One that is unplugged stays selected, so that it works again once it is back; one that was
+    // taken out of the settings does not.
+    const int wanted = State.DriverPresent ? WantedDriver() : -1;
+    if (wanted < 0 && ezVidCap1.InstalledSelected()) return;
+    ezVidCap1.SetDriverIndex(wanted);
+    emit DriversChanged();
+}
+
+void Program::ShowPreview(bool on, bool stretched, bool centred) {
+    State.Values.Preview = on;
+    State.Values.StretchPreview = stretched;
+    State.Values.CenterVideo = centred;
+    ezVidCap1.SetPreview(on);
+    emit PreviewChanged();
+}
+
 void Program::ApplyLanguage() {
     const QString language = ReadSetting(SettingsFile(), "Einstellungen", "Sprache");
     const bool english = language.isEmpty() || language == "english";
@@ -124,6 +147,7 @@ void Program::LoadSettings() {
     Net.SetServer(values.Server);
     Net.SetDialling(values.Anwahl, values.AWName);
     ApplyPictureValues();
+    ezVidCap1.SetAdjustments(values.CameraControls);
     ezVidCap1.SetCaptureFormat(values.CaptureFormat);
     SelectDriver(WantedDriver());
     ezVidCap1.SetPreview(values.Preview);

@@ -60,6 +60,12 @@ class Program : public QObject {
     // Reads all settings again and hands them to everybody concerned.
     void LoadSettings();
 
+    // Looks for capture devices again: one that was plugged in meanwhile can be used. On Linux
+    // that makes no sound.
+    void RefreshDrivers();
+    // The live preview for now; the next LoadSettings goes back to the settings.
+    void ShowPreview(bool on, bool stretched, bool centred);
+
     // Capture devices as the driver list shows them; the message that there is none otherwise.
     [[nodiscard]] QStringList DriverList() const { return drivers; }
     [[nodiscard]] int DriverIndex() const;
@@ -76,11 +82,14 @@ class Program : public QObject {
     void CleanUp();
 
     [[nodiscard]] QString SettingsFile() const;
+    [[nodiscard]] QString ProgramFolder() const { return surroundings.Folder; }
+    [[nodiscard]] const Platform& System() const { return surroundings.System; }
 
   signals:
     void Loaded();
     void SettingsLoaded();
     void DriversChanged();
+    void PreviewChanged();
     void Ended();
 
   private:

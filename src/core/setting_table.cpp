@@ -13,6 +13,7 @@ constexpr QStringView main = u"Einstellungen";
 constexpr QStringView text = u"Text";
 constexpr QStringView picture = u"Picture";
 constexpr QStringView cameras = u"Cameras";
+constexpr QStringView controls = u"CameraControls";
 constexpr QStringView windows = u"Window";
 
 constexpr QStringView load = u"LoadSettings";
@@ -59,7 +60,7 @@ constexpr std::array table = std::to_array<SettingRow>({
     {main, u"Framerate", Number, u"500", status, loadStatus, 1, 60000, u"whole minutes off"},
     {main, u"Uptime", Number, u"0", status, load, 0, most16, u"nearest"},
     {main, u"JPGQuality", Number, u"50", status, loadStatus},
-    {main, u"CaptureFormat", Text, u"", u"operator", load},
+    {main, u"CaptureFormat", Text, u"", cam, load},
     {main, u"Date", Text, u"", overlay, loadMaking},
     {main, u"Time", Text, u"", overlay, loadMaking},
     {main, u"Overlay", Number, u"0", u"frmOverlay, frmText",
@@ -96,7 +97,9 @@ constexpr std::array table = std::to_array<SettingRow>({
     {picture, u"PicGes", Number, u"0", bild, loadAll, 0, 50, u"nearest"},
     {picture, u"UB", Number, u"0", bild, loadAll, 0, most16, u"nearest"},
 
-    {cameras, u"Cam#", Text, u"", u"operator", load},
+    {cameras, u"Cam#", Text, u"", cam, load},
+
+    {controls, u"Control#", Text, u"", cam, load},
 
     {windows, u"WindowLeft", Number, u"", u"main window", u"start-up"},
     {windows, u"WindowTop", Number, u"", u"main window", u"start-up"},

@@ -63,8 +63,9 @@ struct Settings {
     int PicturePicGes = 0;  // entries of the list
     int PictureUB = 0;      // pictures
 
-    QStringList Cameras;  // the operator's own, each NAME|ADDRESS
-    QString WorkPath;     // full path with a separator
+    QStringList Cameras;         // the operator's own, each NAME|ADDRESS
+    QStringList CameraControls;  // what was adjusted in cameras, each CAMERA|CONTROL|VALUE
+    QString WorkPath;            // full path with a separator
     QString Sprache;
 
     // Pictures go into the folder Verzeichnis instead of to a server.

@@ -10,23 +10,6 @@ namespace {
 constexpr double leastRate = 5;
 constexpr double usualRate = 30;  // more only costs bandwidth on the bus
 
-struct Wish {
-    int Width = 0;
-    int Height = 0;
-    double Rate = 0;
-};
-
-std::optional<Wish> ParseWish(const QString& text) {
-    static const QRegularExpression form(
-        QStringLiteral(R"(^\s*(\d{1,5})\s*[xX]\s*(\d{1,5})\s*(?:@\s*(\d{1,3}(?:\.\d+)?)\s*)?$)"));
-    const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch()) return std::nullopt;
-    const Wish wish{match.captured(1).toInt(), match.captured(2).toInt(),
-                    match.captured(3).toDouble()};
-    if (wish.Width < 1 || wish.Height < 1) return std::nullopt;
-    return wish;
-}
-
 bool FastEnough(const CaptureFormat& format, double rate) {
     // Cameras tell 29.97 or 4.99 where they mean the round number.
     return format.Rate <= 0 || format.Rate > rate - 0.1;
@@ -50,7 +33,7 @@ CaptureFormat Largest(const QList<CaptureFormat>& offered) {
     });
 }
 
-CaptureFormat Nearest(const QList<CaptureFormat>& offered, const Wish& wish) {
+CaptureFormat Nearest(const QList<CaptureFormat>& offered, const FormatWish& wish) {
     const double rate = wish.Rate > 0 ? wish.Rate : leastRate;
     return Best(offered, [&wish, rate](const CaptureFormat& format) {
         const int away =
@@ -61,9 +44,20 @@ CaptureFormat Nearest(const QList<CaptureFormat>& offered, const Wish& wish) {
 
 }  // namespace
 
+std::optional<FormatWish> ParseFormatWish(const QString& text) {
+    static const QRegularExpression form(
+        QStringLiteral(R"(^\s*(\d{1,5})\s*[xX]\s*(\d{1,5})\s*(?:@\s*(\d{1,3}(?:\.\d+)?)\s*)?$)"));
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch()) return std::nullopt;
+    const FormatWish wish{match.captured(1).toInt(), match.captured(2).toInt(),
+                          match.captured(3).toDouble()};
+    if (wish.Width < 1 || wish.Height < 1) return std::nullopt;
+    return wish;
+}
+
 std::optional<CaptureFormat> ChooseCaptureFormat(const QList<CaptureFormat>& offered,
                                                  const QString& asked) {
-    const std::optional<Wish> wish = ParseWish(asked);
+    const std::optional<FormatWish> wish = ParseFormatWish(asked);
     if (offered.isEmpty()) {
         if (!wish) return std::nullopt;
         return CaptureFormat{

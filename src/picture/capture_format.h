@@ -6,6 +6,18 @@
 
 #include <optional>
 
+// A picture format as it is asked for in the settings.
+struct FormatWish {
+    int Width = 0;    // pixels
+    int Height = 0;   // pixels
+    double Rate = 0;  // pictures per second; 0: no matter which
+
+    bool operator==(const FormatWish&) const = default;
+};
+
+// "WIDTHxHEIGHT" or "WIDTHxHEIGHT@FPS"; nothing for anything else.
+[[nodiscard]] std::optional<FormatWish> ParseFormatWish(const QString& text);
+
 // The picture format to ask a camera for. Rate 0 leaves the rate to the camera.
 // offered: what the camera lists; asked: "WIDTHxHEIGHT" or "WIDTHxHEIGHT@FPS", or anything else for
 // the largest size up to 1920x1080 at five pictures a second or more. A size that is not offered

@@ -20,6 +20,9 @@ std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
         fault = FaultOfError(result, request.Kind);
         return nullptr;
     }
+    // Only now: some cameras forget what they were told before they are opened.
+    if (request.Adjust && !request.Adjustments.isEmpty())
+        request.Adjust(request.Address, request.Adjustments);
     if (input->IsStill() || input->IsVideoFile())
         return std::make_unique<FileSource>(std::move(input), position);
     return std::make_unique<LiveSource>(std::move(input));

@@ -18,6 +18,8 @@ struct CaptureRequest {
     QString Address;                      // what is opened, or test:WIDTHxHEIGHT
     VideoDeviceOpener Open = nullptr;     // the system's own way to open an installed camera
     std::optional<CaptureFormat> Format;  // for installed cameras
+    CameraAdjuster Adjust = nullptr;      // for installed cameras
+    QList<CameraControlValue> Adjustments;
 };
 
 // How far a source has come: the time stamp of a video file's last picture, the number of the last

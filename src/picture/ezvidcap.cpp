@@ -1,10 +1,9 @@
 #include "picture/ezvidcap.h"
 
 #include "picture/bitmap_file.h"
+#include "picture/camera_adjustments.h"
 #include "picture/capture_format.h"
 #include "picture/capture_work.h"
-
-#include <algorithm>
 
 namespace {
 constexpr int grabLimit = 5000;
@@ -75,14 +74,14 @@ CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
     request.Kind = selected.Kind;
     request.Address = selected.Address;
     if (selected.Kind != CaptureKind::Device) return CaptureFault::None;
-    const QList<Camera> now = ListCameras(devices.List(), {});
-    const auto found =
-        std::ranges::find_if(now, [this](const Camera& camera) { return camera.SameAs(selected); });
-    if (found == now.end()) return CaptureFault::NotConnected;
-    request.Input = found->Device.Input;
-    request.Address = found->Device.Address;
-    request.Open = found->Device.Open;
-    request.Format = ChooseCaptureFormat(devices.Formats(found->Device), format);
+    const std::optional<CaptureDevice> device = InstalledDevice();
+    if (!device) return CaptureFault::NotConnected;
+    request.Input = device->Input;
+    request.Address = device->Address;
+    request.Open = device->Open;
+    request.Adjust = device->Adjust;
+    request.Adjustments = CameraAdjustments::Of(adjustments, selected.Name);
+    request.Format = ChooseCaptureFormat(devices.Formats(*device), format);
     return CaptureFault::None;
 }
 
@@ -125,6 +124,7 @@ void ezVidCap::CloseSession() {
 void ezVidCap::Report(CaptureFault fault) {
     const QString text = FaultSentence(fault, selected.Name);
     if (text == faultText) return;
+    faultCause = fault;
     faultText = text;
     emit FaultChanged(text);
 }

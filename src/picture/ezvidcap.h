@@ -33,6 +33,15 @@ class ezVidCap : public QObject, public CaptureControl {
     void SetDriverIndex(int index);
     // While off, no camera is opened and grabs fail.
     void SetEnabled(bool on);
+    // Whether the selected camera is an installed one, plugged in or not.
+    [[nodiscard]] bool InstalledSelected() const {
+        return isSelected && selected.Kind == CaptureKind::Device;
+    }
+    // The selected camera as it is plugged in now; nothing while it is not, or when it is no
+    // installed one.
+    [[nodiscard]] std::optional<CaptureDevice> InstalledDevice() const;
+    // What was adjusted in cameras, see CameraAdjustments; counts from the next opening on.
+    void SetAdjustments(const QStringList& lines) { adjustments = lines; }
     // WIDTHxHEIGHT or WIDTHxHEIGHT@FPS for installed cameras; empty for the largest picture up to
     // 1920x1080 that comes five times a second.
     void SetCaptureFormat(const QString& format);
@@ -49,6 +58,8 @@ class ezVidCap : public QObject, public CaptureControl {
     [[nodiscard]] bool Running() const override;
     // A sentence for the operator; empty while all is well.
     [[nodiscard]] QString Fault() const { return faultText; }
+    // The same for a window that has its own words for it.
+    [[nodiscard]] CaptureFault FaultCause() const { return faultCause; }
 
     // The size of the last picture, pixels; 0 before the first.
     [[nodiscard]] int Width() const { return pictureSize.width(); }
@@ -79,6 +90,7 @@ class ezVidCap : public QObject, public CaptureControl {
     Waiting& waiting;
     const CaptureDevices& devices;
     QStringList entries;
+    QStringList adjustments;
     QList<Camera> cameras;
     bool listed = false;
     Camera selected;
@@ -97,6 +109,7 @@ class ezVidCap : public QObject, public CaptureControl {
     Dib frame;
     QSize pictureSize{0, 0};
     QString faultText;
+    CaptureFault faultCause = CaptureFault::None;
     bool preview = false;
     int previewRate = 10;
     QSize previewSize;

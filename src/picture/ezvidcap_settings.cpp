@@ -47,6 +47,14 @@ void ezVidCap::SetDriverIndex(int index) {
     ApplyPreview();
 }
 
+std::optional<CaptureDevice> ezVidCap::InstalledDevice() const {
+    if (!InstalledSelected()) return std::nullopt;
+    const QList<Camera> now = ListCameras(devices.List(), {});
+    const auto found =
+        std::ranges::find_if(now, [this](const Camera& camera) { return camera.SameAs(selected); });
+    return found == now.end() ? std::nullopt : std::optional(found->Device);
+}
+
 void ezVidCap::SetEnabled(bool on) {
     if (on == enabled) return;
     enabled = on;

@@ -11,11 +11,12 @@ class VideoDevice;
 
 // A picture format that a camera offers.
 struct CaptureFormat {
-    int Width = 0;            // pixels
-    int Height = 0;           // pixels
-    double Rate = 0;          // pictures per second, the highest at this size; 0 when not known
-    QString PixelFormat;      // FFmpeg's name for it ("yuyv422", "mjpeg", "h264")
-    bool Compressed = false;  // decoded before use
+    int Width = 0;             // pixels
+    int Height = 0;            // pixels
+    double Rate = 0;           // pictures per second, the highest at this size; 0 when not known
+    QString PixelFormat;       // FFmpeg's name for it ("yuyv422", "mjpeg", "h264")
+    bool Compressed = false;   // decoded before use
+    QList<double> Rates = {};  // all that it offers at this size; empty when not known
 
     bool operator==(const CaptureFormat&) const = default;
 };
@@ -25,6 +26,18 @@ struct CaptureFormat {
 using VideoDeviceOpener = std::shared_ptr<VideoDevice> (*)(
     const QString& address, const std::optional<CaptureFormat>& wanted, int& error);
 
+// A value for one of the things that can be adjusted in a camera, see CameraControl.
+struct CameraControlValue {
+    QString Id;
+    int Value = 0;
+
+    bool operator==(const CameraControlValue&) const = default;
+};
+
+// Gives a camera's driver values again that it has lost. Those that it does not take are left out.
+// May be called on any thread.
+using CameraAdjuster = void (*)(const QString& address, const QList<CameraControlValue>& values);
+
 // An installed camera.
 struct CaptureDevice {
     QString Name;        // as the driver names it; two devices may share it
@@ -32,6 +45,7 @@ struct CaptureDevice {
     QString Input;       // FFmpeg's input device: "v4l2", "dshow"
     QString Address;     // what is opened now; changes from boot to boot
     VideoDeviceOpener Open = nullptr;  // this system's own way; without one FFmpeg opens it
+    CameraAdjuster Adjust = nullptr;   // none where nothing can be adjusted
 
     bool operator==(const CaptureDevice&) const = default;
 };

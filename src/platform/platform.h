@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/camera_controls.h"
 #include "platform/capture_devices.h"
 #include "platform/dialer.h"
 #include "platform/online_state.h"
@@ -12,6 +13,7 @@ struct Platform {
     std::unique_ptr<OnlineState> Online;
     std::unique_ptr<Dialer> Dial;
     std::unique_ptr<CaptureDevices> Cameras;
+    std::unique_ptr<CameraControls> Controls;
     std::unique_ptr<Sound> Sounds;
 };
 

@@ -99,6 +99,7 @@ void frmSkin::ConnectCamera() {
     connect(cbDriver, &QComboBox::activated, &program, &Program::SelectDriver);
     connect(&program, &Program::DriversChanged, this, &frmSkin::ShowDrivers);
     connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowPreviewSettings);
+    connect(&program, &Program::PreviewChanged, this, &frmSkin::ShowPreviewSettings);
     connect(&program.ezVidCap1, &ezVidCap::PreviewFrame, preview, &PreviewArea::SetPicture);
     connect(preview, &PreviewArea::RoomChanged, &program.ezVidCap1, &ezVidCap::SetPreviewSize);
     connect(&program.ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {

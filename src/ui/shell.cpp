@@ -32,6 +32,7 @@ Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& m
       MainWindow(program, Skins, boxes),
       StatusWindow(program, Skins, Words),
       Chooser(program, Skins, boxes),
+      CameraWindow({program, Words, boxes}, LanguageTables, &MainWindow),
       LanguageWindow(LanguageTables, Words, Skins, program.Wait, &MainWindow),
       WebWindow(Words, opener, &MainWindow),
       Menu(Words, program.Wait, program.State, &MainWindow),
@@ -40,6 +41,7 @@ Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& m
       AboutBox(Skins, Words),
       Tray(program, Figures, Words, folders) {
     MainWindow.SetTexts(Words);
+    LanguageTables.SetFields([this] { return MessageFields{{}, CameraWindow.PathText()}; });
     ConnectMenu();
     ConnectWindows();
 }
@@ -112,8 +114,10 @@ void Shell::Act(frmMenue::Entry entry) {
         case frmMenue::Status:
             ShowStatusWindow(true);
             break;
-        case frmMenue::Ftp:
         case frmMenue::Camera:
+            CameraWindow.Open();
+            break;
+        case frmMenue::Ftp:
         case frmMenue::Overlay:
             OpenSettings();
             break;

@@ -8,6 +8,7 @@
 #include "ui/menu/frm_statusgesamt.h"
 #include "ui/menu/frm_web.h"
 #include "ui/menu/info.h"
+#include "ui/settings/frm_cam.h"
 #include "ui/splash.h"
 #include "ui/status/frm_status.h"
 #include "ui/texts/languages.h"
@@ -44,6 +45,7 @@ class Shell : public QObject {
     frmSkin MainWindow;
     frmStatus StatusWindow;
     frmOberflaeche Chooser;
+    frmCam CameraWindow;
     frmLanguage LanguageWindow;
     frmWeb WebWindow;
     frmMenue Menu;

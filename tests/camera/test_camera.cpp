@@ -3,6 +3,7 @@
 
 #include "base/clock.h"
 #include "picture/ezvidcap.h"
+#include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"
 
 #include <QCryptographicHash>
@@ -13,6 +14,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -40,6 +42,19 @@ QByteArray Print(const Dib& dib) {
                                     QCryptographicHash::Sha1);
 }
 
+// Mean of all bytes of the newest picture; -1 without one.
+int Brightness(ezVidCap& control) {
+    if (!control.GrabFrame() || !control.GrabFrame()) return -1;
+    const std::vector<uchar>& bits = control.Frame().Bits;
+    return static_cast<int>(std::accumulate(bits.begin(), bits.end(), qint64(0)) /
+                            qint64(bits.size()));
+}
+
+CameraControl Named(const QList<CameraControl>& controls, const QString& id) {
+    const auto found = std::ranges::find(controls, id, &CameraControl::Id);
+    return found == controls.end() ? CameraControl() : *found;
+}
+
 // Whether the picture has colours in every band of rows: the pattern is upright bars, so that rows
 // that were never delivered stand out.
 bool HasAllRows(const Dib& dib) {
@@ -61,6 +76,9 @@ class CameraTest : public QObject {
     void FormatsAreListed();
     void PicturesAreNewAndWhole_data();
     void PicturesAreNewAndWhole();
+    void ControlsAreListed();
+    void ControlsActWhileTheCameraIsOpen();
+    void AdjustmentsAreMadeWhenItIsOpened();
     void SecondOpenerIsTold();
     void PulledCameraWorksAgain();
     void UnusedCameraIsLetGo();
@@ -118,6 +136,52 @@ void CameraTest::PicturesAreNewAndWhole() {
         seen << Print(bench.Control.Frame());
     }
     QCOMPARE(seen.size(), 5);
+}
+
+void CameraTest::ControlsAreListed() {
+    const CaptureDevice device = MakeCaptureDevices()->List().first();
+    const auto controls = MakeCameraControls();
+    const QList<CameraControl> list = controls->List(device);
+    const CameraControl brightness = Named(list, "Brightness");
+    QCOMPARE(brightness.Name, QStringLiteral("Brightness"));
+    QVERIFY(brightness.Least == 0 && brightness.Most == 255 && brightness.Default == 128);
+    QCOMPARE(Named(list, "MirrorHorizontal").Kind, CameraControl::Form::Switch);
+    // A menu of the driver's own; one with gaps; no sound, no buttons and texts.
+    QVERIFY(std::ranges::any_of(list, [](const CameraControl& control) {
+        return control.Kind == CameraControl::Form::Menu && control.Choices.size() > 1 &&
+               control.Id.startsWith("0x");
+    }));
+    for (const CameraControl& control : list)
+        QVERIFY2(control.Name != "Volume" && control.Name != "Button" && control.Name != "String",
+                 qPrintable(control.Name));
+    QVERIFY(!controls->Set(device, {"NoSuchThing", 1}));
+    QVERIFY(controls->List({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
+}
+
+void CameraTest::ControlsActWhileTheCameraIsOpen() {
+    const CaptureDevice device = MakeCaptureDevices()->List().first();
+    const auto controls = MakeCameraControls();
+    Bench bench(0);
+    bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
+    const int before = Brightness(bench.Control);
+    QVERIFY(controls->Set(device, {"Brightness", 220}));
+    QCOMPARE(Named(controls->List(device), "Brightness").Value, 220);
+    QTRY_VERIFY_WITH_TIMEOUT(Brightness(bench.Control) > before + 30, 20'000);
+    QVERIFY(controls->Set(device, {"Brightness", 128}));
+}
+
+void CameraTest::AdjustmentsAreMadeWhenItIsOpened() {
+    const CaptureDevice device = MakeCaptureDevices()->List().at(1);
+    const auto controls = MakeCameraControls();
+    Bench bench(1);
+    bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
+    bench.Control.SetAdjustments(
+        {"vivid|Contrast|1", "vivid (2)|NoSuchThing|1", "vivid (2)|Contrast|77"});
+    QVERIFY(bench.Control.GrabFrame());
+    QCOMPARE(Named(controls->List(device), "Contrast").Value, 77);
+    const CaptureDevice first = MakeCaptureDevices()->List().first();
+    QCOMPARE(Named(controls->List(first), "Contrast").Value, 128);
+    QVERIFY(controls->Set(device, {"Contrast", 128}));
 }
 
 void CameraTest::SecondOpenerIsTold() {

@@ -31,6 +31,8 @@ class ColouredCamera : public VideoDevice {
         }
     }
 
+    static inline QStringList Adjusted;  // what cameras were told, in order
+
     static CaptureDevice At(const QString& connection, const QString& colour) {
         return {"cam",
                 connection,
@@ -38,6 +40,10 @@ class ColouredCamera : public VideoDevice {
                 colour,
                 [](const QString& address, const std::optional<CaptureFormat>&, int&) {
                     return std::shared_ptr<VideoDevice>(std::make_shared<ColouredCamera>(address));
+                },
+                [](const QString& address, const QList<CameraControlValue>& values) {
+                    for (const auto& [id, value] : values)
+                        Adjusted << address + u' ' + id + QString::number(value);
                 }};
     }
 
@@ -254,10 +260,15 @@ class CaptureTest : public QObject {
 
     void PulledCameraComesBack() {
         CaptureBench bench;
+        ColouredCamera::Adjusted.clear();
+        bench.Control.SetAdjustments({"cam|Gain|7", "cam (2)|Gain|8", "cam|Hue|-1"});
         const CaptureDevice blue = ColouredCamera::At("port 1", "blue");
         const CaptureDevice red = ColouredCamera::At("port 2", "red");
         bench.Devices.Plugged = {blue, red};
         bench.Control.SetDriverIndex(0);
+        QVERIFY(bench.Control.GrabFrame());
+        bench.Control.SetEnabled(false);
+        bench.Control.SetEnabled(true);
         const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
         bench.Devices.Plugged = {red};
         QVERIFY(!bench.Control.GrabFrame());
@@ -270,6 +281,9 @@ class CaptureTest : public QObject {
         QCOMPARE(Strongest(bench.Control.Frame()), 0);
         QVERIFY(bench.Control.Running());
         QCOMPARE(bench.Control.Fault(), QString());
+        // It is told its adjustments each time, because it forgets them.
+        QCOMPARE(ColouredCamera::Adjusted,
+                 QStringList({"blue Gain7", "blue Hue-1", "blue Gain7", "blue Hue-1"}));
     }
 
     void NothingSelectedGrabsNothing() {

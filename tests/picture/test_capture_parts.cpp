@@ -1,6 +1,7 @@
 // The pieces of the capture control that need no camera: choosing a format, naming cameras, telling
 // whole pictures from cut ones, waiting for the exposure, converting.
 
+#include "picture/camera_adjustments.h"
 #include "picture/camera_list.h"
 #include "picture/capture_exposure.h"
 #include "picture/capture_format.h"
@@ -82,6 +83,24 @@ class CapturePartsTest : public QObject {
                                      "Camera"}));
         QCOMPARE(addresses.mid(3),
                  QStringList({"test:64x48", "rtsp://10.0.0.1/a|b", "/video.avi"}));
+    }
+
+    void AdjustmentsBelongToTheirCamera_data() {
+        const Rows<QString, QString> row;
+        row("its own", "cam", "Gain 7, Hue -3");
+        row("a bar in the name", "a|b", "Gain 9");
+        row("none", "b", "");
+    }
+    void AdjustmentsBelongToTheirCamera() {
+        const auto [camera, adjusted] = Row<QString, QString>();
+        const QStringList lines{"cam|Gain|7", "cam|Zoom|far", "Gain|7", "a|b|Gain|9", "cam|Hue|-3"};
+        QStringList found;
+        for (const auto& [id, value] : CameraAdjustments::Of(lines, camera))
+            found << id + u' ' + QString::number(value);
+        QCOMPARE(found.join(QStringLiteral(", ")), adjusted);
+        const QStringList replaced = CameraAdjustments::Replaced(lines, camera, {{"Iris", 1}});
+        QCOMPARE(replaced.last(), camera + QStringLiteral("|Iris|1"));
+        QVERIFY(CameraAdjustments::Of(replaced, camera).size() == 1);
     }
 
     void CameraIsRecognised_data() {

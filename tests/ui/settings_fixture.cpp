@@ -71,6 +71,10 @@ QStringList Captions(const QWidget& window) {
 }
 
 QStringList ClippedAnywhere(SettingsWindow& window, Texts& words) {
+    return ClippedAnywhere(window, words, [&window] { window.Open(); });
+}
+
+QStringList ClippedAnywhere(QWidget& window, Texts& words, const std::function<void()>& open) {
     using enum Texts::Language;
     QStringList clipped;
     const QFont usual = QApplication::font();
@@ -82,7 +86,7 @@ QStringList ClippedAnywhere(SettingsWindow& window, Texts& words) {
         for (const auto language : {English, German, French}) {
             words.SetLanguage(language);
             window.hide();
-            window.Open();
+            open();
             QCoreApplication::processEvents();
             for (const QString& text : ClippedTexts(window))
                 clipped << QString("%1 points, language %2: %3")

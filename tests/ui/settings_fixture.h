@@ -31,3 +31,6 @@ class SettingsFixture : public WindowFixture {
 // Shows the window in each language and with a small and a large font, and gives what was clipped,
 // with the language and the font's size.
 [[nodiscard]] QStringList ClippedAnywhere(SettingsWindow& window, Texts& words);
+// The same of any window, which `open` shows.
+[[nodiscard]] QStringList ClippedAnywhere(QWidget& window, Texts& words,
+                                          const std::function<void()>& open);

@@ -1,5 +1,6 @@
 #include "platform/linux/capture_devices.h"
 
+#include "platform/linux/camera_controls.h"
 #include "platform/linux/v4l2_device.h"
 #include "platform/linux/video_node.h"
 
@@ -34,24 +35,35 @@ std::optional<CaptureDevice> Camera(const QString& path) {
                          .Connection = Text(capability.bus_info),
                          .Input = QStringLiteral("v4l2"),
                          .Address = path,
-                         .Open = OpenV4l2Device};
+                         .Open = OpenV4l2Device,
+                         .Adjust = AdjustV4l2Camera};
 }
 
-// The highest rate of a size, pictures per second; 0 when the driver does not tell.
-double HighestRate(const VideoNode& node, __u32 code, QSize size) {
-    double highest = 0;
+double RateOf(const v4l2_fract& interval) {
+    return interval.numerator > 0 ? double(interval.denominator) / interval.numerator : 0;
+}
+
+// The usual rates among a range's, and its highest one.
+QList<double> RatesInRange(const v4l2_frmival_stepwise& range) {
+    const double highest = RateOf(range.min);
+    QList<double> rates;
+    for (const double usual : {1.0, 2.0, 5.0, 10.0, 15.0, 20.0, 25.0, 30.0, 50.0, 60.0})
+        if (usual >= RateOf(range.max) && usual < highest) rates << usual;
+    return rates << highest;
+}
+
+// The rates of a size, pictures per second; none when the driver does not tell.
+QList<double> Rates(const VideoNode& node, __u32 code, QSize size) {
+    QList<double> rates;
     v4l2_frmivalenum entry{};
     entry.pixel_format = code;
     entry.width = static_cast<__u32>(size.width());
     entry.height = static_cast<__u32>(size.height());
     for (; node.Ask(VIDIOC_ENUM_FRAMEINTERVALS, &entry); ++entry.index) {
-        const bool discrete = entry.type == V4L2_FRMIVAL_TYPE_DISCRETE;
-        const v4l2_fract& interval = discrete ? entry.discrete : entry.stepwise.min;
-        if (interval.numerator > 0)
-            highest = std::max(highest, double(interval.denominator) / interval.numerator);
-        if (!discrete) break;
+        if (entry.type != V4L2_FRMIVAL_TYPE_DISCRETE) return RatesInRange(entry.stepwise);
+        rates << RateOf(entry.discrete);
     }
-    return highest;
+    return rates;
 }
 
 bool Reaches(__u32 value, __u32 least, __u32 most, __u32 step) {
@@ -121,12 +133,14 @@ class VideoNodes : public CaptureDevices {
             const QString name = PixelFormatName(entry.pixelformat);
             if (name.isEmpty()) continue;
             for (const QSize& size : Sizes(node, entry.pixelformat)) {
+                const QList<double> rates = Rates(node, entry.pixelformat, size);
                 formats << CaptureFormat{
                     .Width = size.width(),
                     .Height = size.height(),
-                    .Rate = HighestRate(node, entry.pixelformat, size),
+                    .Rate = rates.isEmpty() ? 0 : *std::ranges::max_element(rates),
                     .PixelFormat = name,
-                    .Compressed = (entry.flags & V4L2_FMT_FLAG_COMPRESSED) != 0};
+                    .Compressed = (entry.flags & V4L2_FMT_FLAG_COMPRESSED) != 0,
+                    .Rates = rates};
             }
         }
         return formats;

@@ -1,5 +1,6 @@
 #include "platform/platform.h"
 
+#include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"
 #include "platform/linux/dialer.h"
 #include "platform/linux/online_state.h"
@@ -10,5 +11,6 @@ Platform MakePlatform() {
     return {.Online = std::make_unique<LinuxOnlineState>(bus),
             .Dial = std::make_unique<LinuxDialer>(bus),
             .Cameras = MakeCaptureDevices(),
+            .Controls = MakeCameraControls(),
             .Sounds = std::make_unique<LinuxSound>()};
 }

@@ -53,6 +53,26 @@ class TestCaptureDevices : public CaptureDevices {
     [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice& device) const override;
 };
 
+// One camera's controls, which take every value in their range while they are adjustable.
+class TestCameraControls : public CameraControls {
+  public:
+    QList<CameraControl> Controls;
+    // Called after each value that was taken, so that a test can let one control rule another.
+    std::function<void()> Changed = [] {};
+    QList<OwnPage> OwnPages;  // that were asked for
+    bool HasOwnPages = false;
+
+    [[nodiscard]] QList<CameraControl> List(const CaptureDevice&) const override {
+        return Controls;
+    }
+    [[nodiscard]] bool Set(const CaptureDevice& device, const CameraControlValue& value) override;
+    [[nodiscard]] bool ShowOwnPage(const CaptureDevice&, OwnPage page, quintptr) override {
+        OwnPages << page;
+        return HasOwnPages;
+    }
+    [[nodiscard]] int Value(const QString& id) const;
+};
+
 class RecordingSound : public Sound {
   public:
     QStringList Played;
@@ -68,6 +88,7 @@ struct TestPlatform {
     TestOnlineState& Online;
     TestDialer& Dial;
     TestCaptureDevices& Cameras;
+    TestCameraControls& Controls;
     RecordingSound& Sounds;
 };
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "picture/capture_format.h"
+#include "ui/settings/settings_window.h"
+
+class QComboBox;
+class QLabel;
+
+// The picture size and the rate to ask an installed camera for, out of those that it offers.
+class CameraFormat : public SettingsWindow {
+    Q_OBJECT
+
+  public:
+    CameraFormat(const Surroundings& surroundings, QWidget* parent);
+
+    QComboBox* cbSize;
+    QComboBox* cbRate;
+    QLabel* lblOffer;  // which camera, or that it cannot be asked
+
+  protected:
+    void ShowSettings() override;
+    [[nodiscard]] QList<ProfileEntry> Entries() const override;
+    void ShowTexts() override;
+
+  private:
+    void ShowOffer();
+    void ShowSizes();
+    void ShowRates();
+    [[nodiscard]] FormatWish Size() const;
+
+    QLabel* lblSize;
+    QLabel* lblRate;
+    QString camera;
+    QList<CaptureFormat> offered;
+    FormatWish wish;  // 0 x 0: automatic
+};
