@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QFile>
 
+#include <tuple>
+#include <utility>
+
 namespace {
 
 // Both channels at 0x7C7C: what the wave-out mixer gets back after the enumeration.
@@ -138,13 +141,9 @@ void Program::SelectDriver(int index) {
 }
 
 void Program::LoadSettings() {
-    State.Values = ::LoadSettings(SettingsFile());
+    const Settings before = std::exchange(State.Values, ::LoadSettings(SettingsFile()));
     const Settings& values = State.Values;
-    FTP1.SetRemoteHost(values.Server);
-    FTP1.SetUserName(values.User);
-    FTP1.SetPassword(values.PW);
-    FTP1.SetRemotePort(values.Port);
-    Net.SetServer(values.Server);
+    ApplyAccess(before);
     Net.SetDialling(values.Anwahl, values.AWName);
     ApplyPictureValues();
     ezVidCap1.SetAdjustments(values.CameraControls);
@@ -154,6 +153,23 @@ void Program::LoadSettings() {
     Cycle.ApplyInterval();
     ApplyLanguage();
     emit SettingsLoaded();
+}
+
+void Program::ApplyAccess(const Settings& before) {
+    const Settings& values = State.Values;
+    FTP1.SetRemoteHost(values.Server);
+    FTP1.SetUserName(values.User);
+    FTP1.SetPassword(values.PW);
+    FTP1.SetRemotePort(values.Port);
+    Net.SetServer(values.Server);
+    const auto access = [](const Settings& of) {
+        return std::tie(of.Server, of.Verzeichnis, of.User, of.PW, of.Port);
+    };
+    // The next picture logs in where the settings now say; a kept connection would hold on to the
+    // old server for hours.
+    if (access(before) == access(values) || !FTP1.IsConnected()) return;
+    FTP1.Cancel();
+    FTP1.Disconnect();
 }
 
 // The camera of the settings. Who has named none gets the first one; another one never takes the
@@ -181,6 +197,19 @@ void Program::ApplyPictureValues() {
 void Program::DeleteOldFiles() {
     for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "pw.bmp"})
         QFile::remove(State.WorkFile(QString::fromLatin1(name)));
+}
+
+void Program::Leave() {
+    const bool always = Val(ReadSetting(SettingsFile(), "Einstellungen", "Abwahl")) != 0;
+    if (question && !exiting && !always && Net.DialConnection() != 0)
+        question->Ask(Net.DialledEntry());
+    else
+        Exit();
+}
+
+void Program::ExitKeepingLine() {
+    Net.KeepConnection();
+    Exit();
 }
 
 void Program::Exit() {

@@ -2,6 +2,7 @@
 
 #include "base/status_hub.h"
 #include "base/waiting.h"
+#include "core/hang_up_question.h"
 #include "core/main_state.h"
 #include "core/offline_picture.h"
 #include "core/upload_cycle.h"
@@ -74,6 +75,15 @@ class Program : public QObject {
     // The selected device, or that there is none, in the user's language.
     [[nodiscard]] QString DriverText() const;
 
+    // The operator ends the program. When a connection that it dialled stands, and the settings do
+    // not say that it is always hung up (Abwahl), the question is shown instead; its answer ends
+    // the program.
+    void Leave();
+    // Who asks; without one, and by everybody but the operator, nobody is asked.
+    void SetHangUpQuestion(HangUpQuestion* asker) { question = asker; }
+    // Ends the program but leaves the line open.
+    void ExitKeepingLine();
+
     // Ends the program: hangs up what it dialled, ends every wait, then Ended() once the event
     // handlers have returned.
     void Exit();
@@ -83,6 +93,7 @@ class Program : public QObject {
 
     [[nodiscard]] QString SettingsFile() const;
     [[nodiscard]] QString ProgramFolder() const { return surroundings.Folder; }
+    // The services of the system.
     [[nodiscard]] const Platform& System() const { return surroundings.System; }
 
   signals:
@@ -96,11 +107,13 @@ class Program : public QObject {
     void ListDrivers();
     void ApplyLanguage();
     [[nodiscard]] int WantedDriver() const;
+    void ApplyAccess(const Settings& before);
     void ApplyPictureValues();
     void DeleteOldFiles();
     [[nodiscard]] QString NoDriverText() const;
 
     Surroundings surroundings;
     QStringList drivers;
+    HangUpQuestion* question = nullptr;
     bool exiting = false;
 };

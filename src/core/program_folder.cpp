@@ -22,11 +22,18 @@ ProgramFolder::Places ProgramFolder::Places::OfThisProcess(const QString& reques
             QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)};
 }
 
+QString ProgramFolder::Usual(const Places& places) {
+    return CanCreateFiles(places.ExecutableFolder) ? places.ExecutableFolder : places.UserFolder;
+}
+
+QStringList ProgramFolder::AutostartArguments(const QString& folder, const Places& places) {
+    const QStringList start{"/autostarter"};
+    if (QDir(Usual(places)) == QDir(folder)) return start;
+    return QStringList{"--folder", folder} + start;
+}
+
 std::optional<ProgramFolder> ProgramFolder::Choose(const Places& places) {
-    QString folder = places.Requested;
-    if (folder.isEmpty())
-        folder =
-            CanCreateFiles(places.ExecutableFolder) ? places.ExecutableFolder : places.UserFolder;
+    const QString folder = places.Requested.isEmpty() ? Usual(places) : places.Requested;
     if (folder.isEmpty() || !QDir().mkpath(folder)) return std::nullopt;
     const QString full = QDir::cleanPath(QDir(folder).absolutePath());
     return ProgramFolder{Paths::Native(full), Paths::Native(places.ExecutableFolder)};

@@ -25,6 +25,14 @@ struct ProgramFolder {
     // user's. The folder is created when missing; nothing when that fails.
     [[nodiscard]] static std::optional<ProgramFolder> Choose(const Places& places);
 
+    // The folder that is chosen when none is requested; it may be missing yet.
+    [[nodiscard]] static QString Usual(const Places& places);
+
+    // The arguments with which the system starts the program by itself, so that it finds this
+    // program folder.
+    [[nodiscard]] static QStringList AutostartArguments(const QString& folder,
+                                                        const Places& places);
+
     // The places of files that are only read: the program folder, the executable's, the installed
     // share folder.
     [[nodiscard]] QStringList ReadingFolders() const;

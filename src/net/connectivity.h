@@ -47,6 +47,10 @@ class Connectivity : public QObject {
 
     // The handle of the connection that was dialled, 0 when none.
     [[nodiscard]] int DialConnection() const { return dialConnection; }
+    // The entry of that connection.
+    [[nodiscard]] QString DialledEntry() const { return dialledEntry; }
+    // Forgets the connection without ending it.
+    void KeepConnection() { dialConnection = 0; }
     // Whether the program has dialled at all.
     [[nodiscard]] bool Dialled() const { return dialled; }
 

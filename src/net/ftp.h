@@ -68,6 +68,11 @@ class FTP : public QObject {
 
     // The code of the last reply; 0 before the first one.
     [[nodiscard]] int ReplyCode() const { return commands.Control.ReplyCode; }
+    // How far the last Connect came: to the server, and to its greeting.
+    [[nodiscard]] Winsock::ConnectEnd ConnectResult() const {
+        return commands.Control.ConnectResult();
+    }
+    [[nodiscard]] bool Greeted() const { return commands.Control.WelcomeReceived; }
     // Whether the login still stands; false as soon as the server has closed the connection.
     [[nodiscard]] bool IsConnected() const { return commands.Control.LoggedIn; }
 

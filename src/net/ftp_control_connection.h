@@ -28,6 +28,8 @@ class FtpControlConnection : public QObject {
     [[nodiscard]] bool Gone() const;
     // The last reply tells of a failure.
     [[nodiscard]] bool Refused() const { return ReplyCode >= 400 && ReplyCode <= 599; }
+    // How the last Open ended; kept after Close.
+    [[nodiscard]] Winsock::ConnectEnd ConnectResult() const { return element.ConnectResult(); }
     [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
 
     // Gets ready for the reply to the next command.

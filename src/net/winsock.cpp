@@ -8,10 +8,21 @@
 
 #include <utility>
 
+namespace {
+
+Winsock::ConnectEnd EndOf(QAbstractSocket::SocketError error) {
+    using enum Winsock::ConnectEnd;
+    if (error == QAbstractSocket::HostNotFoundError) return HostNotFound;
+    return error == QAbstractSocket::ConnectionRefusedError ? Refused : Unreachable;
+}
+
+}  // namespace
+
 Winsock::Winsock(QObject* parent) : QObject(parent) {}
 
 void Winsock::Connect(const QString& host, qint32 port) {
     Close();
+    connectEnd = ConnectEnd::None;
     if (port < 1 || port > 65535) {
         state = StateError;
         return;
@@ -64,6 +75,7 @@ void Winsock::SetUpSocket() {
 
 void Winsock::Established() {
     state = StateConnected;
+    connectEnd = ConnectEnd::Established;
     SetUpSocket();
     emit Connected();
 }
@@ -81,6 +93,7 @@ void Winsock::Ended() {
                                    socket->error() == QTcpSocket::UnknownSocketError);
     if (socket->bytesAvailable() > 0) emit DataArrival();
     if (!socket) return;
+    if (!stood) connectEnd = EndOf(socket->error());
     state = orderly ? StatePeerClosing : StateError;
     if (stood) emit Closed();
 }

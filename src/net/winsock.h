@@ -25,6 +25,15 @@ class Winsock : public QObject {
         StateError = 9,
     };
 
+    // How the last Connect ended; kept after Close.
+    enum class ConnectEnd {
+        None,  // it was still going on, or there was none
+        HostNotFound,
+        Refused,
+        Unreachable,
+        Established,
+    };
+
     explicit Winsock(QObject* parent = nullptr);
 
     // Starts connecting; Connected follows, or the state becomes StateError.
@@ -50,6 +59,7 @@ class Winsock : public QObject {
     [[nodiscard]] QByteArray GetData();
 
     [[nodiscard]] ElementState State() const { return state; }
+    [[nodiscard]] ConnectEnd ConnectResult() const { return connectEnd; }
     [[nodiscard]] QHostAddress LocalAddress() const;
     [[nodiscard]] quint16 LocalPort() const;
 
@@ -70,6 +80,7 @@ class Winsock : public QObject {
     void SetUpSocket();
 
     ElementState state = StateClosed;
+    ConnectEnd connectEnd = ConnectEnd::None;
     QTcpSocket* socket = nullptr;
     QTcpServer* listener = nullptr;
     QTcpSocket* request = nullptr;

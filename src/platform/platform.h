@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/autostart_entry.h"
 #include "platform/camera_controls.h"
 #include "platform/capture_devices.h"
 #include "platform/dialer.h"
@@ -15,6 +16,7 @@ struct Platform {
     std::unique_ptr<CaptureDevices> Cameras;
     std::unique_ptr<CameraControls> Controls;
     std::unique_ptr<Sound> Sounds;
+    std::unique_ptr<AutostartEntry> Autostart;
 };
 
 // The services of the system that the program runs on.

@@ -62,7 +62,7 @@ void frmSkin::Connect() {
         emit OptionsWanted({btnOptions->mapToGlobal(QPoint()), btnOptions->size()});
     });
     connect(btnMin, &PictureButton::clicked, this, &frmSkin::Minimise);
-    connect(btnExit, &PictureButton::clicked, &program, &Program::Exit);
+    connect(btnExit, &PictureButton::clicked, &program, &Program::Leave);
     connect(pic_klappe_open, &PictureButton::clicked, this, [this] {
         flapOpen = !flapOpen;
         ShowFlap();
@@ -138,5 +138,5 @@ void frmSkin::Minimise() {
 void frmSkin::closeEvent(QCloseEvent* event) {
     // The window goes when the program has come to its orderly end, not before.
     event->ignore();
-    program.Exit();
+    program.Leave();
 }

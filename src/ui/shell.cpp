@@ -39,9 +39,13 @@ Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& m
       Overview(program, Figures, Words),
       HelpPrompt(program.State, Words, opener),
       AboutBox(Skins, Words),
-      Tray(program, Figures, Words, folders) {
+      Tray(program, Figures, Words, folders),
+      HangUpWindow(program, Words, &MainWindow),
+      FtpSettings({program, Words, boxes}, LanguageTables, &MainWindow) {
     MainWindow.SetTexts(Words);
-    LanguageTables.SetFields([this] { return MessageFields{{}, CameraWindow.PathText()}; });
+    LanguageTables.SetFields([this] {
+        return MessageFields{FtpSettings.OfflinePath(), CameraWindow.PathText()};
+    });
     ConnectMenu();
     ConnectWindows();
 }
@@ -114,10 +118,12 @@ void Shell::Act(frmMenue::Entry entry) {
         case frmMenue::Status:
             ShowStatusWindow(true);
             break;
+        case frmMenue::Ftp:
+            FtpSettings.Open();
+            break;
         case frmMenue::Camera:
             CameraWindow.Open();
             break;
-        case frmMenue::Ftp:
         case frmMenue::Overlay:
             OpenSettings();
             break;

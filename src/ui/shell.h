@@ -5,10 +5,12 @@
 #include "ui/menu/frm_download_hilfe.h"
 #include "ui/menu/frm_language.h"
 #include "ui/menu/frm_menue.h"
+#include "ui/menu/frm_msg.h"
 #include "ui/menu/frm_statusgesamt.h"
 #include "ui/menu/frm_web.h"
 #include "ui/menu/info.h"
 #include "ui/settings/frm_cam.h"
+#include "ui/settings/frm_ftp.h"
 #include "ui/splash.h"
 #include "ui/status/frm_status.h"
 #include "ui/texts/languages.h"
@@ -53,6 +55,8 @@ class Shell : public QObject {
     frmDownloadHilfe HelpPrompt;
     Info AboutBox;
     Tray1 Tray;
+    frmMsg HangUpWindow;
+    frmFTP FtpSettings;
 
     // Shows the main window, the tray icon and, when it was open at the end of the last run, the
     // status window. After the program has loaded.

@@ -5,6 +5,8 @@
 ScriptedFtpSession::ScriptedFtpSession(ScriptedFtpServer& ownServer, QTcpSocket* socket)
     : server(ownServer), control(socket) {
     control->setParent(this);
+    // A reply must not wait until the client's system has acknowledged the one before it.
+    control->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     ++server.OpenConnections;
     connect(control, &QTcpSocket::readyRead, this, &ScriptedFtpSession::Read);
     connect(control, &QTcpSocket::disconnected, this, [this] {

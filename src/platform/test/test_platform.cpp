@@ -51,19 +51,23 @@ TestPlatform MakeTestPlatform() {
     auto cameras = std::make_unique<TestCaptureDevices>();
     auto controls = std::make_unique<TestCameraControls>();
     auto sounds = std::make_unique<RecordingSound>();
+    auto autostart = std::make_unique<RecordingAutostart>();
     TestOnlineState& onlineRef = *online;
     TestDialer& dialRef = *dial;
     TestCaptureDevices& camerasRef = *cameras;
     TestCameraControls& controlsRef = *controls;
     RecordingSound& soundsRef = *sounds;
+    RecordingAutostart& autostartRef = *autostart;
     return {{.Online = std::move(online),
              .Dial = std::move(dial),
              .Cameras = std::move(cameras),
              .Controls = std::move(controls),
-             .Sounds = std::move(sounds)},
+             .Sounds = std::move(sounds),
+             .Autostart = std::move(autostart)},
             onlineRef,
             dialRef,
             camerasRef,
             controlsRef,
-            soundsRef};
+            soundsRef,
+            autostartRef};
 }

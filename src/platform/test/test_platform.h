@@ -82,6 +82,22 @@ class RecordingSound : public Sound {
     void SetVolume(quint32 volume) override { Volumes << volume; }
 };
 
+class RecordingAutostart : public AutostartEntry {
+  public:
+    QStringList Line;  // the program and its arguments; empty: no entry
+    bool Works = true;
+
+    [[nodiscard]] bool Write(const QString& program, const QStringList& arguments) override {
+        if (Works) Line = QStringList{program} + arguments;
+        return Works;
+    }
+    [[nodiscard]] bool Remove() override {
+        if (Works) Line.clear();
+        return Works;
+    }
+    [[nodiscard]] QString Place() const override { return "the autostart list"; }
+};
+
 // A platform, and its parts by the names that tests use; they live as long as Services.
 struct TestPlatform {
     Platform Services;
@@ -90,6 +106,7 @@ struct TestPlatform {
     TestCaptureDevices& Cameras;
     TestCameraControls& Controls;
     RecordingSound& Sounds;
+    RecordingAutostart& Autostart;
 };
 
 // Offline, without dial-up entries and without cameras, until a test says otherwise.

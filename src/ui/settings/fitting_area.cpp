@@ -6,6 +6,7 @@
 FittingArea::FittingArea(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);  // what is in it is reached, not the area
 }
 
 QSize FittingArea::sizeHint() const {

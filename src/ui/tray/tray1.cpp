@@ -33,7 +33,7 @@ void Tray1::Connect() {
     connect(Start, &QAction::triggered, &program, &Program::Start);
     connect(Pause, &QAction::triggered, &program.Cycle, &UploadCycle::Pause);
     connect(Stop, &QAction::triggered, &program.Cycle, &UploadCycle::Stop);
-    connect(exit, &QAction::triggered, &program, &Program::Exit);
+    connect(exit, &QAction::triggered, &program, &Program::Leave);
     connect(restore, &QAction::triggered, this, &Tray1::RestoreWanted);
     connect(Status, &QAction::triggered, this, [this] { emit StatusWanted(!statusShown); });
     connect(&icon, &QSystemTrayIcon::activated, this,

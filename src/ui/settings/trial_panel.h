@@ -1,0 +1,47 @@
+#pragma once
+
+#include "net/connection_trial.h"
+#include "ui/texts/texts.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QPushButton;
+
+// The button that tries the connection, what the trial does at the moment, and what came of it.
+class TrialPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    // What is to be tried; nothing when it cannot be tried, which the asked one tells the operator.
+    using Wanted = std::function<std::optional<TrialAccess>()>;
+
+    TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWords, Wanted ownWanted);
+
+    QPushButton* btnTrial;
+    QPushButton* btnStopTrial;
+    QLabel* lblTrial;
+
+    void ShowTexts();
+    // Forgets the last outcome, which the fields no longer stand for.
+    void Clear();
+    // Ends a trial that runs.
+    void Cancel() { trial.Cancel(); }
+
+  private:
+    void Start();
+    void ShowState();
+    void ShowIcon();
+
+    const Texts& words;
+    Wanted wanted;
+    ConnectionTrial trial;
+    Timer second;
+    QLabel* icon;
+    TrialAccess tried;
+    TrialStep step = TrialStep::Connecting;
+    int seconds = 0;
+    std::optional<TrialOutcome> outcome;
+};

@@ -1,0 +1,202 @@
+#include "net/connection_trial.h"
+#include "support/data_rows.h"
+#include "support/real_ftp_server.h"
+#include "support/recording_display.h"
+#include "support/scripted_ftp_server.h"
+#include "support/test_clock.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
+
+using enum TrialResult;
+using Script = QList<FtpFault>;
+using Kind = RealFtpServer::Kind;
+
+namespace {
+
+// A trial with everything around it.
+struct Bench {
+    explicit Bench(int quiet = 3) : Time(quiet) {
+        Seconds.SetEnabled(true);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Store.path());
+    }
+
+    QTemporaryDir Store;
+    TestClock Time;
+    Timer Seconds{Time, 1000};  // the time does not outrun the servers
+    Waiting Wait{Time};
+    RecordingDisplay Log;
+    ConnectionTrial Trial{Wait, Log};
+
+    [[nodiscard]] static TrialAccess To(int port) {
+        return {.Server = "127.0.0.1", .Port = port, .User = "cam", .Password = "secret"};
+    }
+    // The files that the trial has left on the server.
+    [[nodiscard]] static QStringList Own(const ScriptedFtpServer& server) {
+        return QStringList(server.Files.keys()).filter("stillpost-test");
+    }
+};
+
+}  // namespace
+
+class TestConnectionTrial : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void GoesTheWayOfAPicture() {
+        Bench bench;
+        ScriptedFtpServer server(bench.Time);
+        server.Folders = {"cam"};
+        server.Files = {{"cam/pw.jpg", "public"}, {"cam/1pw.jpg", "on its way"}};
+        const auto before = server.Files;
+        TrialAccess access = Bench::To(server.Port());
+        access.Folder = "cam";
+        QList<TrialStep> steps;
+        connect(&bench.Trial, &ConnectionTrial::StepStarted, this,
+                [&steps](TrialStep step) { steps << step; });
+        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        QVERIFY(server.Files == before);
+        using enum TrialStep;
+        QCOMPARE(steps, QList({Connecting, ChangingFolder, Storing, Renaming, Storing, Renaming,
+                               Deleting}));
+        QVERIFY(!server.Commands.join(u' ').contains("pw.jpg"));
+        QVERIFY(bench.Log.Commands.filter("STOR").size() == 2);
+        QVERIFY(bench.Log.Commands.filter("secret").isEmpty());
+        QTRY_COMPARE(server.OpenConnections, 0);
+    }
+
+    void SaysWhatFailed_data() {
+        const Rows<Script, TrialResult, QString> row;
+        row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, NotFtp, "");
+        row("another greeting", {Says("CONNECT", {"SSH-2.0-x\r\n"})}, NotFtp, "SSH-2.0-x");
+        row("too many users", {Says("CONNECT", {"421 full\r\n"})}, ServerRefused, "421 full");
+        row("no answer to the login", {{.Verb = "PASS", .Silent = true}}, NoAnswer,
+            "331 password?");
+        row("wrong password", {Says("PASS", {"530 Authentication failed\r\n"})}, LoginRefused,
+            "530 Authentication failed");
+        row("encryption wanted", {Says("USER", {"530 Use AUTH first\r\n"})}, EncryptionNeeded,
+            "530 Use AUTH first");
+        row("no such folder", {Says("CWD", {"550 none\r\n"})}, FolderMissing, "550 none");
+        row("address refused", {Says("PORT", {"500 illegal PORT\r\n"})}, DataBlocked,
+            "500 illegal PORT");
+        row("cannot connect back", {Says("STOR", {"425 cannot\r\n"})}, DataBlocked, "425 cannot");
+        row("nobody connects back", {{.Verb = "STOR", .NoDataConnection = true}}, DataBlocked,
+            "150 opening");
+        row("silent while it connects",
+            {{.Verb = "STOR", .Silent = true, .NoDataConnection = true}}, DataBlocked, "");
+        row("may not store", {Says("STOR", {"553 no\r\n"})}, MayNotStore, "553 no");
+        row("no room", {Says("DONE", {"452 full\r\n"})}, NoRoom, "452 full");
+        row("no word on the transfer", {{.Verb = "DONE", .Silent = true}}, NoAnswer, "150 opening");
+        row("may not rename", {Says("RNFR", {"550-no\r\n550 way.\r\n"})}, RenameRefused, "550 way");
+        row("may not delete", {Says("DELE", {"550 no\r\n"})}, DeleteRefused, "550 no");
+        row("lost", {Closes("STOR")}, ConnectionLost, "");
+        row("lost while renaming", {Closes("RNTO")}, ConnectionLost, "");
+    }
+    void SaysWhatFailed() {
+        const auto [script, result, reply] = Row<Script, TrialResult, QString>();
+        Bench bench;
+        ScriptedFtpServer server(bench.Time);
+        server.Script = script;
+        const qint64 start = bench.Time.Milliseconds();
+        const TrialOutcome outcome = bench.Trial.Run(Bench::To(server.Port()));
+        QCOMPARE(outcome.Is, result);
+        QCOMPARE(outcome.Reply, reply);
+        QVERIFY(bench.Time.Milliseconds() - start < 70'000);
+        const QStringList left = Bench::Own(server);
+        // What it may have left it names; of a server that answers it leaves nothing.
+        QVERIFY(left.isEmpty() || left[0].chopped(5) == outcome.LeftBehind.chopped(5));
+        QCOMPARE(outcome.LeftBehind.isEmpty(), result != ConnectionLost && result != DeleteRefused);
+    }
+
+    void ReachesNobody_data() {
+        const Rows<QString, TrialResult> row;
+        row("no such name", "no.such.host.invalid", HostNotFound);
+        row("nobody listens", "127.0.0.1", Refused);
+    }
+    void ReachesNobody() {
+        const auto [host, result] = Row<QString, TrialResult>();
+        Bench bench(100);
+        ScriptedFtpServer server(bench.Time);
+        server.StopListening();
+        TrialAccess access = Bench::To(server.Port());
+        access.Server = host;
+        QCOMPARE(bench.Trial.Run(access).Is, result);
+    }
+
+    // Servers that do not rename over a file work with the option for them.
+    void DeletesFirst() {
+        Bench bench;
+        ScriptedFtpServer server(bench.Time);
+        server.RefuseRenameOver = true;
+        TrialAccess access = Bench::To(server.Port());
+        QCOMPARE(bench.Trial.Run(access).Is, ReplaceRefused);
+        access.DeleteFirst = true;
+        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        QVERIFY(server.Files.isEmpty());
+    }
+
+    void IsCancelled_data() {
+        const Rows<FtpFault, bool> row;
+        row("while it logs in", {.Verb = "PASS", .Silent = true}, true);
+        row("while it stores", {.Verb = "STOR", .NoDataConnection = true}, true);
+        row("while the transfer is not confirmed", {.Verb = "DONE", .Silent = true}, true);
+        row("by the end of the program", {.Verb = "DONE", .Silent = true}, false);
+    }
+    void IsCancelled() {
+        const auto [fault, byOperator] = Row<FtpFault, bool>();
+        Bench bench;
+        ScriptedFtpServer server(bench.Time);
+        server.Script = {fault};
+        Timer soon(bench.Time, 2000);
+        connect(&soon, &Timer::Tick, this, [&bench, byOperator = byOperator] {
+            if (byOperator)
+                bench.Trial.Cancel();
+            else
+                bench.Wait.Close();
+        });
+        soon.SetEnabled(true);
+        const qint64 start = bench.Time.Milliseconds();
+        QCOMPARE(bench.Trial.Run(Bench::To(server.Port())).Is, Cancelled);
+        QVERIFY(bench.Time.Milliseconds() - start < 6000);
+        QTRY_COMPARE(server.OpenConnections, 0);
+        QCOMPARE(Bench::Own(server), QStringList());
+    }
+
+    void TriesAFolder() {
+        Bench bench;
+        const QTemporaryDir folder;
+        TrialAccess access{.Server = "Local", .Folder = folder.path(), .Local = true};
+        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
+        access.Folder = folder.filePath("none");
+        QCOMPARE(bench.Trial.Run(access).Is, LocalFolderMissing);
+        access.Folder = "/proc";  // nobody can store there, not even root
+        QCOMPARE(bench.Trial.Run(access).Is, LocalNotWritable);
+    }
+
+    void RealServers_data() {
+        const Rows<Kind, QString, QString, TrialResult> row;
+        row("vsftpd", Kind::Vsftpd, "secret", "", Fine);
+        row("vsftpd wrong password", Kind::Vsftpd, "other", "", LoginRefused);
+        row("vsftpd read-only folder", Kind::Vsftpd, "secret", "closed", MayNotStore);
+        row("pyftpdlib", Kind::Pyftpdlib, "secret", "", Fine);
+        row("pyftpdlib wrong password", Kind::Pyftpdlib, "other", "", LoginRefused);
+        row("pyftpdlib no folder", Kind::Pyftpdlib, "secret", "none", FolderMissing);
+    }
+    void RealServers() {
+        const auto [kind, password, folder, result] = Row<Kind, QString, QString, TrialResult>();
+        RealFtpServer server(kind);
+        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
+        QVERIFY(QDir(server.Root()).mkdir("closed"));
+        Bench bench(100);
+        TrialAccess access = Bench::To(server.Port());
+        access.Password = password;
+        access.Folder = folder;
+        QCOMPARE(bench.Trial.Run(access).Is, result);
+        QCOMPARE(QDir(server.Root()).entryList(QDir::Files), QStringList());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestConnectionTrial)
+#include "test_connection_trial.moc"
