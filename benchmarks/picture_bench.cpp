@@ -43,6 +43,7 @@ class StandardErrorBoxes : public MessageBoxes {
         std::fprintf(stderr, "%s %s\n", qPrintable(title), qPrintable(text));
     }
     bool AskRetry(const QString&, const QString&) override { return false; }
+    bool AskYes(const QString&, const QString&) override { return false; }
 };
 
 // Soft light, edges of a few objects and the noise of a sensor, rows from the bottom up.

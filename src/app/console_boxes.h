@@ -6,7 +6,7 @@
 #include <set>
 
 // Messages of a program without a display: printed, each text once; nobody can answer, so a
-// question means trying again.
+// question means trying again, or that all stays as it is.
 class ConsoleBoxes : public MessageBoxes {
   public:
     explicit ConsoleBoxes(std::function<void(const QString&)> ownPrint)
@@ -18,6 +18,10 @@ class ConsoleBoxes : public MessageBoxes {
     [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override {
         Show(title, text, Icon::Warning);
         return true;
+    }
+    [[nodiscard]] bool AskYes(const QString& title, const QString& text) override {
+        Show(title, text, Icon::Warning);
+        return false;
     }
 
   private:

@@ -18,4 +18,8 @@ class MessageBoxes {
     // nobody can answer (no display, or nobody there after an automatic start), the answer is
     // Retry.
     [[nodiscard]] virtual bool AskRetry(const QString& title, const QString& text) = 0;
+
+    // Asks with the buttons Yes and No and waits for the answer: true for Yes. Where nobody can
+    // answer, the answer is No.
+    [[nodiscard]] virtual bool AskYes(const QString& title, const QString& text) = 0;
 };

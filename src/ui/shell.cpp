@@ -32,19 +32,22 @@ Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& m
       MainWindow(program, Skins, boxes),
       StatusWindow(program, Skins, Words),
       Chooser(program, Skins, boxes),
-      CameraWindow({program, Words, boxes}, LanguageTables, &MainWindow),
       LanguageWindow(LanguageTables, Words, Skins, program.Wait, &MainWindow),
       WebWindow(Words, opener, &MainWindow),
       Menu(Words, program.Wait, program.State, &MainWindow),
       Overview(program, Figures, Words),
       HelpPrompt(program.State, Words, opener),
       AboutBox(Skins, Words),
+      FtpWindow({program, Words, boxes}, LanguageTables, &MainWindow),
+      CameraWindow({program, Words, boxes}, LanguageTables, &MainWindow),
+      TextWindow({program, Words, boxes}, &MainWindow),
+      PictureWindow({program, Words, boxes}, &MainWindow),
+      OverlayWindow({program, Words, boxes}, TextWindow, PictureWindow, &MainWindow),
       Tray(program, Figures, Words, folders),
-      HangUpWindow(program, Words, &MainWindow),
-      FtpSettings({program, Words, boxes}, LanguageTables, &MainWindow) {
+      HangUpWindow(program, Words, &MainWindow) {
     MainWindow.SetTexts(Words);
     LanguageTables.SetFields([this] {
-        return MessageFields{FtpSettings.OfflinePath(), CameraWindow.PathText()};
+        return MessageFields{FtpWindow.OfflinePath(), CameraWindow.PathText()};
     });
     ConnectMenu();
     ConnectWindows();
@@ -119,13 +122,13 @@ void Shell::Act(frmMenue::Entry entry) {
             ShowStatusWindow(true);
             break;
         case frmMenue::Ftp:
-            FtpSettings.Open();
+            FtpWindow.Open();
             break;
         case frmMenue::Camera:
             CameraWindow.Open();
             break;
         case frmMenue::Overlay:
-            OpenSettings();
+            OverlayWindow.Open();
             break;
         case frmMenue::Help:
             OpenHelp();
@@ -136,11 +139,6 @@ void Shell::Act(frmMenue::Entry entry) {
         default:
             break;  // fly-outs
     }
-}
-
-// All settings can be changed in their file, with whatever edits text on this system.
-void Shell::OpenSettings() {
-    Open(QUrl::fromLocalFile(program.SettingsFile()));
 }
 
 void Shell::OpenHelp() {

@@ -9,11 +9,15 @@
 #include "ui/menu/frm_statusgesamt.h"
 #include "ui/menu/frm_web.h"
 #include "ui/menu/info.h"
-#include "ui/settings/frm_cam.h"
-#include "ui/settings/frm_ftp.h"
+#include "ui/settings/camera/frm_cam.h"
+#include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/overlay/frm_bild.h"
+#include "ui/settings/overlay/frm_overlay.h"
+#include "ui/settings/overlay/frm_text.h"
 #include "ui/splash.h"
 #include "ui/status/frm_status.h"
 #include "ui/texts/languages.h"
+#include "ui/texts/toolkit_texts.h"
 #include "ui/tray/run_figures.h"
 #include "ui/tray/tray1.h"
 
@@ -40,6 +44,7 @@ class Shell : public QObject {
 
   public:
     Texts Words{Texts::Language::English};
+    ToolkitTexts ToolkitWords{Words};
     Languages LanguageTables;
     SkinFolders Skins;
     RunFigures Figures;
@@ -47,16 +52,19 @@ class Shell : public QObject {
     frmSkin MainWindow;
     frmStatus StatusWindow;
     frmOberflaeche Chooser;
-    frmCam CameraWindow;
     frmLanguage LanguageWindow;
     frmWeb WebWindow;
     frmMenue Menu;
     frmStatusgesamt Overview;
     frmDownloadHilfe HelpPrompt;
     Info AboutBox;
+    frmFTP FtpWindow;
+    frmCam CameraWindow;
+    frmText TextWindow;
+    frmBild PictureWindow;
+    frmOverlay OverlayWindow;
     Tray1 Tray;
     frmMsg HangUpWindow;
-    frmFTP FtpSettings;
 
     // Shows the main window, the tray icon and, when it was open at the end of the last run, the
     // status window. After the program has loaded.
@@ -76,6 +84,5 @@ class Shell : public QObject {
     void ConnectWindows();
     void RememberStatusWindow(bool shown);
     void OpenHelp();
-    void OpenSettings();
     void Open(const QUrl& address);
 };

@@ -36,6 +36,16 @@ bool WindowBoxes::AskRetry(const QString& title, const QString& text) {
     QMessageBox question(QMessageBox::Question, title, text,
                          QMessageBox::Retry | QMessageBox::Cancel);
     question.setDefaultButton(QMessageBox::Retry);
+    return Ask(question).value_or(QMessageBox::Retry) == QMessageBox::Retry;
+}
+
+bool WindowBoxes::AskYes(const QString& title, const QString& text) {
+    QMessageBox question(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No);
+    question.setDefaultButton(QMessageBox::No);
+    return Ask(question) == QMessageBox::Yes;
+}
+
+std::optional<int> WindowBoxes::Ask(QMessageBox& question) {
     bool answered = false;
     QObject::connect(&question, &QDialog::finished, &question, [&answered] { answered = true; });
     question.open();
@@ -43,6 +53,6 @@ bool WindowBoxes::AskRetry(const QString& title, const QString& text) {
     WaitTerms terms;
     if (unattended) terms.LimitMilliseconds = patience;
     const auto end = waiting->Until([&answered] { return answered; }, terms);
-    if (end == Waiting::End::Done) return question.result() == QMessageBox::Retry;
-    return end == Waiting::End::Limit;
+    if (end == Waiting::End::Limit) return std::nullopt;
+    return end == Waiting::End::Done ? question.result() : QMessageBox::Cancel;
 }

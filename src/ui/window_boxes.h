@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <optional>
+
 class QMessageBox;
 class Waiting;
 
@@ -11,14 +13,18 @@ class Waiting;
 class WindowBoxes : public MessageBoxes {
   public:
     // isUnattended: the program started by itself; a question that nobody answers within a minute
-    // then counts as answered with Retry. wait: set before the first question.
+    // then counts as answered with Retry or No. wait: set before the first question.
     explicit WindowBoxes(bool isUnattended) : unattended(isUnattended) {}
 
     void SetWaiting(Waiting& ownWaiting) { waiting = &ownWaiting; }
     void Show(const QString& title, const QString& text, Icon icon) override;
     [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override;
+    [[nodiscard]] bool AskYes(const QString& title, const QString& text) override;
 
   private:
+    // The button that was pressed; nothing when nobody was there to press one.
+    [[nodiscard]] std::optional<int> Ask(QMessageBox& question);
+
     bool unattended;
     Waiting* waiting = nullptr;
     QPointer<QMessageBox> shown;

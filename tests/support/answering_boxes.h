@@ -10,6 +10,7 @@ class AnsweringBoxes : public MessageBoxes {
     QStringList Shown;  // "title: text"
     QList<Icon> Icons;  // of each
     bool Retry = false;
+    bool Yes = false;
 
     void Show(const QString& title, const QString& text, Icon icon) override {
         Icons << icon;
@@ -18,5 +19,9 @@ class AnsweringBoxes : public MessageBoxes {
     bool AskRetry(const QString& title, const QString& text) override {
         Show(title, text, Icon::Warning);
         return Retry;
+    }
+    bool AskYes(const QString& title, const QString& text) override {
+        Show(title, text, Icon::Warning);
+        return Yes;
     }
 };

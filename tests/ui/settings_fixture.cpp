@@ -87,7 +87,8 @@ QStringList ClippedAnywhere(QWidget& window, Texts& words, const std::function<v
             words.SetLanguage(language);
             window.hide();
             open();
-            QCoreApplication::processEvents();
+            // Layouts hand changes on from the inside out, a round of events at a time.
+            for (int round = 0; round < 8; ++round) QCoreApplication::processEvents();
             for (const QString& text : ClippedTexts(window))
                 clipped << QString("%1 points, language %2: %3")
                                .arg(points)

@@ -1,9 +1,9 @@
 #include "camera_fixture.h"
 #include "picture/test_picture.h"
 #include "support/data_rows.h"
-#include "ui/settings/camera_address.h"
-#include "ui/settings/control_row.h"
-#include "ui/settings/live_picture.h"
+#include "ui/settings/camera/camera_address.h"
+#include "ui/settings/camera/control_row.h"
+#include "ui/settings/camera/live_picture.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "camera_fixture.h"
 #include "support/data_rows.h"
-#include "ui/settings/folder_list.h"
-#include "ui/settings/path_field.h"
+#include "ui/settings/camera/folder_list.h"
+#include "ui/settings/camera/path_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -277,7 +277,7 @@ class TestFrmCam : public QObject {
         QCOMPARE(ClippedAnywhere(window.Chooser, fixture.Words, [&] { window.Chooser.Open(); }),
                  QStringList());
         QCOMPARE(CameraFixture::Nameless(window.Chooser), QStringList());
-        QCOMPARE(ClippedAnywhere(window, fixture.Words), QStringList());
+        QCOMPARE(ClippedAnywhere(window, fixture.Words).join("\n"), QString());
         QCOMPARE(CameraFixture::Nameless(window), QStringList());
         QCOMPARE(CameraFixture::TabChain(window, window.cbDriver),
                  QList<QWidget*>(

@@ -1,12 +1,12 @@
 #include "base/profile_file.h"
 #include "settings_fixture.h"
 #include "support/data_rows.h"
-#include "ui/settings/ftp_access_group.h"
-#include "ui/settings/ftp_extended_group.h"
+#include "ui/settings/ftp/ftp_access_group.h"
+#include "ui/settings/ftp/ftp_extended_group.h"
+#include "ui/settings/ftp/offline_group.h"
+#include "ui/settings/ftp/trial_panel.h"
+#include "ui/settings/ftp/trial_texts.h"
 #include "ui/settings/number_field.h"
-#include "ui/settings/offline_group.h"
-#include "ui/settings/trial_panel.h"
-#include "ui/settings/trial_texts.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -169,19 +169,20 @@ class TestMenu : public QObject {
         };
         QVERIFY(click(frmMenue::Status) && shell.StatusWindow.isVisible());
         QCOMPARE(program.Setting("Window", "StatusWindow"), "1");
-        QVERIFY(click(frmMenue::Ftp) && shell.FtpSettings.isVisible());
-        shell.FtpSettings.reject();
+        QVERIFY(click(frmMenue::Ftp) && shell.FtpWindow.isVisible());
+        shell.FtpWindow.reject();
         QVERIFY(click(frmMenue::Camera) && shell.CameraWindow.isVisible());
         shell.CameraWindow.reject();
-        QVERIFY(click(frmMenue::Overlay));
-        const QUrl settings = QUrl::fromLocalFile(program.Folder.filePath("ftpOptions.ini"));
-        QCOMPARE(program.Pages.Opened, QList<QUrl>({settings}));
+        QVERIFY(click(frmMenue::Overlay) && shell.OverlayWindow.isVisible());
+        shell.OverlayWindow.hide();
         QVERIFY(click(frmMenue::Info) && shell.AboutBox.isVisible());
         Press(shell.AboutBox, Qt::Key_Escape);
         QVERIFY(!shell.AboutBox.isVisible());
         program.Boxes.Shown.clear();
         program.Pages.Works = false;
-        QVERIFY(click(frmMenue::Overlay));
+        QVERIFY(QDir(program.Folder.path()).mkpath("help"));
+        SkinMaker::Write(program.Folder.filePath("help/HELP.html"), "help");
+        QVERIFY(click(frmMenue::Help));
         QCOMPARE(program.Boxes.Shown.size(), 1);
         // Shown again at the next start, until it is closed.
         program.Begin();

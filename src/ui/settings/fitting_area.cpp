@@ -6,7 +6,7 @@
 FittingArea::FittingArea(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
-    setFocusPolicy(Qt::NoFocus);  // what is in it is reached, not the area
+    setFocusPolicy(Qt::NoFocus);  // it scrolls to the control that has the focus
 }
 
 QSize FittingArea::sizeHint() const {

@@ -1,0 +1,147 @@
+#include "ui/settings/camera/camera_format.h"
+
+#include "core/program.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSize>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int sizeRole = Qt::UserRole;
+
+QString RateText(double rate) {
+    return QString::number(rate, 'f', 2).remove(QRegularExpression(QStringLiteral("\\.?0+$")));
+}
+
+// Smaller ones first, each once.
+QList<QSize> Sizes(const QList<CaptureFormat>& offered) {
+    QList<QSize> sizes;
+    for (const CaptureFormat& format : offered)
+        if (const QSize size(format.Width, format.Height); !sizes.contains(size)) sizes << size;
+    std::ranges::sort(sizes, [](QSize a, QSize b) {
+        return std::pair(a.width() * a.height(), a.width()) <
+               std::pair(b.width() * b.height(), b.width());
+    });
+    return sizes;
+}
+
+// Faster ones first, each once.
+QList<double> Rates(const QList<CaptureFormat>& offered, QSize size) {
+    QList<double> rates;
+    for (const CaptureFormat& format : offered) {
+        if (QSize(format.Width, format.Height) != size) continue;
+        for (const double rate : format.Rates)
+            if (std::ranges::none_of(rates,
+                                     [rate](double r) { return RateText(r) == RateText(rate); }))
+                rates << rate;
+    }
+    std::ranges::sort(rates, std::greater<>());
+    return rates;
+}
+
+}  // namespace
+
+CameraFormat::CameraFormat(const Surroundings& surroundings, QWidget* parent)
+    : SettingsWindow(surroundings, "CameraFormat", parent),
+      cbSize(new QComboBox),
+      cbRate(new QComboBox),
+      lblOffer(new QLabel),
+      lblSize(new QLabel),
+      lblRate(new QLabel) {
+    auto* grid = new QGridLayout;
+    grid->addWidget(lblOffer, 0, 0, 1, 2);
+    grid->addWidget(lblSize, 1, 0);
+    grid->addWidget(cbSize, 1, 1);
+    grid->addWidget(lblRate, 2, 0);
+    grid->addWidget(cbRate, 2, 1);
+    grid->setColumnStretch(1, 1);
+    Body().addLayout(grid);
+    Body().addStretch(1);
+    lblOffer->setTextFormat(Qt::PlainText);
+    lblSize->setBuddy(cbSize);
+    lblRate->setBuddy(cbRate);
+    for (QComboBox* list : {cbSize, cbRate}) list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    setTabOrder(cbRate, btnSave);
+    connect(cbSize, &QComboBox::activated, this, [this] {
+        wish = Size();
+        ShowRates();
+    });
+    connect(cbRate, &QComboBox::activated, this,
+            [this] { wish.Rate = cbRate->currentData().toDouble(); });
+    Finish();
+}
+
+void CameraFormat::ShowSettings() {
+    const auto device = Core().ezVidCap1.InstalledDevice();
+    camera = Core().DriverText();
+    offered = device ? Core().System().Cameras->Formats(*device) : QList<CaptureFormat>();
+    wish = ParseFormatWish(Setting("CaptureFormat")).value_or(FormatWish());
+    ShowOffer();
+    cbSize->setFocus();
+}
+
+void CameraFormat::ShowOffer() {
+    lblOffer->setText(offered.isEmpty() ? Text("NoOffer").arg(camera) : Text("Offer").arg(camera));
+    ShowSizes();
+    ShowRates();
+}
+
+// A size of the settings that this camera does not have stands in the list too: another camera may.
+void CameraFormat::ShowSizes() {
+    cbSize->clear();
+    const auto best = ChooseCaptureFormat(offered, {});
+    cbSize->addItem(
+        best ? Text("AutomaticSize").arg(best->Width).arg(best->Height) : Text("Automatic"),
+        QSize(0, 0));
+    for (const QSize& size : Sizes(offered))
+        cbSize->addItem(Text("Size").arg(size.width()).arg(size.height()), size);
+    const QSize wanted(wish.Width, wish.Height);
+    if (cbSize->findData(wanted) < 0)
+        cbSize->addItem(Text("SizeMissing").arg(wanted.width()).arg(wanted.height()), wanted);
+    cbSize->setCurrentIndex(cbSize->findData(wanted));
+}
+
+void CameraFormat::ShowRates() {
+    cbRate->clear();
+    cbRate->addItem(Text("Automatic"), 0.0);
+    const QSize size = cbSize->currentData().toSize();
+    QList<double> rates = Rates(offered, size);
+    for (const double rate : rates) cbRate->addItem(Text("Rate").arg(RateText(rate)), rate);
+    const auto place = [this] {
+        for (int i = 0; i < cbRate->count(); ++i)
+            if (RateText(cbRate->itemData(i).toDouble()) == RateText(wish.Rate)) return i;
+        return -1;
+    };
+    if (place() < 0) cbRate->addItem(Text("RateMissing").arg(RateText(wish.Rate)), wish.Rate);
+    cbRate->setCurrentIndex(place());
+    cbRate->setEnabled(!size.isEmpty());
+}
+
+FormatWish CameraFormat::Size() const {
+    const QSize size = cbSize->currentData().toSize();
+    return {size.width(), size.height(), 0};
+}
+
+QList<ProfileEntry> CameraFormat::Entries() const {
+    QString format;
+    if (wish.Width > 0) format = QStringLiteral("%1x%2").arg(wish.Width).arg(wish.Height);
+    if (wish.Width > 0 && wish.Rate > 0) format += u'@' + RateText(wish.Rate);
+    return {Entry("CaptureFormat", format)};
+}
+
+void CameraFormat::ShowTexts() {
+    lblSize->setText(Text("SizeCaption"));
+    lblRate->setText(Text("RateCaption"));
+    cbSize->setAccessibleName(Text("SizeCaption"));
+    cbRate->setAccessibleName(Text("RateCaption"));
+    cbSize->setToolTip(Text("cbSizeHelp"));
+    cbRate->setToolTip(Text("cbRateHelp"));
+    ShowOffer();
+    SettingsWindow::ShowTexts();
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "picture/ezvidcap.h"
+#include "ui/settings/camera/camera_form.h"
+#include "ui/settings/settings_window.h"
+
+class LivePicture;
+class QListWidget;
+
+// The list of cameras that no driver announces: network cameras, video files, test pictures. Each
+// can be tried out before it is saved.
+class CameraSources : public SettingsWindow {
+    Q_OBJECT
+
+  public:
+    CameraSources(const Surroundings& surroundings, QWidget* parent);
+
+    QListWidget* lstCameras;
+    QPushButton* btnAdd;
+    QPushButton* btnRemove;
+    CameraForm* Form;  // of the one that is marked in the list
+    QPushButton* btnTry;
+    LivePicture* Live;
+
+  protected:
+    void ShowSettings() override;
+    [[nodiscard]] QList<ProfileEntry> Entries() const override;
+    [[nodiscard]] bool Check() override;
+    void ShowTexts() override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    // For the trial no installed cameras are looked for.
+    class NoDevices : public CaptureDevices {
+      public:
+        [[nodiscard]] QList<CaptureDevice> List() const override { return {}; }
+        [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice&) const override {
+            return {};
+        }
+    };
+
+    void Lay();
+    void Connect();
+    void ShowList(int marked);
+    void ShowMarked();
+    void TakeForm();
+    void Add();
+    void Remove();
+    void Try();
+    void EndTrial();
+    [[nodiscard]] int Marked() const;
+    [[nodiscard]] bool Fits(int index);
+    [[nodiscard]] QString FaultOf(const WrittenCamera& camera, QWidget*& field) const;
+    [[nodiscard]] bool NameTaken(int index) const;
+    [[nodiscard]] QString FreshName() const;
+
+    QList<WrittenCamera> cameras;
+    NoDevices noDevices;
+    ezVidCap trial;
+};

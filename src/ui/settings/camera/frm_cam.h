@@ -1,0 +1,81 @@
+#pragma once
+
+#include "ui/settings/background.h"
+#include "ui/settings/camera/camera_format.h"
+#include "ui/settings/camera/camera_picture.h"
+#include "ui/settings/camera/camera_sources.h"
+#include "ui/settings/camera/frm_pfad.h"
+#include "ui/settings/settings_window.h"
+
+class Languages;
+class PathField;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+
+// The camera settings: which camera, its live preview, and where pictures are kept on this machine.
+// Camera and preview change at once, so that their effect is seen; closing the window goes back to
+// what the settings say.
+class frmCam : public SettingsWindow {
+    Q_OBJECT
+
+  public:
+    // ownLanguages outlives the window, as do the surroundings.
+    frmCam(const Surroundings& surroundings, const Languages& ownLanguages, QWidget* parent);
+
+    QComboBox* cbDriver;
+    QCheckBox* chkPreview;
+    QCheckBox* chkStretch;
+    QCheckBox* chkCenter;
+    QPushButton* btnSource;
+    QPushButton* btnFormat;
+    QPushButton* btnPicture;
+    PathField* Text5;
+    QCheckBox* asFlatCheck1;
+    PathField* asFlatTextBox1;
+    QLabel* lblArchiveNote;  // that the archive's folder is missing; empty otherwise
+
+    frmPfad Chooser;
+    CameraSources Sources;
+    CameraFormat Format;
+    CameraPicture Picture;
+
+    // What stands in Text5, or will when the window is opened.
+    [[nodiscard]] QString PathText() const;
+
+  public slots:
+    // Closes without saving.
+    void reject() override;
+
+  protected:
+    void ShowSettings() override;
+    [[nodiscard]] QList<ProfileEntry> Entries() const override;
+    [[nodiscard]] bool Check() override;
+    void ShowTexts() override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    void Lay();
+    void LayDriver(QGroupBox& group);
+    void LayPaths();
+    void Connect();
+    void ShowHelp();
+    void ShowDrivers();
+    void ChooseDriver();
+    void ShowChoices();
+    void KeepChoices();
+    void OpenChooser(bool forArchive);
+    void TakeFolder(const QString& folder);
+    void LookForArchive();
+    void OpenPage(CameraControls::OwnPage page, SettingsWindow& own);
+
+    const Languages& languages;
+    QLabel* lblDriver;
+    QLabel* lblPath;
+    QGroupBox* frameDriver;
+    Background background;
+    QString openedWith;    // the camera in use when the window was opened
+    QString driver;        // the one chosen since
+    bool changed = false;  // something is other than the settings say
+};

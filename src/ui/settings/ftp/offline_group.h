@@ -1,0 +1,77 @@
+#pragma once
+
+#include "ui/settings/ftp/offline_list.h"
+#include "ui/texts/texts.h"
+
+#include <QGroupBox>
+#include <QSize>
+
+#include <functional>
+
+class PreviewArea;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+// Which picture is published when publishing stops, with a look at it. A picture from elsewhere can
+// be added; it is copied into the program's folder when the settings are saved.
+class OfflineGroup : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    // places: where the folder "Offline" is looked for, the program folder first. cameraSize: of
+    // the camera's last picture, empty before the first one.
+    OfflineGroup(const Texts& ownWords, std::function<QStringList()> ownPlaces,
+                 std::function<QSize()> ownCameraSize);
+
+    QCheckBox* chkOfflinePic;
+    QCheckBox* chkFilter;
+    QComboBox* cbOffline;
+    QPushButton* btnAddOffline;
+    QLineEdit* txtOfflinePath;  // the folder that the pictures are in
+    PreviewArea* preview;
+    QLabel* lblOfflineSize;
+
+    void ShowSettings(bool upload, bool filter, const QString& file);
+    void ShowTexts();
+
+    [[nodiscard]] QString File() const;  // name of the picture chosen
+    [[nodiscard]] int Index() const;     // its place in the list
+    // Whether the picture chosen can be published.
+    [[nodiscard]] bool Usable() const { return !pictureSize.isEmpty(); }
+    // Whether there is a folder to choose from.
+    [[nodiscard]] bool FolderExists() const;
+    // Whether the filter would be used on a picture smaller than the camera's.
+    [[nodiscard]] bool TooSmall() const;
+
+    // Puts a picture of this computer into the list and chooses it.
+    void Add(const QString& path);
+    // Copies the picture that was added and is chosen into the folder. False when it cannot.
+    [[nodiscard]] bool CopyAdded();
+
+  signals:
+    // The operator has chosen a picture, or the filter, for which it is too small.
+    void FoundTooSmall();
+
+  private:
+    void LayOut();
+    void List(const QString& chosen);
+    void ShowPicture();
+    void ShowSizes();
+    void ChooseFile();
+    void Warn();
+    [[nodiscard]] QString Text(const QString& key) const { return words.Get("frmFTP", key); }
+
+    const Texts& words;
+    std::function<QStringList()> places;
+    std::function<QSize()> cameraSize;
+    QList<OfflineEntry> entries;
+    QList<OfflineEntry> added;  // under the names that they will have
+    QLabel* lblSelect;
+    QLabel* lblFolder;
+    QLabel* lblPreview;
+    QSize pictureSize;  // empty: missing or no picture
+    bool found = false;
+};

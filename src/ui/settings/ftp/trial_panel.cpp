@@ -1,0 +1,98 @@
+#include "ui/settings/ftp/trial_panel.h"
+
+#include "ui/settings/ftp/trial_texts.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+
+TrialPanel::TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWords,
+                       Wanted ownWanted)
+    : btnTrial(new QPushButton(this)),
+      btnStopTrial(new QPushButton(this)),
+      lblTrial(new QLabel(this)),
+      words(ownWords),
+      wanted(std::move(ownWanted)),
+      trial(waiting, log),
+      second(waiting.OwnClock(), 1000),
+      icon(new QLabel(this)) {
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins({});
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(btnTrial);
+    buttons->addWidget(btnStopTrial);
+    buttons->addStretch(1);
+    all->addLayout(buttons);
+    auto* sentence = new QHBoxLayout;
+    sentence->addWidget(icon, 0, Qt::AlignTop);
+    sentence->addWidget(lblTrial, 1);
+    all->addLayout(sentence);
+    lblTrial->setWordWrap(true);
+    lblTrial->setTextFormat(Qt::PlainText);
+    lblTrial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    btnStopTrial->setEnabled(false);
+    connect(btnTrial, &QPushButton::clicked, this, &TrialPanel::Start);
+    connect(btnStopTrial, &QPushButton::clicked, this, &TrialPanel::Cancel);
+    connect(&trial, &ConnectionTrial::StepStarted, this, [this](TrialStep begun) {
+        step = begun;
+        ShowState();
+    });
+    connect(&second, &Timer::Tick, this, [this] {
+        ++seconds;
+        ShowState();
+    });
+}
+
+void TrialPanel::Start() {
+    if (trial.Running()) return;
+    const std::optional<TrialAccess> access = wanted();
+    if (!access) return;
+    tried = *access;
+    outcome.reset();
+    step = TrialStep::Connecting;
+    seconds = 0;
+    second.SetEnabled(true);
+    btnStopTrial->setEnabled(true);
+    btnStopTrial->setFocus();
+    btnTrial->setEnabled(false);
+    outcome = trial.Run(tried);
+    second.SetEnabled(false);
+    btnTrial->setEnabled(true);
+    if (btnStopTrial->hasFocus()) btnTrial->setFocus();
+    btnStopTrial->setEnabled(false);
+    ShowState();
+}
+
+void TrialPanel::Clear() {
+    outcome.reset();
+    ShowState();
+}
+
+void TrialPanel::ShowTexts() {
+    const auto text = [this](const QString& key) { return words.Get("frmFTP", key); };
+    btnTrial->setText(text("Trial"));
+    btnTrial->setToolTip(text("TrialHelp"));
+    btnTrial->setAccessibleName(text("Trial"));
+    btnStopTrial->setText(text("StopTrial"));
+    btnStopTrial->setToolTip(text("StopTrialHelp"));
+    btnStopTrial->setAccessibleName(text("StopTrial"));
+    ShowState();
+}
+
+void TrialPanel::ShowState() {
+    if (trial.Running() && !outcome)
+        lblTrial->setText(TrialStepText(words, step, seconds));
+    else
+        lblTrial->setText(outcome ? TrialText(words, tried, *outcome) : QString());
+    ShowIcon();
+}
+
+void TrialPanel::ShowIcon() {
+    icon->setVisible(outcome && outcome->Is != TrialResult::Cancelled);
+    if (!outcome) return;
+    const auto picture = outcome->Is == TrialResult::Fine ? QStyle::SP_DialogApplyButton
+                                                          : QStyle::SP_MessageBoxWarning;
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    icon->setPixmap(style()->standardIcon(picture).pixmap(size));
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "picture/picture_overlay_file.h"
+#include "ui/settings/overlay/size_warning.h"
+#include "ui/settings/settings_window.h"
+
+class ColourButton;
+class FontChooser;
+class HeadedList;
+class LivePreview;
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QGroupBox;
+class frmBild;
+class frmText;
+
+// What is put on the pictures: date, time, text or picture, where, in which form, font and colours.
+// The lines of the text and the list of pictures have windows of their own, which this one opens;
+// what is saved there is chosen here, so that it shows.
+class frmOverlay : public SettingsWindow {
+    Q_OBJECT
+
+  public:
+    // The two windows outlive this one.
+    frmOverlay(const Surroundings& surroundings, frmText& textWindow, frmBild& pictureWindow,
+               QWidget* parent);
+
+    HeadedList* lstEffect;
+    QPushButton* btnText;
+    QComboBox* cbPicture;  // the list of pictures first, then each file of the overlay folder
+    QPushButton* btnPicture;
+    QCheckBox* chkKombi;
+    HeadedList* lstPosition;
+    HeadedList* lstPositionBild;
+    QComboBox* cbDate;
+    QComboBox* cbTime;
+    FontChooser* Font;
+    ColourButton* btnColor;
+    ColourButton* btnBackColor;
+    QCheckBox* chkTransparent;
+    QLabel* lblText;  // how the operator's text begins
+    LivePreview* Preview;
+
+  protected:
+    void ShowSettings() override;
+    [[nodiscard]] QList<ProfileEntry> Entries() const override;
+    void ShowTexts() override;
+
+  private:
+    // Effects by their place in the list.
+    enum Effect { Date, Time, DateTimeText, SpecialText, Picture, NoOverlay };
+
+    void LayOut();
+    void LayOutEffect();
+    void LayOutPosition();
+    void LayOutFormats();
+    void LayOutFont();
+    void AddRow(QGridLayout& grid, QLabel& caption, QWidget& control, QWidget* more = nullptr);
+    void ConnectControls();
+    void ConnectWindows(frmText& textWindow, frmBild& pictureWindow);
+    void SetTabOrder();
+    void ShowLook(const struct Settings& now);
+    void ShowFormats();
+    void ShowPictures();
+    void ShowOwnText();
+    void ShowState();
+    void ShowNote();
+    void ChoosePicture();
+    void TakeText();
+    void TakePictures();
+    void WarnOfSize();
+    void ShowLists();
+    void Name(QWidget& control, const QString& name, const QString& helpKey);
+    [[nodiscard]] bool WithText() const;
+    [[nodiscard]] bool WithPicture() const;
+    [[nodiscard]] QString TextKind() const;
+    [[nodiscard]] QList<ProfileEntry> LookEntries() const;
+    [[nodiscard]] QList<ProfileEntry> EntriesWithPicture() const;
+
+    QString single = "Overlay.bmp";  // the overlay picture when it is not the list
+    int freeX = 0;                   // kept for programs that place the text by it
+    int freeY = 0;
+    SizeWarning warning;
+    PictureOverlayFile file;  // the single picture
+    QGroupBox* frameEffect;
+    QGroupBox* framePosition;
+    QGroupBox* frameFormats;
+    QGroupBox* frameFont;
+    QGroupBox* framePreview;
+    QLabel* lblSelection;
+    QLabel* lblSpecialText;
+    QLabel* lblSpecialPicture;
+    QLabel* lblPosition;
+    QLabel* lblPositionBild;
+    QLabel* lblDate;
+    QLabel* lblTime;
+    QLabel* lblColor;
+    QLabel* lblBackColor;
+};

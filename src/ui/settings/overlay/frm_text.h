@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ui/settings/settings_window.h"
+
+#include <array>
+#include <functional>
+
+class LivePreview;
+class NumberField;
+class QCheckBox;
+class QGroupBox;
+class QLineEdit;
+class QRadioButton;
+
+// The eight lines of the overlay text and whether they are shown all at once or in turn. Saving
+// makes the pictures show them: with the date and time where that was chosen, else alone.
+class frmText : public SettingsWindow {
+    Q_OBJECT
+
+  public:
+    frmText(const Surroundings& surroundings, QWidget* parent);
+
+    // The settings of other windows that count for the preview though they are not saved.
+    void SetBase(std::function<QList<ProfileEntry>()> source) { base = std::move(source); }
+
+    std::array<QLineEdit*, 8> Lin{};
+    QRadioButton* optWhole;
+    QRadioButton* optRows;
+    NumberField* Pic;
+    QCheckBox* chkDateFirst;
+    LivePreview* Preview;
+
+  protected:
+    void ShowSettings() override;
+    [[nodiscard]] QList<ProfileEntry> Entries() const override;
+    void ShowTexts() override;
+
+  private:
+    void LayOut();
+    [[nodiscard]] QWidget* EffectFrame();
+    [[nodiscard]] QWidget* TextFrame();
+    void SetTabOrder();
+    void ShowState();
+    void Name(QWidget& control, const QString& name, const QString& helpKey);
+    [[nodiscard]] QList<ProfileEntry> PreviewEntries() const;
+
+    std::function<QList<ProfileEntry>()> base;
+    QGroupBox* frameEffect;
+    QGroupBox* frameText;
+    QGroupBox* framePreview;
+    QLabel* lblOrientation;
+    QLabel* lblPictures;
+    QLabel* lblHint;
+    std::array<QLabel*, 8> lblRow{};
+};

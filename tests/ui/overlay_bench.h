@@ -1,0 +1,61 @@
+#pragma once
+
+#include "settings_fixture.h"
+#include "ui/settings/overlay/frm_bild.h"
+#include "ui/settings/overlay/frm_overlay.h"
+#include "ui/settings/overlay/frm_text.h"
+#include "ui/settings/overlay/live_preview.h"
+
+#include <QDir>
+#include <QTest>
+
+// The three windows of the overlays over a settings file that says no more than the size of the
+// camera's pictures, 320 x 240; there is no camera.
+class OverlayBench : public SettingsFixture {
+  public:
+    static inline const QString Empty = "[Einstellungen]\nCaptureFormat=320x240\n";
+
+    explicit OverlayBench(const QString& settings = Empty) {
+        QDir(Folder.path()).mkdir("overlay");
+        Write(settings);
+        Core->LoadSettings();
+    }
+
+    frmText Lines8{Around(), nullptr};
+    frmBild Pictures{Around(), nullptr};
+    frmOverlay Window{Around(), Lines8, Pictures, nullptr};
+
+    // A picture in a folder of the program folder; its upper left pixel is white, the rest is not.
+    QString MakePicture(const QString& name, const QColor& colour, QSize size = {40, 30}) const {
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(colour);
+        picture.setPixelColor(0, 0, Qt::white);
+        const QString path = Folder.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        picture.save(path);
+        return path;
+    }
+
+    // What is seen after that time.
+    [[nodiscard]] QImage Seen(const LivePreview& preview, int milliseconds = 60) {
+        Time.Advance(milliseconds);
+        return preview.Picture();
+    }
+
+    // The lines of the file after the window was saved over an empty one.
+    [[nodiscard]] QStringList Saved(SettingsWindow& window) {
+        Write("");
+        return window.Save() ? Lines() : QStringList("not saved");
+    }
+};
+
+[[nodiscard]] inline bool IsRed(const QColor& colour) {
+    return colour.red() > 180 && colour.green() < 70 && colour.blue() < 70;
+}
+
+// What is wrong with the way of the Tab key through a window: controls that it leaves out or that
+// have no name for a screen reader, and steps back within a frame.
+[[nodiscard]] QStringList TabFaults(SettingsWindow& window);
+// The texts of these keys that a window does not show.
+[[nodiscard]] QStringList MissingTexts(const SettingsWindow& window, const Texts& words,
+                                       const QString& section, const QStringList& keys);
