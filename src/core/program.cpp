@@ -18,6 +18,8 @@ namespace {
 constexpr quint32 usualVolume = 0x7C7C7C7C;
 constexpr quint32 muted = 0;
 
+constexpr int cameraWatchMilliseconds = 10'000;
+
 }  // namespace
 
 Program::Program(const Surroundings& ownSurroundings)
@@ -32,13 +34,16 @@ Program::Program(const Surroundings& ownSurroundings)
       Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
       Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *ownSurroundings.System.Sounds, State,
              ownSurroundings.ClickSound}),
-      surroundings(ownSurroundings) {
+      surroundings(ownSurroundings),
+      cameraWatch(ownSurroundings.Time, cameraWatchMilliseconds) {
     FTP1.SetProgramFolder(surroundings.Folder);
     Pictures.SetOverlaySteps(&PictureOverlays);
     Cycle.SetOfflinePicture(&Offline);
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         if (!fault.isEmpty()) Display.ShowStatus(fault);
     });
+    connect(&cameraWatch, &Timer::Tick, this, &Program::LookForCamera);
+    cameraWatch.SetEnabled(true);
     connect(&Wait, &Waiting::Idle, this, [this] {
         if (exiting) emit Ended();
     });
@@ -82,6 +87,15 @@ void Program::ListDrivers() {
     State.DriverPresent = !drivers.isEmpty();
     if (!State.DriverPresent) drivers << NoDriverText();
     emit DriversChanged();
+}
+
+// A machine that starts by itself may find its camera a little later than the program does, and
+// nobody is there to press Start again.
+void Program::LookForCamera() {
+    if (!Cycle.Running() || DriverIndex() >= 0) return;
+    const QStringList now = ezVidCap1.DriverNames();
+    const QStringList before = State.DriverPresent ? drivers : QStringList();
+    if (now != before) RefreshDrivers();
 }
 
 void Program::RefreshDrivers() {

@@ -105,6 +105,7 @@ class Program : public QObject {
 
   private:
     void ListDrivers();
+    void LookForCamera();
     void ApplyLanguage();
     [[nodiscard]] int WantedDriver() const;
     void ApplyAccess(const Settings& before);
@@ -115,5 +116,6 @@ class Program : public QObject {
     Surroundings surroundings;
     QStringList drivers;
     HangUpQuestion* question = nullptr;
+    Timer cameraWatch;  // for the camera of a run that is not there
     bool exiting = false;
 };

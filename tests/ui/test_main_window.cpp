@@ -83,6 +83,22 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.cbDriver->isEnabled(), !camera.isEmpty());
     }
 
+    void ACameraThatComesLaterIsTaken() {
+        WindowFixture program;
+        program.Set("Einstellungen", "Treiber", "Garden");
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Start();
+        program.Core->Start();
+        program.System.Cameras.Devices = {{"Other", {}, {}, {}}};
+        program.Time.Advance(10'000);
+        QCOMPARE(program.Core->DriverIndex(), -1);
+        program.System.Cameras.Devices << CaptureDevice{"Garden", {}, {}, {}};
+        program.Time.Advance(10'000);
+        QCOMPARE(program.Window->Label_Driver->text(), "Garden");
+        QVERIFY(program.Core->PictureValues.CameraRunning);
+    }
+
     // Without a choice the first camera is taken; another one never takes the place of the chosen.
     void CameraIsChosen_data() {
         const Rows<QString, int> row;
