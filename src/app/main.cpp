@@ -6,6 +6,7 @@
 #include "core/program_folder.h"
 #include "net/page_control.h"
 #include "platform/platform.h"
+#include "platform/program_start.h"
 #include "platform/termination.h"
 #include "ui/menu/opener.h"
 #include "ui/shell.h"
@@ -71,18 +72,14 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
     return status;
 }
 
-// Arguments as the system gave them, without the program's own name.
-QStringList Arguments(int argc, char** argv) {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
-    return arguments;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     // Before there is an application, which needs a display that a mere question does not.
-    const CommandLine commandLine = CommandLine::Parse(Arguments(argc, argv));
+    const CommandLine commandLine = CommandLine::Parse(ProgramStart::Arguments(argc, argv));
+    if (commandLine.Help || commandLine.Version || commandLine.Verbose ||
+        !commandLine.Fault.isEmpty())
+        ProgramStart::UseConsole();
     if (commandLine.Help || commandLine.Version) {
         const QString text =
             commandLine.Help ? CommandLine::HelpText() : CommandLine::VersionText();
@@ -93,6 +90,7 @@ int main(int argc, char** argv) {
         PrintError(commandLine.Fault);
         return 2;
     }
+    ProgramStart::FindFonts();
     const QApplication application(argc, argv);
     QApplication::setApplicationName("stillpost");
     QApplication::setApplicationVersion(QString::fromLatin1(STILLPOST_VERSION));
@@ -100,6 +98,7 @@ int main(int argc, char** argv) {
     const auto folder =
         ProgramFolder::Choose(ProgramFolder::Places::OfThisProcess(commandLine.Folder));
     if (!folder) {
+        ProgramStart::UseConsole();
         PrintError("The program folder cannot be created: " + commandLine.Folder);
         return 1;
     }

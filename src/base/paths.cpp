@@ -13,12 +13,15 @@ QString Slashes(QString path) {
 
 QString FindEntry(const QString& folder, const QString& name) {
     const QDir dir(folder);
-    if (dir.exists(name)) return dir.filePath(name);
     const QStringList entries =
         dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    // Looked for in the list first: a system that takes every case finds any name, but the result
+    // is spelt as the file is.
+    if (entries.contains(name)) return dir.filePath(name);
     for (const QString& entry : entries)
         if (entry.compare(name, Qt::CaseInsensitive) == 0) return dir.filePath(entry);
-    return {};
+    // A folder may be closed to those who would list it.
+    return dir.exists(name) ? dir.filePath(name) : QString();
 }
 
 }  // namespace

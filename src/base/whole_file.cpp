@@ -1,10 +1,12 @@
 #include "base/whole_file.h"
 
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 
 namespace WholeFile {
 
@@ -14,6 +16,30 @@ namespace {
 // pictures by its ending.
 QString TemporaryName(const QString& path) {
     return path + ".part";
+}
+
+// The form in which the system takes a path of any length. Windows gives up at 260 characters
+// unless it is told not to look at the path.
+std::filesystem::path SystemPath(const QString& path) {
+    const QString native = QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(path)));
+    if (native.size() > 1 && native[1] == u':') return ("\\\\?\\" + native).toStdU16String();
+    return native.toStdU16String();
+}
+
+// Where a file that somebody reads cannot be replaced at that moment, as on Windows, it can be a
+// moment later: a web server reads a picture in no time.
+bool Rename(const QString& from, const QString& to) {
+    constexpr int tries = 25;
+    constexpr std::chrono::milliseconds pause(10);
+    const std::filesystem::path source = SystemPath(from);
+    const std::filesystem::path target = SystemPath(to);
+    std::error_code failed;
+    for (int i = 0; i < tries; ++i) {
+        if (i > 0) std::this_thread::sleep_for(pause);
+        std::filesystem::rename(source, target, failed);
+        if (failed != std::errc::permission_denied) break;
+    }
+    return !failed;
 }
 
 }  // namespace
@@ -27,9 +53,7 @@ bool Replace(const QString& path, const std::function<bool(QFile&)>& write) {
     // Some file systems tell only here that the disk is full.
     file.close();
     const bool written = filled && file.error() == QFileDevice::NoError;
-    std::error_code failed;
-    if (written) std::filesystem::rename(temporary.toStdU16String(), path.toStdU16String(), failed);
-    if (written && !failed) return true;
+    if (written && Rename(temporary, path)) return true;
     QFile::remove(temporary);
     return false;
 }

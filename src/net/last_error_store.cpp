@@ -1,34 +1,24 @@
 #include "net/last_error_store.h"
 
-#include <QSettings>
+#include "platform/user_store.h"
 
 namespace {
 
-// The section's name is a single NUL character. The INI form stores it on every system; the
-// registry would cut it off.
-class Section : public QSettings {
-  public:
-    Section() : QSettings(IniFormat, UserScope, "Stillpost", "FTP Control 1.01") {
-        setFallbacksEnabled(false);
-        beginGroup(QString(QChar(u'\0')));
-    }
-};
-
+const QString Application = QStringLiteral("FTP Control 1.01");
+const QString Section = QString(QChar(u'\0'));
 const QString CodeKey = QStringLiteral("LastErrorCode");
 const QString TextKey = QStringLiteral("LastErrorStr");
 
 }  // namespace
 
 void LastErrorStore::Write(int code, const QString& text) {
-    Section section;
-    section.setValue(CodeKey, QString::number(code));
-    section.setValue(TextKey, text);
+    UserStore::Write(Application, Section, {{CodeKey, QString::number(code)}, {TextKey, text}});
 }
 
 QString LastErrorStore::Code() {
-    return Section().value(CodeKey).toString();
+    return UserStore::Read(Application, Section, CodeKey);
 }
 
 QString LastErrorStore::Text() {
-    return Section().value(TextKey).toString();
+    return UserStore::Read(Application, Section, TextKey);
 }

@@ -42,10 +42,15 @@ class Options {
     AVDictionary* entries = nullptr;
 };
 
-void SetDeviceOptions(Options& options, const CaptureFormat& wanted) {
+void SetDeviceOptions(AVFormatContext& context, Options& options, const CaptureFormat& wanted) {
     options.Set("video_size", QStringLiteral("%1x%2").arg(wanted.Width).arg(wanted.Height));
     if (wanted.Rate > 0) options.Set("framerate", QString::number(wanted.Rate, 'f', 3));
-    if (!wanted.PixelFormat.isEmpty()) options.Set("input_format", wanted.PixelFormat);
+    const QByteArray name = wanted.PixelFormat.toLatin1();
+    if (!wanted.Compressed) {
+        if (!name.isEmpty()) options.Set("pixel_format", wanted.PixelFormat);
+    } else if (const auto* const codec = avcodec_descriptor_get_by_name(name.constData())) {
+        context.video_codec_id = codec->id;
+    }
 }
 
 bool NameEndsIn(const AVInputFormat& format, const char* end) {
@@ -105,7 +110,7 @@ int CaptureInput::OpenFormat() {
     if (request.Kind == CaptureKind::Device) {
         input = av_find_input_format(request.Input.toLatin1().constData());
         context->flags |= AVFMT_FLAG_NONBLOCK;
-        if (request.Format) SetDeviceOptions(options, *request.Format);
+        if (request.Format) SetDeviceOptions(*context, options, *request.Format);
     } else if (request.Kind == CaptureKind::Network) {
         // Pictures over UDP lose packets; it is the second choice.
         options.Set("rtsp_flags", QStringLiteral("prefer_tcp"));

@@ -18,6 +18,10 @@ std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
     const int result = input->Open();
     if (result < 0) {
         fault = FaultOfError(result, request.Kind);
+        // FFmpeg has one error for all that keeps DirectShow from starting a camera; with a camera
+        // that is listed it is this one.
+        const bool listed = request.Kind == CaptureKind::Device && !request.Open;
+        if (listed && result == AVERROR(EIO)) fault = CaptureFault::Busy;
         return nullptr;
     }
     // Only now: some cameras forget what they were told before they are opened.

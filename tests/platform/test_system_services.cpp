@@ -1,8 +1,10 @@
 #include "platform/linux/sound.h"
 #include "platform/termination.h"
+#include "platform/user_store.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -52,6 +54,16 @@ class TestSystemServices : public QObject {
             QTRY_COMPARE(requests.count(), 1);
         }
         std::signal(SIGHUP, before);
+    }
+
+    void userStoreIsAFile() {
+        const QTemporaryDir folder;
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+        const QString section(QChar(u'\0'));
+        UserStore::Write("FTP Control 1.01", section, {{"LastErrorCode", "550"}});
+        const QSettings file(folder.filePath("Stillpost/FTP Control 1.01.ini"),
+                             QSettings::IniFormat);
+        QCOMPARE(file.childGroups(), QStringList(section));
     }
 
     void playsThroughFirstPlayer() {

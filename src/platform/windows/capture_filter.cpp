@@ -1,0 +1,129 @@
+#include "platform/windows/capture_filter.h"
+
+#include <dvdmedia.h>
+#include <ks.h>
+#include <ksproxy.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+constexpr DWORD Code(const char (&text)[5]) {
+    DWORD code = 0;
+    for (int i = 3; i >= 0; --i) code = code << 8 | static_cast<uchar>(text[i]);
+    return code;
+}
+
+struct PixelFormatName {
+    DWORD Compression;  // the picture header's
+    WORD Bits;          // per pixel; 0: whatever it says
+    const char* Name;   // FFmpeg's
+    bool Compressed;
+};
+
+constexpr std::array names{
+    PixelFormatName{BI_RGB, 24, "bgr24", false},
+    PixelFormatName{BI_RGB, 32, "bgr0", false},
+    PixelFormatName{BI_RGB, 16, "rgb555le", false},
+    PixelFormatName{Code("YUY2"), 0, "yuyv422", false},
+    PixelFormatName{Code("YUYV"), 0, "yuyv422", false},
+    PixelFormatName{Code("UYVY"), 0, "uyvy422", false},
+    PixelFormatName{Code("HDYC"), 0, "uyvy422", false},
+    PixelFormatName{Code("NV12"), 0, "nv12", false},
+    PixelFormatName{Code("I420"), 0, "yuv420p", false},
+    PixelFormatName{Code("IYUV"), 0, "yuv420p", false},
+    PixelFormatName{Code("YV12"), 0, "yuv420p", false},
+    PixelFormatName{Code("Y800"), 0, "gray", false},
+    PixelFormatName{Code("MJPG"), 0, "mjpeg", true},
+    PixelFormatName{Code("H264"), 0, "h264", true},
+    PixelFormatName{Code("dvsd"), 0, "dvvideo", true},
+};
+
+struct MediaTypeRelease {
+    void operator()(AM_MEDIA_TYPE* type) const {
+        if (type->pUnk) type->pUnk->Release();
+        CoTaskMemFree(type->pbFormat);
+        CoTaskMemFree(type);
+    }
+};
+using MediaTypePtr = std::unique_ptr<AM_MEDIA_TYPE, MediaTypeRelease>;
+
+// Null when the type describes no picture.
+const BITMAPINFOHEADER* PictureOf(const AM_MEDIA_TYPE& type) {
+    if (type.majortype != MEDIATYPE_Video || !type.pbFormat) return nullptr;
+    const void* const details = type.pbFormat;
+    if (type.formattype == FORMAT_VideoInfo && type.cbFormat >= sizeof(VIDEOINFOHEADER))
+        return &static_cast<const VIDEOINFOHEADER*>(details)->bmiHeader;
+    if (type.formattype == FORMAT_VideoInfo2 && type.cbFormat >= sizeof(VIDEOINFOHEADER2))
+        return &static_cast<const VIDEOINFOHEADER2*>(details)->bmiHeader;
+    return nullptr;
+}
+
+// Cameras have pins for previews and stills besides, which FFmpeg leaves alone.
+bool IsCapturePin(IPin& pin) {
+    PIN_DIRECTION direction = PINDIR_INPUT;
+    if (FAILED(pin.QueryDirection(&direction)) || direction != PINDIR_OUTPUT) return false;
+    const auto properties = ComQuery<IKsPropertySet>(pin);
+    if (!properties) return false;
+    GUID category{};
+    DWORD size = 0;
+    const HRESULT result = properties->Get(AMPROPSETID_Pin, AMPROPERTY_PIN_CATEGORY, nullptr, 0,
+                                           &category, sizeof category, &size);
+    return SUCCEEDED(result) && category == PIN_CATEGORY_CAPTURE;
+}
+
+void AddFormats(IPin& pin, QList<CaptureFormat>& formats) {
+    const auto offer = ComQuery<IAMStreamConfig>(pin);
+    int count = 0;
+    int size = 0;
+    if (!offer || FAILED(offer->GetNumberOfCapabilities(&count, &size))) return;
+    std::vector<BYTE> bytes(std::max<std::size_t>(sizeof(VIDEO_STREAM_CONFIG_CAPS),
+                                                  static_cast<std::size_t>(std::max(size, 0))));
+    for (int i = 0; i < count; ++i) {
+        AM_MEDIA_TYPE* found = nullptr;
+        if (offer->GetStreamCaps(i, &found, bytes.data()) != S_OK || !found) continue;
+        const MediaTypePtr type(found);
+        const BITMAPINFOHEADER* const picture = PictureOf(*type);
+        if (!picture) continue;
+        VIDEO_STREAM_CONFIG_CAPS abilities{};
+        std::copy_n(bytes.begin(), sizeof abilities, reinterpret_cast<BYTE*>(&abilities));
+        const CaptureFormat format = FormatOf(*picture, abilities.MinFrameInterval);
+        // The two forms of header offer the same thing twice.
+        if (!format.PixelFormat.isEmpty() && !formats.contains(format)) formats << format;
+    }
+}
+
+}  // namespace
+
+CaptureFormat FormatOf(const BITMAPINFOHEADER& picture, qint64 interval) {
+    CaptureFormat format{.Width = static_cast<int>(picture.biWidth),
+                         .Height = std::abs(static_cast<int>(picture.biHeight)),
+                         .PixelFormat = {}};
+    // Rounded down: asked for more than its highest rate, a camera refuses.
+    if (interval > 0) format.Rate = std::floor(1e10 / static_cast<double>(interval)) / 1000;
+    for (const PixelFormatName& name : names) {
+        if (name.Compression != picture.biCompression) continue;
+        if (name.Bits != 0 && name.Bits != picture.biBitCount) continue;
+        format.PixelFormat = QString::fromLatin1(name.Name);
+        format.Compressed = name.Compressed;
+        break;
+    }
+    return format;
+}
+
+QList<CaptureFormat> FormatsOf(IBaseFilter& filter) {
+    QList<CaptureFormat> formats;
+    IEnumPins* found = nullptr;
+    if (filter.EnumPins(&found) != S_OK) return formats;
+    const ComPtr<IEnumPins> pins(found);
+    IPin* next = nullptr;
+    while (pins->Next(1, &next, nullptr) == S_OK) {
+        const ComPtr<IPin> pin(next);
+        if (IsCapturePin(*pin)) AddFormats(*pin, formats);
+    }
+    return formats;
+}

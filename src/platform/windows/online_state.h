@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/online_state.h"
+
+#include <QWinEventNotifier>
+
+#include <memory>
+
+// Online or not on Windows: what WinInet says. It has no notification of its own, so it is asked
+// again when an address of the machine changes; it answers from memory.
+class WindowsOnlineState : public OnlineState {
+    Q_OBJECT
+
+  public:
+    struct Answer {
+        bool Connected = false;
+        quint32 Flags = 0;  // INTERNET_CONNECTION_*
+
+        bool operator==(const Answer&) const = default;
+    };
+    using Reader = Answer (*)();
+
+    // read: where the answers come from; WinInet when there is none.
+    explicit WindowsOnlineState(Reader read = nullptr);
+    ~WindowsOnlineState() override;
+
+    [[nodiscard]] bool Connected() const override { return reader().Connected; }
+    [[nodiscard]] Links Connection() const override;
+    void ForceOnline() override;
+
+  private:
+    // An order for one notification, as the system wants it.
+    struct Order;
+
+    void Await();
+    void Judge();
+
+    Reader reader;
+    std::unique_ptr<Order> order;
+    QWinEventNotifier notifier;
+    Answer last;
+};
