@@ -39,7 +39,7 @@ constexpr int Height = 1080;
 
 class StandardErrorBoxes : public MessageBoxes {
   public:
-    void Show(const QString& title, const QString& text) override {
+    void Show(const QString& title, const QString& text, Icon) override {
         std::fprintf(stderr, "%s %s\n", qPrintable(title), qPrintable(text));
     }
     bool AskRetry(const QString&, const QString&) override { return false; }
