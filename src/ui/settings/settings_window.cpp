@@ -76,14 +76,17 @@ void SettingsWindow::Open() {
         lblNote->clear();
         ShowSettings();
         (void)NumbersInRange(false);
+        // It takes its place on the screen with its size. A window that is resized while the
+        // window manager still puts its frame around it may end with the title above the screen.
+        for (QWidget* widget : findChildren<QWidget*>()) widget->ensurePolished();
+        FitToScreen();
     }
     isMinimized() ? showNormal() : show();
-    if (isNew) FitToScreen();
+    if (isNew && sizeHint() != size()) FitToScreen();
     raise();
     activateWindow();
 }
 
-// Once it is shown: before, it may not know its font.
 void SettingsWindow::FitToScreen() {
     body->invalidate();
     layout()->invalidate();
