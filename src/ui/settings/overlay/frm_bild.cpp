@@ -50,7 +50,7 @@ void frmBild::ShowSettings() {
     // Whoever has set none wants pictures that take turns.
     const QString interval = Setting("UB", listSection);
     UB->SetValue(interval.isEmpty() ? 1 : now.PictureUB);
-    List->setCurrentRow(qBound(0, now.PicturePic, List->count() - 1));
+    List->setCurrentRow(qMin(qMax(0, now.PicturePic), List->count() - 1));
     List->setFocus();
     ShowState();
     ReadSoon();
