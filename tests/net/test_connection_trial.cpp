@@ -1,56 +1,23 @@
-#include "net/connection_trial.h"
+#include "net/trial_bench.h"
 #include "support/data_rows.h"
-#include "support/real_ftp_server.h"
-#include "support/recording_display.h"
-#include "support/scripted_ftp_server.h"
-#include "support/test_clock.h"
 
 #include <QDir>
-#include <QSettings>
 #include <QTemporaryDir>
 
 using enum TrialResult;
 using Script = QList<FtpFault>;
-using Kind = RealFtpServer::Kind;
-
-namespace {
-
-// A trial with everything around it.
-struct Bench {
-    explicit Bench(int quiet = 3) : Time(quiet) {
-        Seconds.SetEnabled(true);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Store.path());
-    }
-
-    QTemporaryDir Store;
-    TestClock Time;
-    Timer Seconds{Time, 1000};  // the time does not outrun the servers
-    Waiting Wait{Time};
-    RecordingDisplay Log;
-    ConnectionTrial Trial{Wait, Log};
-
-    [[nodiscard]] static TrialAccess To(int port) {
-        return {.Server = "127.0.0.1", .Port = port, .User = "cam", .Password = "secret"};
-    }
-    // The files that the trial has left on the server.
-    [[nodiscard]] static QStringList Own(const ScriptedFtpServer& server) {
-        return QStringList(server.Files.keys()).filter("stillpost-test");
-    }
-};
-
-}  // namespace
 
 class TestConnectionTrial : public QObject {
     Q_OBJECT
 
   private slots:
     void GoesTheWayOfAPicture() {
-        Bench bench;
+        TrialBench bench;
         ScriptedFtpServer server(bench.Time);
         server.Folders = {"cam"};
         server.Files = {{"cam/pw.jpg", "public"}, {"cam/1pw.jpg", "on its way"}};
         const auto before = server.Files;
-        TrialAccess access = Bench::To(server.Port());
+        TrialAccess access = TrialBench::To(server.Port());
         access.Folder = "cam";
         QList<TrialStep> steps;
         connect(&bench.Trial, &ConnectionTrial::StepStarted, this,
@@ -63,7 +30,7 @@ class TestConnectionTrial : public QObject {
         QVERIFY(!server.Commands.join(u' ').contains("pw.jpg"));
         QVERIFY(bench.Log.Commands.filter("STOR").size() == 2);
         QVERIFY(bench.Log.Commands.filter("secret").isEmpty());
-        QTRY_COMPARE(server.OpenConnections, 0);
+        QVERIFY(bench.Time.RunUntil([&server] { return server.OpenConnections == 0; }, 1000));
     }
 
     void SaysWhatFailed_data() {
@@ -95,15 +62,15 @@ class TestConnectionTrial : public QObject {
     }
     void SaysWhatFailed() {
         const auto [script, result, reply] = Row<Script, TrialResult, QString>();
-        Bench bench;
+        TrialBench bench;
         ScriptedFtpServer server(bench.Time);
         server.Script = script;
         const qint64 start = bench.Time.Milliseconds();
-        const TrialOutcome outcome = bench.Trial.Run(Bench::To(server.Port()));
+        const TrialOutcome outcome = bench.Trial.Run(TrialBench::To(server.Port()));
         QCOMPARE(outcome.Is, result);
         QCOMPARE(outcome.Reply, reply);
         QVERIFY(bench.Time.Milliseconds() - start < 70'000);
-        const QStringList left = Bench::Own(server);
+        const QStringList left = TrialBench::Own(server);
         // What it may have left it names; of a server that answers it leaves nothing.
         QVERIFY(left.isEmpty() || left[0].chopped(5) == outcome.LeftBehind.chopped(5));
         QCOMPARE(outcome.LeftBehind.isEmpty(), result != ConnectionLost && result != DeleteRefused);
@@ -116,20 +83,20 @@ class TestConnectionTrial : public QObject {
     }
     void ReachesNobody() {
         const auto [host, result] = Row<QString, TrialResult>();
-        Bench bench(100);
+        TrialBench bench(100);
         ScriptedFtpServer server(bench.Time);
         server.StopListening();
-        TrialAccess access = Bench::To(server.Port());
+        TrialAccess access = TrialBench::To(server.Port());
         access.Server = host;
         QCOMPARE(bench.Trial.Run(access).Is, result);
     }
 
     // Servers that do not rename over a file work with the option for them.
     void DeletesFirst() {
-        Bench bench;
+        TrialBench bench;
         ScriptedFtpServer server(bench.Time);
         server.RefuseRenameOver = true;
-        TrialAccess access = Bench::To(server.Port());
+        TrialAccess access = TrialBench::To(server.Port());
         QCOMPARE(bench.Trial.Run(access).Is, ReplaceRefused);
         access.DeleteFirst = true;
         QCOMPARE(bench.Trial.Run(access).Is, Fine);
@@ -145,7 +112,7 @@ class TestConnectionTrial : public QObject {
     }
     void IsCancelled() {
         const auto [fault, byOperator] = Row<FtpFault, bool>();
-        Bench bench;
+        TrialBench bench;
         ScriptedFtpServer server(bench.Time);
         server.Script = {fault};
         Timer soon(bench.Time, 2000);
@@ -157,14 +124,14 @@ class TestConnectionTrial : public QObject {
         });
         soon.SetEnabled(true);
         const qint64 start = bench.Time.Milliseconds();
-        QCOMPARE(bench.Trial.Run(Bench::To(server.Port())).Is, Cancelled);
+        QCOMPARE(bench.Trial.Run(TrialBench::To(server.Port())).Is, Cancelled);
         QVERIFY(bench.Time.Milliseconds() - start < 6000);
-        QTRY_COMPARE(server.OpenConnections, 0);
-        QCOMPARE(Bench::Own(server), QStringList());
+        QVERIFY(bench.Time.RunUntil([&server] { return server.OpenConnections == 0; }, 1000));
+        QCOMPARE(TrialBench::Own(server), QStringList());
     }
 
     void TriesAFolder() {
-        Bench bench;
+        TrialBench bench;
         const QTemporaryDir folder;
         TrialAccess access{.Server = "Local", .Folder = folder.path(), .Local = true};
         QCOMPARE(bench.Trial.Run(access).Is, Fine);
@@ -173,28 +140,6 @@ class TestConnectionTrial : public QObject {
         QCOMPARE(bench.Trial.Run(access).Is, LocalFolderMissing);
         access.Folder = "/proc";  // nobody can store there, not even root
         QCOMPARE(bench.Trial.Run(access).Is, LocalNotWritable);
-    }
-
-    void RealServers_data() {
-        const Rows<Kind, QString, QString, TrialResult> row;
-        row("vsftpd", Kind::Vsftpd, "secret", "", Fine);
-        row("vsftpd wrong password", Kind::Vsftpd, "other", "", LoginRefused);
-        row("vsftpd read-only folder", Kind::Vsftpd, "secret", "closed", MayNotStore);
-        row("pyftpdlib", Kind::Pyftpdlib, "secret", "", Fine);
-        row("pyftpdlib wrong password", Kind::Pyftpdlib, "other", "", LoginRefused);
-        row("pyftpdlib no folder", Kind::Pyftpdlib, "secret", "none", FolderMissing);
-    }
-    void RealServers() {
-        const auto [kind, password, folder, result] = Row<Kind, QString, QString, TrialResult>();
-        RealFtpServer server(kind);
-        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
-        QVERIFY(QDir(server.Root()).mkdir("closed"));
-        Bench bench(100);
-        TrialAccess access = Bench::To(server.Port());
-        access.Password = password;
-        access.Folder = folder;
-        QCOMPARE(bench.Trial.Run(access).Is, result);
-        QCOMPARE(QDir(server.Root()).entryList(QDir::Files), QStringList());
     }
 };
 

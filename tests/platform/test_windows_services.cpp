@@ -1,5 +1,6 @@
 #include "platform/termination.h"
 #include "platform/user_store.h"
+#include "platform/windows/autostart_entry.h"
 #include "platform/windows/capture_devices.h"
 #include "platform/windows/capture_filter.h"
 #include "platform/windows/dialer.h"
@@ -14,6 +15,7 @@ extern "C" {
 #include <QSettings>
 #include <QSignalSpy>
 
+#include <shellapi.h>
 #include <wininet.h>
 
 #include <atomic>
@@ -156,6 +158,33 @@ class TestWindowsServices : public QObject {
         const auto cameras = MakeCaptureDevices();
         for (const CaptureDevice& camera : cameras->List()) QCOMPARE(camera.Input, "dshow");
         QVERIFY(av_find_input_format("dshow"));
+    }
+
+    void autostartKeepsArguments_data() {
+        const Rows<QString> row;
+        row("plain", "C:\\cam");
+        row("blanks and umlauts", "C:\\Users\\Jürgen Ω\\my  cam");
+        row("a separator at the end", "C:\\my cam\\");
+    }
+    void autostartKeepsArguments() {
+        const auto [folder] = Row<QString>();
+        WindowsAutostartEntry entry;
+        QVERIFY(entry.Write("C:/Program Files/cam.exe", {"--folder", folder, "/autostarter"}));
+        const qsizetype end = entry.Place().lastIndexOf(u'\\');
+        const QSettings registry(entry.Place().left(end), QSettings::NativeFormat);
+        const QString name = entry.Place().mid(end + 1);
+        const std::wstring line = registry.value(name).toString().toStdWString();
+        int count = 0;
+        wchar_t** const found = CommandLineToArgvW(line.c_str(), &count);
+        QStringList arguments;
+        for (int i = 0; i < count; ++i) arguments << QString::fromWCharArray(found[i]);
+        LocalFree(found);
+        QCOMPARE(arguments,
+                 QStringList({"C:\\Program Files\\cam.exe", "--folder", folder, "/autostarter"}));
+        QVERIFY(entry.Remove());
+        const QSettings after(entry.Place().left(end), QSettings::NativeFormat);
+        QVERIFY(!after.contains(name));
+        QVERIFY(entry.Remove());
     }
 
     void windowRequestsTermination_data() { Rows<quint32>({{WM_CLOSE}, {WM_QUERYENDSESSION}}); }

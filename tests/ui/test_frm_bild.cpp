@@ -101,12 +101,14 @@ class TestFrmBild : public QObject {
         ListBench bench(1);
         const QString other = bench.MakePicture("elsewhere/0.png", Qt::blue);
         const QString odd = bench.MakePicture("elsewhere/a\\b.png", Qt::blue);
+        // Where it separates, that is a file of a folder.
+        const QString oddAdopted = QFileInfo(odd).fileName().replace('\\', '_');
         const QString same = bench.MakePicture("more/0.png", QColor::fromHsv(0, 255, 255));
         const QByteArray kept = ReadBytes(bench.Folder.filePath("overlay/0.png"));
         bench.Pictures.Add({other, same, bench.Folder.filePath("overlay/0.png"), other, odd});
         bench.Time.Advance(0);
         QCOMPARE(bench.Pictures.List->Names(),
-                 QStringList({"0.png", "0 (2).png", "0.png", "0.png", "0 (2).png", "a_b.png"}));
+                 QStringList({"0.png", "0 (2).png", "0.png", "0.png", "0 (2).png", oddAdopted}));
         QCOMPARE(ReadBytes(bench.Folder.filePath("overlay/0.png")), kept);
         QCOMPARE(ReadBytes(bench.Folder.filePath("overlay/0 (2).png")), ReadBytes(other));
         // Without saving they are gone again.

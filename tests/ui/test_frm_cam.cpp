@@ -1,3 +1,4 @@
+#include "base/paths.h"
 #include "camera_fixture.h"
 #include "support/data_rows.h"
 #include "ui/settings/camera/folder_list.h"
@@ -41,10 +42,11 @@ class TestFrmCam : public QObject {
         window.asFlatTextBox1->setText("/no/such/archive");
         QVERIFY(window.Save());
         const QStringList lines = fixture.Lines();
-        QCOMPARE(lines, QStringList({"Path=" + fixture.Folder.path() + "/", "Treiber=Right",
-                                     "Preview=1", "StretchPreview=0", "CenterVideo=1", "Archive=1",
-                                     "ArchivePath=/no/such/archive/"}));
-        QCOMPARE(fixture.Core->State.Values.WorkPath, fixture.Folder.path() + "/");
+        QCOMPARE(lines,
+                 QStringList({"Path=" + Paths::WithSeparator(fixture.Folder.path()),
+                              "Treiber=Right", "Preview=1", "StretchPreview=0", "CenterVideo=1",
+                              "Archive=1", "ArchivePath=" + Paths::Native("/no/such/archive/")}));
+        QCOMPARE(fixture.Core->State.Values.WorkPath, Paths::WithSeparator(fixture.Folder.path()));
         window.Open();
         QVERIFY(window.Save());
         QCOMPARE(fixture.Lines(), lines);
@@ -136,7 +138,7 @@ class TestFrmCam : public QObject {
         QCOMPARE(window.Save(), good);
         QCOMPARE(window.isVisible(), !good);
         if (good) {
-            QVERIFY(fixture.Lines().contains("Path=" + in(written)));
+            QVERIFY(fixture.Lines().contains("Path=" + Paths::Native(in(written))));
             QVERIFY(QFileInfo(fixture.Core->State.Values.WorkPath).isDir());
             return;
         }
@@ -160,7 +162,7 @@ class TestFrmCam : public QObject {
         QVERIFY(fixture.Window.Save());
         QCOMPARE(fixture.Lines(),
                  QStringList({"Treiber=12", "Preview=0", "StretchPreview=1", "CenterVideo=1",
-                              "Archive=0", "Path=work/", "ArchivePath="}));
+                              "Archive=0", Paths::Native("Path=work/"), "ArchivePath="}));
     }
 
     void MissingArchiveIsToldWhereItIsTyped() {
@@ -195,8 +197,9 @@ class TestFrmCam : public QObject {
         chooser.Dir1->setCurrentRow(1);
         chooser.btnSave->click();
         QVERIFY(!chooser.isVisible());
-        QCOMPARE(window.asFlatTextBox1->text(), fixture.Folder.filePath("archive/old"));
-        QCOMPARE(window.Text5->text(), fixture.Folder.path());
+        QCOMPARE(window.asFlatTextBox1->text(),
+                 Paths::Native(fixture.Folder.filePath("archive/old")));
+        QCOMPARE(window.Text5->text(), Paths::Native(fixture.Folder.path()));
         // Now it serves the other one, opened from the keyboard.
         QTest::keyClick(window.Text5, Qt::Key_F4);
         QVERIFY(chooser.isVisible() && Read(*chooser.Dir1));
@@ -204,7 +207,7 @@ class TestFrmCam : public QObject {
         chooser.txtFolder->setText("archive");
         chooser.btnSave->click();
         QTRY_VERIFY(!chooser.isVisible());
-        QCOMPARE(window.Text5->text(), fixture.Folder.filePath("archive"));
+        QCOMPARE(window.Text5->text(), Paths::Native(fixture.Folder.filePath("archive")));
         window.reject();
         QCOMPARE(fixture.Lines().size(), 2);
     }
@@ -222,7 +225,7 @@ class TestFrmCam : public QObject {
         QTest::keyClick(&list, Qt::Key_Backspace);
         QVERIFY(Read(list));
         list.setCurrentRow(1);
-        QCOMPARE(chooser.txtFolder->text(), fixture.Folder.filePath("a/b"));
+        QCOMPARE(chooser.txtFolder->text(), Paths::Native(fixture.Folder.filePath("a/b")));
         list.setCurrentRow(0);
         QTest::keyClick(&list, Qt::Key_Return);
         QVERIFY(Read(list) && chooser.isVisible());
@@ -231,7 +234,7 @@ class TestFrmCam : public QObject {
         chooser.txtFolder->setText(fixture.File());
         QTest::keyClick(chooser.txtFolder, Qt::Key_Return);
         QVERIFY(Read(list) && chooser.isVisible());
-        QVERIFY(chooser.lblNote->text().contains(fixture.File()));
+        QVERIFY(chooser.lblNote->text().contains(Paths::Native(fixture.File())));
         QCOMPARE(list.Path(), fixture.Folder.path());
 
         for (const QString& name : QStringList{"new", "no/such/place"}) {
@@ -243,7 +246,7 @@ class TestFrmCam : public QObject {
             QVERIFY(Read(list));
             QCOMPARE(list.Path(), fixture.Folder.filePath("new"));
         }
-        QVERIFY(chooser.lblNote->text().contains(fixture.Folder.filePath("new")));
+        QVERIFY(chooser.lblNote->text().contains(Paths::Native(fixture.Folder.filePath("new"))));
     }
 
     void PlacesBelongToTheirFolders_data() {

@@ -1,5 +1,7 @@
 #include "platform/platform.h"
 
+#include "platform/windows/autostart_entry.h"
+#include "platform/windows/camera_controls.h"
 #include "platform/windows/capture_devices.h"
 #include "platform/windows/dialer.h"
 #include "platform/windows/online_state.h"
@@ -9,5 +11,7 @@ Platform MakePlatform() {
     return {.Online = std::make_unique<WindowsOnlineState>(),
             .Dial = std::make_unique<WindowsDialer>(),
             .Cameras = MakeCaptureDevices(),
-            .Sounds = std::make_unique<WindowsSound>()};
+            .Controls = MakeCameraControls(),
+            .Sounds = std::make_unique<WindowsSound>(),
+            .Autostart = std::make_unique<WindowsAutostartEntry>()};
 }

@@ -42,11 +42,12 @@ int PlaceOf(const QList<Place>& places, const QString& folder) {
     const auto slashed = [](const QString& path) {
         return path.endsWith(u'/') ? path : path + u'/';
     };
+    const Qt::CaseSensitivity cases = HaveLetters() ? Qt::CaseInsensitive : Qt::CaseSensitive;
     int nearest = -1;
     qsizetype longest = 0;
     for (int i = 0; i < places.size(); ++i) {
         const QString above = slashed(places[i].Folder);
-        if (!slashed(folder).startsWith(above) || above.size() <= longest) continue;
+        if (!slashed(folder).startsWith(above, cases) || above.size() <= longest) continue;
         nearest = i;
         longest = above.size();
     }

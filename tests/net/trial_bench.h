@@ -1,0 +1,32 @@
+#pragma once
+
+#include "net/connection_trial.h"
+#include "support/recording_display.h"
+#include "support/scripted_ftp_server.h"
+#include "support/test_clock.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+// A trial with everything around it.
+struct TrialBench {
+    explicit TrialBench(int quiet = 3) : Time(quiet) {
+        Seconds.SetEnabled(true);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Store.path());
+    }
+
+    QTemporaryDir Store;
+    TestClock Time;
+    Timer Seconds{Time, 1000};  // the time does not outrun the servers
+    Waiting Wait{Time};
+    RecordingDisplay Log;
+    ConnectionTrial Trial{Wait, Log};
+
+    [[nodiscard]] static TrialAccess To(int port) {
+        return {.Server = "127.0.0.1", .Port = port, .User = "cam", .Password = "secret"};
+    }
+    // The files that the trial has left on the server.
+    [[nodiscard]] static QStringList Own(const ScriptedFtpServer& server) {
+        return QStringList(server.Files.keys()).filter("stillpost-test");
+    }
+};
