@@ -47,10 +47,6 @@ void frmOberflaeche::AddWindow(SkinnedWindow& window) {
     windows.push_back(&window);
 }
 
-void frmOberflaeche::RemoveWindow(SkinnedWindow& window) {
-    std::erase(windows, &window);
-}
-
 void frmOberflaeche::ListSkins() {
     qDeleteAll(Label1);
     Label1.clear();

@@ -27,9 +27,8 @@ class frmOberflaeche : public QWidget {
 
     QList<CheckRow*> Label1;
 
-    // A window that changes with the skin; it outlives the chooser or is removed first.
+    // A window that changes with the skin; it outlives the chooser.
     void AddWindow(SkinnedWindow& window);
-    void RemoveWindow(SkinnedWindow& window);
 
     // Lists the skins anew and shows the chooser with its top left corner here (pixels of the
     // desktop), moved up where it would hang over the bottom of the screen.
