@@ -63,9 +63,11 @@ set_up_wine() {
   tools/windows/wine-run wineboot --init > /dev/null 2>&1 < /dev/null || die "Wine does not start"
 }
 
-# Ends what still runs in that set-up, and nothing else.
+# Ends what still runs in that set-up, and nothing else, and waits for Wine's server, which writes
+# the registry last of all.
 end_wine() {
   tools/windows/wine-run wineboot --kill > /dev/null 2>&1 < /dev/null || true
+  WINEPREFIX=$STILLPOST_WINEPREFIX timeout 20 "${wine_program%/*}/wineserver64" --wait || true
   kill "$screen_pid"
 }
 
