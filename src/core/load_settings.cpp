@@ -151,7 +151,7 @@ SettingSource SourceOf(const QString& file) {
 
 QString SettingFolder(const QString& programFolder, const QString& written) {
     const QString folder = Paths::WithSeparator(written);
-    if (folder.isEmpty() || HasDrive(folder) || QDir::isAbsolutePath(folder)) return folder;
+    if (folder.isEmpty() || folder.startsWith(QDir::separator()) || HasDrive(folder)) return folder;
     const QString full = Paths::WithSeparator(programFolder) + folder;
     (void)QDir().mkpath(full);
     return full;
@@ -169,8 +169,9 @@ Settings LoadSettings(const QString& programFolder, const SettingSource& source)
     settings.Cameras = ReadList(Reader(source, "Cameras"), "Cam", mostCameras);
     settings.CameraControls =
         ReadList(Reader(source, "CameraControls"), "Control", mostAdjustments);
-    const QString path = read.Text("Path");
-    settings.WorkPath = SettingFolder(programFolder, path.isEmpty() ? "work" : path);
+    settings.WorkPath = SettingFolder(programFolder, read.Text("Path"));
+    if (settings.WorkPath.isEmpty() || !QDir(settings.WorkPath).exists())
+        settings.WorkPath = SettingFolder(programFolder, "work");
     settings.Sprache = read.Text("Sprache");
     return settings;
 }

@@ -10,8 +10,9 @@
 using SettingSource = std::function<QString(const QString& section, const QString& key)>;
 
 // Reads the settings from the file, whose folder is the program folder. Reading never fails: what
-// is missing or out of range is replaced as the table of settings says. Folders that have to exist
-// (WorkPath, and those given relative to the program folder) are created.
+// is missing or out of range is replaced as the table of settings says. Folders given relative to
+// the program folder are created. A WorkPath that is not there, of another machine perhaps, gives
+// way to the folder "work", so that pictures are made all the same.
 [[nodiscard]] Settings LoadSettings(const QString& file);
 
 // The same from another source, with the full path of the program folder.

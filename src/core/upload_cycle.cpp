@@ -241,6 +241,8 @@ bool UploadCycle::MakePicture() {
     const qint64 start = parts.Wait.OwnClock().Milliseconds();
     const bool made = parts.Pictures.MakePicture();
     if (made) madeAt = start;
+    const QString& unwritten = parts.Pictures.Unwritten();
+    if (!made && !unwritten.isEmpty()) parts.Display.ShowStatus("Cannot write " + unwritten);
     return made;
 }
 

@@ -50,13 +50,15 @@ bool SaveAfterDelete(const QString& target, const imgdes& image, int quality) {
     return false;
 }
 
-bool SavePicture(const PictureState& state, const imgdes& image, const QString& picture) {
+bool SavePicture(PictureState& state, const imgdes& image, const QString& picture) {
     const int quality = WholeNumber(state.JPGQuality);
-    if (!state.LocalMode) return savejpg(picture, image, quality) == ImagingDone;
-    const QString target = state.Verzeichnis + QStringLiteral("pw.jpg");
-    const bool saved = state.DeleteFirst ? SaveAfterDelete(target, image, quality)
-                                         : savejpg(target, image, quality) == ImagingDone;
-    return saved && WholeFile::Copy(target, picture);
+    const QString target = state.LocalMode ? state.Verzeichnis + QStringLiteral("pw.jpg") : picture;
+    const bool saved = state.LocalMode && state.DeleteFirst
+                           ? SaveAfterDelete(target, image, quality)
+                           : savejpg(target, image, quality) == ImagingDone;
+    if (saved && (!state.LocalMode || WholeFile::Copy(target, picture))) return true;
+    state.Unwritten = saved ? picture : target;
+    return false;
 }
 
 }  // namespace

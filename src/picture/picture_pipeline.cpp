@@ -22,6 +22,7 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
     : state(pictureState), capture(captureControl), waiting(wait), boxes(messageBoxes) {}
 
 bool PicturePipeline::MakePicture() {
+    state.Unwritten.clear();
     if (!CaptureFrame()) return false;
     ReadOverlaySettings();
     if (overlays) overlays->BuildOverlayText();
@@ -34,14 +35,16 @@ bool PicturePipeline::MakePicture() {
     // cannot be saved. Removed beforehand, it also never reaches the disk, whereas a file system
     // that is careful with renames starts writing a replaced file at once.
     QFile::remove(FramePath());
-    if (!SaveSurface(state.Picture2, FramePath())) return false;
-    return EncodeJpeg();
+    if (SaveSurface(state.Picture2, FramePath())) return EncodeJpeg();
+    state.Unwritten = FramePath();
+    return false;
 }
 
 bool PicturePipeline::CaptureFrame() {
     const bool grabbed = capture.GrabFrame();
     const bool saved = capture.SaveDIB(FramePath());
     SetPreview();
+    if (grabbed && !saved) state.Unwritten = FramePath();
     return state.CameraRunning && capture.Running() && grabbed && saved;
 }
 

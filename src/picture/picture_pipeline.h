@@ -22,6 +22,9 @@ class PicturePipeline {
     // as it was.
     bool MakePicture();
 
+    // The file that the last cycle could not write; empty when that was not its fault.
+    [[nodiscard]] const QString& Unwritten() const { return state.Unwritten; }
+
     // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.
     bool EncodeJpeg();
 

@@ -38,6 +38,8 @@ struct PictureState {
         return QStringList{ProgramFolder} + InstalledFolders;
     }
 
+    // The file that the last picture could not be written to; empty when it was.
+    QString Unwritten;
     QImage Picture2;              // the drawing surface, Format_BGR888
     BITMAPINFOHEADER LastHeader;  // of the last picture that was encoded
 };

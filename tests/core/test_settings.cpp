@@ -107,14 +107,17 @@ class TestSettings : public QObject {
         row("empty", "", "", false);
         row("full", path + "/none", path + "/none/", false);
         row("relative", "a\\b", path + "/a/b/", true);
-        row("drive of the other system", "C:\\pics", "C:/pics/", false);
+        row("drive of the other system", "Q:\\pics", "Q:/pics/", false);
+        row("root of the other system", "/none/pics", "/none/pics/", false);
     }
     void Folders() {
         const auto [written, path, created] = Row<QString, QString, bool>();
         const QString full = Native(path);
         QCOMPARE(Load({{"Einstellungen/ArchivePath", written}}).ArchivePath, full);
         QCOMPARE(!full.isEmpty() && QFileInfo(full).isDir(), created);
-        if (!written.isEmpty()) QCOMPARE(Load({{"Einstellungen/Path", written}}).WorkPath, full);
+        // Pictures are made all the same where the working folder is not there.
+        QCOMPARE(Load({{"Einstellungen/Path", written}}).WorkPath,
+                 created ? full : Native(folder.path() + "/work/"));
         // Of a server's folders nothing is known here, and without a server there is none.
         const auto verzeichnis = [&](const QString& server) {
             return Load({{"Einstellungen/Server", server}, {"Einstellungen/Verzeichnis", written}})

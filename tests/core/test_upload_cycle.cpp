@@ -72,17 +72,23 @@ class TestUploadCycle : public QObject {
     }
 
     void LocalFolderThatCannotBeWritten_data() {
-        const Rows<QString> row;
-        row("missing", "missing/");
-        row("not set", "");
+        const Rows<QString, QString, QString> row;
+        row("missing", "missing/", "", "Cannot write %1/missing/pw.jpg");
+        row("not set", "", "", "No folder for the pictures: Verzeichnis is empty");
+        row("no working folder", "", "gone/", "Cannot write %1/gone/1pw.bmp");
     }
     void LocalFolderThatCannotBeWritten() {
-        const auto [folder] = Row<QString>();
+        const auto [folder, work, status] = Row<QString, QString, QString>();
         CycleFixture f;
-        GoLocal(f, folder);
+        const QString usual = f.State.Values.WorkPath;
+        if (!work.isEmpty()) f.State.Values.WorkPath = f.Folder.filePath(work);
+        GoLocal(f, work.isEmpty() ? folder : "./");
         f.Cycle.Start();
         f.Time.Advance(5000);
         QCOMPARE(f.Published(), 0);
+        QCOMPARE(f.Display.Statuses.last(),
+                 status.contains(u'%') ? status.arg(f.Folder.path()) : status);
+        f.State.Values.WorkPath = usual;
         QVERIFY2(!QFile::exists("pw.jpg"), "not into the folder that the program was started in");
         QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
         GoLocal(f, "missing/");

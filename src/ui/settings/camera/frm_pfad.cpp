@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "base/profile_file.h"
+#include "core/load_settings.h"
 #include "core/program.h"
 #include "ui/settings/camera/folder_list.h"
 #include "ui/settings/mnemonics.h"
@@ -136,9 +137,9 @@ void frmPfad::Open() {
 QString frmPfad::Begin() const {
     const bool archive = program.State.PathForArchive;
     const QString key = archive ? QString("ArchivePath") : "Path";
-    if (ReadSetting(program.SettingsFile(), "Einstellungen", key).isEmpty())
-        return archive ? QDir::homePath() : program.State.Values.WorkPath;
-    return archive ? program.State.Values.ArchivePath : program.State.Values.WorkPath;
+    const QString written = ReadSetting(program.SettingsFile(), "Einstellungen", key);
+    if (!written.isEmpty()) return SettingFolder(program.ProgramFolder(), written);
+    return archive ? QDir::homePath() : program.State.Values.WorkPath;
 }
 
 void frmPfad::ShowPath() {
