@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 
 namespace {
@@ -42,6 +43,14 @@ CaptureFormat Nearest(const QList<CaptureFormat>& offered, const FormatWish& wis
     });
 }
 
+// Some cameras do not open at all when they are asked for a rate that they do not have, be it 30
+// instead of 29.996.
+double RateFor(const CaptureFormat& format, double wanted) {
+    if (format.Rates.isEmpty()) return wanted;
+    return *std::ranges::min_element(format.Rates, std::less<>(),
+                                     [wanted](double rate) { return std::abs(rate - wanted); });
+}
+
 }  // namespace
 
 std::optional<FormatWish> ParseFormatWish(const QString& text) {
@@ -64,9 +73,7 @@ std::optional<CaptureFormat> ChooseCaptureFormat(const QList<CaptureFormat>& off
             .Width = wish->Width, .Height = wish->Height, .Rate = wish->Rate, .PixelFormat = {}};
     }
     CaptureFormat chosen = wish ? Nearest(offered, *wish) : Largest(offered);
-    if (wish && wish->Rate > 0)
-        chosen.Rate = wish->Rate;
-    else
-        chosen.Rate = std::min(chosen.Rate, usualRate);
+    chosen.Rate =
+        RateFor(chosen, wish && wish->Rate > 0 ? wish->Rate : std::min(chosen.Rate, usualRate));
     return chosen;
 }

@@ -8,7 +8,9 @@
 struct CameraControl {
     enum class Form { Number, Switch, Menu };
 
-    QString Id;    // stays the same from boot to boot, and on each system where it can; no '|'
+    // Stays the same from boot to boot; the same on two systems only if the values mean the same.
+    // No '|'.
+    QString Id;
     QString Name;  // as the driver names it
     Form Kind = Form::Number;
     int Least = 0;
@@ -28,18 +30,16 @@ class CameraControls : public QObject {
     Q_OBJECT
 
   public:
-    // The windows that a camera's driver may bring along.
-    enum class OwnPage { Format, Picture };
-
     // What the camera can adjust, with the present values; empty when it cannot be asked.
     [[nodiscard]] virtual QList<CameraControl> List(const CaptureDevice& device) const = 0;
+    // The ids that every camera may have, for which the windows have words; others are a driver's.
+    [[nodiscard]] virtual QStringList KnownIds() const { return {}; }
     // False when the camera does not take the value now.
     [[nodiscard]] virtual bool Set(const CaptureDevice& device,
                                    const CameraControlValue& value) = 0;
 
-    // Shows the driver's own window in front of the window with this native handle, and returns
-    // when it is closed. False, at once, where drivers have none: the program shows its own then.
-    [[nodiscard]] virtual bool ShowOwnPage(const CaptureDevice&, OwnPage, quintptr) {
-        return false;
-    }
+    // Whether the driver brings a window of its own along.
+    [[nodiscard]] virtual bool HasOwnPages(const CaptureDevice&) const { return false; }
+    // Shows it in front of the window with this native handle, and returns when it is closed.
+    virtual void ShowOwnPages(const CaptureDevice&, quintptr) {}
 };

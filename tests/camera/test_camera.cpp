@@ -155,6 +155,7 @@ void CameraTest::ControlsAreListed() {
         QVERIFY2(control.Name != "Volume" && control.Name != "Button" && control.Name != "String",
                  qPrintable(control.Name));
     QVERIFY(!controls->Set(device, {"NoSuchThing", 1}));
+    QVERIFY(!controls->Set(device, {"Brightness", 256}));
     QVERIFY(controls->List({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
 }
 

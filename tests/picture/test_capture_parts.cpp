@@ -10,6 +10,7 @@
 #include "picture/device_packets.h"
 #include "picture/test_capture_aids.h"
 #include "picture/test_picture.h"
+#include "platform/frame_rates.h"
 #include "support/data_rows.h"
 
 #include <QTest>
@@ -60,12 +61,30 @@ class CapturePartsTest : public QObject {
         row("rate not known", {Raw(640, 480, 0), Jpeg(640, 480, 30)}, "", "640x480@0 yuyv422");
         row("told as 4.99", {Raw(640, 480, 4.99), Jpeg(640, 480, 30)}, "", "640x480@4.99 yuyv422");
         row("nothing offered", {}, "640x480@5", "640x480@5 ");
+        const CaptureFormat rated{640, 480, 60, "mjpeg", true, {60, 29.996, 10}};
+        row("rate told more exactly", {rated}, "640x480@30", "640x480@29.996 mjpeg");
+        row("slower than it can", {rated}, "640x480@5", "640x480@10 mjpeg");
+        row("no wish", {rated}, "", "640x480@29.996 mjpeg");
     }
     void FormatIsChosen() {
         const auto [offered, asked, expected] = Row<QList<CaptureFormat>, QString, QString>();
         const auto chosen = ChooseCaptureFormat(offered, asked);
         QVERIFY(chosen);
         QCOMPARE(Text(*chosen), expected);
+    }
+
+    void RatesAreOfferedBetween_data() {
+        const Rows<double, double, QList<double>> row;
+        row("ends among the usual", 5, 30, {5, 7.5, 10, 15, 20, 24, 25, 30});
+        row("ends beside them", 8, 12.5, {8, 10, 12.5});
+        row("one rate", 30, 30, {30});
+        row("rounded to less", 30.001, 30, {30});
+        row("no lower end", 0.001, 2, {1, 2});
+        row("slow", 0.2, 0.5, {0.2, 0.5});
+    }
+    void RatesAreOfferedBetween() {
+        const auto [lowest, highest, rates] = Row<double, double, QList<double>>();
+        QCOMPARE(RatesBetween(lowest, highest), rates);
     }
 
     void CamerasAreNamed() {

@@ -66,6 +66,7 @@ class Driver final : public IUnknown {
         Camera.Properties = {
             {CameraControl_Exposure, {-13, -1, 1, -6, automatic | byHand, -5, automatic}},
             {CameraControl_Focus, {0, 250, 5, 0, automatic | byHand, 30, byHand}},
+            {CameraControl_Pan, {-180, 180, 1, 0, byHand, 5, byHand}},
             {CameraControl_Iris, {0, 9, 1, 0, automatic, 3, automatic}}};
     }
     HRESULT WINAPI QueryInterface(REFIID id, void** found) override {
@@ -99,9 +100,9 @@ class TestFilterControls : public QObject {
         QCOMPARE(listed,
                  QStringList({"Brightness 16 -64..64 0 free", "WhiteBalanceAuto 1 0..1 0 free",
                               "WhiteBalance 4600 2800..6500 0 ruled", "PowerLine 2 0..2 3 free",
-                              "ExposureAuto 0 0..1 2 free", "Exposure -5 -13..-1 0 ruled",
+                              "ExposureAuto 0 0..1 2 free", "ExposurePowers -5 -13..-1 0 ruled",
                               "FocusAuto 0 0..1 0 free", "Focus 30 0..250 0 free",
-                              "Iris 3 0..9 0 ruled"}));
+                              "PanDegrees 5 -180..180 0 free", "IrisTenths 3 0..9 0 ruled"}));
     }
 
     void valuesAreTaken_data() {
@@ -109,10 +110,13 @@ class TestFilterControls : public QObject {
         row("number", "Brightness", -64, VideoProcAmp_Brightness, false, true, -64, byHand);
         row("between steps", "Brightness", -43, VideoProcAmp_Brightness, false, true, -48, byHand);
         row("too much", "Brightness", 65, VideoProcAmp_Brightness, false, false, 16, byHand);
-        row("ruled", "Exposure", -3, CameraControl_Exposure, true, false, -5, automatic);
+        row("ruled", "ExposurePowers", -3, CameraControl_Exposure, true, false, -5, automatic);
         row("exposure by hand", "ExposureAuto", 1, CameraControl_Exposure, true, true, -5, byHand);
         row("exposure of another system", "ExposureAuto", 3, CameraControl_Exposure, true, true, -5,
             automatic);
+        row("degrees", "PanDegrees", 36, CameraControl_Pan, true, true, 36, byHand);
+        row("another system's parts of degrees", "Pan", 36, CameraControl_Pan, true, false, 5,
+            byHand);
         row("automatic on", "FocusAuto", 1, CameraControl_Focus, true, true, 30, automatic);
         row("automatic off", "WhiteBalanceAuto", 0, VideoProcAmp_WhiteBalance, false, true, 4600,
             byHand);

@@ -130,28 +130,42 @@ class TestWindowsServices : public QObject {
     }
 
     void cameraFormats_data() {
-        const Rows<DWORD, int, int, qint64, CaptureFormat> row;
+        const Rows<DWORD, int, int, qint64, qint64, CaptureFormat> row;
         const auto code = [](const char* text) {
             DWORD number = 0;
             memcpy(&number, text, sizeof number);
             return number;
         };
-        row("colours", BI_RGB, 24, -480, 333'333, {640, 480, 30, "bgr24", false});
-        row("raw", code("YUY2"), 16, 480, 333'370, {640, 480, 29.996, "yuyv422", false});
-        row("packed", code("MJPG"), 24, 480, 166'666, {640, 480, 60, "mjpeg", true});
-        row("no rate", code("H264"), 0, 480, 0, {640, 480, 0, "h264", true});
-        row("strange", code("XYZ1"), 0, 480, 333'333, {640, 480, 30, "", false});
-        row("palette", BI_RGB, 8, 480, 333'333, {640, 480, 30, "", false});
+        row("colours", BI_RGB, 24, -480, 333'333, 333'333, {640, 480, 30, "bgr24", false, {30}});
+        row("raw", code("YUY2"), 16, 480, 333'370, 1'000'000,
+            {640, 480, 29.996, "yuyv422", false, {10, 15, 20, 24, 25, 29.996}});
+        row("packed", code("MJPG"), 24, 480, 166'666, 333'333,
+            {640, 480, 60, "mjpeg", true, {30.001, 50, 60}});
+        row("no rate", code("H264"), 0, 480, 0, 0, {640, 480, 0, "h264", true});
+        row("no slowest rate", code("H264"), 0, 480, 400'000, 0,
+            {640, 480, 25, "h264", true, {25}});
+        row("strange", code("XYZ1"), 0, 480, 333'333, 0, {640, 480, 30, "", false, {30}});
+        row("palette", BI_RGB, 8, 480, 333'333, 0, {640, 480, 30, "", false, {30}});
     }
     void cameraFormats() {
-        const auto [compression, bits, height, interval, format] =
-            Row<DWORD, int, int, qint64, CaptureFormat>();
+        const auto [compression, bits, height, shortest, longest, format] =
+            Row<DWORD, int, int, qint64, qint64, CaptureFormat>();
         BITMAPINFOHEADER picture{};
         picture.biWidth = 640;
         picture.biHeight = height;
         picture.biBitCount = static_cast<WORD>(bits);
         picture.biCompression = compression;
-        QCOMPARE(FormatOf(picture, interval), format);
+        QCOMPARE(FormatOf(picture, shortest, longest), format);
+    }
+
+    void formatsOfSeveralEntriesAreOne() {
+        QList<CaptureFormat> formats;
+        AddFormat(formats, {640, 480, 15, "mjpeg", true, {15}});
+        AddFormat(formats, {640, 480, 30, "mjpeg", true, {15, 30}});
+        AddFormat(formats, {640, 480, 15, "yuyv422", false, {15}});
+        AddFormat(formats, {640, 480, 15, "", false, {15}});
+        QCOMPARE(formats, QList<CaptureFormat>({{640, 480, 30, "mjpeg", true, {15, 30}},
+                                                {640, 480, 15, "yuyv422", false, {15}}}));
     }
 
     void camerasCanBeOpened() {

@@ -295,7 +295,8 @@ class TestCameraWindows : public QObject {
         QCOMPARE(camera.Value("0x00980999"), 1);
         QTest::keyClick(&fixture.Picture, Qt::Key_Escape);
         for (const CameraControl& former : Controls())
-            if (former.Id != "Exposure") QCOMPARE(camera.Value(former.Id), former.Value);
+            // The automatic, which is on again, has the time to itself.
+            QCOMPARE(camera.Value(former.Id), former.Id == "Exposure" ? 9 : former.Value);
         QCOMPARE(fixture.Lines(), before);
     }
 
@@ -321,20 +322,51 @@ class TestCameraWindows : public QObject {
         QCOMPARE(fixture.System.Controls.Value("Brightness"), 10);
     }
 
-    void DriversOwnPagesComeFirst() {
-        CameraFixture fixture;
-        fixture.System.Controls.HasOwnPages = true;
-        fixture.Window.Open();
-        fixture.Window.btnFormat->click();
-        fixture.Window.btnPicture->click();
-        using enum CameraControls::OwnPage;
-        QCOMPARE(fixture.System.Controls.OwnPages, QList({Format, Picture}));
-        QVERIFY(!fixture.Window.Format.isVisible() && !fixture.Window.Picture.isVisible());
+    // By the operator, and by the automatic that rules the exposure meanwhile.
+    void DriversOwnWindowChangesAsThisOneDoes_data() {
+        const Rows<bool, bool, QStringList, int> row;  // left meanwhile, saved, lines, brightness
+        row("saved", false, true, {"Control1=Left|0x00980999|1", "Control2=Left|Brightness|-20"},
+            -20);
+        row("closed", false, false, {"Control1=Left|Gain|7", "Control2=Left|Hue|7"}, 10);
+        row("closed under it", true, false, {"Control1=Left|Gain|7", "Control2=Left|Hue|7"}, 10);
+    }
+    void DriversOwnWindowChangesAsThisOneDoes() {
+        const auto [left, saved, lines, brightness] = Row<bool, bool, QStringList, int>();
+        PictureFixture fixture;
+        QList<CameraControl>& controls = fixture.System.Controls.Controls;
+        CameraPicture& picture = fixture.Picture;
+        QVERIFY(!picture.btnDriver->isVisible());
+        picture.reject();
+        fixture.System.Controls.OwnPages = [&] {
+            if (left) fixture.Core->SelectDriver(1);
+            controls[0].Value = -20;
+            controls[1].Value = 99;
+            controls[3].Value = 1;
+        };
+        picture.Open();
+        QVERIFY(picture.btnDriver->isVisible());
+        picture.btnDriver->click();
+        if (saved) QVERIFY(picture.Save());
+        picture.reject();
+        QCOMPARE(controls[0].Value, brightness);
+        QCOMPARE(controls[3].Value, saved ? 1 : 0);
+        QCOMPARE(fixture.Lines().filter("Control").mid(1, 2), lines);
+        if (saved) QCOMPARE(fixture.Lines().filter("Control").last(), "Control3=");
+    }
+
+    void EveryUsualControlHasAName() {
+        const Texts words(Texts::Language::English);
+        const QStringList ids = MakePlatform().Controls->KnownIds();
+        QVERIFY(ids.contains("ExposureAuto"));
+        for (const QString& id : ids)
+            QVERIFY2(!words.Get("CameraControls", id).startsWith(u'?'), qPrintable(id));
     }
 
     void EveryWindowIsWholeAndNamed() {
         PictureFixture fixture;
         frmCam& window = fixture.Window;
+        window.Picture.reject();
+        fixture.System.Controls.OwnPages = [] {};
         for (SettingsWindow* each : std::initializer_list<SettingsWindow*>{
                  &window.Picture, &window.Format, &window.Sources}) {
             each->Open();

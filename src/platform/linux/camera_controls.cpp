@@ -133,7 +133,12 @@ std::optional<CameraControl> Control(const VideoNode& node, const v4l2_queryctrl
 
 bool SetOn(const VideoNode& node, const CameraControlValue& value) {
     v4l2_control wanted{.id = CodeOf(value.Id), .value = value.Value};
-    return wanted.id != 0 && node.Ask(VIDIOC_S_CTRL, &wanted);
+    v4l2_queryctrl query{};
+    query.id = wanted.id;
+    // Drivers make the nearest of a value that they do not have: of one that was kept for another
+    // camera, the darkest picture.
+    return wanted.id != 0 && node.Ask(VIDIOC_QUERYCTRL, &query) && value.Value >= query.minimum &&
+           value.Value <= query.maximum && node.Ask(VIDIOC_S_CTRL, &wanted);
 }
 
 class NodeControls : public CameraControls {
@@ -148,6 +153,12 @@ class NodeControls : public CameraControls {
             query.id |= V4L2_CTRL_FLAG_NEXT_CTRL;
         }
         return controls;
+    }
+
+    QStringList KnownIds() const override {
+        QStringList ids;
+        for (const KnownControl& known : knownControls) ids << QString::fromLatin1(known.Id);
+        return ids;
     }
 
     bool Set(const CaptureDevice& device, const CameraControlValue& value) override {

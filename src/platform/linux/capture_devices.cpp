@@ -1,5 +1,6 @@
 #include "platform/linux/capture_devices.h"
 
+#include "platform/frame_rates.h"
 #include "platform/linux/camera_controls.h"
 #include "platform/linux/v4l2_device.h"
 #include "platform/linux/video_node.h"
@@ -43,15 +44,6 @@ double RateOf(const v4l2_fract& interval) {
     return interval.numerator > 0 ? double(interval.denominator) / interval.numerator : 0;
 }
 
-// The usual rates among a range's, and its highest one.
-QList<double> RatesInRange(const v4l2_frmival_stepwise& range) {
-    const double highest = RateOf(range.min);
-    QList<double> rates;
-    for (const double usual : {1.0, 2.0, 5.0, 10.0, 15.0, 20.0, 25.0, 30.0, 50.0, 60.0})
-        if (usual >= RateOf(range.max) && usual < highest) rates << usual;
-    return rates << highest;
-}
-
 // The rates of a size, pictures per second; none when the driver does not tell.
 QList<double> Rates(const VideoNode& node, __u32 code, QSize size) {
     QList<double> rates;
@@ -60,7 +52,8 @@ QList<double> Rates(const VideoNode& node, __u32 code, QSize size) {
     entry.width = static_cast<__u32>(size.width());
     entry.height = static_cast<__u32>(size.height());
     for (; node.Ask(VIDIOC_ENUM_FRAMEINTERVALS, &entry); ++entry.index) {
-        if (entry.type != V4L2_FRMIVAL_TYPE_DISCRETE) return RatesInRange(entry.stepwise);
+        if (entry.type != V4L2_FRMIVAL_TYPE_DISCRETE)
+            return RatesBetween(RateOf(entry.stepwise.max), RateOf(entry.stepwise.min));
         rates << RateOf(entry.discrete);
     }
     return rates;

@@ -59,17 +59,14 @@ class TestCameraControls : public CameraControls {
     QList<CameraControl> Controls;
     // Called after each value that was taken, so that a test can let one control rule another.
     std::function<void()> Changed = [] {};
-    QList<OwnPage> OwnPages;  // that were asked for
-    bool HasOwnPages = false;
+    std::function<void()> OwnPages;  // what the operator does in them; none without
 
     [[nodiscard]] QList<CameraControl> List(const CaptureDevice&) const override {
         return Controls;
     }
     [[nodiscard]] bool Set(const CaptureDevice& device, const CameraControlValue& value) override;
-    [[nodiscard]] bool ShowOwnPage(const CaptureDevice&, OwnPage page, quintptr) override {
-        OwnPages << page;
-        return HasOwnPages;
-    }
+    [[nodiscard]] bool HasOwnPages(const CaptureDevice&) const override { return !!OwnPages; }
+    void ShowOwnPages(const CaptureDevice&, quintptr) override { OwnPages(); }
     [[nodiscard]] int Value(const QString& id) const;
 };
 

@@ -5,7 +5,20 @@
 
 #include <olectl.h>
 
+#include <vector>
+
 namespace {
+
+// Those of the filter. Those of its pins set the format of this filter only, and FFmpeg opens one
+// of its own.
+std::vector<CLSID> PagesOf(IBaseFilter& filter) {
+    const auto driver = ComQuery<ISpecifyPropertyPages>(filter);
+    CAUUID found{};
+    if (!driver || FAILED(driver->GetPages(&found))) return {};
+    const std::vector<CLSID> pages(found.pElems, found.pElems + found.cElems);
+    CoTaskMemFree(found.pElems);
+    return pages;
+}
 
 // Each call loads a filter of its own: drivers keep the values for all filters of a camera, also
 // for the one that delivers pictures meanwhile.
@@ -23,24 +36,24 @@ class DirectShowControls : public CameraControls {
         return filter && FilterControls::Set(*filter, value);
     }
 
-    bool ShowOwnPage(const CaptureDevice& device, OwnPage page, quintptr window) override {
-        // A driver's format page sets one filter's pin only, and FFmpeg opens one of its own: what
-        // is chosen there would never be seen.
-        if (page == OwnPage::Format) return false;
+    QStringList KnownIds() const override { return FilterControls::KnownIds(); }
+
+    bool HasOwnPages(const CaptureDevice& device) const override {
         const ComThread thread;
         const auto filter = FilterAt(device.Address);
-        const auto driver = filter ? ComQuery<ISpecifyPropertyPages>(*filter) : nullptr;
-        CAUUID pages{};
-        if (!driver || FAILED(driver->GetPages(&pages))) return false;
+        return filter && !PagesOf(*filter).empty();
+    }
+
+    void ShowOwnPages(const CaptureDevice& device, quintptr window) override {
+        const ComThread thread;
+        const auto filter = FilterAt(device.Address);
+        if (!filter) return;
+        std::vector<CLSID> pages = PagesOf(*filter);
         IUnknown* object = filter.get();
         const std::wstring name = device.Name.toStdWString();
-        const HRESULT shown =
-            pages.cElems == 0 ? E_FAIL
-                              : OleCreatePropertyFrame(
-                                    reinterpret_cast<HWND>(window), 0, 0, name.c_str(), 1, &object,
-                                    pages.cElems, pages.pElems, LOCALE_USER_DEFAULT, 0, nullptr);
-        CoTaskMemFree(pages.pElems);
-        return SUCCEEDED(shown);
+        OleCreatePropertyFrame(reinterpret_cast<HWND>(window), 0, 0, name.c_str(), 1, &object,
+                               static_cast<ULONG>(pages.size()), pages.data(), LOCALE_USER_DEFAULT,
+                               0, nullptr);
     }
 };
 

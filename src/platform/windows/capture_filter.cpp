@@ -1,5 +1,7 @@
 #include "platform/windows/capture_filter.h"
 
+#include "platform/frame_rates.h"
+
 #include <dvdmedia.h>
 #include <ks.h>
 #include <ksproxy.h>
@@ -8,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -91,20 +94,24 @@ void AddFormats(IPin& pin, QList<CaptureFormat>& formats) {
         if (!picture) continue;
         VIDEO_STREAM_CONFIG_CAPS abilities{};
         std::copy_n(bytes.begin(), sizeof abilities, reinterpret_cast<BYTE*>(&abilities));
-        const CaptureFormat format = FormatOf(*picture, abilities.MinFrameInterval);
-        // The two forms of header offer the same thing twice.
-        if (!format.PixelFormat.isEmpty() && !formats.contains(format)) formats << format;
+        AddFormat(formats,
+                  FormatOf(*picture, abilities.MinFrameInterval, abilities.MaxFrameInterval));
     }
 }
 
 }  // namespace
 
-CaptureFormat FormatOf(const BITMAPINFOHEADER& picture, qint64 interval) {
+CaptureFormat FormatOf(const BITMAPINFOHEADER& picture, qint64 shortest, qint64 longest) {
     CaptureFormat format{.Width = static_cast<int>(picture.biWidth),
                          .Height = std::abs(static_cast<int>(picture.biHeight)),
                          .PixelFormat = {}};
-    // Rounded down: asked for more than its highest rate, a camera refuses.
-    if (interval > 0) format.Rate = std::floor(1e10 / static_cast<double>(interval)) / 1000;
+    // Rounded to within: asked for more than its highest rate, a camera refuses.
+    if (shortest > 0) {
+        format.Rate = std::floor(1e10 / static_cast<double>(shortest)) / 1000;
+        const qint64 slowest = std::max(shortest, longest);
+        const double lowest = std::ceil(1e10 / static_cast<double>(slowest)) / 1000;
+        format.Rates = RatesBetween(lowest, format.Rate);
+    }
     for (const PixelFormatName& name : names) {
         if (name.Compression != picture.biCompression) continue;
         if (name.Bits != 0 && name.Bits != picture.biBitCount) continue;
@@ -113,6 +120,21 @@ CaptureFormat FormatOf(const BITMAPINFOHEADER& picture, qint64 interval) {
         break;
     }
     return format;
+}
+
+void AddFormat(QList<CaptureFormat>& formats, const CaptureFormat& format) {
+    if (format.PixelFormat.isEmpty()) return;
+    const auto same = [](const CaptureFormat& f) {
+        return std::tuple(f.Width, f.Height, f.PixelFormat);
+    };
+    const auto known = std::ranges::find(formats, same(format), same);
+    if (known == formats.end()) {
+        formats << format;
+        return;
+    }
+    known->Rate = std::max(known->Rate, format.Rate);
+    for (const double rate : format.Rates)
+        if (!known->Rates.contains(rate)) known->Rates << rate;
 }
 
 QList<CaptureFormat> FormatsOf(IBaseFilter& filter) {

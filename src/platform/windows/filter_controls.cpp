@@ -15,6 +15,7 @@ struct KnownControl {
     const char* Id;
     Side Of;
     long Property;
+    const char* Unit = "";  // where other systems count the values otherwise
 };
 
 constexpr long powerLineFrequency = 13;  // newer than the header
@@ -30,19 +31,25 @@ constexpr std::array knownControls{
     KnownControl{"PowerLine", Side::Picture, powerLineFrequency},
     KnownControl{"Sharpness", Side::Picture, VideoProcAmp_Sharpness},
     KnownControl{"Backlight", Side::Picture, VideoProcAmp_BacklightCompensation},
-    KnownControl{"Exposure", Side::Camera, CameraControl_Exposure},
+    KnownControl{"Exposure", Side::Camera, CameraControl_Exposure, "Powers"},
     KnownControl{"Focus", Side::Camera, CameraControl_Focus},
     KnownControl{"Zoom", Side::Camera, CameraControl_Zoom},
-    KnownControl{"Pan", Side::Camera, CameraControl_Pan},
-    KnownControl{"Tilt", Side::Camera, CameraControl_Tilt},
-    KnownControl{"Iris", Side::Camera, CameraControl_Iris},
+    KnownControl{"Pan", Side::Camera, CameraControl_Pan, "Degrees"},
+    KnownControl{"Tilt", Side::Camera, CameraControl_Tilt, "Degrees"},
+    KnownControl{"Iris", Side::Camera, CameraControl_Iris, "Tenths"},
 };
 
 // The two interfaces have the same numbers for them.
 constexpr long automatic = VideoProcAmp_Flags_Auto;
 constexpr long byHand = VideoProcAmp_Flags_Manual;
 
-const QString automaticSuffix = QStringLiteral("Auto");
+QString ValueId(const KnownControl& known) {
+    return QString::fromLatin1(known.Id) + QLatin1String(known.Unit);
+}
+
+QString SwitchId(const KnownControl& known) {
+    return QString::fromLatin1(known.Id) + QStringLiteral("Auto");
+}
 
 // The automatic of the exposure has several forms on other systems, where 1 is none of them.
 constexpr int exposureByHand = 1;
@@ -96,7 +103,7 @@ bool Tell(IUnknown& filter, const KnownControl& known, long value, long flag) {
 }
 
 CameraControl ControlOf(const KnownControl& known, const Reading& now) {
-    CameraControl control{.Id = QString::fromLatin1(known.Id),
+    CameraControl control{.Id = ValueId(known),
                           .Name = QString::fromLatin1(known.Id),
                           .Least = static_cast<int>(now.Least),
                           .Most = static_cast<int>(now.Most),
@@ -114,7 +121,7 @@ CameraControl ControlOf(const KnownControl& known, const Reading& now) {
 
 // Drivers do not tell whether the automatic is on by itself, but with cameras that have one it is.
 CameraControl SwitchOf(const KnownControl& known, const Reading& now) {
-    CameraControl control{.Id = QString::fromLatin1(known.Id) + automaticSuffix,
+    CameraControl control{.Id = SwitchId(known),
                           .Name = QString::fromLatin1(known.Id) + QStringLiteral(" (automatic)"),
                           .Kind = CameraControl::Form::Switch,
                           .Default = 1,
@@ -156,11 +163,16 @@ QList<CameraControl> FilterControls::List(IUnknown& filter) {
     return controls;
 }
 
+QStringList FilterControls::KnownIds() {
+    QStringList ids;
+    for (const KnownControl& known : knownControls) ids << SwitchId(known) << ValueId(known);
+    return ids;
+}
+
 bool FilterControls::Set(IUnknown& filter, const CameraControlValue& value) {
     for (const KnownControl& known : knownControls) {
-        const QString id = QString::fromLatin1(known.Id);
-        if (value.Id == id) return SetValue(filter, known, value.Value);
-        if (value.Id == id + automaticSuffix) return SetSwitch(filter, known, value.Value);
+        if (value.Id == ValueId(known)) return SetValue(filter, known, value.Value);
+        if (value.Id == SwitchId(known)) return SetSwitch(filter, known, value.Value);
     }
     return false;
 }

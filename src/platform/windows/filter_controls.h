@@ -11,6 +11,9 @@ namespace FilterControls {
 // With the present values; what the driver does not know is left out.
 [[nodiscard]] QList<CameraControl> List(IUnknown& filter);
 
+// All ids that there are.
+[[nodiscard]] QStringList KnownIds();
+
 // False when the driver does not take the value now.
 [[nodiscard]] bool Set(IUnknown& filter, const CameraControlValue& value);
 

@@ -26,6 +26,7 @@ CameraPicture::CameraPicture(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "CameraPicture", parent),
       Live(new LivePicture(surroundings.Core.ezVidCap1, surroundings.Words)),
       btnDefaults(new QPushButton),
+      btnDriver(new QPushButton),
       lblState(new QLabel) {
     Lay();
     connect(btnDefaults, &QPushButton::clicked, this, [this] {
@@ -33,6 +34,7 @@ CameraPicture::CameraPicture(const Surroundings& surroundings, QWidget* parent)
         for (const ControlRow* row : std::as_const(rows)) controls << row->Control();
         SetAll(controls, &CameraControl::Default);
     });
+    connect(btnDriver, &QPushButton::clicked, this, &CameraPicture::ShowDriverPages);
     connect(&Core(), &Program::DriversChanged, this, &CameraPicture::LeaveOtherCamera);
     connect(&Core(), &Program::SettingsLoaded, this, &CameraPicture::Watch);
     Finish();
@@ -49,6 +51,7 @@ void CameraPicture::Lay() {
     column->addStretch(1);
     auto* below = new QHBoxLayout;
     below->addWidget(btnDefaults);
+    below->addWidget(btnDriver);
     below->addStretch(1);
     column->addLayout(below);
     auto* both = new QHBoxLayout;
@@ -68,6 +71,7 @@ void CameraPicture::ShowSettings() {
         device.Adjust(device.Address,
                       CameraAdjustments::Of(Core().State.Values.CameraControls, camera));
     ReadControls();
+    btnDriver->setVisible(Core().System().Controls->HasOwnPages(device));
     Live->Begin(true);
     Core().ezVidCap1.SetPreview(true);
     if (!rows.isEmpty()) rows.first()->Widgets().first()->setFocus();
@@ -95,7 +99,8 @@ void CameraPicture::MakeRows() {
         }
     }
     if (last) setTabOrder(last, btnDefaults);
-    setTabOrder(btnDefaults, btnSave);
+    setTabOrder(btnDefaults, btnDriver);
+    setTabOrder(btnDriver, btnSave);
     SettingsWindow::ShowTexts();
 }
 
@@ -143,6 +148,13 @@ void CameraPicture::SetAll(const QList<CameraControl>& controls, int CameraContr
     RefreshRows();
 }
 
+// What closes this window meanwhile, such as another camera, does not close the driver's.
+void CameraPicture::ShowDriverPages() {
+    Core().System().Controls->ShowOwnPages(device, winId());
+    RefreshRows();
+    if (!isVisible()) GiveBack();
+}
+
 void CameraPicture::Watch() {
     if (isVisible()) Core().ezVidCap1.SetPreview(true);
 }
@@ -155,11 +167,15 @@ void CameraPicture::LeaveOtherCamera() {
 void CameraPicture::reject() {
     const bool shown = isVisible();
     SettingsWindow::reject();
-    if (!shown) return;
+    if (shown) GiveBack();
+}
+
+// What an automatic has chosen is its own concern, whatever it has chosen since.
+void CameraPicture::GiveBack() {
     QList<CameraControl> former;
     for (const ControlRow* row : std::as_const(rows)) {
         const auto found = std::ranges::find(before, row->Control().Id, &CameraControl::Id);
-        if (found->Value != row->Control().Value) former << *found;
+        if (found->Adjustable && found->Value != row->Control().Value) former << *found;
     }
     if (!former.isEmpty()) SetAll(former, &CameraControl::Value);
 }
@@ -193,6 +209,8 @@ QList<ProfileEntry> CameraPicture::Entries() const {
 void CameraPicture::ShowTexts() {
     btnDefaults->setText(Text("Defaults"));
     btnDefaults->setToolTip(Text("btnDefaultsHelp"));
+    btnDriver->setText(Text("Driver"));
+    btnDriver->setToolTip(Text("btnDriverHelp"));
     Live->ShowTexts();
     if (isVisible()) {
         // New rows in the other language, with the values as they are.

@@ -10,7 +10,8 @@ class QLabel;
 
 // Brightness, contrast and whatever else the camera can adjust, beside its live picture. What is
 // changed acts at once; saving keeps it for the next time that the camera is opened, closing gives
-// the camera its former values back.
+// the camera its former values back. That holds for what is changed in the driver's own window as
+// well, as far as it stands in this one.
 class CameraPicture : public SettingsWindow {
     Q_OBJECT
 
@@ -19,7 +20,8 @@ class CameraPicture : public SettingsWindow {
 
     LivePicture* Live;
     QPushButton* btnDefaults;
-    QLabel* lblState;  // that there is nothing to adjust, or a value was not taken
+    QPushButton* btnDriver;  // only where the driver has a window of its own
+    QLabel* lblState;        // that there is nothing to adjust, or a value was not taken
 
     [[nodiscard]] const QList<ControlRow*>& Rows() const { return rows; }
 
@@ -39,6 +41,8 @@ class CameraPicture : public SettingsWindow {
     void RefreshRows();
     void Set(const QString& id, int value);
     void SetAll(const QList<CameraControl>& controls, int CameraControl::*value);
+    void ShowDriverPages();
+    void GiveBack();
     void Watch();
     void LeaveOtherCamera();
     [[nodiscard]] QString Caption(const CameraControl& control) const;

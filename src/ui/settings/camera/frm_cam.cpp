@@ -43,16 +43,8 @@ void frmCam::Connect() {
     connect(asFlatTextBox1, &QLineEdit::editingFinished, this, &frmCam::LookForArchive);
     connect(asFlatCheck1, &QCheckBox::clicked, this, &frmCam::LookForArchive);
     connect(btnSource, &QPushButton::clicked, &Sources, &CameraSources::Open);
-    connect(btnFormat, &QPushButton::clicked, this,
-            [this] { OpenPage(CameraControls::OwnPage::Format, Format); });
-    connect(btnPicture, &QPushButton::clicked, this,
-            [this] { OpenPage(CameraControls::OwnPage::Picture, Picture); });
-}
-
-void frmCam::OpenPage(CameraControls::OwnPage page, SettingsWindow& own) {
-    const auto device = Core().ezVidCap1.InstalledDevice();
-    if (device && Core().System().Controls->ShowOwnPage(*device, page, winId())) return;
-    own.Open();
+    connect(btnFormat, &QPushButton::clicked, &Format, &CameraFormat::Open);
+    connect(btnPicture, &QPushButton::clicked, &Picture, &CameraPicture::Open);
 }
 
 void frmCam::ShowSettings() {

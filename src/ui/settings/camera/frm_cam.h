@@ -68,7 +68,6 @@ class frmCam : public SettingsWindow {
     void OpenChooser(bool forArchive);
     void TakeFolder(const QString& folder);
     void LookForArchive();
-    void OpenPage(CameraControls::OwnPage page, SettingsWindow& own);
 
     const Languages& languages;
     QLabel* lblDriver;
