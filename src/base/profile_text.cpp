@@ -1,8 +1,18 @@
 #include "base/profile_text.h"
 
+#include <QBuffer>
+
 #include <algorithm>
 
 namespace {
+
+// What ends a line in this system's text files: people open the settings in the editor it has.
+QString SystemLineEnd() {
+    QBuffer text;
+    text.open(QIODevice::WriteOnly | QIODevice::Text);
+    text.write("\n");
+    return QString::fromLatin1(text.data());
+}
 
 bool IsBlank(QChar each) {
     return each == u' ' || each == u'\t';
@@ -130,7 +140,7 @@ std::optional<QString> ProfileText::Value(QStringView section, QStringView key) 
 QString ProfileText::LineEnd() const {
     const auto ended = std::find_if(lines.begin(), lines.end(),
                                     [](const Line& line) { return line.Next > line.End; });
-    if (ended == lines.end()) return QStringLiteral("\n");
+    if (ended == lines.end()) return SystemLineEnd();
     return content.Text.mid(ended->End, ended->Next - ended->End);
 }
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
 namespace {
 
@@ -21,6 +22,17 @@ QByteArray Utf16(const QString& text, bool littleEndian) {
         bytes.append(littleEndian ? low : high).append(littleEndian ? high : low);
     }
     return bytes;
+}
+
+// As this system's own editor would have written it.
+QByteArray TextOfThisSystem(const QByteArray& text) {
+    QTemporaryFile file;
+    if (!file.open()) qFatal("no temporary file");
+    file.setTextModeEnabled(true);
+    file.write(text);
+    file.setTextModeEnabled(false);
+    file.seek(0);
+    return file.readAll();
 }
 
 }  // namespace
@@ -66,7 +78,7 @@ class TestProfileFile : public QObject {
 
     void Writes_data() {
         const Rows<QByteArray, QString, QByteArray> row;
-        row("empty file", "", "v", "[Sec]\nKey=v\n");
+        row("empty file", "", "v", TextOfThisSystem("[Sec]\nKey=v\n"));
         row("change", "[Sec]\n key =  old  \nX=1", "new", "[Sec]\n key =  new\nX=1");
         row("change of the first", "[Sec]\nKey=1\nKey=2\n[Sec]\nKey=3", "v",
             "[Sec]\nKey=v\nKey=2\n[Sec]\nKey=3");
