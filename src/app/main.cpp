@@ -13,7 +13,6 @@
 #include "ui/window_boxes.h"
 
 #include <QApplication>
-#include <QSessionManager>
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,16 +35,13 @@ void ConnectEnd(Program& program, Termination& termination) {
     QObject::connect(&termination, &Termination::Requested, &program, &Program::Exit);
     QObject::connect(&termination, &Termination::StopRequested, &program,
                      [&program] { program.Cycle.Stop(); });
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &program,
-                     [&program](QSessionManager&) { program.Exit(); });
     // Not quit(): that asks the window first, and the window leaves its closing to the program.
     QObject::connect(&program, &Program::Ended, qApp, [] { QCoreApplication::exit(0); });
 }
 
-int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
+int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination& termination) {
     SystemClock clock;
     const Platform platform = MakePlatform();
-    const auto termination = Termination::Create();
     PageControl page;
     WindowBoxes windows(commandLine.Autostarter);
     ConsoleBoxes console(PrintError);
@@ -58,7 +54,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder) {
 
     ConsoleDisplay verbose(clock, PrintError);
     if (commandLine.Verbose) program.Display.Add(verbose);
-    ConnectEnd(program, *termination);
+    ConnectEnd(program, termination);
     SystemOpener opener;
     Shell shell(program, folder.ReadingFolders(), boxes, opener);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
@@ -102,7 +98,9 @@ int main(int argc, char** argv) {
         PrintError("The program folder cannot be created: " + commandLine.Folder);
         return 1;
     }
-    const int status = Run(commandLine, *folder);
+    // Never taken away: a system that waits with killing the program waits until it has ended.
+    const auto termination = Termination::Create();
+    const int status = Run(commandLine, *folder, *termination);
     std::fflush(nullptr);
     // A name lookup may still hang in the system's resolver; the end must not wait for it.
     std::_Exit(status);

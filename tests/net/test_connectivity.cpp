@@ -192,8 +192,8 @@ class TestConnectivity : public QObject {
             bench->Net.SetDialling(true, entry);
             bench->Net.DialConfigured();
         }
-        QCOMPARE(bench->Dial.HungUp, QList<int>{2});
-        QCOMPARE(bench->Net.DialConnection(), 3);
+        QCOMPARE(bench->Dial.HungUp, QList<int>{1});
+        QCOMPARE(bench->Net.DialConnection(), 2);
     }
 
     void nestedCheckDoesNotUndoStop() {
@@ -300,7 +300,10 @@ class TestConnectivity : public QObject {
         RecordingPage Page;
         Connectivity Net{Wait, State, Dial, Display, Page};
 
-        Bench() { Net.SetStopped(false); }
+        Bench() {
+            Dial.EntryList = {"Stick", "Spare"};
+            Net.SetStopped(false);
+        }
 
         // Clock seconds that the check takes.
         bool Answer = false;

@@ -1,27 +1,89 @@
 #include "platform/platform.h"
 #include "platform/program_start.h"
+#include "platform/socket_options.h"
 #include "platform/termination.h"
 #include "platform/test/test_platform.h"
 #include "platform/user_store.h"
+#include "service_contracts.h"
 #include "support/data_rows.h"
+#include "support/file_bytes.h"
 
+#include <QNetworkProxy>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSettings>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
+namespace {
+
+using AutostartText = std::function<QString(AutostartEntry&)>;
+
+class TestServices : public PlayedModem, public PlayedNetwork {
+  public:
+    TestServices() {
+        dialer.EntryList = {"Stick", "Spare"};
+        dialer.Answers = false;
+    }
+
+    Dialer& Phone() override { return dialer; }
+    QStringList Dialled() override { return dialer.Dialled; }
+    QStringList HungUp() override {
+        QStringList entries;
+        for (const int handle : dialer.HungUp) entries << dialer.Dialled.value(handle - 1);
+        return entries;
+    }
+    void Answer(bool stands) override { dialer.Answer(stands); }
+    void Cut() override { dialer.Cut(); }
+
+    OnlineState& State() override { return online; }
+    void Set(bool connected, OnlineState::Links links) override { online.Set(connected, links); }
+
+  private:
+    TestDialer dialer;
+    TestOnlineState online;
+};
+
+// The tests' services, with all that a camera can have.
+Platform WithCamera() {
+    TestPlatform platform = MakeTestPlatform();
+    platform.Cameras.Devices = {{.Name = "a", .Connection = "1", .Input = "a", .Address = "1"}};
+    platform.Cameras.DeviceFormats = {CaptureFormat()};
+    platform.Controls.Controls = {{.Id = "Gain", .Name = "Gain"}};
+    platform.Controls.OwnPages = [] {};
+    return std::move(platform.Services);
+}
+
+// What the system finds at the entry's place: a desktop file, or a value of the registry.
+QString SystemsAutostart(AutostartEntry& entry) {
+    const QString place = entry.Place();
+    if (!place.startsWith("HKEY_")) return QString::fromUtf8(ReadBytes(place));
+    const qsizetype end = place.lastIndexOf(u'\\');
+    const QSettings registry(place.left(end), QSettings::NativeFormat);
+    return registry.value(place.mid(end + 1)).toString();
+}
+
+QString TestsAutostart(AutostartEntry& entry) {
+    return static_cast<RecordingAutostart&>(entry).Line.join(u' ');
+}
+
+}  // namespace
+
 // What every set of services promises, asked of this system's and of the tests' own.
-class TestPlatformContract : public QObject {
+class TestPlatformContract : public ServiceContracts {
     Q_OBJECT
 
   private slots:
     void initTestCase() {
+        qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     }
 
     void services_data() {
         const Rows<std::function<Platform()>> row;
         row("this system", MakePlatform);
-        row("tests", [] { return std::move(MakeTestPlatform().Services); });
+        row("tests", WithCamera);
     }
     void services() {
         const auto [make] = Row<std::function<Platform()>>();
@@ -30,17 +92,55 @@ class TestPlatformContract : public QObject {
         const QList<CaptureDevice> cameras = platform.Cameras->List();
         QCOMPARE(platform.Cameras->List(), cameras);
         for (const CaptureDevice& camera : cameras) QVERIFY(!camera.Name.isEmpty());
-        CaptureDevice missing{.Name = "x", .Connection = "x", .Input = "x", .Address = "x"};
+        const CaptureDevice missing{.Name = "x", .Connection = "x", .Input = "x", .Address = "x"};
         QVERIFY(platform.Cameras->Formats(missing).isEmpty());
-        // A dial is reported by the event loop only, and never when there is no such entry.
+        QVERIFY(platform.Controls->List(missing).isEmpty());
+        QVERIFY(!platform.Controls->Set(missing, {.Id = "Gain", .Value = 1}));
+        QVERIFY(!platform.Controls->HasOwnPages(missing));
+        // A dial is never reported when there is no such entry.
         bool dialled = false;
         QVERIFY(!platform.Dial->Entries().contains("no such entry"));
-        platform.Dial->Dial("no such entry", [&dialled](int handle) { dialled = handle != 0; });
-        QVERIFY(!dialled);
+        platform.Dial->Dial("no such entry", [&dialled](int) { dialled = true; });
         platform.Dial->HangUp(4711);
+        QCoreApplication::processEvents();
+        QVERIFY(!dialled);
         // Things that are missing are no fault.
         platform.Online->ForceOnline();
+        for (const quint32 volume : {0U, 0x7C7C7C7CU}) platform.Sounds->SetVolume(volume);
         platform.Sounds->Play(folder.filePath("missing.wav"));
+    }
+
+    void autostartEntryIsReplacedAndRemoved_data() {
+        const Rows<std::function<Platform()>, AutostartText> row;
+        row("this system", MakePlatform, SystemsAutostart);
+        row("tests", WithCamera, TestsAutostart);
+    }
+    void autostartEntryIsReplacedAndRemoved() {
+        const auto [make, text] = Row<std::function<Platform()>, AutostartText>();
+        const Platform platform = make();
+        AutostartEntry& entry = *platform.Autostart;
+        const auto removed = qScopeGuard([&entry] { (void)entry.Remove(); });
+        QVERIFY(entry.Remove());
+        QVERIFY(entry.Write("/one", {"/first"}));
+        QVERIFY(text(entry).contains("one") && text(entry).contains("/first"));
+        QVERIFY(entry.Write("/two", {}));
+        QVERIFY(text(entry).contains("two") && !text(entry).contains("/first"));
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(entry.Remove());
+            QCOMPARE(text(entry), QString());
+        }
+    }
+
+    void deadPeersAreLookedFor() {
+        QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QTcpSocket socket;
+        socket.connectToHost(server.serverAddress(), server.serverPort());
+        QVERIFY(socket.waitForConnected());
+        QVERIFY(!socket.socketOption(QAbstractSocket::KeepAliveOption).toBool());
+        SocketOptions::DetectDeadPeer(socket.socketDescriptor());
+        QVERIFY(socket.socketOption(QAbstractSocket::KeepAliveOption).toBool());
     }
 
     void userStoreKeepsValues_data() {
@@ -76,6 +176,9 @@ class TestPlatformContract : public QObject {
     }
 
   private:
+    std::unique_ptr<PlayedModem> Modem() override { return std::make_unique<TestServices>(); }
+    std::unique_ptr<PlayedNetwork> Network() override { return std::make_unique<TestServices>(); }
+
     QTemporaryDir folder;
 };
 

@@ -5,12 +5,15 @@
 #include "platform/windows/capture_filter.h"
 #include "platform/windows/dialer.h"
 #include "platform/windows/online_state.h"
+#include "service_contracts.h"
 #include "support/data_rows.h"
 
 extern "C" {
 #include <libavformat/avformat.h>
 }
 
+#include <QAbstractEventDispatcher>
+#include <QMutex>
 #include <QSemaphore>
 #include <QSettings>
 #include <QSignalSpy>
@@ -19,39 +22,93 @@ extern "C" {
 #include <wininet.h>
 
 #include <atomic>
+#include <thread>
 
 using Links = OnlineState::Links;
 
 namespace {
 
-quint32 told = 0;  // what WinInet says, as far as the test is concerned
+WindowsOnlineState::Answer told;  // what WinInet says, as far as the test is concerned
 
-// A modem that does what it is told when it is told.
-struct Modem {
-    QStringList Dialled;  // written by the dialling thread
-    std::atomic<int> Dials = 0;
-    std::atomic<quintptr> HungUp = 0;
-    std::atomic<quintptr> Connection = 0;  // what the next dial gives
-    std::atomic<bool> Standing = true;
-    QSemaphore MayConnect;
+WindowsOnlineState::Answer Told() {
+    return told;
+}
 
-    DialCalls Calls() {
-        return {.Entries = [] { return QStringList("home"); },
-                .Stands = [this](const QString&) { return Standing.load(); },
-                .Dial =
-                    [this](const QString& entry) {
-                        MayConnect.acquire();
-                        Dialled << entry;
-                        ++Dials;
-                        return Connection.load();
-                    },
-                .HangUp = [this](quintptr connection) { HungUp = connection; }};
+// What the dialling threads, which may outlive a test, know of the modem.
+struct Line {
+    static constexpr quintptr First = 0x1'0000'0000;  // handles have 64 bits
+
+    QMutex Lock;
+    QStringList Dialled;
+    QStringList HungUp;
+    QSemaphore MayEnd;
+    std::atomic<bool> Stands = false;
+
+    quintptr Dial(const QString& entry) {
+        const quintptr connection = [&] {
+            const QMutexLocker guard(&Lock);
+            Dialled << entry;
+            return First + Dialled.size() - 1;
+        }();
+        MayEnd.acquire();
+        return Stands ? connection : 0;
     }
+    void HangUp(quintptr connection) {
+        const QMutexLocker guard(&Lock);
+        HungUp << Dialled.value(static_cast<qsizetype>(connection - First));
+    }
+};
+
+class ModemBelow : public PlayedModem {
+  public:
+    Dialer& Phone() override { return *dialer; }
+    QStringList Dialled() override {
+        const QMutexLocker guard(&line->Lock);
+        return line->Dialled;
+    }
+    QStringList HungUp() override {
+        const QMutexLocker guard(&line->Lock);
+        return line->HungUp;
+    }
+    void Answer(bool stands) override {
+        line->Stands = stands;
+        line->MayEnd.release();
+    }
+    void Cut() override { line->Stands = false; }
+    // Takes the dialler away.
+    void End() { dialer.reset(); }
+
+  private:
+    std::shared_ptr<Line> line = std::make_shared<Line>();
+    std::unique_ptr<WindowsDialer> dialer = std::make_unique<WindowsDialer>(
+        DialCalls{.Entries =
+                      [] {
+                          return QStringList{"Stick", "Spare"};
+                      },
+                  .Stands = [line = line](const QString&) { return line->Stands.load(); },
+                  .Dial = [line = line](const QString& entry) { return line->Dial(entry); },
+                  .HangUp = [line = line](quintptr connection) { line->HangUp(connection); }});
+};
+
+class PlayedWinInet : public PlayedNetwork {
+  public:
+    PlayedWinInet() { Set(false, {}); }
+    OnlineState& State() override { return state; }
+    void Set(bool connected, Links links) override {
+        told.Connected = connected;
+        told.Flags = links == OnlineState::Lan     ? INTERNET_CONNECTION_LAN
+                     : links == OnlineState::Modem ? INTERNET_CONNECTION_MODEM
+                                                   : 0;
+        state.Judge();
+    }
+
+  private:
+    WindowsOnlineState state{Told};
 };
 
 }  // namespace
 
-class TestWindowsServices : public QObject {
+class TestWindowsServices : public ServiceContracts {
     Q_OBJECT
 
   private slots:
@@ -65,68 +122,21 @@ class TestWindowsServices : public QObject {
     }
     void connectionIsNamed() {
         const auto [flags, links] = Row<quint32, Links>();
-        told = flags;
-        const WindowsOnlineState state(
-            []() -> WindowsOnlineState::Answer { return {.Connected = false, .Flags = told}; });
+        told = {.Connected = false, .Flags = flags};
+        const WindowsOnlineState state(Told);
         QCOMPARE(state.Connection(), links);
         QVERIFY(!state.Connected());
     }
 
-    void dialsInTheBackground() {
-        Modem modem;
-        modem.Connection = 0x1'0000'0001;  // a handle of 64 bits
-        WindowsDialer dialer(modem.Calls());
-        QList<int> handles;
-        const auto note = [&handles](int handle) { handles << handle; };
-        dialer.Dial("home", note);
-        dialer.Dial("home", note);  // is coming up
-        QCoreApplication::processEvents();
-        QVERIFY(handles.isEmpty());
-        modem.MayConnect.release(9);
-        QTRY_COMPARE(handles.size(), 2);
-        dialer.Dial("home", note);  // stands
-        QTRY_COMPARE(handles.size(), 3);
-        QCOMPARE(modem.Dials, 1);
-        QCOMPARE(handles, QList<int>(3, handles.constFirst()));
-        QVERIFY(handles.constFirst() != 0);
-        modem.Standing = false;
-        dialer.Dial("home", note);  // was cut
-        QTRY_COMPARE(handles.size(), 4);
-        QCOMPARE(modem.Dials, 2);
-        dialer.HangUp(handles.constFirst());  // is not known any more
-        dialer.HangUp(handles.constLast());
-        QTRY_COMPARE(modem.HungUp, modem.Connection);
-        QCOMPARE(modem.Dialled, QStringList({"home", "home"}));
-    }
-
-    void failedDialMayBeRepeated() {
-        Modem modem;
-        WindowsDialer dialer(modem.Calls());
-        bool dialled = false;
-        modem.MayConnect.release();
-        dialer.Dial("home", [&dialled](int) { dialled = true; });
-        QTRY_COMPARE(modem.Dials, 1);
-        QCoreApplication::processEvents();
-        QVERIFY(!dialled);
-        modem.Connection = 7;
-        modem.MayConnect.release();
-        // Until the report of the first has come, it counts as coming up.
-        QTRY_VERIFY((dialer.Dial("home", [&dialled](int) { dialled = true; }), modem.Dials == 2));
-        QTRY_VERIFY(dialled);
-    }
-
     void endWaitsForTheHangUp() {
-        Modem modem;
-        modem.Connection = 7;
-        modem.MayConnect.release();
-        {
-            WindowsDialer dialer(modem.Calls());
-            int handle = 0;
-            dialer.Dial("home", [&handle](int now) { handle = now; });
-            QTRY_VERIFY(handle != 0);
-            dialer.HangUp(handle);
-        }
-        QCOMPARE(modem.HungUp, quintptr(7));
+        ModemBelow modem;
+        int handle = 0;
+        modem.Phone().Dial("Stick", [&handle](int now) { handle = now; });
+        modem.Answer(true);
+        QTRY_VERIFY(handle != 0);
+        modem.Phone().HangUp(handle);
+        modem.End();
+        QCOMPARE(modem.HungUp(), QStringList("Stick"));
     }
 
     void cameraFormats_data() {
@@ -196,20 +206,43 @@ class TestWindowsServices : public QObject {
         QCOMPARE(arguments,
                  QStringList({"C:\\Program Files\\cam.exe", "--folder", folder, "/autostarter"}));
         QVERIFY(entry.Remove());
-        const QSettings after(entry.Place().left(end), QSettings::NativeFormat);
-        QVERIFY(!after.contains(name));
-        QVERIFY(entry.Remove());
     }
 
-    void windowRequestsTermination_data() { Rows<quint32>({{WM_CLOSE}, {WM_QUERYENDSESSION}}); }
-    void windowRequestsTermination() {
-        const auto [message] = Row<quint32>();
-        const auto termination = Termination::Create();
+    // The session asks first, and may go on; the process may be killed once the end is answered.
+    void sessionEndWaitsForTheProgram() {
+        QSemaphore answered;
+        std::jthread session;
+        auto termination = Termination::Create();
         const QSignalSpy requests(termination.get(), &Termination::Requested);
         const HWND window = FindWindowW(L"StillpostTermination", nullptr);
         QVERIFY(window);
-        QVERIFY(SendMessageW(window, message, 0, 0) != 0);
-        QCOMPARE(requests.count(), 1);
+        QVERIFY(SendMessageW(window, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF) != 0);
+        PostMessageW(window, WM_ENDSESSION, FALSE, ENDSESSION_LOGOFF);
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        QTRY_COMPARE(requests.count(), 1);  // by the last of them
+        session = std::jthread([&answered, window] {
+            SendMessageW(window, WM_ENDSESSION, TRUE, ENDSESSION_LOGOFF);
+            answered.release();
+        });
+        QTRY_COMPARE(requests.count(), 2);
+        QVERIFY(!answered.tryAcquire(1, 50));
+        termination.reset();
+        QVERIFY(answered.tryAcquire(1, 5000));
+    }
+
+    void qtLearnsNothingOfTheSession_data() {
+        Rows<quint32, bool>({{WM_QUERYENDSESSION, true}, {WM_ENDSESSION, true}, {WM_CLOSE, false}});
+    }
+    void qtLearnsNothingOfTheSession() {
+        const auto [number, kept] = Row<quint32, bool>();
+        const auto termination = Termination::Create();
+        MSG message{};
+        message.message = number;
+        qintptr result = 0;
+        QCOMPARE(QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG",
+                                                                         &message, &result),
+                 kept);
+        QCOMPARE(result, qintptr(kept));
     }
 
     void userStoreIsTheRegistry() {
@@ -218,6 +251,10 @@ class TestWindowsServices : public QObject {
                                  QSettings::NativeFormat);
         QCOMPARE(registry.value("LastErrorCode").toString(), "550");
     }
+
+  private:
+    std::unique_ptr<PlayedModem> Modem() override { return std::make_unique<ModemBelow>(); }
+    std::unique_ptr<PlayedNetwork> Network() override { return std::make_unique<PlayedWinInet>(); }
 };
 
 QTEST_GUILESS_MAIN(TestWindowsServices)

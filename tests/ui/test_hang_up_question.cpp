@@ -16,6 +16,7 @@ class TestHangUpQuestion : public QObject {
       public:
         Dialled() {
             Begin();
+            System.Dial.EntryList = {"Provider 1"};
             Core->Net.SetDialling(true, "Provider 1");
             Core->Net.DialConfigured();
         }

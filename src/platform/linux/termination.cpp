@@ -1,5 +1,6 @@
 #include "platform/termination.h"
 
+#include <QGuiApplication>
 #include <QSocketNotifier>
 
 #include <array>
@@ -23,10 +24,14 @@ void Wake(int signal) {
     errno = error;
 }
 
-// Turns the system's signals into one of Qt's; while it lives they no longer end the process.
+// Turns the system's signals, and the desktop's word that the session ends, into one of Qt's; while
+// it lives the signals no longer end the process.
 class SignalTermination : public Termination {
   public:
     SignalTermination() {
+        if (const auto* const desktop =
+                qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+            connect(desktop, &QGuiApplication::commitDataRequest, this, &Termination::Requested);
         if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
         wakeUp = ends[1];
         auto* const notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);

@@ -2,7 +2,10 @@
 
 #include "platform/platform.h"
 
+#include <QMap>
+
 #include <functional>
+#include <vector>
 
 // The third set of services, beside the systems' own: states that tests set, and records of what
 // the program asked for.
@@ -12,7 +15,7 @@ class TestOnlineState : public OnlineState {
     int Forced = 0;         // how often ForceOnline was called
     mutable int Asked = 0;  // how often Connected was
 
-    // Sets the state and tells those who listen.
+    // Sets the state and tells those who listen when it is another one.
     void Set(bool nowConnected, Links nowLinks = {});
 
     [[nodiscard]] bool Connected() const override;
@@ -24,24 +27,32 @@ class TestOnlineState : public OnlineState {
     Links links;
 };
 
-// Every dial succeeds at once unless Answers is cleared; Answer() then makes it succeed late.
+// Dials of its entries succeed at once unless Answers is cleared; Answer() then ends them late.
 class TestDialer : public Dialer {
   public:
     QStringList EntryList;
-    QStringList Dialled;  // entries in the order of dialling
+    QStringList Dialled;  // entries in the order of dialling; their handles count from 1
     QList<int> HungUp;    // handles
     bool Answers = true;
 
     [[nodiscard]] QStringList Entries() const override { return EntryList; }
     void Dial(const QString& entry, std::function<void(int)> dialled) override;
-    void HangUp(int handle) override { HungUp << handle; }
+    void HangUp(int handle) override;
 
-    // The dials that are still open stand now; each gets the next handle, from 1.
-    void Answer();
+    // The dials that are still open stand now, or have failed.
+    void Answer(bool stands = true);
+    // The lines that stand break.
+    void Cut();
 
   private:
-    QList<std::function<void(int)>> open;
-    int lastHandle = 0;
+    struct Line {
+        QString Entry;
+        bool Stands = false;
+        std::vector<std::function<void(int)>> Waiting = {};
+    };
+    void Report(int handle);
+
+    QMap<int, Line> lines;  // by handle
 };
 
 class TestCaptureDevices : public CaptureDevices {
@@ -53,21 +64,32 @@ class TestCaptureDevices : public CaptureDevices {
     [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice& device) const override;
 };
 
-// One camera's controls, which take every value in their range while they are adjustable.
+// The controls of every camera, which take every value in their range while they are adjustable.
 class TestCameraControls : public CameraControls {
   public:
+    explicit TestCameraControls(const TestCaptureDevices& devices) : cameras(devices) {}
+
     QList<CameraControl> Controls;
     // Called after each value that was taken, so that a test can let one control rule another.
     std::function<void()> Changed = [] {};
     std::function<void()> OwnPages;  // what the operator does in them; none without
 
-    [[nodiscard]] QList<CameraControl> List(const CaptureDevice&) const override {
-        return Controls;
+    [[nodiscard]] QList<CameraControl> List(const CaptureDevice& device) const override {
+        return Has(device) ? Controls : QList<CameraControl>();
     }
     [[nodiscard]] bool Set(const CaptureDevice& device, const CameraControlValue& value) override;
-    [[nodiscard]] bool HasOwnPages(const CaptureDevice&) const override { return !!OwnPages; }
+    [[nodiscard]] bool HasOwnPages(const CaptureDevice& device) const override {
+        return OwnPages && Has(device);
+    }
     void ShowOwnPages(const CaptureDevice&, quintptr) override { OwnPages(); }
     [[nodiscard]] int Value(const QString& id) const;
+
+  private:
+    [[nodiscard]] bool Has(const CaptureDevice& device) const {
+        return cameras.Devices.contains(device);
+    }
+
+    const TestCaptureDevices& cameras;
 };
 
 class RecordingSound : public Sound {

@@ -28,12 +28,14 @@ class WindowsOnlineState : public OnlineState {
     [[nodiscard]] Links Connection() const override;
     void ForceOnline() override;
 
+    // Asks again, and tells when the answer is another one.
+    void Judge();
+
   private:
     // An order for one notification, as the system wants it.
     struct Order;
 
     void Await();
-    void Judge();
 
     Reader reader;
     std::unique_ptr<Order> order;
