@@ -59,4 +59,14 @@ class CaptureDevices : public QObject {
     [[nodiscard]] virtual QList<CaptureDevice> List() const = 0;
     // What the camera offers; empty when it cannot be asked (unplugged, in use).
     [[nodiscard]] virtual QList<CaptureFormat> Formats(const CaptureDevice& device) const = 0;
+
+    // Whether the driver brings a window of its own along to choose the format in.
+    [[nodiscard]] virtual bool HasOwnPages(const CaptureDevice&) const { return false; }
+    // Shows it in front of the window with this native handle, beginning with the format that is
+    // in force, and returns when it is closed: with the format chosen, or nothing when it was left
+    // as it was. Pictures may be taken meanwhile; the camera keeps its format.
+    [[nodiscard]] virtual std::optional<CaptureFormat> ShowOwnPages(
+        const CaptureDevice&, const std::optional<CaptureFormat>& /*present*/, quintptr) const {
+        return std::nullopt;
+    }
 };

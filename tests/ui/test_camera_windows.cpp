@@ -64,6 +64,27 @@ class PictureFixture : public CameraFixture {
     }
 };
 
+class FormatFixture : public CameraFixture {
+  public:
+    explicit FormatFixture(const QString& setting,
+                           decltype(TestCaptureDevices::OwnPages) ownPages = nullptr) {
+        System.Cameras.OwnPages = std::move(ownPages);
+        System.Cameras.DeviceFormats = {
+            {.Width = 1280, .Height = 720, .Rate = 10, .PixelFormat = "yuyv422", .Rates = {10, 5}},
+            {.Width = 640, .Height = 480, .Rate = 30, .PixelFormat = "yuyv422", .Rates = {15, 30}},
+            {.Width = 640,
+             .Height = 480,
+             .Rate = 30,
+             .PixelFormat = "mjpeg",
+             .Rates = {30, 29.97}}};
+        Write("[Einstellungen]\nTreiber=Right\nCaptureFormat=" + setting + "\n");
+        Core->RefreshDrivers();
+        Core->LoadSettings();
+        Window.Open();
+        Window.btnFormat->click();
+    }
+};
+
 class SourcesFixture : public CameraFixture {
   public:
     explicit SourcesFixture(const QString& lines) {
@@ -223,21 +244,9 @@ class TestCameraWindows : public QObject {
     }
     void FormatOffersWhatTheCameraHas() {
         const auto [setting, size, rate, saved] = Row<QString, QString, QString, QString>();
-        CameraFixture fixture;
-        fixture.System.Cameras.DeviceFormats = {
-            {.Width = 1280, .Height = 720, .Rate = 10, .PixelFormat = "yuyv422", .Rates = {10, 5}},
-            {.Width = 640, .Height = 480, .Rate = 30, .PixelFormat = "yuyv422", .Rates = {15, 30}},
-            {.Width = 640,
-             .Height = 480,
-             .Rate = 30,
-             .PixelFormat = "mjpeg",
-             .Rates = {30, 29.97}}};
-        fixture.Write("[Einstellungen]\nTreiber=Right\nCaptureFormat=" + setting + "\n");
-        fixture.Core->RefreshDrivers();
-        fixture.Core->LoadSettings();
-        fixture.Window.Open();
-        fixture.Window.btnFormat->click();
+        FormatFixture fixture(setting);
         CameraFormat& format = fixture.Window.Format;
+        QVERIFY(!format.btnDriver->isVisible());
         QCOMPARE(format.cbSize->itemText(1), "640 x 480");
         QCOMPARE(format.cbSize->currentText(), size);
         QCOMPARE(format.cbRate->currentText(), rate);
@@ -253,6 +262,35 @@ class TestCameraWindows : public QObject {
         emit format.cbRate->activated(2);
         QVERIFY(format.Save());
         QCOMPARE(fixture.Lines().filter("Format"), QStringList("CaptureFormat=640x480@29.97"));
+    }
+
+    void FormatIsChosenInTheDriversOwnWindow_data() {
+        using Format = std::optional<CaptureFormat>;
+        const Rows<bool, Format, QString, QString, QString> row;  // left meanwhile
+        row("offered", false, {{640, 480, 29.97, "", false}}, "640 x 480", "29.97",
+            "640x480@29.97");
+        row("nearest", false, {{660, 500, 20, "", false}}, "640 x 480", "15", "640x480@15");
+        row("no rate", false, {{640, 480, 0, "", false}}, "640 x 480", "automatic", "640x480");
+        row("cancelled", false, std::nullopt, "1280 x 720", "5", "1280x720@5");
+        row("closed under it", true, {{640, 480, 30, "", false}}, "1280 x 720", "5", "1280x720@5");
+    }
+    void FormatIsChosenInTheDriversOwnWindow() {
+        const auto [left, chosen, size, rate, saved] =
+            Row<bool, std::optional<CaptureFormat>, QString, QString, QString>();
+        std::optional<CaptureFormat> inForce;
+        FormatFixture fixture("1280x720@5", [&](const std::optional<CaptureFormat>& present) {
+            inForce = present;
+            if (left) fixture.Window.reject();
+            return chosen;
+        });
+        CameraFormat& format = fixture.Window.Format;
+        QVERIFY(format.btnDriver->isVisible());
+        format.btnDriver->click();
+        QVERIFY(inForce == CaptureFormat(1280, 720, 5, "yuyv422", false, {10, 5}));
+        QCOMPARE(format.cbSize->currentText(), size);
+        QCOMPARE(format.cbRate->currentText(), rate);
+        QVERIFY(format.Save());
+        QCOMPARE(fixture.Setting("Einstellungen", "CaptureFormat"), saved);
     }
 
     void SlidersActAtOnceAndAreKept() {
@@ -367,6 +405,7 @@ class TestCameraWindows : public QObject {
         frmCam& window = fixture.Window;
         window.Picture.reject();
         fixture.System.Controls.OwnPages = [] {};
+        fixture.System.Cameras.OwnPages = [](const auto& present) { return present; };
         for (SettingsWindow* each : std::initializer_list<SettingsWindow*>{
                  &window.Picture, &window.Format, &window.Sources}) {
             each->Open();

@@ -59,9 +59,17 @@ class TestCaptureDevices : public CaptureDevices {
   public:
     QList<CaptureDevice> Devices;
     QList<CaptureFormat> DeviceFormats;  // of every device
+    // What the operator chooses in the driver's window, which begins with this; none without.
+    std::function<std::optional<CaptureFormat>(const std::optional<CaptureFormat>&)> OwnPages;
 
     [[nodiscard]] QList<CaptureDevice> List() const override { return Devices; }
     [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice& device) const override;
+    [[nodiscard]] bool HasOwnPages(const CaptureDevice&) const override { return !!OwnPages; }
+    [[nodiscard]] std::optional<CaptureFormat> ShowOwnPages(
+        const CaptureDevice&, const std::optional<CaptureFormat>& present,
+        quintptr) const override {
+        return OwnPages(present);
+    }
 };
 
 // The controls of every camera, which take every value in their range while they are adjustable.

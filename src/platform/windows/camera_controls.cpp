@@ -2,23 +2,9 @@
 
 #include "platform/windows/camera_monikers.h"
 #include "platform/windows/filter_controls.h"
-
-#include <olectl.h>
-
-#include <vector>
+#include "platform/windows/property_pages.h"
 
 namespace {
-
-// Those of the filter. Those of its pins set the format of this filter only, and FFmpeg opens one
-// of its own.
-std::vector<CLSID> PagesOf(IBaseFilter& filter) {
-    const auto driver = ComQuery<ISpecifyPropertyPages>(filter);
-    CAUUID found{};
-    if (!driver || FAILED(driver->GetPages(&found))) return {};
-    const std::vector<CLSID> pages(found.pElems, found.pElems + found.cElems);
-    CoTaskMemFree(found.pElems);
-    return pages;
-}
 
 // Each call loads a filter of its own: drivers keep the values for all filters of a camera, also
 // for the one that delivers pictures meanwhile.
@@ -41,19 +27,13 @@ class DirectShowControls : public CameraControls {
     bool HasOwnPages(const CaptureDevice& device) const override {
         const ComThread thread;
         const auto filter = FilterAt(device.Address);
-        return filter && !PagesOf(*filter).empty();
+        return filter && HasPropertyPages(*filter);
     }
 
     void ShowOwnPages(const CaptureDevice& device, quintptr window) override {
         const ComThread thread;
         const auto filter = FilterAt(device.Address);
-        if (!filter) return;
-        std::vector<CLSID> pages = PagesOf(*filter);
-        IUnknown* object = filter.get();
-        const std::wstring name = device.Name.toStdWString();
-        OleCreatePropertyFrame(reinterpret_cast<HWND>(window), 0, 0, name.c_str(), 1, &object,
-                               static_cast<ULONG>(pages.size()), pages.data(), LOCALE_USER_DEFAULT,
-                               0, nullptr);
+        if (filter) ShowPropertyPages(*filter, device.Name, window);
     }
 };
 

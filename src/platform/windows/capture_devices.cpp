@@ -3,6 +3,8 @@
 #include "platform/windows/camera_controls.h"
 #include "platform/windows/camera_monikers.h"
 #include "platform/windows/capture_filter.h"
+#include "platform/windows/format_page.h"
+#include "platform/windows/property_pages.h"
 
 extern "C" {
 #include <libavdevice/avdevice.h>
@@ -43,6 +45,13 @@ std::optional<CaptureDevice> Camera(IMoniker& device) {
                          .Adjust = AdjustDirectShowCamera};
 }
 
+// The driver's capture pin that has a page of its own, null when none has.
+ComPtr<IPin> PinWithPage(IBaseFilter& filter) {
+    for (auto& pin : CapturePinsOf(filter))
+        if (HasFormatPage(*pin)) return std::move(pin);
+    return nullptr;
+}
+
 class DirectShowDevices : public CaptureDevices {
   public:
     DirectShowDevices() {
@@ -68,6 +77,23 @@ class DirectShowDevices : public CaptureDevices {
         const ComThread thread;
         const ComPtr<IBaseFilter> filter = FilterAt(device.Address);
         return filter ? FormatsOf(*filter) : QList<CaptureFormat>();
+    }
+
+    bool HasOwnPages(const CaptureDevice& device) const override {
+        const ComThread thread;
+        const ComPtr<IBaseFilter> filter = FilterAt(device.Address);
+        return filter && PinWithPage(*filter);
+    }
+
+    std::optional<CaptureFormat> ShowOwnPages(const CaptureDevice& device,
+                                              const std::optional<CaptureFormat>& present,
+                                              quintptr window) const override {
+        const ComThread thread;
+        // A filter of its own, which delivers nothing: the one that does goes on meanwhile.
+        const ComPtr<IBaseFilter> filter = FilterAt(device.Address);
+        const ComPtr<IPin> pin = filter ? PinWithPage(*filter) : nullptr;
+        if (!pin) return std::nullopt;
+        return ChosenFormat(*pin, present, [&] { ShowPropertyPages(*pin, device.Name, window); });
     }
 };
 

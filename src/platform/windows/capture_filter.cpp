@@ -1,8 +1,8 @@
 #include "platform/windows/capture_filter.h"
 
 #include "platform/frame_rates.h"
+#include "platform/windows/media_type.h"
 
-#include <dvdmedia.h>
 #include <ks.h>
 #include <ksproxy.h>
 
@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <tuple>
-#include <vector>
 
 namespace {
 
@@ -46,26 +45,6 @@ constexpr std::array names{
     PixelFormatName{Code("dvsd"), 0, "dvvideo", true},
 };
 
-struct MediaTypeRelease {
-    void operator()(AM_MEDIA_TYPE* type) const {
-        if (type->pUnk) type->pUnk->Release();
-        CoTaskMemFree(type->pbFormat);
-        CoTaskMemFree(type);
-    }
-};
-using MediaTypePtr = std::unique_ptr<AM_MEDIA_TYPE, MediaTypeRelease>;
-
-// Null when the type describes no picture.
-const BITMAPINFOHEADER* PictureOf(const AM_MEDIA_TYPE& type) {
-    if (type.majortype != MEDIATYPE_Video || !type.pbFormat) return nullptr;
-    const void* const details = type.pbFormat;
-    if (type.formattype == FORMAT_VideoInfo && type.cbFormat >= sizeof(VIDEOINFOHEADER))
-        return &static_cast<const VIDEOINFOHEADER*>(details)->bmiHeader;
-    if (type.formattype == FORMAT_VideoInfo2 && type.cbFormat >= sizeof(VIDEOINFOHEADER2))
-        return &static_cast<const VIDEOINFOHEADER2*>(details)->bmiHeader;
-    return nullptr;
-}
-
 // Cameras have pins for previews and stills besides, which FFmpeg leaves alone.
 bool IsCapturePin(IPin& pin) {
     PIN_DIRECTION direction = PINDIR_INPUT;
@@ -77,26 +56,6 @@ bool IsCapturePin(IPin& pin) {
     const HRESULT result = properties->Get(AMPROPSETID_Pin, AMPROPERTY_PIN_CATEGORY, nullptr, 0,
                                            &category, sizeof category, &size);
     return SUCCEEDED(result) && category == PIN_CATEGORY_CAPTURE;
-}
-
-void AddFormats(IPin& pin, QList<CaptureFormat>& formats) {
-    const auto offer = ComQuery<IAMStreamConfig>(pin);
-    int count = 0;
-    int size = 0;
-    if (!offer || FAILED(offer->GetNumberOfCapabilities(&count, &size))) return;
-    std::vector<BYTE> bytes(std::max<std::size_t>(sizeof(VIDEO_STREAM_CONFIG_CAPS),
-                                                  static_cast<std::size_t>(std::max(size, 0))));
-    for (int i = 0; i < count; ++i) {
-        AM_MEDIA_TYPE* found = nullptr;
-        if (offer->GetStreamCaps(i, &found, bytes.data()) != S_OK || !found) continue;
-        const MediaTypePtr type(found);
-        const BITMAPINFOHEADER* const picture = PictureOf(*type);
-        if (!picture) continue;
-        VIDEO_STREAM_CONFIG_CAPS abilities{};
-        std::copy_n(bytes.begin(), sizeof abilities, reinterpret_cast<BYTE*>(&abilities));
-        AddFormat(formats,
-                  FormatOf(*picture, abilities.MinFrameInterval, abilities.MaxFrameInterval));
-    }
 }
 
 }  // namespace
@@ -137,15 +96,30 @@ void AddFormat(QList<CaptureFormat>& formats, const CaptureFormat& format) {
         if (!known->Rates.contains(rate)) known->Rates << rate;
 }
 
-QList<CaptureFormat> FormatsOf(IBaseFilter& filter) {
-    QList<CaptureFormat> formats;
+CaptureFormat FormatOf(const PinOffer& offer) {
+    return FormatOf(*PictureTypeOf(*offer.Type).Picture, offer.Abilities.MinFrameInterval,
+                    offer.Abilities.MaxFrameInterval);
+}
+
+std::vector<ComPtr<IPin>> CapturePinsOf(IBaseFilter& filter) {
+    std::vector<ComPtr<IPin>> capturing;
     IEnumPins* found = nullptr;
-    if (filter.EnumPins(&found) != S_OK) return formats;
+    if (filter.EnumPins(&found) != S_OK) return capturing;
     const ComPtr<IEnumPins> pins(found);
     IPin* next = nullptr;
     while (pins->Next(1, &next, nullptr) == S_OK) {
-        const ComPtr<IPin> pin(next);
-        if (IsCapturePin(*pin)) AddFormats(*pin, formats);
+        ComPtr<IPin> pin(next);
+        if (IsCapturePin(*pin)) capturing.push_back(std::move(pin));
+    }
+    return capturing;
+}
+
+QList<CaptureFormat> FormatsOf(IBaseFilter& filter) {
+    QList<CaptureFormat> formats;
+    for (const auto& pin : CapturePinsOf(filter)) {
+        const auto config = ComQuery<IAMStreamConfig>(*pin);
+        if (!config) continue;
+        for (const PinOffer& offer : OffersOf(*config)) AddFormat(formats, FormatOf(offer));
     }
     return formats;
 }

@@ -10,6 +10,7 @@
 #include <QSize>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -45,12 +46,32 @@ QList<double> Rates(const QList<CaptureFormat>& offered, QSize size) {
     return rates;
 }
 
+// As the settings have it; empty for automatic.
+QString WishText(const FormatWish& wish) {
+    if (wish.Width == 0) return {};
+    const QString size = QStringLiteral("%1x%2").arg(wish.Width).arg(wish.Height);
+    return wish.Rate > 0 ? size + u'@' + RateText(wish.Rate) : size;
+}
+
+// What can be selected that comes nearest to a format.
+FormatWish NearestWish(const QList<CaptureFormat>& offered, const CaptureFormat& format) {
+    FormatWish wish{format.Width, format.Height, 0};
+    const CaptureFormat nearest =
+        ChooseCaptureFormat(offered, WishText(wish)).value_or(CaptureFormat());
+    wish = {nearest.Width, nearest.Height, 0};
+    const QList<double> rates = Rates(offered, QSize(wish.Width, wish.Height));
+    const auto away = [&format](double rate) { return std::abs(rate - format.Rate); };
+    if (format.Rate > 0 && !rates.isEmpty()) wish.Rate = *std::ranges::min_element(rates, {}, away);
+    return wish;
+}
+
 }  // namespace
 
 CameraFormat::CameraFormat(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "CameraFormat", parent),
       cbSize(new QComboBox),
       cbRate(new QComboBox),
+      btnDriver(new QPushButton),
       lblOffer(new QLabel),
       lblSize(new QLabel),
       lblRate(new QLabel) {
@@ -63,24 +84,28 @@ CameraFormat::CameraFormat(const Surroundings& surroundings, QWidget* parent)
     grid->setColumnStretch(1, 1);
     Body().addLayout(grid);
     Body().addStretch(1);
+    Body().addWidget(btnDriver, 0, Qt::AlignLeft);
     lblOffer->setTextFormat(Qt::PlainText);
     lblSize->setBuddy(cbSize);
     lblRate->setBuddy(cbRate);
     for (QComboBox* list : {cbSize, cbRate}) list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    setTabOrder(cbRate, btnSave);
+    setTabOrder(cbRate, btnDriver);
+    setTabOrder(btnDriver, btnSave);
     connect(cbSize, &QComboBox::activated, this, [this] {
         wish = Size();
         ShowRates();
     });
     connect(cbRate, &QComboBox::activated, this,
             [this] { wish.Rate = cbRate->currentData().toDouble(); });
+    connect(btnDriver, &QPushButton::clicked, this, &CameraFormat::ShowDriverPages);
     Finish();
 }
 
 void CameraFormat::ShowSettings() {
-    const auto device = Core().ezVidCap1.InstalledDevice();
+    device = Core().ezVidCap1.InstalledDevice().value_or(CaptureDevice());
     camera = Core().DriverText();
-    offered = device ? Core().System().Cameras->Formats(*device) : QList<CaptureFormat>();
+    offered = Core().System().Cameras->Formats(device);
+    btnDriver->setVisible(Core().System().Cameras->HasOwnPages(device));
     wish = ParseFormatWish(Setting("CaptureFormat")).value_or(FormatWish());
     ShowOffer();
     cbSize->setFocus();
@@ -123,16 +148,23 @@ void CameraFormat::ShowRates() {
     cbRate->setEnabled(!size.isEmpty());
 }
 
+// What closes this window meanwhile does not close the driver's.
+void CameraFormat::ShowDriverPages() {
+    const auto present = ChooseCaptureFormat(offered, WishText(wish));
+    const auto chosen = Core().System().Cameras->ShowOwnPages(device, present, winId());
+    if (!chosen || !isVisible()) return;
+    wish = NearestWish(offered, *chosen);
+    ShowSizes();
+    ShowRates();
+}
+
 FormatWish CameraFormat::Size() const {
     const QSize size = cbSize->currentData().toSize();
     return {size.width(), size.height(), 0};
 }
 
 QList<ProfileEntry> CameraFormat::Entries() const {
-    QString format;
-    if (wish.Width > 0) format = QStringLiteral("%1x%2").arg(wish.Width).arg(wish.Height);
-    if (wish.Width > 0 && wish.Rate > 0) format += u'@' + RateText(wish.Rate);
-    return {Entry("CaptureFormat", format)};
+    return {Entry("CaptureFormat", WishText(wish))};
 }
 
 void CameraFormat::ShowTexts() {
@@ -142,6 +174,8 @@ void CameraFormat::ShowTexts() {
     cbRate->setAccessibleName(Text("RateCaption"));
     cbSize->setToolTip(Text("cbSizeHelp"));
     cbRate->setToolTip(Text("cbRateHelp"));
+    btnDriver->setText(Text("Driver"));
+    btnDriver->setToolTip(Text("btnDriverHelp"));
     ShowOffer();
     SettingsWindow::ShowTexts();
 }

@@ -5,6 +5,7 @@
 
 class QComboBox;
 class QLabel;
+class QPushButton;
 
 // The picture size and the rate to ask an installed camera for, out of those that it offers.
 class CameraFormat : public SettingsWindow {
@@ -15,7 +16,8 @@ class CameraFormat : public SettingsWindow {
 
     QComboBox* cbSize;
     QComboBox* cbRate;
-    QLabel* lblOffer;  // which camera, or that it cannot be asked
+    QPushButton* btnDriver;  // only where the driver has a window of its own
+    QLabel* lblOffer;        // which camera, or that it cannot be asked
 
   protected:
     void ShowSettings() override;
@@ -26,10 +28,12 @@ class CameraFormat : public SettingsWindow {
     void ShowOffer();
     void ShowSizes();
     void ShowRates();
+    void ShowDriverPages();
     [[nodiscard]] FormatWish Size() const;
 
     QLabel* lblSize;
     QLabel* lblRate;
+    CaptureDevice device;
     QString camera;
     QList<CaptureFormat> offered;
     FormatWish wish;  // 0 x 0: automatic
