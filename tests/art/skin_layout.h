@@ -19,7 +19,10 @@ constexpr QRgb CutAway = 0xFFFF00FF;
 class Layout {
   public:
     explicit Layout(const QString& skinName)
-        : skin(skinName), file(SkinFile(skinName, "Position.ini"), QSettings::IniFormat) {}
+        : File(SkinFile(skinName, "Position.ini"), QSettings::IniFormat), skin(skinName) {}
+
+    const QSettings File;
+    mutable QStringList Missing;  // keys that were asked for and have no number
 
     [[nodiscard]] QRect At(const QString& section, QSize size) const {
         return {QPoint(Pixels(section + "/Left"), Pixels(section + "/Top")), size};
@@ -27,8 +30,13 @@ class Layout {
     [[nodiscard]] QRect Of(const QString& section, const QString& picture) const {
         return At(section, Picture(SkinFile(skin, picture + ".jpg")).size());
     }
-    [[nodiscard]] int Pixels(const QString& key) const { return file.value(key).toInt() / 15; }
-    [[nodiscard]] bool HasFlap() const { return file.value("pic_klappe/Visible") == "1"; }
+    [[nodiscard]] int Pixels(const QString& key) const {
+        bool isNumber = false;
+        const int twips = File.value(key).toInt(&isNumber);
+        if (!isNumber) Missing << key;
+        return twips / 15;
+    }
+    [[nodiscard]] bool HasFlap() const { return File.value("pic_klappe/Visible") == "1"; }
     [[nodiscard]] QRect Preview() const {
         return At("ezVidCap1", HasFlap() ? QSize(316, 235) : QSize(320, 240));
     }
@@ -47,7 +55,6 @@ class Layout {
     }
 
     QString skin;
-    QSettings file;
 };
 
 // What is wrong with the places in one window; empty when every control stands on the body and

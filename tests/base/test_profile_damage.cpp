@@ -61,10 +61,8 @@ class TestProfileDamage : public QObject {
         row("only NULs, as after a power cut", QByteArray(4096, '\0'));
         row("zeroed end", "[Sec]\nX=1\nKe" + QByteArray(300, '\0'));
         row("no line end at all", QByteArray(900'000, 'x'));
-        row("many sections", QByteArray("[Sec]\n").repeated(20'000));
         row("half a UTF-16 character", "\xfe\xff[");
         row("UTF-16 without mark", QByteArray("[\0S\0e\0c\0]\0\n\0K\0=\0", 16));
-        row("brackets", "[[[[]]]]\n]\n[\n[]\n=\n[]=\n");
     }
     void KeepsWhatIsThere() {
         const auto [content] = Row<QByteArray>();

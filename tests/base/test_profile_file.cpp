@@ -3,8 +3,6 @@
 #include "support/file_bytes.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 
@@ -53,7 +51,6 @@ class TestProfileFile : public QObject {
         row("section name only begins the same", "[Section]\nKey=1", "");
         row("commented out", "[Sec]\n;Key=1\n ; Key=2\nKey=3", "3");
         row("comment behind the section", "[Sec] ; [x]\nKey=1", "1");
-        row("line without equals sign", "[Sec]\nKey\nKey=1", "1");
         row("section without its bracket", "[Sec]\n[Other\nKey=1", "1");
         row("CR alone", "[Sec]\rKey=v\r", "v");
         row("mark, but no UTF-8", "\xef\xbb\xbf[Sec]\nKey=\xfc", QStringLiteral("ü"));
@@ -135,7 +132,6 @@ class TestProfileFile : public QObject {
         row("line feed", "Sec", "Key", "a\nPort=1");
         row("NUL", "Sec", "Key", QString(QChar(u'\0')));
         row("half a surrogate pair", "Sec", "Key", QString(QChar(0xd800)));
-        row("line feed in the key", "Sec", "K\ney", "a");
         row("no key", "Sec", " ", "a");
         row("key that would be a comment", "Sec", ";Key", "a");
         row("key that would end early", "Sec", "K=ey", "a");
@@ -198,10 +194,7 @@ class TestProfileFile : public QObject {
     void Numbers_data() {
         Rows<QString, double, int>(
             {{"", 0, 0},
-             {"-", 0, 0},
-             {".", 0, 0},
              {" \t21 ", 21, 21},
-             {"-5", -5, -5},
              {"+5", 5, 5},
              {"--5", 0, 0},
              {"12abc", 12, 12},

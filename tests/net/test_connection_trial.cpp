@@ -13,24 +13,23 @@ class TestConnectionTrial : public QObject {
   private slots:
     void GoesTheWayOfAPicture() {
         TrialBench bench;
-        ScriptedFtpServer server(bench.Time);
-        server.Folders = {"cam"};
-        server.Files = {{"cam/pw.jpg", "public"}, {"cam/1pw.jpg", "on its way"}};
-        const auto before = server.Files;
-        TrialAccess access = TrialBench::To(server.Port());
+        bench.Server.Folders = {"cam"};
+        bench.Server.Files = {{"cam/pw.jpg", "public"}, {"cam/1pw.jpg", "on its way"}};
+        const auto before = bench.Server.Files;
+        TrialAccess access = bench.Access();
         access.Folder = "cam";
         QList<TrialStep> steps;
         connect(&bench.Trial, &ConnectionTrial::StepStarted, this,
                 [&steps](TrialStep step) { steps << step; });
         QCOMPARE(bench.Trial.Run(access).Is, Fine);
-        QVERIFY(server.Files == before);
+        QVERIFY(bench.Server.Files == before);
         using enum TrialStep;
         QCOMPARE(steps, QList({Connecting, ChangingFolder, Storing, Renaming, Storing, Renaming,
                                Deleting}));
-        QVERIFY(!server.Commands.join(u' ').contains("pw.jpg"));
+        QVERIFY(!bench.Server.Commands.join(u' ').contains("pw.jpg"));
         QVERIFY(bench.Log.Commands.filter("STOR").size() == 2);
         QVERIFY(bench.Log.Commands.filter("secret").isEmpty());
-        QVERIFY(bench.Time.RunUntil([&server] { return server.OpenConnections == 0; }, 1000));
+        QVERIFY(bench.Time.RunUntil([&bench] { return bench.Server.OpenConnections == 0; }, 1000));
     }
 
     void SaysWhatFailed_data() {
@@ -63,14 +62,13 @@ class TestConnectionTrial : public QObject {
     void SaysWhatFailed() {
         const auto [script, result, reply] = Row<Script, TrialResult, QString>();
         TrialBench bench;
-        ScriptedFtpServer server(bench.Time);
-        server.Script = script;
+        bench.Server.Script = script;
         const qint64 start = bench.Time.Milliseconds();
-        const TrialOutcome outcome = bench.Trial.Run(TrialBench::To(server.Port()));
+        const TrialOutcome outcome = bench.Trial.Run(bench.Access());
         QCOMPARE(outcome.Is, result);
         QCOMPARE(outcome.Reply, reply);
         QVERIFY(bench.Time.Milliseconds() - start < 70'000);
-        const QStringList left = TrialBench::Own(server);
+        const QStringList left = bench.Own();
         // What it may have left it names; of a server that answers it leaves nothing.
         QVERIFY(left.isEmpty() || left[0].chopped(5) == outcome.LeftBehind.chopped(5));
         QCOMPARE(outcome.LeftBehind.isEmpty(), result != ConnectionLost && result != DeleteRefused);
@@ -84,9 +82,8 @@ class TestConnectionTrial : public QObject {
     void ReachesNobody() {
         const auto [host, result] = Row<QString, TrialResult>();
         TrialBench bench(100);
-        ScriptedFtpServer server(bench.Time);
-        server.StopListening();
-        TrialAccess access = TrialBench::To(server.Port());
+        bench.Server.StopListening();
+        TrialAccess access = bench.Access();
         access.Server = host;
         QCOMPARE(bench.Trial.Run(access).Is, result);
     }
@@ -94,13 +91,12 @@ class TestConnectionTrial : public QObject {
     // Servers that do not rename over a file work with the option for them.
     void DeletesFirst() {
         TrialBench bench;
-        ScriptedFtpServer server(bench.Time);
-        server.RefuseRenameOver = true;
-        TrialAccess access = TrialBench::To(server.Port());
+        bench.Server.RefuseRenameOver = true;
+        TrialAccess access = bench.Access();
         QCOMPARE(bench.Trial.Run(access).Is, ReplaceRefused);
         access.DeleteFirst = true;
         QCOMPARE(bench.Trial.Run(access).Is, Fine);
-        QVERIFY(server.Files.isEmpty());
+        QVERIFY(bench.Server.Files.isEmpty());
     }
 
     void IsCancelled_data() {
@@ -113,8 +109,7 @@ class TestConnectionTrial : public QObject {
     void IsCancelled() {
         const auto [fault, byOperator] = Row<FtpFault, bool>();
         TrialBench bench;
-        ScriptedFtpServer server(bench.Time);
-        server.Script = {fault};
+        bench.Server.Script = {fault};
         Timer soon(bench.Time, 2000);
         connect(&soon, &Timer::Tick, this, [&bench, byOperator = byOperator] {
             if (byOperator)
@@ -124,10 +119,10 @@ class TestConnectionTrial : public QObject {
         });
         soon.SetEnabled(true);
         const qint64 start = bench.Time.Milliseconds();
-        QCOMPARE(bench.Trial.Run(TrialBench::To(server.Port())).Is, Cancelled);
+        QCOMPARE(bench.Trial.Run(bench.Access()).Is, Cancelled);
         QVERIFY(bench.Time.Milliseconds() - start < 6000);
-        QVERIFY(bench.Time.RunUntil([&server] { return server.OpenConnections == 0; }, 1000));
-        QCOMPARE(TrialBench::Own(server), QStringList());
+        QVERIFY(bench.Time.RunUntil([&bench] { return bench.Server.OpenConnections == 0; }, 1000));
+        QCOMPARE(bench.Own(), QStringList());
     }
 
     void TriesAFolder() {

@@ -1,9 +1,11 @@
 #include "net/ftp_bench.h"
+#include "net/trial_bench.h"
 #include "support/data_rows.h"
 #include "support/real_ftp_server.h"
 
 #include <QDir>
 
+using enum TrialResult;
 using Kind = RealFtpServer::Kind;
 
 namespace {
@@ -11,26 +13,25 @@ namespace {
 constexpr int Quiet = 100;
 }  // namespace
 
-// The client against the servers that are in use.
+// The client and the trial against the servers that are in use.
 class TestFtpServers : public QObject {
     Q_OBJECT
 
   private:
     static QByteArray OnServer(const RealFtpServer& server, const QString& name) {
-        QFile file(server.Root() + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+        return ReadBytes(server.Root() + name);
     }
 
     static void BothKinds() {
-        QTest::addColumn<Kind>("kind");
-        QTest::addRow("vsftpd") << Kind::Vsftpd;
-        QTest::addRow("pyftpdlib") << Kind::Pyftpdlib;
+        const Rows<Kind> row;
+        row("vsftpd", Kind::Vsftpd);
+        row("pyftpdlib", Kind::Pyftpdlib);
     }
 
   private slots:
     void Transfers_data() { BothKinds(); }
     void Transfers() {
-        QFETCH(Kind, kind);
+        const auto [kind] = Row<Kind>();
         RealFtpServer server(kind);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         FtpBench bench(server.Port(), Quiet);
@@ -92,7 +93,7 @@ class TestFtpServers : public QObject {
 
     void NoticesWhenItWasIdleTooLong_data() { BothKinds(); }
     void NoticesWhenItWasIdleTooLong() {
-        QFETCH(Kind, kind);
+        const auto [kind] = Row<Kind>();
         const RealFtpServer::Options options{.IdleSeconds = 1};
         RealFtpServer server(kind, options);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
@@ -119,6 +120,28 @@ class TestFtpServers : public QObject {
         QCOMPARE(bench.Client.GetRemoteFileSize({}, "pw.jpg"), 6);
         QVERIFY(bench.AwaitReply(226));
         QCOMPARE(bench.Client.GetRemoteFileSize({}, "pw"), 0);
+    }
+
+    void ConnectionTrials_data() {
+        const Rows<Kind, QString, QString, TrialResult> row;
+        row("vsftpd", Kind::Vsftpd, "secret", "", Fine);
+        row("vsftpd wrong password", Kind::Vsftpd, "other", "", LoginRefused);
+        row("vsftpd read-only folder", Kind::Vsftpd, "secret", "closed", MayNotStore);
+        row("pyftpdlib", Kind::Pyftpdlib, "secret", "", Fine);
+        row("pyftpdlib wrong password", Kind::Pyftpdlib, "other", "", LoginRefused);
+        row("pyftpdlib no folder", Kind::Pyftpdlib, "secret", "none", FolderMissing);
+    }
+    void ConnectionTrials() {
+        const auto [kind, password, folder, result] = Row<Kind, QString, QString, TrialResult>();
+        RealFtpServer server(kind);
+        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
+        QVERIFY(QDir(server.Root()).mkdir("closed"));
+        TrialBench bench(Quiet);
+        TrialAccess access = TrialBench::To(server.Port());
+        access.Password = password;
+        access.Folder = folder;
+        QCOMPARE(bench.Trial.Run(access).Is, result);
+        QCOMPARE(QDir(server.Root()).entryList(QDir::Files), QStringList());
     }
 };
 

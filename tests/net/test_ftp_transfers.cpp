@@ -1,6 +1,5 @@
 #include "net/ftp_bench.h"
 #include "support/data_rows.h"
-#include "support/scripted_ftp_server.h"
 
 using Script = QList<FtpFault>;
 
@@ -10,15 +9,10 @@ class TestFtpTransfers : public QObject {
 
   private slots:
     void init() {
-        bench = std::make_unique<FtpBench>(quint16(0));
-        server = std::make_unique<ScriptedFtpServer>(bench->Clock);
-        bench->Client.SetRemotePort(server->Port());
+        bench = std::make_unique<ScriptedFtpBench>();
+        server = &bench->Server;
         QVERIFY(bench->Client.Connect());
         server->Commands.clear();
-    }
-    void cleanup() {
-        server.reset();
-        bench.reset();
     }
 
     void Sends_data() {
@@ -222,8 +216,8 @@ class TestFtpTransfers : public QObject {
     }
 
   private:
-    std::unique_ptr<FtpBench> bench;
-    std::unique_ptr<ScriptedFtpServer> server;
+    std::unique_ptr<ScriptedFtpBench> bench;
+    ScriptedFtpServer* server = nullptr;
 };
 
 QTEST_GUILESS_MAIN(TestFtpTransfers)

@@ -1,39 +1,12 @@
-#include "net/block_plan.h"
 #include "net/ftp_reply.h"
 #include "net/ftp_text.h"
-#include "net/last_error_store.h"
 #include "net/listing.h"
 #include "support/data_rows.h"
-
-#include <QSettings>
-#include <QTemporaryDir>
 
 class TestFtpValues : public QObject {
     Q_OBJECT
 
   private slots:
-    void PlansBlocks_data() {
-        // block size, full blocks, remainder
-        Rows<qint32, QList<qint32>>({{0, {0, 0, 0}},
-                                     {999, {999, 1, 0}},
-                                     {1196, {1196, 1, 0}},
-                                     {5000, {4196, 1, 804}},
-                                     {8196, {8196, 1, 0}},
-                                     {16392, {8196, 2, 0}},
-                                     {2147483647, {8196, 262016, 511}}});
-    }
-    void PlansBlocks() {
-        const auto [total, expected] = Row<qint32, QList<qint32>>();
-        const BlockPlan plan = BlockPlan::For(total);
-        QCOMPARE((QList<qint32>{plan.BlockSize, plan.FullBlocks, plan.Remainder}), expected);
-    }
-
-    void AnnouncesPorts() {
-        const QHostAddress address(QStringLiteral("192.168.0.5"));
-        QCOMPARE(PortArgument(address, 1035), QStringLiteral("192,168,0,5,4,11"));
-        QCOMPARE(PortArgument(address, 65280), QStringLiteral("192,168,0,5,255,0"));
-    }
-
     void JoinsReplyLines_data() {
         const Rows<QStringList, QList<int>, bool> row;
         const QList<int> both{220, 230};
@@ -78,16 +51,6 @@ class TestFtpValues : public QObject {
         QVERIFY(!HasControlCharacters(QStringLiteral("a $@:!§ü~\u0080")));
         for (const QChar character : {QChar(0), QChar('\t'), QChar('\r'), QChar(0x1F), QChar(0x7F)})
             QVERIFY(HasControlCharacters(u'a' + QString(character)));
-    }
-
-    void KeepsTheLastError() {
-        const QTemporaryDir folder;
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
-        LastErrorStore::Write(0, {});
-        QCOMPARE(LastErrorStore::Text(), QString());
-        LastErrorStore::Write(1510, QStringLiteral("überschritten \"x\"\r\n"));
-        QCOMPARE(LastErrorStore::Code(), QStringLiteral("1510"));
-        QCOMPARE(LastErrorStore::Text(), QStringLiteral("überschritten \"x\"\r\n"));
     }
 };
 

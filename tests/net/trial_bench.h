@@ -17,6 +17,7 @@ struct TrialBench {
 
     QTemporaryDir Store;
     TestClock Time;
+    ScriptedFtpServer Server{Time};
     Timer Seconds{Time, 1000};  // the time does not outrun the servers
     Waiting Wait{Time};
     RecordingDisplay Log;
@@ -25,8 +26,9 @@ struct TrialBench {
     [[nodiscard]] static TrialAccess To(int port) {
         return {.Server = "127.0.0.1", .Port = port, .User = "cam", .Password = "secret"};
     }
+    [[nodiscard]] TrialAccess Access() const { return To(Server.Port()); }
     // The files that the trial has left on the server.
-    [[nodiscard]] static QStringList Own(const ScriptedFtpServer& server) {
-        return QStringList(server.Files.keys()).filter("stillpost-test");
+    [[nodiscard]] QStringList Own() const {
+        return QStringList(Server.Files.keys()).filter("stillpost-test");
     }
 };

@@ -142,17 +142,6 @@ class TestBitmapFile : public QObject {
         BitmapShape::Put(palette, 10, 54 + 257 * 4, 4);
         BitmapShape::Put(palette, 46, 257, 4);
         QVERIFY(damaged(palette));
-        // A true file that an image of another size or depth is not made for.
-        QVERIFY(WriteBytes(file, BitmapShape{.Bits = 8}.Bytes()));
-        for (const auto& [width, height, bits] :
-             {std::tuple{6, 3, 8}, {5, 2, 8}, {5, 3, 4}, {5, 3, 1}}) {
-            imgdes image;
-            QCOMPARE(allocimage(image, width, height, bits), 0);
-            QCOMPARE(loadbmp(file, image), int{ImagingWrongImage});
-        }
-        imgdes image;
-        QCOMPARE(loadbmp(file, image), int{ImagingWrongImage});
-        QCOMPARE(allocimage(image, 30000, 30000, 24), int{ImagingNoMemory});
     }
 
     void SurvivesMutations() {
@@ -214,22 +203,6 @@ class TestBitmapFile : public QObject {
         }
         QVERIFY(!SaveSurface(QImage(), file));
         QVERIFY(!SaveSurface(surface, folder.filePath("no/such/folder.bmp")));
-    }
-
-    void DescriptorsShareTheirPixels() {
-        imgdes first;
-        imgdes second;
-        QCOMPARE(allocimage(first, 64, 64, 8), 0);
-        first.Pixels[5] = 77;
-        copyimgdes(first, second);
-        freeimage(first);
-        QVERIFY(!first.Pixels);
-        // The pixels live on in the copy: an image made meanwhile gets others.
-        QCOMPARE(allocimage(first, 64, 64, 8), 0);
-        first.Pixels[5] = 1;
-        QCOMPARE(int{second.Pixels[5]}, 77);
-        freeimage(second);
-        freeimage(second);
     }
 
   private:

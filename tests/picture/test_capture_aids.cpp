@@ -56,10 +56,6 @@ bool Drain(AVCodecContext& codec, AVFormatContext& file, AVPacket& packet) {
 bool Encode(AVCodecContext& codec, AVFormatContext& file, int count) {
     const PacketPtr packet(av_packet_alloc());
     const FramePtr frame(av_frame_alloc());
-    frame->format = codec.pix_fmt;
-    frame->width = codec.width;
-    frame->height = codec.height;
-    frame->color_range = codec.color_range;
     CapturePosition position = BeforeFirstPicture;
     TestPicture source(QSize(codec.width, codec.height), position);
     SwsContext* const scaler =

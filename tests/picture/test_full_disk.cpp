@@ -1,6 +1,5 @@
 #include "picture/decoded_jpeg.h"
 #include "picture/encode_jpeg.h"
-#include "picture/imaging.h"
 #include "picture/picture_surface.h"
 #include "support/answering_boxes.h"
 #include "support/data_rows.h"

@@ -12,7 +12,6 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 
 namespace {
 
@@ -61,31 +60,10 @@ QByteArray Gif(int width = 2, int height = 1) {
     return bytes;
 }
 
-quint32 Crc(const QByteArray& bytes) {
-    quint32 crc = ~0U;
-    for (const char byte : bytes) {
-        crc ^= static_cast<uchar>(byte);
-        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320U : 0);
-    }
-    return ~crc;
-}
-
-QByteArray BigEndian(quint32 value) {
-    QByteArray bytes(4, '\0');
-    qToBigEndian(value, bytes.data());
-    return bytes;
-}
-
-QByteArray HugePng() {
-    QByteArray bytes = Saved(Speckled({1, 1}, 1), "PNG");
-    bytes.replace(16, 8, BigEndian(30000) + BigEndian(30000));
-    return bytes.replace(29, 4, BigEndian(Crc(bytes.mid(12, 17))));
-}
-
 QByteArray HugeJpeg() {
     QByteArray bytes = Saved(Speckled({8, 8}, 1), "JPG");
     const qsizetype frame = bytes.indexOf("\xFF\xC0");
-    return bytes.replace(frame + 5, 4, BigEndian(30000U << 16 | 30000U));
+    return bytes.replace(frame + 5, 4, "\x75\x30\x75\x30");
 }
 
 QByteArray HugeBitmap(int side) {
@@ -123,10 +101,8 @@ class TestPictureOverlay : public QObject {
         row("down left", 4, {200, 80}, {0, 400});
         row("down middle", 5, {200, 80}, {220, 400});
         row("center", 6, {200, 80}, {220, 200});
-        row("2.5 and 3.5", 6, {635, 473}, {2, 4});
         row("0.5 and 1.5", 6, {639, 477}, {0, 2});
         row("-0.5 and -1.5", 6, {641, 483}, {0, -2});
-        row("-2.5 and -3.5", 6, {645, 487}, {-2, -4});
         row("larger, down right", 3, {700, 500}, {-60, -20});
         row("unknown", 7, {200, 80}, {440, 0});
     }
@@ -145,7 +121,6 @@ class TestPictureOverlay : public QObject {
         row("touching from outside", QPoint(-9, 3), all, QPoint());
         row("a part of it", QPoint(5, 5), QSize(3, 2), QPoint(4, 4));
         row("more than there is", QPoint(2, 2), QSize(50, 50), QPoint(-3, 5));
-        row("nothing", QPoint(2, 2), QSize(0, 3), QPoint());
     }
     void CopiesAsTheMaskDoes() {
         const auto [at, size, from] = Row<QPoint, QSize, QPoint>();
@@ -172,31 +147,26 @@ class TestPictureOverlay : public QObject {
     }
 
     void StampsEveryKindOfFile_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QImage>("picture");
-        for (const int bits : {1, 4, 8, 16, 24, 32}) {
-            const BitmapShape shape{.Bits = bits, .Width = 13, .Height = 9, .TopDown = bits == 8};
-            QImage picture(13, 9, QImage::Format_BGR888);
-            for (int y = 0; y < 9; ++y)
-                for (int x = 0; x < 13; ++x) picture.setPixelColor(x, y, shape.Colour(x, y));
-            QTest::addRow("bitmap of %d bits", bits) << shape.Bytes() << picture;
-        }
+        const Rows<QByteArray, QImage> row;
+        const BitmapShape shape{.Bits = 8, .Width = 13, .Height = 9, .TopDown = true};
+        QImage bitmap(13, 9, QImage::Format_BGR888);
+        for (int y = 0; y < 9; ++y)
+            for (int x = 0; x < 13; ++x) bitmap.setPixelColor(x, y, shape.Colour(x, y));
+        row("bitmap", shape.Bytes(), bitmap);
         const QImage speckled = Speckled({13, 9}, 3);
-        QTest::newRow("PNG") << Saved(speckled, "PNG") << speckled;
-        QTest::newRow("one pixel") << Saved(Speckled({1, 1}, 3), "PNG") << Speckled({1, 1}, 3);
-        QTest::newRow("larger than the frame")
-            << Saved(Speckled({90, 70}, 3), "PNG") << Speckled({90, 70}, 3);
+        row("PNG", Saved(speckled, "PNG"), speckled);
+        const QImage large = Speckled({90, 70}, 3);
+        row("larger than the frame", Saved(large, "PNG"), large);
         QImage two(2, 1, QImage::Format_BGR888);
         two.setPixel(0, 0, red);
         two.setPixel(1, 0, 0xFFFFFFFF);
-        QTest::newRow("GIF") << Gif() << two;
+        row("GIF", Gif(), two);
         QImage grey(13, 9, QImage::Format_BGR888);
         grey.fill(qRgb(90, 90, 90));
-        QTest::newRow("JPEG") << Saved(grey, "JPG") << grey;
+        row("JPEG", Saved(grey, "JPG"), grey);
     }
     void StampsEveryKindOfFile() {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QImage, picture);
+        const auto [bytes, picture] = Row<QByteArray, QImage>();
         // The name tells nothing about the kind.
         QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
         QVERIFY(WriteSettings("PositionBild=6"));
@@ -209,14 +179,11 @@ class TestPictureOverlay : public QObject {
 
     void FindsTheFile_data() {
         const Rows<QByteArray, bool> row;
-        row("exact", QByteArray("Logo.png"), true);
         row("other case", QByteArray("LOGO.PNG"), true);
         row("folder, backslash", QByteArray("Sub\\logo.png"), true);
-        row("folder, slash", QByteArray("sub/logo.png"), true);
         row("outside", QByteArray("../secret.png"), false);
         row("outside, backslash", QByteArray("sub\\..\\..\\secret.png"), false);
         row("a folder", QByteArray("sub"), false);
-        row("the folder itself", QByteArray("/"), false);
         row("nobody", QByteArray("nobody.png"), false);
     }
     void FindsTheFile() {
@@ -236,11 +203,8 @@ class TestPictureOverlay : public QObject {
         const QString tooLarge = "Overlay file is too large: Overlay.bmp";
 
         row("missing", {}, "Overlay file not found !");
-        row("empty", "", unreadable);
-        row("text", "no picture at all", unreadable);
         row("a drawing", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>",
             unreadable);
-        row("PNG of 30000x30000", HugePng(), tooLarge);
         row("JPEG of 30000x30000", HugeJpeg(), tooLarge);
         row("GIF of 30000x30000", Gif(30000, 30000), tooLarge);
         row("bitmap of 30000x30000", HugeBitmap(30000), unreadable);
@@ -315,7 +279,6 @@ class TestPictureOverlay : public QObject {
         const Rows<QByteArray, QString, int> row;  // the entry of each picture, '-': none
         row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
         row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
-        row("one entry", "UB=1\r\n0Pic=2", "2222", 0);
         row("never", "UB=0\r\n0Pic=0\r\n1Pic=1", "0000", 0);
         row("interval below nothing", "UB=-4\r\n0Pic=0\r\n1Pic=1", "0000", 0);
         row("a broken and a missing one", "UB=1\r\n0Pic=0\r\n1Pic=bad\r\n2Pic=no\r\n3Pic=2",

@@ -60,6 +60,11 @@ class CycleFixture {
 
     // After values were changed: what LoadSettings does with them.
     void Apply();
+    // Starts a run and waits for its first picture.
+    [[nodiscard]] bool Begin() {
+        Cycle.Start();
+        return RunUntilPublished(1);
+    }
     // Runs until that many pictures were published since the fixture was made.
     [[nodiscard]] bool RunUntilPublished(int count, qint64 limit = 600'000);
     [[nodiscard]] int Published() const { return published; }

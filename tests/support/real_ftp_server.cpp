@@ -1,5 +1,7 @@
 #include "support/real_ftp_server.h"
 
+#include "support/file_bytes.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTcpServer>
@@ -83,31 +85,21 @@ bool RealFtpServer::Start() {
 }
 
 QString RealFtpServer::WriteFile(const QString& name, const QString& content, bool secret) {
-    QFile file(folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly)) return {};
-    file.write(content.toUtf8());
+    const QString path = folder.filePath(name);
+    if (!WriteBytes(path, content.toUtf8())) return {};
     const QFile::Permissions everybody = QFile::ReadGroup | QFile::ReadOther;
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner |
-                        (secret ? QFile::Permissions() : everybody));
-    return file.fileName();
+    QFile::setPermissions(
+        path, QFile::ReadOwner | QFile::WriteOwner | (secret ? QFile::Permissions() : everybody));
+    return path;
 }
 
 QString RealFtpServer::VsftpdSettings() {
     QStringList lines{
-        "listen=YES",
-        "background=NO",
-        "listen_address=127.0.0.1",
-        QStringLiteral("listen_port=%1").arg(port),
-        "local_enable=YES",
-        "anonymous_enable=NO",
-        "write_enable=YES",
-        "check_shell=NO",
-        "seccomp_sandbox=NO",
-        "isolate=NO",
-        "isolate_network=NO",
-        "xferlog_enable=NO",
-        "pam_service_name=vsftpd",
+        "listen=YES\nbackground=NO\nlisten_address=127.0.0.1\nlocal_enable=YES\n"
+        "anonymous_enable=NO\nwrite_enable=YES\ncheck_shell=NO\nseccomp_sandbox=NO\n"
+        "isolate=NO\nisolate_network=NO\nxferlog_enable=NO\npam_service_name=vsftpd\n"
         "local_umask=022",
+        QStringLiteral("listen_port=%1").arg(port),
         QStringLiteral("local_root=%1").arg(Root()),
         QStringLiteral("secure_chroot_dir=%1").arg(folder.filePath(QStringLiteral("empty"))),
         QStringLiteral("idle_session_timeout=%1").arg(options.IdleSeconds),

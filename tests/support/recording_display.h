@@ -19,7 +19,6 @@ class RecordingDisplay : public StatusDisplay {
     bool GaugeVisible = false;
     bool Online = false;
     QString Recording;
-    int RunningTimeResets = 0;
 
     [[nodiscard]] bool InUse() const override { return Shown; }
     void ShowStatus(const QString& text) override { Statuses << text; }
@@ -37,7 +36,7 @@ class RecordingDisplay : public StatusDisplay {
     void ShowUpload(int percent) override { Uploads << percent; }
     void ShowPictureCount(const QString& text) override { Counters << text; }
     void ShowMegabytes(const QString& text) override { Counters << text; }
-    void ResetRunningTime() override { ++RunningTimeResets; }
+    void ResetRunningTime() override {}
     void LogCommand(const QString& command) override { Commands << command; }
     void LogReply(const QString& reply) override { Replies << reply; }
 };

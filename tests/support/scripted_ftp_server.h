@@ -14,7 +14,6 @@ struct FtpFault {
     int Occurrence = 0;             // the n-th time it comes, from 1; 0: every time
     QStringList Chunks = {};        // sent in place of the reply, as they are, one after another
     int DelayMilliseconds = 0;      // of the clock, before the reply
-    bool Drip = false;              // the reply comes byte by byte
     bool Silent = false;            // no reply
     bool CloseControl = false;      // the connection is closed after the reply
     bool NoDataConnection = false;  // the transfer is announced, but nobody connects

@@ -131,10 +131,8 @@ void ScriptedFtpSession::ReplyAs(const FtpFault& fault, const QString& usual) {
         prompt.DelayMilliseconds = 0;
         return Later(fault.DelayMilliseconds, [this, prompt, usual] { ReplyAs(prompt, usual); });
     }
-    const QString reply = usual + QStringLiteral("\r\n");
     QStringList parts = fault.Chunks;
-    if (parts.isEmpty()) parts << reply;
-    if (fault.Drip) parts = reply.split(QString(), Qt::SkipEmptyParts);
+    if (parts.isEmpty()) parts << usual + QStringLiteral("\r\n");
     if (fault.Silent) parts.clear();
     for (const QString& part : std::as_const(parts)) output << Output{part.toUtf8()};
     if (fault.CloseControl) output << Output{{}, true};

@@ -49,19 +49,4 @@ class CameraFixture : public SettingsFixture {
         }
         return nameless;
     }
-
-    // The texts of a section that a window does not have in some language.
-    [[nodiscard]] QStringList Missing(const QWidget& window, const QString& section,
-                                      const QStringList& keys) {
-        using enum Texts::Language;
-        QStringList missing;
-        for (const auto language : {French, German, English}) {
-            Words.SetLanguage(language);
-            const QStringList captions = Captions(window);
-            for (const QString& key : keys)
-                if (!captions.contains(Words.Get(section, key)))
-                    missing << Words.Get(section, key) + " not in " + captions.join("; ");
-        }
-        return missing;
-    }
 };

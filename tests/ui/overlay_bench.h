@@ -7,7 +7,6 @@
 #include "ui/settings/overlay/live_preview.h"
 
 #include <QDir>
-#include <QTest>
 
 // The three windows of the overlays over a settings file that says no more than the size of the
 // camera's pictures, 320 x 240; there is no camera.
@@ -52,10 +51,3 @@ class OverlayBench : public SettingsFixture {
 [[nodiscard]] inline bool IsRed(const QColor& colour) {
     return colour.red() > 180 && colour.green() < 70 && colour.blue() < 70;
 }
-
-// What is wrong with the way of the Tab key through a window: controls that it leaves out or that
-// have no name for a screen reader, and steps back within a frame.
-[[nodiscard]] QStringList TabFaults(SettingsWindow& window);
-// The texts of these keys that a window does not show.
-[[nodiscard]] QStringList MissingTexts(const SettingsWindow& window, const Texts& words,
-                                       const QString& section, const QStringList& keys);

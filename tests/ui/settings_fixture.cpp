@@ -1,19 +1,17 @@
 #include "settings_fixture.h"
 
+#include "support/file_bytes.h"
+#include "ui/settings/overlay/headed_list.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
-#include <QStyle>
-#include <QStyleOptionGroupBox>
 
 QStringList SettingsFixture::Lines() const {
-    QFile file(File());
-    if (!file.open(QIODevice::ReadOnly)) return {};
     QStringList lines;
-    for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n'))
+    for (const QString& line : QString::fromUtf8(ReadBytes(File())).split(u'\n'))
         if (line.contains(u'=')) lines << line.trimmed();
     return lines;
 }
@@ -43,8 +41,7 @@ QSize Needed(const QWidget& widget) {
     return qobject_cast<const QGroupBox*>(&widget) ? widget.minimumSizeHint() : widget.sizeHint();
 }
 
-}  // namespace
-
+// The texts of a window that do not fit into their place; the window must be shown.
 QStringList ClippedTexts(const QWidget& window) {
     QStringList clipped;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
@@ -56,11 +53,29 @@ QStringList ClippedTexts(const QWidget& window) {
     return clipped;
 }
 
+// A caption without the mark of its letter.
 QString WithoutMnemonic(const QString& text) {
     QString plain = text;
     plain.replace("&&", QString(QChar(1))).remove(u'&').replace(QChar(1), "&&");
     return plain;
 }
+
+const QWidget* FrameOf(const QWidget* control) {
+    while (control && !qobject_cast<const QGroupBox*>(control)) control = control->parentWidget();
+    return control;
+}
+
+QPoint PlaceIn(const QWidget& control, const QWidget& window) {
+    return control.mapTo(&window, QPoint());
+}
+
+bool IsStop(const QWidget& control, const QWidget& window) {
+    return (control.focusPolicy() & Qt::TabFocus) != 0 && control.isVisibleTo(&window) &&
+           control.isEnabled() && !control.inherits("QAbstractScrollArea") && !control.isWindow() &&
+           !control.focusProxy();
+}
+
+}  // namespace
 
 QStringList Captions(const QWidget& window) {
     QStringList captions{window.windowTitle()};
@@ -68,6 +83,49 @@ QStringList Captions(const QWidget& window) {
         if (!qobject_cast<const QComboBox*>(widget)) captions << WithoutMnemonic(TextOf(*widget));
     captions.removeAll(QString());
     return captions;
+}
+
+QStringList SettingsFixture::Missing(const QWidget& window, const QString& section,
+                                     const QStringList& keys) {
+    using enum Texts::Language;
+    QStringList missing;
+    for (const auto language : {French, German, English}) {
+        Words.SetLanguage(language);
+        QStringList shown = Captions(window);
+        for (const HeadedList* list : window.findChildren<HeadedList*>())
+            shown << list->Heading() << list->Lines();
+        for (const QString& key : keys)
+            if (!shown.contains(Words.Get(section, key))) missing << Words.Get(section, key);
+    }
+    return missing;
+}
+
+QStringList TabFaults(SettingsWindow& window) {
+    QWidgetList left;
+    for (auto* control : window.findChildren<QWidget*>())
+        if (IsStop(*control, window)) left << control;
+    QStringList faults;
+    QWidget* at = window.focusWidget();
+    for (qsizetype steps = 3 * left.size(); at && steps > 0; --steps) {
+        left.removeAll(at);
+        const bool named = !at->accessibleName().isEmpty() && !at->toolTip().isEmpty();
+        if (!named && !at->inherits("QPushButton"))
+            faults
+                << QString("no name or help: %1").arg(QLatin1String(at->metaObject()->className()));
+        QTest::keyClick(at, Qt::Key_Tab);
+        QWidget* const next = window.focusWidget();
+        const QPoint from = PlaceIn(*at, window);
+        const QPoint to = PlaceIn(*next, window);
+        constexpr int sameLine = 12;
+        const bool back = to.y() < from.y() - sameLine ||
+                          (std::abs(to.y() - from.y()) <= sameLine && to.x() < from.x());
+        if (FrameOf(at) && FrameOf(at) == FrameOf(next) && back && !left.isEmpty())
+            faults << "back to " + next->accessibleName();
+        at = next;
+    }
+    for (const QWidget* control : std::as_const(left))
+        faults << "not reached: " + control->accessibleName();
+    return faults;
 }
 
 QStringList ClippedAnywhere(SettingsWindow& window, Texts& words) {

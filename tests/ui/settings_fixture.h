@@ -14,16 +14,16 @@ class SettingsFixture : public WindowFixture {
     [[nodiscard]] QString File() const { return Folder.filePath("ftpOptions.ini"); }
     // The keys with their values as they stand in the file: "Server=x".
     [[nodiscard]] QStringList Lines() const;
+    // The texts of a section that a window does not have in some language.
+    [[nodiscard]] QStringList Missing(const QWidget& window, const QString& section,
+                                      const QStringList& keys);
     // Replaces the settings file.
     void Write(const QString& lines) const;
 };
 
-// The texts of a window that do not fit into their place, and controls that lie on one another; the
-// window must be shown.
-[[nodiscard]] QStringList ClippedTexts(const QWidget& window);
-
-// A caption without the mark of its letter.
-[[nodiscard]] QString WithoutMnemonic(const QString& text);
+// What is wrong with the way of the Tab key through a window: controls that it leaves out or that
+// have no name for a screen reader or no help, and steps back within a frame.
+[[nodiscard]] QStringList TabFaults(SettingsWindow& window);
 
 // All captions of the window's labels, buttons, options and frames, and its title.
 [[nodiscard]] QStringList Captions(const QWidget& window);

@@ -123,7 +123,6 @@ class TestFrmCam : public QObject {
         row("nothing", " ", true, "");
         row("missing", "%1/missing", false, "");
         row("a file", "%1/ftpOptions.ini", false, "");
-        row("a drive of the other system", "Q:\\pictures", false, "");
     }
     void FolderOfThePictures() {
         const auto [typed, good, written] = Row<QString, bool, QString>();

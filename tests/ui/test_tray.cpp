@@ -1,4 +1,5 @@
 #include "shell_fixture.h"
+#include "support/data_rows.h"
 #include "ui/tray/program_icons.h"
 
 #include <QDir>
@@ -8,42 +9,27 @@ class TestTray : public QObject {
 
   private slots:
     void TooltipAndIcon_data() {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<int>("pictures");
-        QTest::addColumn<bool>("online");
-        QTest::addColumn<int>("language");
-        QTest::addColumn<QString>("tooltip");
-        QTest::addColumn<QString>("icon");
-        const auto row = [](RunState state, int pictures, bool online, Texts::Language language,
-                            const QString& tooltip, const char* icon) {
-            QTest::addRow("%s", qPrintable(tooltip))
-                << static_cast<int>(state) << pictures << online << static_cast<int>(language)
-                << tooltip << QString::fromLatin1(icon);
-        };
         using enum Texts::Language;
-        row(RunState::Running, 312, true, English, "Stillpost: running, 312 pictures, online",
-            "running");
-        row(RunState::Running, 1, false, English, "Stillpost: running, 1 picture, offline",
-            "offline");
-        row(RunState::Paused, 2, false, German, "Stillpost: Pause, 2 Bilder, offline", "paused");
-        row(RunState::Stopped, 0, true, French, "Stillpost : arrêté, 0 images, en ligne",
-            "stopped");
-        row(RunState::Offline, 5, true, English,
+        const Rows<TrayState, Texts::Language, QString, QString> row;
+        row("running", {RunState::Running, 312, true}, English,
+            "Stillpost: running, 312 pictures, online", "running");
+        row("one picture", {RunState::Running, 1, false}, English,
+            "Stillpost: running, 1 picture, offline", "offline");
+        row("paused", {RunState::Paused, 2, false}, German, "Stillpost: Pause, 2 Bilder, offline",
+            "paused");
+        row("stopped", {RunState::Stopped, 0, true}, French,
+            "Stillpost : arrêté, 0 images, en ligne", "stopped");
+        row("offline picture", {RunState::Offline, 5, true}, English,
             "Stillpost: stopped, offline picture shown, 5 pictures, online", "offline");
-        row(RunState::Connecting, 5, true, German, "Stillpost: verbindet, 5 Bilder, online",
-            "running");
+        row("connecting", {RunState::Connecting, 5, true}, German,
+            "Stillpost: verbindet, 5 Bilder, online", "running");
     }
 
     void TooltipAndIcon() {
-        QFETCH(int, state);
-        QFETCH(int, pictures);
-        QFETCH(bool, online);
-        QFETCH(int, language);
-        QFETCH(QString, tooltip);
-        QFETCH(QString, icon);
-        const TrayState shown{static_cast<RunState>(state), pictures, online};
-        QCOMPARE(TrayTooltip(Texts(static_cast<Texts::Language>(language)), shown), tooltip);
-        QCOMPARE(TrayIconName(shown), icon);
+        const auto [state, language, tooltip, icon] =
+            Row<TrayState, Texts::Language, QString, QString>();
+        QCOMPARE(TrayTooltip(Texts(language), state), tooltip);
+        QCOMPARE(TrayIconName(state), icon);
     }
 
     void IconsOfWhateverSizesThereAre() {

@@ -63,43 +63,18 @@ class TestWindowShape : public QObject {
 
   private slots:
     void RegionEqualsTheNaiveOne_data() {
-        QTest::addColumn<QSize>("size");
-        for (const int width : {1, 2, 150, 301, 302, 303, 451, 640, 1024})
-            QTest::addRow("%d wide", width) << QSize(width, 23);
-        QTest::addRow("one row") << QSize(500, 1);
+        Rows<int>({{1}, {2}, {150}, {301}, {302}, {303}, {451}, {1024}});
     }
 
     void RegionEqualsTheNaiveOne() {
-        QFETCH(QSize, size);
+        const auto [width] = Row<int>();
         for (quint32 seed = 1; seed <= 20; ++seed) {
-            const QImage picture = RandomPicture(size, seed);
+            const QImage picture = RandomPicture({width, 23}, seed);
             const QRegion naive = NaiveRegion(picture);
             const QImage other = picture.convertToFormat(QImage::Format_RGB888);
             QCOMPARE(BuildRegionFromPicture(picture) ^ naive, QRegion());
             QCOMPARE(BuildRegionFromPicture(other) ^ naive, QRegion());
         }
-    }
-
-    // One row of kept pixels with a hole; where the scan sees the row's runs.
-    void HolesInOneRow_data() {
-        const Rows<int, QRect, QRegion> row;
-        row("narrow: exact to the pixel", 301, QRect(149, 1, 3, 1),
-            QRegion(0, 1, 149, 1) + QRegion(152, 1, 149, 1));
-        row("between two looks: missed", 1000, QRect(260, 1, 80, 1), QRegion(0, 1, 1000, 1));
-        row("seen too late on the left, left too late on the right", 1000, QRect(240, 1, 20, 1),
-            QRegion(0, 1, 251, 1) + QRegion(351, 1, 649, 1));
-        row("last pixel before the coarse part", 1000, QRect(150, 1, 1, 1),
-            QRegion(0, 1, 150, 1) + QRegion(151, 1, 849, 1));
-        row("first pixel of the right edge", 1000, QRect(851, 1, 2, 1),
-            QRegion(0, 1, 851, 1) + QRegion(853, 1, 147, 1));
-    }
-
-    void HolesInOneRow() {
-        const auto [width, hole, expected] = Row<int, QRect, QRegion>();
-        QImage picture = Filled(width, 2, cut);
-        Fill(picture, {0, 1, width, 1}, kept);
-        Fill(picture, hole, cut);
-        QCOMPARE(BuildRegionFromPicture(picture), expected);
     }
 
     void TransparencyIsNoColour() {

@@ -8,13 +8,6 @@
 
 namespace {
 
-void SavePicture(const QString& path, const QSize& size, const QColor& colour) {
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(colour);
-    constexpr int quality = 95;
-    picture.save(path, "JPG", quality);
-}
-
 void SaveBackground(const QString& path, const QColor& colour) {
     constexpr int cornerRadius = 40;
     QImage picture(400, 320, QImage::Format_RGB32);
@@ -29,26 +22,13 @@ void SaveBackground(const QString& path, const QColor& colour) {
 }  // namespace
 
 QStringList SkinMaker::Pictures() {
-    return {"splash.bmp",
-            "button_go.jpg",
-            "button_go2.jpg",
-            "button_pau.jpg",
-            "button_pau2.jpg",
-            "button_stop.jpg",
-            "button_stop2.jpg",
-            "button_Options.jpg",
-            "button_Options2.jpg",
-            "button_min.jpg",
-            "button_min2.jpg",
-            "button_ex.jpg",
-            "button_ex2.jpg",
-            "LEDleft.jpg",
-            "LEDleft2.jpg",
-            "LEDreight.jpg",
-            "LEDreight2.jpg",
-            "Splash_Klappe.jpg",
-            "button_klappe_open.jpg",
-            "button_klappe_open2.jpg"};
+    return QString(
+               "splash.bmp button_go.jpg button_go2.jpg button_pau.jpg button_pau2.jpg "
+               "button_stop.jpg button_stop2.jpg button_Options.jpg button_Options2.jpg "
+               "button_min.jpg button_min2.jpg button_ex.jpg button_ex2.jpg LEDleft.jpg "
+               "LEDleft2.jpg LEDreight.jpg LEDreight2.jpg Splash_Klappe.jpg "
+               "button_klappe_open.jpg button_klappe_open2.jpg")
+        .split(u' ');
 }
 
 void SkinMaker::Make(const QString& folder, const QColor& colour, bool flap) {
@@ -59,11 +39,11 @@ void SkinMaker::Make(const QString& folder, const QColor& colour, bool flap) {
         if (name == "splash.bmp")
             SaveBackground(path, colour);
         else
-            SavePicture(path, name.contains("Splash") ? QSize(316, 235) : QSize(40, 20),
-                        second ? colour.lighter() : colour);
+            Picture(path, name.contains("Splash") ? QSize(316, 235) : QSize(40, 20),
+                    second ? colour.lighter() : colour);
     }
-    SavePicture(folder + "/Hacken.jpg", {30, 30}, CheckColour);
-    SavePicture(folder + "/Hacken0.jpg", {30, 30}, Qt::white);
+    Picture(folder + "/Hacken.jpg", {30, 30}, CheckColour);
+    Picture(folder + "/Hacken0.jpg", {30, 30}, Qt::white);
     Write(folder + "/Position.ini",
           "[ezVidCap1]\nTop=150\nLeft=600\n[Label_Driver]\nTop=3675\nLeft=300\n"
           "[LEDReigth]\nTop=15\nLeft=5250\n[LEDLeft]\nTop=15\nLeft=600\n"
@@ -73,6 +53,13 @@ void SkinMaker::Make(const QString& folder, const QColor& colour, bool flap) {
           "[pic_klappe]\nVisible=" +
               QByteArray(flap ? "1" : "0") +
               "\nTop=150\nLeft=600\n[pic_klappe_open]\nTop=3900\nLeft=5100\n");
+}
+
+void SkinMaker::Picture(const QString& path, const QSize& size, const QColor& colour) {
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(colour);
+    constexpr int quality = 95;
+    picture.save(path, "JPG", quality);
 }
 
 void SkinMaker::Layout(const QString& folder, const QString& section, const QString& key,

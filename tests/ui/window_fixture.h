@@ -15,6 +15,7 @@ class SkinMaker {
     // main window 400 x 320 pixels with its corners cut away, and a layout file.
     static void Make(const QString& folder, const QColor& colour, bool flap = true);
     static void Write(const QString& path, const QByteArray& bytes);
+    static void Picture(const QString& path, const QSize& size, const QColor& colour);
     static void Layout(const QString& folder, const QString& section, const QString& key,
                        const QString& value);
     // Every picture of the main window.
