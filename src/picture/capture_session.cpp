@@ -1,9 +1,9 @@
 #include "picture/capture_session.h"
 
+#include "base/detached_thread.h"
 #include "picture/capture_work.h"
 
 #include <system_error>
-#include <thread>
 
 CaptureSession::CaptureSession(const CaptureRequest& request,
                                std::shared_ptr<CapturePosition> position,
@@ -12,7 +12,7 @@ CaptureSession::CaptureSession(const CaptureRequest& request,
     : work(std::make_shared<CaptureWork>(request, std::move(position), previous, context,
                                          std::move(events))) {
     try {
-        std::thread([own = work] { own->Run(); }).detach();
+        StartDetached([own = work] { own->Run(); });
     } catch (const std::system_error&) {
         work->Fail(CaptureFault::Silent);
     }

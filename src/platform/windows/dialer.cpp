@@ -1,10 +1,11 @@
 #include "platform/windows/dialer.h"
 
+#include "base/detached_thread.h"
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -55,9 +56,8 @@ void WindowsDialer::Dial(const QString& entry, std::function<void(int)> dialled)
     if (known != lines.end()) lines.erase(known);
     const int handle = ++lastHandle;
     lines[handle] = {.Entry = entry, .Waiting = {std::move(dialled)}};
-    std::thread([shared = link, dial = calls.Dial, entry, handle] {
-        shared->Report(handle, dial(entry));
-    }).detach();
+    StartDetached(
+        [shared = link, dial = calls.Dial, entry, handle] { shared->Report(handle, dial(entry)); });
 }
 
 void WindowsDialer::Dialled(int handle, quintptr connection) {
@@ -77,10 +77,10 @@ void WindowsDialer::HangUp(int handle) {
     lines.remove(handle);
     const std::lock_guard guard(link->Lock);
     ++link->HangingUp;
-    std::thread([shared = link, hangUp = calls.HangUp, connection] {
+    StartDetached([shared = link, hangUp = calls.HangUp, connection] {
         hangUp(connection);
         const std::lock_guard inner(shared->Lock);
         --shared->HangingUp;
         shared->HungUp.notify_all();
-    }).detach();
+    });
 }

@@ -4,9 +4,9 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
+#include <QSemaphore>
 
 #include <atomic>
-#include <latch>
 #include <thread>
 
 namespace {
@@ -51,9 +51,8 @@ class WindowsTermination : public Termination {
   public:
     WindowsTermination() {
         ended = done;
-        std::latch ready{1};
-        thread = std::thread([this, &ready] { Listen(ready); });
-        ready.wait();
+        thread = std::thread([this] { Listen(); });
+        ready.acquire();
         SetConsoleCtrlHandler(ConsoleEvent, TRUE);
         qApp->installNativeEventFilter(&filter);
     }
@@ -67,7 +66,7 @@ class WindowsTermination : public Termination {
     }
 
   private:
-    void Listen(std::latch& ready) {
+    void Listen() {
         const HINSTANCE program = GetModuleHandleW(nullptr);
         WNDCLASSW kind{};
         kind.lpfnWndProc = Receive;
@@ -78,7 +77,7 @@ class WindowsTermination : public Termination {
             CreateWindowW(className, L"", 0, 0, 0, 0, 0, nullptr, nullptr, program, nullptr);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         listener = window;
-        ready.count_down();
+        ready.release();
         MSG message{};
         while (window && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
         DestroyWindow(window);
@@ -97,6 +96,7 @@ class WindowsTermination : public Termination {
         return 0;
     }
 
+    QSemaphore ready;  // the window is there
     const HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SessionFilter filter;
     std::thread thread;

@@ -1,8 +1,9 @@
 #include "ui/settings/background.h"
 
+#include "base/detached_thread.h"
+
 #include <mutex>
 #include <system_error>
-#include <thread>
 
 struct Background::Link {
     std::mutex Mutex;
@@ -32,7 +33,7 @@ void Background::Run(const Work& work) {
             Qt::QueuedConnection);
     };
     try {
-        std::thread(answer).detach();
+        StartDetached(answer);
     } catch (const std::system_error&) {
         answer();
     }
