@@ -22,7 +22,7 @@ class PicturePipeline {
     // as it was.
     bool MakePicture();
 
-    // The file that the last cycle could not write; empty when that was not its fault.
+    // The file that the last cycle could not write; empty when it failed otherwise or not at all.
     [[nodiscard]] const QString& Unwritten() const { return state.Unwritten; }
 
     // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.

@@ -68,7 +68,7 @@ set_up_wine() {
 end_wine() {
   tools/windows/wine-run wineboot --kill > /dev/null 2>&1 < /dev/null || true
   WINEPREFIX=$STILLPOST_WINEPREFIX timeout 20 "${wine_program%/*}/wineserver64" --wait || true
-  kill "$screen_pid"
+  kill "$screen_pid" 2> /dev/null || true
 }
 
 # keep_licences PACKAGE FILE ...: they go with the program.
