@@ -5,22 +5,25 @@ function(stillpost_part name)
   target_link_libraries(stillpost_${name} PUBLIC stillpost_flags ${part_LINKS})
 endfunction()
 
-# stillpost_test(NAME SOURCES ... LINKS ... [TIMEOUT s] [LABELS ...]): a Qt Test program.
-function(stillpost_test name)
-  cmake_parse_arguments(test "" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
-  if(NOT test_TIMEOUT)
-    set(test_TIMEOUT 300)
+# stillpost_tests(FOLDER NAME ... [ALSO SOURCE ...]): the Qt Test programs FOLDER/test_NAME.cpp, each
+# linked with what all tests share, those of windows also with what they share.
+function(stillpost_tests folder)
+  cmake_parse_arguments(test "" "" "ALSO" ${ARGN})
+  set(support stillpost_test_support)
+  if(folder MATCHES "ui|art")
+    set(support stillpost_ui_test_support)
   endif()
+  set(limit 300)
   if(WIN32)
-    # Under Wine what waits for a timer of Qt's takes long.
-    math(EXPR test_TIMEOUT "3 * ${test_TIMEOUT}")
+    set(limit 900) # under Wine what waits for a timer of Qt's takes long
   endif()
-  add_executable(test_${name} ${test_SOURCES})
-  set_target_properties(test_${name} PROPERTIES
-    RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-  target_include_directories(test_${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
-  target_link_libraries(test_${name} PRIVATE Qt6::Test ${test_LINKS} stillpost_flags)
-  add_test(NAME ${name} COMMAND test_${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${test_TIMEOUT} LABELS "${test_LABELS}"
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1")
+  foreach(name IN LISTS test_UNPARSED_ARGUMENTS)
+    add_executable(test_${name} ${folder}/test_${name}.cpp ${test_ALSO})
+    set_target_properties(test_${name} PROPERTIES
+      RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+    target_link_libraries(test_${name} PRIVATE ${support})
+    add_test(NAME ${name} COMMAND test_${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${limit}
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1")
+  endforeach()
 endfunction()

@@ -2,8 +2,8 @@
 
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
-#include "core/load_settings.h"
 #include "core/public_names.h"
+#include "core/settings/load_settings.h"
 #include "net/page_control.h"
 
 #include <QDir>

@@ -2,6 +2,7 @@
 
 #include "base/status_hub.h"
 #include "base/waiting.h"
+#include "camera/ezvidcap.h"
 #include "core/hang_up_question.h"
 #include "core/main_state.h"
 #include "core/offline_picture.h"
@@ -9,7 +10,6 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
-#include "picture/ezvidcap.h"
 #include "picture/overlays.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"

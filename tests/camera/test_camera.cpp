@@ -2,7 +2,7 @@
 // cameras, which camera-machine starts; there it may pull them out.
 
 #include "base/clock.h"
-#include "picture/ezvidcap.h"
+#include "camera/ezvidcap.h"
 #include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"
 #include "support/data_rows.h"

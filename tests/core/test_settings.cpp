@@ -1,5 +1,5 @@
-#include "core/load_settings.h"
-#include "core/setting_table.h"
+#include "core/settings/load_settings.h"
+#include "core/settings/setting_table.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 

@@ -1,8 +1,8 @@
 #include "net/connectivity.h"
-#include "platform/test/test_platform.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 #include "support/test_clock.h"
+#include "support/test_platform.h"
 
 #include <QNetworkProxy>
 #include <QTcpServer>

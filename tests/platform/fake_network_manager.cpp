@@ -1,4 +1,4 @@
-#include "fake_network_manager.h"
+#include "platform/fake_network_manager.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>

@@ -1,4 +1,4 @@
-#include "service_contracts.h"
+#include "platform/service_contracts.h"
 
 using Links = OnlineState::Links;
 

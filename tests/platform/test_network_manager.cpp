@@ -1,7 +1,7 @@
-#include "fake_network_manager.h"
+#include "platform/fake_network_manager.h"
 #include "platform/linux/dialer.h"
 #include "platform/linux/online_state.h"
-#include "service_contracts.h"
+#include "platform/service_contracts.h"
 #include "support/data_rows.h"
 
 using Links = OnlineState::Links;

@@ -1,12 +1,12 @@
 #include "platform/platform.h"
 #include "platform/program_start.h"
+#include "platform/service_contracts.h"
 #include "platform/socket_options.h"
 #include "platform/termination.h"
-#include "platform/test/test_platform.h"
 #include "platform/user_store.h"
-#include "service_contracts.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
+#include "support/test_platform.h"
 
 #include <QNetworkProxy>
 #include <QProcess>

@@ -1,3 +1,4 @@
+#include "platform/service_contracts.h"
 #include "platform/termination.h"
 #include "platform/user_store.h"
 #include "platform/windows/autostart_entry.h"
@@ -5,7 +6,6 @@
 #include "platform/windows/capture_filter.h"
 #include "platform/windows/dialer.h"
 #include "platform/windows/online_state.h"
-#include "service_contracts.h"
 #include "support/data_rows.h"
 
 extern "C" {

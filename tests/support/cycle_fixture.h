@@ -6,11 +6,11 @@
 #include "net/connectivity.h"
 #include "net/ftp.h"
 #include "picture/picture_pipeline.h"
-#include "platform/test/test_platform.h"
 #include "support/answering_boxes.h"
 #include "support/recording_display.h"
 #include "support/scripted_ftp_server.h"
 #include "support/test_clock.h"
+#include "support/test_platform.h"
 
 #include <QTemporaryDir>
 

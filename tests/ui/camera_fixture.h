@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings_fixture.h"
 #include "ui/settings/camera/frm_cam.h"
+#include "ui/settings_fixture.h"
 #include "ui/texts/languages.h"
 
 #include <QLineEdit>

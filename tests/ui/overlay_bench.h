@@ -1,10 +1,10 @@
 #pragma once
 
-#include "settings_fixture.h"
 #include "ui/settings/overlay/frm_bild.h"
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/frm_text.h"
-#include "ui/settings/overlay/live_preview.h"
+#include "ui/settings/overlay/overlay_preview.h"
+#include "ui/settings_fixture.h"
 
 #include <QDir>
 
@@ -36,7 +36,7 @@ class OverlayBench : public SettingsFixture {
     }
 
     // What is seen after that time.
-    [[nodiscard]] QImage Seen(const LivePreview& preview, int milliseconds = 60) {
+    [[nodiscard]] QImage Seen(const OverlayPreview& preview, int milliseconds = 60) {
         Time.Advance(milliseconds);
         return preview.Picture();
     }

@@ -1,4 +1,4 @@
-#include "settings_fixture.h"
+#include "ui/settings_fixture.h"
 
 #include "support/file_bytes.h"
 #include "ui/settings/overlay/headed_list.h"

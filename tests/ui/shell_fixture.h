@@ -3,7 +3,7 @@
 #include "ui/menu/opener.h"
 #include "ui/shell.h"
 #include "ui/skin/picture_button.h"
-#include "window_fixture.h"
+#include "ui/window_fixture.h"
 
 #include <QTest>
 

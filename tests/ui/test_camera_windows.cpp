@@ -1,9 +1,9 @@
-#include "camera_fixture.h"
-#include "picture/test_picture.h"
+#include "camera/test_picture.h"
 #include "support/data_rows.h"
+#include "ui/camera_fixture.h"
 #include "ui/settings/camera/camera_address.h"
+#include "ui/settings/camera/camera_view.h"
 #include "ui/settings/camera/control_row.h"
-#include "ui/settings/camera/live_picture.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -51,7 +51,7 @@ class PictureFixture : public CameraFixture {
         Window.btnPicture->click();
     }
 
-    CameraPicture& Picture = Window.Picture;
+    CameraAdjusting& Picture = Window.Picture;
     template <class Widget>
     Widget& In(int row) {
         for (QWidget* widget : Picture.Rows()[row]->Widgets())
@@ -295,7 +295,7 @@ class TestCameraWindows : public QObject {
 
     void SlidersActAtOnceAndAreKept() {
         PictureFixture fixture;
-        CameraPicture& picture = fixture.Picture;
+        CameraAdjusting& picture = fixture.Picture;
         TestCameraControls& camera = fixture.System.Controls;
         QCOMPARE(fixture.In<QSpinBox>(0).value(), 10);
         fixture.In<QSlider>(0).setValue(0);
@@ -372,7 +372,7 @@ class TestCameraWindows : public QObject {
         const auto [left, saved, lines, brightness] = Row<bool, bool, QStringList, int>();
         PictureFixture fixture;
         QList<CameraControl>& controls = fixture.System.Controls.Controls;
-        CameraPicture& picture = fixture.Picture;
+        CameraAdjusting& picture = fixture.Picture;
         QVERIFY(!picture.btnDriver->isVisible());
         picture.reject();
         fixture.System.Controls.OwnPages = [&] {

@@ -1,8 +1,8 @@
-#include "overlay_bench.h"
 #include "support/file_bytes.h"
-#include "ui/settings/number_field.h"
+#include "ui/overlay_bench.h"
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/picture_list.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "base/paths.h"
-#include "camera_fixture.h"
 #include "support/data_rows.h"
+#include "ui/camera_fixture.h"
 #include "ui/settings/camera/folder_list.h"
 #include "ui/settings/camera/path_field.h"
 

@@ -1,13 +1,13 @@
 #include "base/paths.h"
 #include "base/profile_file.h"
-#include "settings_fixture.h"
 #include "support/data_rows.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/ftp_extended_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
 #include "ui/settings/ftp/trial_texts.h"
-#include "ui/settings/number_field.h"
+#include "ui/settings_fixture.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "shell_fixture.h"
+#include "ui/shell_fixture.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "support/data_rows.h"
-#include "ui/preview_area.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
-#include "window_fixture.h"
+#include "ui/widgets/preview_area.h"
+#include "ui/window_fixture.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -1,11 +1,11 @@
-#include "overlay_bench.h"
 #include "support/data_rows.h"
-#include "ui/settings/number_field.h"
+#include "ui/overlay_bench.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/texts/messages.h"
 #include "ui/texts/toolkit_texts.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -215,8 +215,8 @@ class TestOverlayWindows : public QObject {
         qint64 overlayAt = 0;
         qint64 textAt = 0;
         const auto now = [&bench] { return bench.Time.Milliseconds(); };
-        connect(overlay.Preview, &LivePreview::Renewed, this, [&] { overlayAt = now(); });
-        connect(bench.Lines8.Preview, &LivePreview::Renewed, this, [&] { textAt = now(); });
+        connect(overlay.Preview, &OverlayPreview::Renewed, this, [&] { overlayAt = now(); });
+        connect(bench.Lines8.Preview, &OverlayPreview::Renewed, this, [&] { textAt = now(); });
         const auto renews = [&](const qint64& at, const std::function<void()>& change) {
             bench.Time.Advance(230);  // any other than a whole second
             const qint64 begin = now();

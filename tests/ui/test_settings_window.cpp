@@ -1,6 +1,6 @@
-#include "settings_fixture.h"
 #include "support/data_rows.h"
-#include "ui/settings/number_field.h"
+#include "ui/settings_fixture.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QLabel>

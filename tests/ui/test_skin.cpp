@@ -1,10 +1,10 @@
 #include "support/data_rows.h"
-#include "ui/frm_oberflaeche.h"
+#include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/skin/check_row.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_place.h"
-#include "window_fixture.h"
+#include "ui/window_fixture.h"
 
 #include <QDir>
 #include <QSignalSpy>

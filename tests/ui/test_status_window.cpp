@@ -6,7 +6,7 @@
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
 #include "ui/texts/texts.h"
-#include "window_fixture.h"
+#include "ui/window_fixture.h"
 
 #include <QDir>
 #include <QMouseEvent>

@@ -1,5 +1,5 @@
-#include "shell_fixture.h"
 #include "support/data_rows.h"
+#include "ui/shell_fixture.h"
 #include "ui/tray/program_icons.h"
 
 #include <QDir>

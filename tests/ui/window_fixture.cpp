@@ -1,4 +1,4 @@
-#include "window_fixture.h"
+#include "ui/window_fixture.h"
 
 #include "base/profile_file.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/program.h"
 #include "support/cycle_fixture.h"
-#include "ui/frm_skin.h"
+#include "ui/main/frm_skin.h"
 
 #include <QTemporaryDir>
 

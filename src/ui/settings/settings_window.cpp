@@ -2,9 +2,9 @@
 
 #include "base/message_boxes.h"
 #include "core/program.h"
-#include "ui/settings/fitting_area.h"
-#include "ui/settings/mnemonics.h"
-#include "ui/settings/number_field.h"
+#include "ui/widgets/fitting_area.h"
+#include "ui/widgets/mnemonics.h"
+#include "ui/widgets/number_field.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

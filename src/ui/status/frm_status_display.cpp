@@ -1,6 +1,6 @@
 #include "base/profile_file.h"
-#include "core/interval.h"
 #include "core/program.h"
+#include "core/settings/interval.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"

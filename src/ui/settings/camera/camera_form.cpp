@@ -1,7 +1,7 @@
 #include "ui/settings/camera/camera_form.h"
 
 #include "base/paths.h"
-#include "picture/camera_list.h"
+#include "camera/camera_list.h"
 #include "ui/settings/camera/camera_address.h"
 #include "ui/texts/texts.h"
 

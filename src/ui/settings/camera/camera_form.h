@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/capture_fault.h"
+#include "camera/capture_fault.h"
 
 #include <QWidget>
 

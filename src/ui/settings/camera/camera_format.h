@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/capture_format.h"
+#include "camera/capture_format.h"
 #include "ui/settings/settings_window.h"
 
 class QComboBox;

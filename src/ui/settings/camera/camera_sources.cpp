@@ -1,11 +1,11 @@
 #include "ui/settings/camera/camera_sources.h"
 
-#include "core/load_settings.h"
+#include "camera/camera_list.h"
+#include "camera/test_picture.h"
 #include "core/program.h"
-#include "picture/camera_list.h"
-#include "picture/test_picture.h"
+#include "core/settings/load_settings.h"
 #include "ui/settings/camera/camera_address.h"
-#include "ui/settings/camera/live_picture.h"
+#include "ui/settings/camera/camera_view.h"
 
 #include <QComboBox>
 #include <QHideEvent>
@@ -39,7 +39,7 @@ CameraSources::CameraSources(const Surroundings& surroundings, QWidget* parent)
       Form(new CameraForm(surroundings.Words)),
       btnTry(new QPushButton),
       trial(surroundings.Core.Wait, noDevices) {
-    Live = new LivePicture(trial, surroundings.Words);
+    Live = new CameraView(trial, surroundings.Words);
     Lay();
     Connect();
     Finish();

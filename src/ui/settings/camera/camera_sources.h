@@ -1,10 +1,10 @@
 #pragma once
 
-#include "picture/ezvidcap.h"
+#include "camera/ezvidcap.h"
 #include "ui/settings/camera/camera_form.h"
 #include "ui/settings/settings_window.h"
 
-class LivePicture;
+class CameraView;
 class QListWidget;
 
 // The list of cameras that no driver announces: network cameras, video files, test pictures. Each
@@ -20,7 +20,7 @@ class CameraSources : public SettingsWindow {
     QPushButton* btnRemove;
     CameraForm* Form;  // of the one that is marked in the list
     QPushButton* btnTry;
-    LivePicture* Live;
+    CameraView* Live;
 
   protected:
     void ShowSettings() override;

@@ -2,8 +2,8 @@
 
 #include "base/message_boxes.h"
 #include "base/paths.h"
-#include "core/load_settings.h"
 #include "core/program.h"
+#include "core/settings/load_settings.h"
 #include "ui/settings/camera/path_field.h"
 #include "ui/texts/languages.h"
 
@@ -44,7 +44,7 @@ void frmCam::Connect() {
     connect(asFlatCheck1, &QCheckBox::clicked, this, &frmCam::LookForArchive);
     connect(btnSource, &QPushButton::clicked, &Sources, &CameraSources::Open);
     connect(btnFormat, &QPushButton::clicked, &Format, &CameraFormat::Open);
-    connect(btnPicture, &QPushButton::clicked, &Picture, &CameraPicture::Open);
+    connect(btnPicture, &QPushButton::clicked, &Picture, &CameraAdjusting::Open);
 }
 
 void frmCam::ShowSettings() {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ui/settings/background.h"
+#include "ui/settings/camera/camera_adjusting.h"
 #include "ui/settings/camera/camera_format.h"
-#include "ui/settings/camera/camera_picture.h"
 #include "ui/settings/camera/camera_sources.h"
 #include "ui/settings/camera/frm_pfad.h"
 #include "ui/settings/settings_window.h"
@@ -39,7 +39,7 @@ class frmCam : public SettingsWindow {
     frmPfad Chooser;
     CameraSources Sources;
     CameraFormat Format;
-    CameraPicture Picture;
+    CameraAdjusting Picture;
 
     // What stands in Text5, or will when the window is opened.
     [[nodiscard]] QString PathText() const;

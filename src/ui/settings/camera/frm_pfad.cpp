@@ -2,10 +2,10 @@
 
 #include "base/paths.h"
 #include "base/profile_file.h"
-#include "core/load_settings.h"
 #include "core/program.h"
+#include "core/settings/load_settings.h"
 #include "ui/settings/camera/folder_list.h"
-#include "ui/settings/mnemonics.h"
+#include "ui/widgets/mnemonics.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -2,16 +2,16 @@
 
 #include "base/message_boxes.h"
 #include "base/paths.h"
-#include "core/load_settings.h"
 #include "core/program.h"
 #include "core/program_folder.h"
-#include "core/setting_table.h"
+#include "core/settings/load_settings.h"
+#include "core/settings/setting_table.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/ftp_extended_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
-#include "ui/settings/number_field.h"
 #include "ui/texts/languages.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>

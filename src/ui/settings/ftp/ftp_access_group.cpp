@@ -1,8 +1,8 @@
 #include "ui/settings/ftp/ftp_access_group.h"
 
 #include "base/paths.h"
-#include "core/setting_table.h"
-#include "ui/settings/number_field.h"
+#include "core/settings/setting_table.h"
+#include "ui/widgets/number_field.h"
 
 #include <QFileDialog>
 #include <QGridLayout>

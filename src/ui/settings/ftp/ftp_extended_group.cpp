@@ -1,7 +1,7 @@
 #include "ui/settings/ftp/ftp_extended_group.h"
 
-#include "core/setting_table.h"
-#include "ui/settings/number_field.h"
+#include "core/settings/setting_table.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>

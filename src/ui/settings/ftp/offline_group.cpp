@@ -3,7 +3,7 @@
 #include "base/paths.h"
 #include "base/whole_file.h"
 #include "picture/picture_file.h"
-#include "ui/preview_area.h"
+#include "ui/widgets/preview_area.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -2,14 +2,14 @@
 
 #include "base/message_boxes.h"
 #include "base/paths.h"
-#include "core/load_settings.h"
 #include "core/program.h"
-#include "core/setting_table.h"
-#include "ui/settings/number_field.h"
-#include "ui/settings/overlay/live_preview.h"
+#include "core/settings/load_settings.h"
+#include "core/settings/setting_table.h"
 #include "ui/settings/overlay/overlay_files.h"
+#include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
 #include "ui/texts/messages.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QFile>

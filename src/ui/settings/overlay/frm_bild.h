@@ -5,7 +5,7 @@
 
 #include <functional>
 
-class LivePreview;
+class OverlayPreview;
 class NumberField;
 class PictureList;
 class QCheckBox;
@@ -32,7 +32,7 @@ class frmBild : public SettingsWindow {
     QCheckBox* chkCapture;
     NumberField* UB;
     QLabel* lblPicture;  // how many there are, and about the one that is chosen
-    LivePreview* Preview;
+    OverlayPreview* Preview;
 
     // Puts picture files from anywhere at the end of the list. What is no picture is told.
     void Add(const QStringList& files);

@@ -1,10 +1,10 @@
 #include "ui/settings/overlay/frm_bild.h"
 
 #include "core/program.h"
-#include "core/setting_table.h"
-#include "ui/settings/number_field.h"
-#include "ui/settings/overlay/live_preview.h"
+#include "core/settings/setting_table.h"
+#include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -24,7 +24,7 @@ frmBild::frmBild(const Surroundings& surroundings, QWidget* parent)
       UB(new NumberField(SettingRowOf(u"Picture", u"UB").Least,
                          SettingRowOf(u"Picture", u"UB").Most)),
       lblPicture(new QLabel),
-      Preview(new LivePreview(surroundings.Core, surroundings.Words)),
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)),
       frameList(new QGroupBox),
       frameEffect(new QGroupBox),
       framePreview(new QGroupBox),
@@ -91,9 +91,9 @@ void frmBild::ConnectControls() {
         WarnOfSizes();
         Preview->Renew();
     });
-    connect(UB, &QLineEdit::textChanged, Preview, &LivePreview::Renew);
+    connect(UB, &QLineEdit::textChanged, Preview, &OverlayPreview::Renew);
     // The camera's size may become known only now.
-    connect(Preview, &LivePreview::Renewed, this, &frmBild::WarnOfSizes);
+    connect(Preview, &OverlayPreview::Renewed, this, &frmBild::WarnOfSizes);
     connect(this, &SettingsWindow::Saved, this, [this] { RemoveCopies(List->Names()); });
     Preview->SetEntries([this] { return PreviewEntries(); });
 }

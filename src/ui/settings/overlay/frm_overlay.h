@@ -7,7 +7,7 @@
 class ColourButton;
 class FontChooser;
 class HeadedList;
-class LivePreview;
+class OverlayPreview;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
@@ -40,7 +40,7 @@ class frmOverlay : public SettingsWindow {
     ColourButton* btnBackColor;
     QCheckBox* chkTransparent;
     QLabel* lblText;  // how the operator's text begins
-    LivePreview* Preview;
+    OverlayPreview* Preview;
 
   protected:
     void ShowSettings() override;

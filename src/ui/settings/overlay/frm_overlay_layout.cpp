@@ -5,7 +5,7 @@
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/frm_text.h"
 #include "ui/settings/overlay/headed_list.h"
-#include "ui/settings/overlay/live_preview.h"
+#include "ui/settings/overlay/overlay_preview.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -32,7 +32,7 @@ frmOverlay::frmOverlay(const Surroundings& surroundings, frmText& textWindow,
       btnBackColor(new ColourButton),
       chkTransparent(new QCheckBox),
       lblText(new QLabel),
-      Preview(new LivePreview(surroundings.Core, surroundings.Words)),
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)),
       frameEffect(new QGroupBox),
       framePosition(new QGroupBox),
       frameFormats(new QGroupBox),
@@ -128,14 +128,14 @@ void frmOverlay::ConnectControls() {
     for (QCheckBox* box : {chkKombi, chkTransparent})
         connect(box, &QCheckBox::toggled, this, &frmOverlay::ShowState);
     for (QComboBox* list : {cbDate, cbTime})
-        connect(list, &QComboBox::currentIndexChanged, Preview, &LivePreview::Renew);
+        connect(list, &QComboBox::currentIndexChanged, Preview, &OverlayPreview::Renew);
     connect(cbPicture, &QComboBox::activated, this, &frmOverlay::ChoosePicture);
-    connect(Font, &FontChooser::Changed, Preview, &LivePreview::Renew);
+    connect(Font, &FontChooser::Changed, Preview, &OverlayPreview::Renew);
     for (ColourButton* button : {btnColor, btnBackColor})
-        connect(button, &ColourButton::Changed, Preview, &LivePreview::Renew);
-    connect(Preview, &LivePreview::Renewed, this, &frmOverlay::ShowNote);
+        connect(button, &ColourButton::Changed, Preview, &OverlayPreview::Renew);
+    connect(Preview, &OverlayPreview::Renewed, this, &frmOverlay::ShowNote);
     // The camera's size may become known only now.
-    connect(Preview, &LivePreview::Renewed, this, &frmOverlay::WarnOfSize);
+    connect(Preview, &OverlayPreview::Renewed, this, &frmOverlay::WarnOfSize);
     // It may be as large as all the rest of the program.
     connect(this, &SettingsWindow::Saved, this, [this] { file = {}; });
     connect(this, &QDialog::rejected, this, [this] { file = {}; });

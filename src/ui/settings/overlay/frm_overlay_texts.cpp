@@ -4,8 +4,8 @@
 #include "ui/settings/overlay/font_chooser.h"
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/headed_list.h"
-#include "ui/settings/overlay/live_preview.h"
 #include "ui/settings/overlay/overlay_files.h"
+#include "ui/settings/overlay/overlay_preview.h"
 #include "ui/texts/messages.h"
 
 #include <QCheckBox>

@@ -1,11 +1,11 @@
 #include "ui/settings/overlay/frm_text.h"
 
-#include "core/load_settings.h"
 #include "core/program.h"
-#include "core/setting_table.h"
-#include "ui/settings/number_field.h"
-#include "ui/settings/overlay/live_preview.h"
+#include "core/settings/load_settings.h"
+#include "core/settings/setting_table.h"
+#include "ui/settings/overlay/overlay_preview.h"
 #include "ui/texts/messages.h"
+#include "ui/widgets/number_field.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -34,7 +34,7 @@ frmText::frmText(const Surroundings& surroundings, QWidget* parent)
       optRows(new QRadioButton),
       Pic(new NumberField(SettingRowOf(u"Text", u"Pic").Least, SettingRowOf(u"Text", u"Pic").Most)),
       chkDateFirst(new QCheckBox),
-      Preview(new LivePreview(surroundings.Core, surroundings.Words)),
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)),
       frameEffect(new QGroupBox),
       frameText(new QGroupBox),
       framePreview(new QGroupBox),
@@ -43,11 +43,11 @@ frmText::frmText(const Surroundings& surroundings, QWidget* parent)
       lblHint(new QLabel) {
     LayOut();
     connect(optRows, &QRadioButton::toggled, this, &frmText::ShowState);
-    connect(optRows, &QRadioButton::toggled, Preview, &LivePreview::Restart);
-    connect(chkDateFirst, &QCheckBox::toggled, Preview, &LivePreview::Renew);
-    connect(Pic, &QLineEdit::textChanged, Preview, &LivePreview::Renew);
+    connect(optRows, &QRadioButton::toggled, Preview, &OverlayPreview::Restart);
+    connect(chkDateFirst, &QCheckBox::toggled, Preview, &OverlayPreview::Renew);
+    connect(Pic, &QLineEdit::textChanged, Preview, &OverlayPreview::Renew);
     for (QLineEdit* line : Lin)
-        connect(line, &QLineEdit::textChanged, Preview, &LivePreview::Renew);
+        connect(line, &QLineEdit::textChanged, Preview, &OverlayPreview::Renew);
     Preview->SetEntries([this] { return PreviewEntries(); });
     Finish();
     SetTabOrder();

@@ -5,7 +5,7 @@
 #include <array>
 #include <functional>
 
-class LivePreview;
+class OverlayPreview;
 class NumberField;
 class QCheckBox;
 class QGroupBox;
@@ -28,7 +28,7 @@ class frmText : public SettingsWindow {
     QRadioButton* optRows;
     NumberField* Pic;
     QCheckBox* chkDateFirst;
-    LivePreview* Preview;
+    OverlayPreview* Preview;
 
   protected:
     void ShowSettings() override;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "camera/dib.h"
 #include "picture/capture_control.h"
-#include "picture/dib.h"
 
 #include <QImage>
 

@@ -1,0 +1,91 @@
+#include "camera/capture_delivery.h"
+
+#include <algorithm>
+
+namespace {
+constexpr qint64 restWanted = 4;     // somebody waits for the next picture
+constexpr qint64 restSettling = 15;  // every picture counts, but nobody looks at it
+constexpr qint64 restIdle = 100;     // a device keeps a few pictures by itself
+}  // namespace
+
+CaptureDelivery::CaptureDelivery(CaptureWork& ownWork, CaptureSource& ownSource)
+    : work(ownWork),
+      source(ownSource),
+      start(std::chrono::steady_clock::now()),
+      settled(!source.Settles()) {}
+
+qint64 CaptureDelivery::Elapsed() const {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now() - start).count();
+}
+
+CaptureFault CaptureDelivery::Run() {
+    while (!work.Stopped()) {
+        const CaptureWork::Demand demand = work.Look();
+        const bool goesOn = source.Live() ? ServeLive(demand) : ServeOnDemand(demand);
+        if (!goesOn) return source.Fault();
+    }
+    return CaptureFault::None;
+}
+
+bool CaptureDelivery::ServeLive(const CaptureWork::Demand& demand) {
+    const CaptureSource::Step step = source.Advance();
+    if (step == CaptureSource::Step::Failed) return false;
+    if (step == CaptureSource::Step::Picture) {
+        newForGrab = newForPreview = true;
+        if (!settled) WatchExposure();
+    }
+    const bool grab = demand.Frame && settled && newForGrab;
+    const bool preview = demand.Preview() && newForPreview && Elapsed() >= nextPreview;
+    if (grab || preview)
+        Deliver(demand, grab, preview);
+    else if (step == CaptureSource::Step::Nothing && source.Polled())
+        work.Rest(RestTime(demand), demand);
+    return true;
+}
+
+bool CaptureDelivery::ServeOnDemand(const CaptureWork::Demand& demand) {
+    const qint64 wait = demand.Preview() ? std::max<qint64>(0, nextStep - Elapsed()) : -1;
+    if (!demand.Frame && wait != 0) {
+        work.Rest(wait, demand);
+        return true;
+    }
+    const CaptureSource::Step step = source.Advance();
+    if (step == CaptureSource::Step::Failed) return false;
+    if (step == CaptureSource::Step::Nothing) return true;
+    newForGrab = newForPreview = true;
+    Deliver(demand, demand.Frame, demand.Preview() && Elapsed() >= nextPreview);
+    // Pictures that were missed are not made up for.
+    nextStep = std::max(nextStep + source.Pace(), Elapsed());
+    return true;
+}
+
+void CaptureDelivery::WatchExposure() {
+    const AVFrame* const frame = source.Picture();
+    if (frame) settled = exposure.Feed(Elapsed(), scaler.Brightness(*frame));
+}
+
+void CaptureDelivery::Deliver(const CaptureWork::Demand& demand, bool grab, bool preview) {
+    const AVFrame* const frame = source.Picture();
+    if (!frame) {
+        newForGrab = newForPreview = false;
+        return;
+    }
+    if (grab) {
+        newForGrab = false;
+        if (scaler.ToDib(*frame, dib)) work.HandOver(dib);
+    }
+    if (preview) {
+        newForPreview = false;
+        nextPreview = std::max(nextPreview + 1000 / demand.PreviewRate, Elapsed());
+        const QImage image = scaler.ToImage(*frame, demand.PreviewSize);
+        if (!image.isNull()) work.HandOver(image, QSize(frame->width, frame->height));
+    }
+}
+
+qint64 CaptureDelivery::RestTime(const CaptureWork::Demand& demand) const {
+    if (demand.Frame) return restWanted;
+    if (!settled) return restSettling;
+    if (!demand.Preview()) return restIdle;
+    return std::clamp(nextPreview - Elapsed(), restSettling, restIdle);
+}

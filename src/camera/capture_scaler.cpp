@@ -1,0 +1,109 @@
+#include "camera/capture_scaler.h"
+
+extern "C" {
+#include <libavutil/imgutils.h>
+#include <libswscale/swscale.h>
+}
+
+#include <cstring>
+#include <numeric>
+
+FrameScaler::FrameScaler() : scratch(av_frame_alloc()) {}
+
+FrameScaler::~FrameScaler() {
+    for (const Tables& entry : tables) sws_freeContext(entry.Context);
+}
+
+bool FrameScaler::Prepare(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
+    const std::array key{frame.width,           frame.height, frame.format, frame.colorspace + 0,
+                         frame.color_range + 0, target.Width, target.Height};
+    if (kept.Context && key == kept.Key) return true;
+    sws_freeContext(kept.Context);
+    kept.Context =
+        sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), target.Width,
+                       target.Height, target.Format, quality, nullptr, nullptr, nullptr);
+    kept.Key = key;
+    if (!kept.Context) return false;
+
+    int* table = nullptr;
+    int* targetTable = nullptr;
+    int fullRange = 0;
+    int targetRange = 0;
+    int brightness = 0;
+    int contrast = 0;
+    int saturation = 0;
+    if (sws_getColorspaceDetails(kept.Context, &table, &fullRange, &targetTable, &targetRange,
+                                 &brightness, &contrast, &saturation) < 0)
+        return true;  // no conversion between colour models, so nothing to tell
+    if (frame.color_range == AVCOL_RANGE_JPEG) fullRange = 1;
+    sws_setColorspaceDetails(kept.Context, sws_getCoefficients(frame.colorspace), fullRange,
+                             targetTable, targetRange, brightness, contrast, saturation);
+    return true;
+}
+
+bool FrameScaler::Convert(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
+    if (frame.width < 1 || frame.height < 1 || target.Width < 1 || target.Height < 1) return false;
+    if (!Prepare(kept, quality, frame, target)) return false;
+    // The conversion may write a few pixels beyond a row that is not a multiple of what it does at
+    // once. Such rows go through memory that has room for it.
+    const bool direct = target.Width % 16 == 0;
+    uint8_t* top[4] = {target.Top};
+    int step[4] = {target.Step};
+    if (!direct) {
+        av_frame_unref(scratch.get());
+        scratch->format = target.Format;
+        scratch->width = target.Width + 16;
+        scratch->height = target.Height;
+        if (av_frame_get_buffer(scratch.get(), 0) < 0) return false;
+        top[0] = scratch->data[0];
+        step[0] = scratch->linesize[0];
+    }
+    if (sws_scale(kept.Context, frame.data, frame.linesize, 0, frame.height, top, step) !=
+        target.Height)
+        return false;
+    if (direct) return true;
+    const int rowBytes = av_image_get_linesize(target.Format, target.Width, 0);
+    for (int y = 0; y < target.Height; ++y)
+        std::memcpy(target.Top + qptrdiff(y) * target.Step, top[0] + qptrdiff(y) * step[0],
+                    size_t(rowBytes));
+    return true;
+}
+
+bool FrameScaler::ToDib(const AVFrame& frame, Dib& dib) {
+    if (frame.width < 1 || frame.height < 1) return false;
+    dib.Resize(frame.width, frame.height);
+    const int stride = dib.Stride();
+    return Convert(tables[0], SWS_BILINEAR, frame,
+                   {.Format = AV_PIX_FMT_BGR24,
+                    .Width = dib.Width,
+                    .Height = dib.Height,
+                    .Top = dib.Bits.data() + qptrdiff(stride) * (dib.Height - 1),
+                    .Step = -stride});
+}
+
+QImage FrameScaler::ToImage(const AVFrame& frame, QSize size) {
+    const QSize whole(frame.width, frame.height);
+    size = size.isEmpty() ? whole : whole.scaled(size, Qt::KeepAspectRatioByExpanding);
+    if (size.width() > whole.width()) size = whole;
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull()) return {};
+    const bool done = Convert(tables[1], SWS_FAST_BILINEAR, frame,
+                              {.Format = AV_PIX_FMT_RGB32,
+                               .Width = size.width(),
+                               .Height = size.height(),
+                               .Top = image.bits(),
+                               .Step = static_cast<int>(image.bytesPerLine())});
+    return done ? image : QImage();
+}
+
+double FrameScaler::Brightness(const AVFrame& frame) {
+    constexpr int side = 32;
+    std::array<uchar, side * side> small;
+    const bool done = Convert(tables[2], SWS_FAST_BILINEAR, frame,
+                              {.Format = AV_PIX_FMT_GRAY8,
+                               .Width = side,
+                               .Height = side,
+                               .Top = small.data(),
+                               .Step = side});
+    return done ? std::accumulate(small.begin(), small.end(), 0.0) / small.size() : 0;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "camera/capture_ffmpeg.h"
+#include "camera/dib.h"
+
+#include <QImage>
+
+#include <array>
+#include <vector>
+
+struct SwsContext;
+
+// Turns decoded frames of any format into what the program shows and saves. Keeps FFmpeg's
+// conversion tables from one frame to the next and makes new ones when the frames change.
+class FrameScaler {
+  public:
+    FrameScaler();
+    ~FrameScaler();
+    Q_DISABLE_COPY_MOVE(FrameScaler)
+
+    // The frame in its own size. False when it cannot be converted.
+    [[nodiscard]] bool ToDib(const AVFrame& frame, Dib& dib);
+
+    // The frame for the screen in its proportions, as large as an area of `size` pixels needs it to
+    // be filled, but never enlarged; in its own size where that is empty. A null image when it
+    // cannot be converted.
+    [[nodiscard]] QImage ToImage(const AVFrame& frame, QSize size);
+
+    // The mean brightness, 0 to 255; 0 when the frame cannot be converted.
+    [[nodiscard]] double Brightness(const AVFrame& frame);
+
+  private:
+    // One kind of result, and the tables for it.
+    struct Tables {
+        SwsContext* Context = nullptr;
+        std::array<int, 7> Key = {};
+    };
+    struct Target {
+        AVPixelFormat Format;
+        int Width;
+        int Height;
+        uchar* Top;
+        int Step;  // bytes from a row to the one below
+    };
+
+    [[nodiscard]] bool Convert(Tables& kept, int quality, const AVFrame& frame,
+                               const Target& target);
+    [[nodiscard]] static bool Prepare(Tables& kept, int quality, const AVFrame& frame,
+                                      const Target& target);
+
+    std::array<Tables, 3> tables;
+    FramePtr scratch;
+};

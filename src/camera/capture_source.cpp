@@ -1,0 +1,33 @@
+#include "camera/capture_source.h"
+
+#include "camera/capture_sources.h"
+#include "camera/test_picture.h"
+
+std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
+                                                 CapturePosition& position,
+                                                 const std::atomic<bool>& stop,
+                                                 CaptureFault& fault) {
+    fault = CaptureFault::None;
+    if (request.Kind == CaptureKind::Test) {
+        const QSize size = TestPicture::ParseAddress(request.Address);
+        if (!size.isEmpty()) return std::make_unique<TestPicture>(size, position);
+        fault = CaptureFault::BadAddress;
+        return nullptr;
+    }
+    auto input = std::make_unique<CaptureInput>(request, stop);
+    const int result = input->Open();
+    if (result < 0) {
+        fault = FaultOfError(result, request.Kind);
+        // FFmpeg has one error for all that keeps DirectShow from starting a camera; with a camera
+        // that is listed it is this one.
+        const bool listed = request.Kind == CaptureKind::Device && !request.Open;
+        if (listed && result == AVERROR(EIO)) fault = CaptureFault::Busy;
+        return nullptr;
+    }
+    // Only now: some cameras forget what they were told before they are opened.
+    if (request.Adjust && !request.Adjustments.isEmpty())
+        request.Adjust(request.Address, request.Adjustments);
+    if (input->IsStill() || input->IsVideoFile())
+        return std::make_unique<FileSource>(std::move(input), position);
+    return std::make_unique<LiveSource>(std::move(input));
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "camera/capture_fault.h"
+#include "camera/capture_ffmpeg.h"
+#include "platform/capture_devices.h"
+
+#include <QString>
+
+#include <atomic>
+#include <limits>
+#include <memory>
+#include <optional>
+
+// What to open.
+struct CaptureRequest {
+    CaptureKind Kind = CaptureKind::Device;
+    QString Input;                        // FFmpeg's input device, for installed cameras
+    QString Address;                      // what is opened, or test:WIDTHxHEIGHT
+    VideoDeviceOpener Open = nullptr;     // the system's own way to open an installed camera
+    std::optional<CaptureFormat> Format;  // for installed cameras
+    CameraAdjuster Adjust = nullptr;      // for installed cameras
+    QList<CameraControlValue> Adjustments;
+};
+
+// How far a source has come: the time stamp of a video file's last picture, the number of the last
+// test picture. Outlives the source, which goes on from there when it is opened again.
+using CapturePosition = std::atomic<qint64>;
+constexpr qint64 BeforeFirstPicture = std::numeric_limits<qint64>::min();
+
+// Where pictures come from, once it is open. Lives on the capture thread; every routine may block
+// until the stop flag that it was opened with is set, and a little longer.
+class CaptureSource {
+  public:
+    enum class Step {
+        Nothing,  // no new picture yet
+        Picture,  // there is a newer picture than before
+        Failed,   // nothing more will come; Fault() tells why
+    };
+
+    virtual ~CaptureSource() = default;
+
+    // Whether pictures come by themselves and have to be taken off all the time, so that none is
+    // old. Of other sources each picture is asked for.
+    [[nodiscard]] virtual bool Live() const = 0;
+    // Whether Advance returns at once when nothing has come.
+    [[nodiscard]] virtual bool Polled() const { return false; }
+    // Whether the first pictures are badly exposed.
+    [[nodiscard]] virtual bool Settles() const { return false; }
+    // Milliseconds from one picture to the next when a source that is not live is watched.
+    [[nodiscard]] virtual int Pace() const { return 0; }
+
+    [[nodiscard]] virtual Step Advance() = 0;
+    // The picture that Advance reached, decoded only now where that is possible; null when it
+    // turns out not to be whole. Valid until the next call of Advance.
+    [[nodiscard]] virtual const AVFrame* Picture() = 0;
+
+    [[nodiscard]] CaptureFault Fault() const { return fault; }
+
+  protected:
+    Step Fail(CaptureFault why) {
+        fault = why;
+        return Step::Failed;
+    }
+
+  private:
+    CaptureFault fault = CaptureFault::None;
+};
+
+// Opens what the request names. stop: set to make opening and reading end soon; it must outlive the
+// source, as must position. Returns null and sets fault when it cannot be opened.
+[[nodiscard]] std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
+                                                               CapturePosition& position,
+                                                               const std::atomic<bool>& stop,
+                                                               CaptureFault& fault);

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "camera/capture_input.h"
+
+// A camera or a network stream: it delivers at its own pace, and only its newest picture counts.
+class LiveSource : public CaptureSource {
+  public:
+    // input: open.
+    explicit LiveSource(std::unique_ptr<CaptureInput> input);
+
+    [[nodiscard]] bool Live() const override { return true; }
+    [[nodiscard]] bool Polled() const override { return device; }
+    [[nodiscard]] bool Settles() const override { return device; }
+    [[nodiscard]] Step Advance() override;
+    [[nodiscard]] const AVFrame* Picture() override;
+
+  private:
+    [[nodiscard]] bool Take();
+    [[nodiscard]] Step Broken(int error);
+
+    std::unique_ptr<CaptureInput> input;
+    bool device;
+    PacketPtr packet;
+    PacketPtr newest;  // where pictures stand for themselves; decoded when asked for
+    FramePtr frame;
+    FramePtr decoding;
+    bool decoded = false;
+    int unreadable = 0;
+};
+
+// A video file, which starts again at its end, or one picture, which is fetched anew each time.
+class FileSource : public CaptureSource {
+  public:
+    // input: open; position: time stamp of the picture to go on after.
+    FileSource(std::unique_ptr<CaptureInput> input, CapturePosition& position);
+
+    [[nodiscard]] bool Live() const override { return false; }
+    [[nodiscard]] int Pace() const override { return pace; }
+    [[nodiscard]] Step Advance() override;
+    [[nodiscard]] const AVFrame* Picture() override { return frame.get(); }
+
+  private:
+    [[nodiscard]] int Reopen();
+    [[nodiscard]] bool NextFrame();
+    [[nodiscard]] bool NextNewFrame();
+
+    std::unique_ptr<CaptureInput> input;
+    CapturePosition& position;
+    PacketPtr packet;
+    FramePtr frame;
+    bool still;
+    int pace;
+    qint64 count = 0;  // pictures since the start, for files without time stamps
+    bool atEnd = false;
+};

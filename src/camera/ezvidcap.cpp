@@ -1,0 +1,130 @@
+#include "camera/ezvidcap.h"
+
+#include "camera/camera_adjustments.h"
+#include "camera/capture_format.h"
+#include "camera/capture_work.h"
+#include "picture/bitmap_file.h"
+
+namespace {
+constexpr int grabLimit = 5000;
+constexpr int quietLimit = 10000;
+constexpr int watchInterval = 5000;
+constexpr int closeLimit = 1000;
+}  // namespace
+
+ezVidCap::ezVidCap(Waiting& ownWaiting, const CaptureDevices& ownDevices)
+    : waiting(ownWaiting),
+      devices(ownDevices),
+      quiet(ownWaiting.OwnClock(), quietLimit),
+      watch(ownWaiting.OwnClock(), watchInterval) {
+    connect(&quiet, &Timer::Tick, this, [this] {
+        if (grabbing > 0 || preview) return;
+        CloseSession();
+        frame = Dib();  // some megabytes, for the minutes until the next picture
+    });
+    connect(&watch, &Timer::Tick, this, &ezVidCap::Watch);
+}
+
+ezVidCap::~ezVidCap() {
+    session.reset();
+    if (lastWork) CaptureSession::WaitForEnd(*lastWork, closeLimit);
+}
+
+bool ezVidCap::Running() const {
+    return enabled && isSelected && !failed;
+}
+
+bool ezVidCap::GrabFrame() {
+    if (!enabled || !isSelected) return false;
+    ++grabbing;
+    const bool done = Grab();
+    --grabbing;
+    failed = !done;
+    if (done) Report(CaptureFault::None);
+    quiet.SetEnabled(false);
+    quiet.SetEnabled(session != nullptr && !preview);
+    return done;
+}
+
+bool ezVidCap::Grab() {
+    if (!session && !OpenSession()) return false;
+    const quint64 before = grabs;
+    const quint64 asked = sessions;
+    session->RequestFrame();
+    const auto gone = [this, asked] { return !session || sessions != asked; };
+    const Waiting::End end =
+        waiting.Until([&] { return grabs != before || gone(); }, {.LimitMilliseconds = grabLimit});
+    if (grabs != before) return true;
+    if (end == Waiting::End::Limit && !gone()) {
+        CloseSession();
+        Report(CaptureFault::Silent);
+    }
+    return false;
+}
+
+bool ezVidCap::SaveDIB(const QString& path) {
+    if (!frame.Valid()) return false;
+    const int stride = frame.Stride();
+    const BitmapRows rows{.Top = frame.Bits.data() + qptrdiff(stride) * (frame.Height - 1),
+                          .Step = -stride};
+    return WriteBitmap(path, frame.Width, frame.Height, rows) == ImagingDone;
+}
+
+CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
+    request.Kind = selected.Kind;
+    request.Address = selected.Address;
+    if (selected.Kind != CaptureKind::Device) return CaptureFault::None;
+    const std::optional<CaptureDevice> device = InstalledDevice();
+    if (!device) return CaptureFault::NotConnected;
+    request.Input = device->Input;
+    request.Address = device->Address;
+    request.Open = device->Open;
+    request.Adjust = device->Adjust;
+    request.Adjustments = CameraAdjustments::Of(adjustments, selected.Name);
+    request.Format = ChooseCaptureFormat(devices.Formats(*device), format);
+    return CaptureFault::None;
+}
+
+bool ezVidCap::OpenSession() {
+    CaptureRequest request;
+    const CaptureFault fault = MakeRequest(request);
+    if (fault != CaptureFault::None) {
+        Report(fault);
+        return false;
+    }
+    CaptureEvents events;
+    events.Grabbed = [this] {
+        session->TakeFrame(frame);
+        pictureSize = QSize(frame.Width, frame.Height);
+        ++grabs;
+    };
+    events.Preview = [this](const QImage& image, QSize size) {
+        pictureSize = size;
+        ++previews;
+        Report(CaptureFault::None);
+        emit PreviewFrame(image);
+    };
+    events.Failed = [this](CaptureFault why) {
+        CloseSession();
+        // A line that breaks while nobody wants a picture is opened again when somebody does.
+        if (grabbing > 0 || preview) Report(why);
+    };
+    session = std::make_unique<CaptureSession>(request, position, lastWork, *this, events);
+    lastWork = session->Work();
+    ++sessions;
+    session->SetPreview(preview ? previewRate : 0, previewSize);
+    return true;
+}
+
+void ezVidCap::CloseSession() {
+    session.reset();
+    quiet.SetEnabled(false);
+}
+
+void ezVidCap::Report(CaptureFault fault) {
+    const QString text = FaultSentence(fault, selected.Name);
+    if (text == faultText) return;
+    faultCause = fault;
+    faultText = text;
+    emit FaultChanged(text);
+}

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "base/waiting.h"
+#include "camera/camera_list.h"
+#include "camera/capture_session.h"
+#include "picture/capture_control.h"
+
+#include <QObject>
+
+// The capture control: lists the cameras, holds the one selected, grabs its newest frame, saves it
+// and shows a preview. A camera is opened when the first picture is wanted of it, closed when none
+// was wanted for ten seconds or it failed, and looked up anew by name and connection each time it
+// is opened, so that one that was unplugged works again once it is back.
+class ezVidCap : public QObject, public CaptureControl {
+    Q_OBJECT
+
+  public:
+    // Both outlive the control.
+    ezVidCap(Waiting& waiting, const CaptureDevices& devices);
+    // Waits up to a second for a camera to be closed.
+    ~ezVidCap() override;
+
+    // The operator's own entries, each NAME|ADDRESS; the selected camera stays selected.
+    void SetCameras(const QStringList& nameBarAddress);
+    // Lists the cameras as they are now: installed ones first, then the entries.
+    QStringList DriverNames();
+    // How many there were when they were listed last.
+    int NumCapDevs();
+
+    // The selected camera's place in the list; -1 when none is selected or it is not listed now.
+    [[nodiscard]] int DriverIndex() const;
+    // Selects a camera of the list; nothing is opened yet. Any other number selects none.
+    void SetDriverIndex(int index);
+    // While off, no camera is opened and grabs fail.
+    void SetEnabled(bool on);
+    // Whether the selected camera is an installed one, plugged in or not.
+    [[nodiscard]] bool InstalledSelected() const {
+        return isSelected && selected.Kind == CaptureKind::Device;
+    }
+    // The selected camera as it is plugged in now; nothing while it is not, or when it is no
+    // installed one.
+    [[nodiscard]] std::optional<CaptureDevice> InstalledDevice() const;
+    // What was adjusted in cameras, see CameraAdjustments; counts from the next opening on.
+    void SetAdjustments(const QStringList& lines) { adjustments = lines; }
+    // WIDTHxHEIGHT or WIDTHxHEIGHT@FPS for installed cameras; empty for the largest picture up to
+    // 1920x1080 that comes five times a second.
+    void SetCaptureFormat(const QString& format);
+
+    // Waits for a frame newer than the last grabbed, for five seconds at most. False when none
+    // came; Fault() then tells why.
+    [[nodiscard]] bool GrabFrame() override;
+    // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
+    // be written: an older file of that name stays.
+    [[nodiscard]] bool SaveDIB(const QString& path) override;
+    [[nodiscard]] const Dib& Frame() const { return frame; }
+
+    // Whether a camera is selected and has not failed at the last grab.
+    [[nodiscard]] bool Running() const override;
+    // A sentence for the operator; empty while all is well.
+    [[nodiscard]] QString Fault() const { return faultText; }
+    // The same for a window that has its own words for it.
+    [[nodiscard]] CaptureFault FaultCause() const { return faultCause; }
+
+    // The size of the last picture, pixels; 0 before the first.
+    [[nodiscard]] int Width() const { return pictureSize.width(); }
+    [[nodiscard]] int Height() const { return pictureSize.height(); }
+
+    // 1 to 60 pictures a second.
+    void SetPreviewRate(int framesPerSecond) override;
+    void SetPreview(bool on) override;
+    // Preview pictures are made no larger than an area of this size needs, pixels, whether they
+    // are fitted into it or fill it; empty leaves them as large as they come.
+    void SetPreviewSize(QSize size);
+
+  signals:
+    void PreviewFrame(const QImage& image);
+    // The fault is another one than before; empty when the camera works again.
+    void FaultChanged(const QString& text);
+
+  private:
+    [[nodiscard]] bool Grab();
+    [[nodiscard]] CaptureFault MakeRequest(CaptureRequest& request);
+    [[nodiscard]] bool OpenSession();
+    void CloseSession();
+    void ApplyPreview();
+    void Watch();
+    void Report(CaptureFault fault);
+    void List();
+
+    Waiting& waiting;
+    const CaptureDevices& devices;
+    QStringList entries;
+    QStringList adjustments;
+    QList<Camera> cameras;
+    bool listed = false;
+    Camera selected;
+    bool isSelected = false;
+    bool enabled = true;
+    bool failed = false;  // at the last grab
+    QString format;
+
+    std::unique_ptr<CaptureSession> session;
+    std::shared_ptr<CaptureWork> lastWork;  // until it is known to have ended
+    std::shared_ptr<CapturePosition> position;
+    quint64 sessions = 0;
+    quint64 grabs = 0;
+    int grabbing = 0;  // grabs that wait now
+
+    Dib frame;
+    QSize pictureSize{0, 0};
+    QString faultText;
+    CaptureFault faultCause = CaptureFault::None;
+    bool preview = false;
+    int previewRate = 10;
+    QSize previewSize;
+    quint64 previews = 0;
+    quint64 previewsWatched = 0;
+    quint64 sessionWatched = 0;
+    Timer quiet;  // closes a camera that nobody wants a picture of
+    Timer watch;  // looks after the preview: opens the camera again, notices that it is silent
+};

@@ -1,0 +1,23 @@
+#include "core/settings/interval.h"
+
+#include "base/profile_file.h"
+
+#include <algorithm>
+
+IntervalParts SplitInterval(qint64 totalMilliseconds) {
+    constexpr qint64 longest = (MostUptime + 1LL) * IntervalMinute;
+    const qint64 total = std::clamp<qint64>(totalMilliseconds, 1, longest);
+    const qint64 minutes = (total - 1) / IntervalMinute;
+    return {static_cast<int>(total - minutes * IntervalMinute), static_cast<int>(minutes)};
+}
+
+qint64 TotalInterval(const IntervalParts& parts) {
+    return static_cast<qint64>(parts.Uptime) * IntervalMinute + parts.Framerate;
+}
+
+int ReadInterval(const QString& framerate) {
+    if (framerate.isEmpty()) return UnsetInterval;
+    const int written = ValLong(framerate);
+    if (written > 0) return (written - 1) % IntervalMinute + 1;
+    return static_cast<int>(std::max<qint64>(1, qint64{written} + IntervalMinute));
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/settings/settings.h"
+
+#include <QString>
+
+#include <functional>
+
+// Gives the text of a key as ReadSetting does.
+using SettingSource = std::function<QString(const QString& section, const QString& key)>;
+
+// Reads the settings from the file, whose folder is the program folder. Reading never fails: what
+// is missing or out of range is replaced as the table of settings says. Folders given relative to
+// the program folder are created. A WorkPath that is not there, of another machine perhaps, gives
+// way to the folder "work", so that pictures are made all the same.
+[[nodiscard]] Settings LoadSettings(const QString& file);
+
+// The same from another source, with the full path of the program folder.
+[[nodiscard]] Settings LoadSettings(const QString& programFolder, const SettingSource& source);
+
+// The folder that a setting names, with a separator at its end: a relative one lies below the
+// program folder and is created when missing. Empty stays empty; a folder that cannot be created
+// shows when it is used.
+[[nodiscard]] QString SettingFolder(const QString& programFolder, const QString& written);

@@ -1,0 +1,132 @@
+#include "ui/dialogs/frm_oberflaeche.h"
+
+#include "base/message_boxes.h"
+#include "base/profile_file.h"
+#include "core/program.h"
+#include "ui/skin/check_row.h"
+#include "ui/skin/rounded_corners.h"
+#include "ui/skin/skin.h"
+#include "ui/skin/skinned_window.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+constexpr int margin = 4;  // above and below the rows, pixels
+}  // namespace
+
+frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolders,
+                               MessageBoxes& messageBoxes)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint),
+      program(ownProgram),
+      folders(skinFolders),
+      boxes(messageBoxes) {
+    setWindowTitle("Skins");
+    auto* scroll = new QScrollArea(this);
+    auto* list = new QWidget(scroll);
+    rows = new QVBoxLayout(list);
+    rows->setSpacing(0);
+    rows->setContentsMargins({});
+    rows->setAlignment(Qt::AlignTop);
+    scroll->setWidget(list);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setMinimumHeight(1);  // its own idea of a least height is several rows
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(1, margin, 1, margin);
+    all->addWidget(scroll);
+}
+
+void frmOberflaeche::AddWindow(SkinnedWindow& window) {
+    windows.push_back(&window);
+}
+
+void frmOberflaeche::ListSkins() {
+    qDeleteAll(Label1);
+    Label1.clear();
+    for (const QString& name : folders.Names()) {
+        auto* row = new CheckRow(name, this);
+        rows->addWidget(row);
+        row->show();
+        Label1 << row;
+        connect(row, &CheckRow::clicked, this, [this, name] { Choose(name); });
+    }
+    MarkCurrent();
+}
+
+void frmOberflaeche::MarkCurrent() {
+    Skin shared(folders, SkinFolders::Default);
+    const QPixmap current = shared.SharedPicture("Hacken.jpg");
+    const QPixmap other = shared.SharedPicture("Hacken0.jpg");
+    for (CheckRow* row : Label1) {
+        const bool isCurrent = row->text() == program.State.SkinName;
+        row->SetMark(isCurrent ? current : other, isCurrent);
+    }
+}
+
+int frmOberflaeche::TopOnScreen(int top, int height, const QRect& screen) {
+    constexpr int fromBottom = 500 / SkinLayout::TwipsPerPixel;
+    if (top + height <= screen.bottom() + 1) return top;
+    return std::max(screen.top(), screen.bottom() + 1 - height - fromBottom);
+}
+
+void frmOberflaeche::Show(const QPoint& topLeft) {
+    ListSkins();
+    const QScreen* at = QGuiApplication::screenAt(topLeft);
+    const QRect screen = (at ? at : QGuiApplication::primaryScreen())->geometry();
+    const QSize wanted = rows->sizeHint() + QSize(2, 2 * margin);
+    resize(wanted.boundedTo(screen.size()));
+    move(topLeft.x(), TopOnScreen(topLeft.y(), height(), screen));
+    show();
+}
+
+void frmOberflaeche::FocusRow() {
+    for (CheckRow* row : Label1)
+        if (row->isChecked()) row->setFocus(Qt::PopupFocusReason);
+}
+
+void frmOberflaeche::paintEvent(QPaintEvent*) {
+    RoundedCorners::DrawEdge(*this);
+}
+
+void frmOberflaeche::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    RoundedCorners::Cut(*this);
+}
+
+void frmOberflaeche::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void frmOberflaeche::Choose(const QString& name) {
+    // A second click while the windows change would begin anew in the middle.
+    if (busy) return;
+    busy = true;
+    emit Choosing();
+    hide();
+    program.Wait.Yield();
+    if (folders.Has(name)) {
+        Skin skin(folders, name);
+        Dress(skin);
+    } else {
+        boxes.Show("Stillpost", "Error: " + name + " is missing");
+    }
+    busy = false;
+}
+
+void frmOberflaeche::Dress(Skin& skin) {
+    for (SkinnedWindow* window : windows) window->LoadBackground(skin);
+    program.State.SkinName = skin.Name();
+    WriteSetting(program.SettingsFile(), "Einstellungen", "Skin", skin.Name());
+    for (SkinnedWindow* window : windows) window->ApplyLayout(skin);
+    if (!skin.Fault().isEmpty()) boxes.Show("Stillpost", "Error: " + skin.Fault());
+}

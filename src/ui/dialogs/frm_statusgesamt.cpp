@@ -1,0 +1,169 @@
+#include "ui/dialogs/frm_statusgesamt.h"
+
+#include "core/program.h"
+#include "ui/texts/texts.h"
+#include "ui/tray/run_figures.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int refreshMilliseconds = 1000;
+constexpr int milliseconds = 1000;
+constexpr QSize usualSize(520, 560);
+
+QString RunningTimeText(qint64 time) {
+    constexpr qint64 minute = 60;
+    const qint64 seconds = time / milliseconds;
+    const auto two = [](qint64 number) { return QString::number(number).rightJustified(2, u'0'); };
+    return two(seconds / minute / minute) + ":" + two(seconds / minute % minute) + ":" +
+           two(seconds % minute);
+}
+
+}  // namespace
+
+frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigures, Texts& ownTexts)
+    : txtLog(new QPlainTextEdit(this)),
+      btnClose(new QPushButton(this)),
+      program(ownProgram),
+      figures(ownFigures),
+      texts(ownTexts),
+      logCaption(new QLabel(this)),
+      refresh(ownProgram.Wait.OwnClock(), refreshMilliseconds) {
+    auto* all = new QVBoxLayout(this);
+    auto* grid = new QGridLayout;
+    AddLines(*grid);
+    all->addLayout(grid);
+    all->addWidget(logCaption);
+    all->addWidget(txtLog, 1);
+    all->addWidget(btnClose, 0, Qt::AlignRight);
+    txtLog->setReadOnly(true);
+    txtLog->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtLog->setTabChangesFocus(true);
+    logCaption->setBuddy(txtLog);
+    btnClose->setAutoDefault(true);
+    resize(usualSize);
+    connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
+    connect(&texts, &Texts::Changed, this, &frmStatusgesamt::ShowTexts);
+    connect(&refresh, &Timer::Tick, this, &frmStatusgesamt::ShowFigures);
+    connect(&program.Transaction, &UploadTransaction::LogChanged, this, &frmStatusgesamt::ShowLog);
+    ShowTexts();
+}
+
+void frmStatusgesamt::AddLines(QGridLayout& grid) {
+    for (const QString& key :
+         {QString("State"), QString("Step"), QString("Made"), QString("Published"),
+          QString("Megabytes"), QString("RunningTime"), QString("Interval"), QString("NextPicture"),
+          QString("Connection"), QString("Server"), QString("Camera"), QString("PictureSize"),
+          QString("LastError")}) {
+        const Line line{key, new QLabel(this), new QLabel(this)};
+        line.Value->setWordWrap(true);
+        line.Value->setTextFormat(Qt::PlainText);  // some of it comes from the server
+        line.Value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        grid.addWidget(line.Caption, static_cast<int>(lines.size()), 0, Qt::AlignTop);
+        grid.addWidget(line.Value, static_cast<int>(lines.size()), 1);
+        lines << line;
+    }
+    grid.setColumnStretch(1, 1);
+}
+
+QString frmStatusgesamt::Text(const QString& key) const {
+    return texts.Get("frmStatusgesamt", key);
+}
+
+void frmStatusgesamt::ShowTexts() {
+    setWindowTitle(Text("Title"));
+    for (const Line& line : lines) line.Caption->setText(Text(line.Key));
+    logCaption->setText(Text("Log"));
+    txtLog->setAccessibleName(Text("Log"));
+    btnClose->setText(Text("Close"));
+    ShowFigures();
+}
+
+void frmStatusgesamt::Show() {
+    isMinimized() ? showNormal() : show();
+    raise();
+    activateWindow();
+    btnClose->setFocus();
+}
+
+void frmStatusgesamt::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    refresh.SetEnabled(true);
+    ShowFigures();
+    ShowLog();
+}
+
+void frmStatusgesamt::hideEvent(QHideEvent* event) {
+    refresh.SetEnabled(false);
+    QWidget::hideEvent(event);
+}
+
+void frmStatusgesamt::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_F11)
+        hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void frmStatusgesamt::Set(const QString& key, const QString& value) {
+    const auto line = std::find_if(lines.begin(), lines.end(),
+                                   [&key](const Line& each) { return each.Key == key; });
+    line->Value->setText(value);
+    line->Value->setAccessibleName(line->Caption->text() + " " + value);
+}
+
+QString frmStatusgesamt::Value(const QString& key) const {
+    for (const Line& line : lines)
+        if (line.Key == key) return line.Value->text();
+    return {};
+}
+
+QString frmStatusgesamt::Seconds(qint64 time) const {
+    return Text("Seconds").arg(static_cast<double>(time) / milliseconds);
+}
+
+QString frmStatusgesamt::ServerText() const {
+    const Settings& values = program.State.Values;
+    if (values.LocalMode()) return Text("Local").arg(values.Verzeichnis);
+    return values.Server + ":" + QString::number(values.Port) + " " + values.Verzeichnis;
+}
+
+QString frmStatusgesamt::NextPictureText() const {
+    const auto next = figures.UntilNextPicture();
+    if (!next) return Text("None");
+    if (*next == 0) return Text("Now");
+    return Text("InSeconds").arg((*next + milliseconds - 1) / milliseconds);
+}
+
+void frmStatusgesamt::ShowFigures() {
+    if (!isVisible()) return;
+    const QString net = figures.Online ? QString("NetOnline") : QString("NetOffline");
+    const int width = program.ezVidCap1.Width();
+    Set("State", RunFigures::StateText(texts, figures.State()));
+    Set("Step", figures.Status);
+    Set("Made", QString::number(figures.Made()));
+    Set("Published", QString::number(figures.Published()));
+    Set("Megabytes", figures.Megabytes.section(u' ', 1));
+    Set("RunningTime", RunningTimeText(figures.RunningTime()));
+    Set("Interval", Seconds(program.State.Values.TotalInterval()));
+    Set("NextPicture", NextPictureText());
+    Set("Connection", texts.Get("States", net));
+    Set("Server", ServerText());
+    Set("Camera", program.DriverText());
+    Set("PictureSize",
+        width == 0 ? QString()
+                   : QString::number(width) + " x " + QString::number(program.ezVidCap1.Height()));
+    const QString error = figures.LastError();
+    Set("LastError", error.isEmpty() ? Text("None") : error);
+}
+
+void frmStatusgesamt::ShowLog() {
+    if (isVisible()) txtLog->setPlainText(program.Transaction.Log().Text());
+}

@@ -1,0 +1,88 @@
+#include "ui/dialogs/info.h"
+
+#include "ui/skin/skin.h"
+#include "ui/texts/texts.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+namespace {
+
+constexpr QSize boxSize(400, 260);
+constexpr QRect panel(QPoint(20, 120), QPoint(379, 203));
+constexpr QRect button(152, 216, 96, 30);
+const QColor ground(0x12, 0x42, 0x4e);  // where there is no picture
+
+}  // namespace
+
+Info::Info(const SkinFolders& skinFolders, Texts& ownTexts)
+    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint),
+      Label1(new QLabel(this)),
+      btnClose(new QPushButton(this)),
+      folders(skinFolders),
+      texts(ownTexts) {
+    setFixedSize(boxSize);
+    constexpr int inset = 8;
+    Label1->setGeometry(panel.adjusted(inset, 0, -inset, 0));
+    Label1->setAlignment(Qt::AlignCenter);
+    Label1->setWordWrap(true);
+    Label1->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QPalette colours = Label1->palette();
+    colours.setColor(QPalette::WindowText, Qt::white);
+    Label1->setPalette(colours);
+    QFont font = Label1->font();
+    constexpr int fontPixels = 13;
+    font.setPixelSize(fontPixels);
+    Label1->setFont(font);
+    btnClose->setGeometry(button);
+    btnClose->setAutoDefault(true);
+    connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
+    connect(&texts, &Texts::Changed, this, &Info::ShowTexts);
+    ShowTexts();
+}
+
+void Info::ShowTexts() {
+    const auto text = [this](const QString& key) { return texts.Get("Info", key); };
+    setWindowTitle(text("Title"));
+    Label1->setText("Stillpost " + text("Version").arg(QString::fromLatin1(STILLPOST_VERSION)) +
+                    "\n" + text("Purpose") + "\n" + text("Licence") + "\n" +
+                    text("Libraries").arg(QString::fromLatin1(qVersion())));
+    btnClose->setText(text("Close"));
+}
+
+void Info::Show() {
+    Skin shared(folders, SkinFolders::Default);
+    background = shared.SharedPicture("InfoBG.jpg");
+    show();
+    raise();
+    activateWindow();
+    btnClose->setFocus();
+}
+
+void Info::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), ground);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (!background.isNull()) painter.drawPixmap(rect(), background);
+}
+
+void Info::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void Info::mousePressEvent(QMouseEvent* event) {
+    drag.Press(*this, *event);
+}
+
+void Info::mouseMoveEvent(QMouseEvent* event) {
+    drag.Move(*event);
+}
+
+void Info::mouseReleaseEvent(QMouseEvent*) {
+    drag.Release();
+}

@@ -1,0 +1,66 @@
+#include "core/program.h"
+#include "ui/main/frm_skin.h"
+#include "ui/skin/picture_box.h"
+
+#include <QComboBox>
+#include <QLabel>
+
+// What the main window shows of the work.
+
+void frmSkin::ShowStatus(const QString& text) {
+    status = text;
+    ShowStatusTexts();
+    ShowSending();
+}
+
+void frmSkin::ShowTimeOutLabel(std::optional<int> seconds) {
+    timeOut = seconds ? "Time Out: " + QString::number(*seconds) + " s" : QString();
+    ShowStatusTexts();
+}
+
+void frmSkin::ShowPictureCount(const QString& text) {
+    pictureCount = text;
+    ShowStatusTexts();
+}
+
+void frmSkin::ShowMegabytes(const QString& text) {
+    megabytes = text;
+    ShowStatusTexts();
+}
+
+void frmSkin::ShowOnline(bool online) {
+    isOnline = online;
+    ShowLeds();
+    ShowStatusTexts();
+    ShowSending();
+}
+
+// Asked of the flags themselves, because every way in which sending ends shows in them.
+void frmSkin::ShowSending() {
+    const TransactionFlags& flags = program.Transaction.Flags;
+    const bool sending = flags.WaitSend && !flags.FtpError && !flags.ConnectionDown;
+    if (sending == isSending) return;
+    isSending = sending;
+    ShowLeds();
+}
+
+void frmSkin::ShowLeds() {
+    LEDLeft->SetPicture(isOnline ? leftLed.Lit : leftLed.Dark);
+    LEDLeft->setToolTip(Word(isOnline ? QString("Online") : "Offline"));
+    LEDReigth->SetPicture(isSending ? rightLed.Lit : rightLed.Dark);
+    LEDReigth->setToolTip(Word(isSending ? QString("Sending") : "NotSending"));
+}
+
+void frmSkin::ShowStatusTexts() {
+    setWindowTitle(status.isEmpty() ? QString("Stillpost") : "Stillpost - " + status);
+    QStringList parts{status, timeOut, pictureCount, megabytes,
+                      Word(isOnline ? QString("Online") : "Offline")};
+    parts.removeAll(QString());
+    // The line has room for the step and for one thing more.
+    const QString line = QStringList(parts.mid(0, parts.size() - 1)).join("  ");
+    const QString shown =
+        lblStatus->fontMetrics().elidedText(line, Qt::ElideRight, std::max(0, lblStatus->width()));
+    lblStatus->setText(HasBackground() ? shown : line);
+    for (QWidget* area : std::initializer_list<QWidget*>{lblStatus, Label_Driver, cbDriver})
+        area->setToolTip(parts.join("\n"));
+}

@@ -1,0 +1,319 @@
+// The capture control over what needs no network: test pictures, video files, and cameras that are
+// plugged in and pulled out.
+
+#include "camera/test_capture_aids.h"
+#include "platform/video_device.h"
+#include "support/data_rows.h"
+#include "support/file_bytes.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+// A camera of one colour, the one that its address names. Its rows have bytes behind them, and it
+// has two buffers: who keeps them gets no more.
+class ColouredCamera : public VideoDevice {
+  public:
+    static constexpr int Width = 63;
+    static constexpr int Height = 48;
+    static constexpr int Row = 200;
+
+    explicit ColouredCamera(const QString& colour) : bytes(Row * Height, '\x80') {
+        const qsizetype channel = colour == "blue" ? 0 : 2;
+        for (qsizetype y = 0; y < Height; ++y) {
+            for (qsizetype at = 0; at < qsizetype{Width} * 3; ++at)
+                bytes[y * Row + at] = at % 3 == channel ? '\xF0' : '\x10';
+        }
+    }
+
+    static inline QStringList Adjusted;  // what cameras were told, in order
+
+    static CaptureDevice At(const QString& connection, const QString& colour) {
+        return {"cam",
+                connection,
+                {},
+                colour,
+                [](const QString& address, const std::optional<CaptureFormat>&, int&) {
+                    return std::shared_ptr<VideoDevice>(std::make_shared<ColouredCamera>(address));
+                },
+                [](const QString& address, const QList<CameraControlValue>& values) {
+                    for (const auto& [id, value] : values)
+                        Adjusted << address + u' ' + id + QString::number(value);
+                }};
+    }
+
+    [[nodiscard]] const CaptureFormat& Format() const override { return format; }
+    [[nodiscard]] int RowBytes() const override { return Row; }
+    [[nodiscard]] int Take(VideoBuffer& buffer) override {
+        fresh = !fresh;
+        if (!fresh || lent == 2) return -EAGAIN;
+        buffer = {lent++, reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()};
+        return 0;
+    }
+    void GiveBack(int /*index*/) override { --lent; }
+
+  private:
+    CaptureFormat format{Width, Height, 30, "bgr24", false};
+    QByteArray bytes;
+    int lent = 0;
+    bool fresh = false;
+};
+
+// The colour in the middle of the picture: which of blue, green and red is strongest.
+int Strongest(const Dib& dib) {
+    const uchar* const pixel = dib.Bits.data() + dib.Height / 2 * dib.Stride() + dib.Width / 2 * 3;
+    return static_cast<int>(std::max_element(pixel, pixel + 3) - pixel);
+}
+
+// Whether this process has the file open.
+bool Holds(const QString& path) {
+    if (QSysInfo::kernelType() == "winnt") {
+        // Nobody can move it then.
+        const QString moved = path + ".moved";
+        return !QFile::rename(path, moved) || !QFile::rename(moved, path);
+    }
+    const QDir open(QStringLiteral("/proc/self/fd"));
+    const QStringList entries = open.entryList(QDir::Files | QDir::System);
+    return std::ranges::any_of(entries, [&](const QString& entry) {
+        return QFile::symLinkTarget(open.filePath(entry)) == path;
+    });
+}
+
+}  // namespace
+
+class CaptureTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void EveryGrabIsTheNextPicture_data() {
+        const Rows<QByteArray, QString, QSize, int> row;  // pictures, after which it starts again
+        row("test picture", {}, "test:320x180", QSize(320, 180), 1000);
+        row("jpeg", "mjpeg", "a; %d.avi", QSize(641, 359), 4);
+        row("one picture", "mjpeg", "one.avi", QSize(320, 180), 1);
+        row("mpeg4", "mpeg4", "b.mp4", QSize(641, 359), 7);
+        row("h264", "libx264", "c.mp4", QSize(320, 180), 7);
+        row("uncompressed", "rawvideo", "d.avi", QSize(320, 180), 3);
+    }
+    void EveryGrabIsTheNextPicture() {
+        const auto [codec, name, size, length] = Row<QByteArray, QString, QSize, int>();
+        const QString address = codec.isEmpty() ? name : folder.filePath(name);
+        if (!codec.isEmpty() && !WriteVideo(address, codec.constData(), size, length))
+            QSKIP("no such encoder here");
+        CaptureBench bench;
+        bench.Select("cam|" + address);
+        for (int i = 0; i < 8; ++i) {
+            QCOMPARE(bench.Grab(), i % length);
+            QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
+        }
+        QVERIFY(bench.Control.Running());
+        QCOMPARE(bench.Control.Fault(), QString());
+    }
+
+    void FileGoesOnAfterItWasClosed() {
+        const QString path = Path("closing.avi");
+        QVERIFY(WriteVideo(path, "mpeg4", QSize(320, 180), 20));
+        CaptureBench bench;
+        bench.Select("cam|" + path);
+        for (int i = 0; i < 6; i += 2) {
+            QCOMPARE(bench.Grab(), i);
+            QCOMPARE(bench.Grab(), i + 1);
+            bench.Time.Jump(9'900);
+            QCoreApplication::processEvents();
+            QVERIFY(Holds(path));
+            bench.Time.Jump(200);
+            QTRY_VERIFY(!Holds(path));
+        }
+        QCOMPARE(bench.Grab(), 6);
+        bench.Control.SetEnabled(false);
+        QTRY_VERIFY(!Holds(path));
+    }
+
+    void DamagedFilesShowNoHalfPicture_data() {
+        const Rows<QByteArray, double, double> row;  // parts of the file; to its end: cut off
+        row("jpeg cut", "mjpeg", 0.63, 1.0);
+        row("jpeg overwritten", "mjpeg", 0.42, 0.47);
+        row("mpeg4 cut", "mpeg4", 0.63, 1.0);
+        row("h264 overwritten", "libx264", 0.42, 0.47);
+        row("uncompressed cut", "rawvideo", 0.63, 1.0);
+    }
+    void DamagedFilesShowNoHalfPicture() {
+        const auto [codec, from, to] = Row<QByteArray, double, double>();
+        const QString path = folder.filePath(QString::fromLatin1(QTest::currentDataTag()) + ".avi");
+        if (!WriteVideo(path, codec.constData(), QSize(320, 176), 20))
+            QSKIP("no such encoder here");
+        QByteArray bytes = ReadBytes(path);
+        const auto begin = static_cast<qsizetype>(double(bytes.size()) * from);
+        const auto end = static_cast<qsizetype>(double(bytes.size()) * to);
+        bytes.replace(begin, end - begin, QByteArray(to < 1 ? end - begin : 0, '\x5a'));
+        QVERIFY(WriteBytes(path, bytes));
+        CaptureBench bench;
+        bench.Select("cam|" + path);
+        QList<int> numbers;
+        for (int i = 0; i < 20; ++i) numbers << bench.Grab(14);
+        QVERIFY2(!numbers.contains(-1) && !numbers.contains(-2),
+                 qPrintable(QDebug::toString(numbers)));
+        // In their order, and some are missing, so that it has started again within the twenty.
+        const auto second = numbers.indexOf(0, 1);
+        QCOMPARE(numbers.first(), 0);
+        QVERIFY(second > 5 && std::is_sorted(numbers.begin(), numbers.begin() + second));
+    }
+
+    void FaultIsNamedOnce_data() {
+        const Rows<QString, QString> row;
+        QVERIFY(WriteBytes(Path("garbage.avi"), QByteArray(100'000, 'x')));
+        row("no file", Path("none.avi"), "names a file that does not exist");
+        row("no video", Path("garbage.avi"), "sends nothing that is a picture");
+        const bool windows = QSysInfo::kernelType() == "winnt";  // which refuses to open one
+        const QString denied = "may not be opened by this user";
+        row("folder", folder.path(), windows ? denied : QString("has stopped delivering"));
+        row("test size", "test:axb", "has an address that cannot be opened");
+        row("protocol", "nosuch://127.0.0.1/", "has an address that cannot be opened");
+    }
+    void FaultIsNamedOnce() {
+        const auto [address, end] = Row<QString, QString>();
+        CaptureBench bench;
+        bench.Select("yard|" + address);
+        QVERIFY(bench.Control.Running());
+        const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.Running());
+        QCOMPARE(bench.Control.Fault(), "Camera 'yard' " + end);
+        QCOMPARE(faults.count(), 1);
+        bench.Control.SetDriverIndex(1);
+        QVERIFY(bench.Control.GrabFrame());
+        QVERIFY(bench.Control.Running());
+        QCOMPARE(faults.count(), 2);
+        QCOMPARE(faults.last().first().toString(), QString());
+    }
+
+    // Another program puts new pictures into the same file.
+    void StillFileIsReadAnew() {
+        CaptureBench bench;
+        bench.Select("cam|" + Path("still.jpg"));
+        const QByteArray jpeg = JpegPicture(QSize(320, 180), 5);
+        QVERIFY(WriteBytes(Path("still.jpg"), jpeg));
+        QCOMPARE(bench.Grab(), 5);
+        QVERIFY(WriteBytes(Path("still.jpg"), jpeg.left(jpeg.size() * 2 / 3)));
+        QCOMPARE(bench.Grab(), -1);
+        QVERIFY(WriteBytes(Path("still.jpg"), JpegPicture(QSize(321, 181), 6)));
+        QCOMPARE(bench.Grab(), 6);
+        QCOMPARE(bench.Control.Width(), 321);
+    }
+
+    void FrameIsSaved() {
+        constexpr QSize size(321, 181);
+        const QString path = Path("frame.bmp");
+        CaptureBench bench;
+        bench.Select("cam|test:321x181");
+        QVERIFY(!bench.Control.SaveDIB(path));
+        QVERIFY(bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.SaveDIB(Path("missing/frame.bmp")));
+        QVERIFY(bench.Control.SaveDIB(path));
+        const QImage saved(path);
+        QCOMPARE(saved.size(), size);
+        const Dib& frame = bench.Control.Frame();
+        for (const QPoint& point : {QPoint(0, 0), QPoint(320, 180), QPoint(160, 90)}) {
+            const uchar* const pixel =
+                frame.Bits.data() + (180 - point.y()) * frame.Stride() + point.x() * 3;
+            QCOMPARE(saved.pixelColor(point), QColor(pixel[2], pixel[1], pixel[0]));
+        }
+        QCOMPARE(QDir(folder.path()).entryList({"frame.bmp*"}), QStringList({"frame.bmp"}));
+    }
+
+    void PreviewShowsPictures() {
+        CaptureBench bench;
+        bench.Select("cam|test:320x180");
+        bench.Control.SetPreviewRate(60);
+        bench.Control.SetPreviewSize(QSize(91, 51));
+        const QSignalSpy shown(&bench.Control, &ezVidCap::PreviewFrame);
+        QCOMPARE(bench.Grab(), 0);
+        QCOMPARE(shown.count(), 0);
+        bench.Control.SetPreview(true);
+        QTRY_VERIFY(shown.count() >= 3);
+        QVERIFY(bench.Grab() >= 3);
+        const auto picture = shown.last().first().value<QImage>();
+        QCOMPARE(picture.size(), QSize(91, 51));
+        QCOMPARE(picture.pixelColor(45, 10).alpha(), 255);
+        bench.Control.SetPreview(false);
+        // What was on its way when it was switched off has come before this.
+        const int number = bench.Grab();
+        const auto count = shown.count();
+        QCOMPARE(bench.Grab(), number + 1);
+        QCOMPARE(shown.count(), count);
+    }
+
+    void CameraIsFoundByItsPlug() {
+        CaptureBench bench;
+        bench.Devices.Plugged = {ColouredCamera::At("port 1", "blue"),
+                                 ColouredCamera::At("port 2", "red")};
+        QCOMPARE(bench.Control.DriverNames(), QStringList({"cam", "cam (2)"}));
+        QCOMPARE(bench.Control.NumCapDevs(), 2);
+        bench.Control.SetDriverIndex(1);
+        std::ranges::reverse(bench.Devices.Plugged);
+        // More pictures than there are buffers.
+        for (int i = 0; i < 5; ++i) QVERIFY(bench.Control.GrabFrame());
+        QCOMPARE(Strongest(bench.Control.Frame()), 2);
+        QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()),
+                 QSize(ColouredCamera::Width, ColouredCamera::Height));
+        // Listed again, it is the first one, and still the selected one.
+        QCOMPARE(bench.Control.DriverNames().size(), 2);
+        QCOMPARE(bench.Control.DriverIndex(), 0);
+    }
+
+    void PulledCameraComesBack() {
+        CaptureBench bench;
+        ColouredCamera::Adjusted.clear();
+        bench.Control.SetAdjustments({"cam|Gain|7", "cam (2)|Gain|8", "cam|Hue|-1"});
+        const CaptureDevice blue = ColouredCamera::At("port 1", "blue");
+        const CaptureDevice red = ColouredCamera::At("port 2", "red");
+        bench.Devices.Plugged = {blue, red};
+        bench.Control.SetDriverIndex(0);
+        QVERIFY(bench.Control.GrabFrame());
+        bench.Control.SetEnabled(false);
+        bench.Control.SetEnabled(true);
+        const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
+        bench.Devices.Plugged = {red};
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.Running());
+        QCOMPARE(faults.count(), 1);
+        QCOMPARE(bench.Control.Fault(), QStringLiteral("Camera 'cam' is not connected"));
+        bench.Devices.Plugged = {red, blue};
+        QVERIFY(bench.Control.GrabFrame());
+        QCOMPARE(Strongest(bench.Control.Frame()), 0);
+        QVERIFY(bench.Control.Running());
+        QCOMPARE(bench.Control.Fault(), QString());
+        // It is told its adjustments each time, because it forgets them.
+        QCOMPARE(ColouredCamera::Adjusted,
+                 QStringList({"blue Gain7", "blue Hue-1", "blue Gain7", "blue Hue-1"}));
+    }
+
+    void NothingSelectedGrabsNothing() {
+        CaptureBench bench;
+        bench.Control.SetCameras({"cam|test:64x48"});
+        QVERIFY(!bench.Control.GrabFrame());
+        QCOMPARE(bench.Control.DriverIndex(), -1);
+        bench.Control.SetDriverIndex(0);
+        bench.Control.SetEnabled(false);
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(!bench.Control.Running());
+        bench.Control.SetEnabled(true);
+        QVERIFY(bench.Control.GrabFrame());
+        bench.Control.SetDriverIndex(7);
+        QVERIFY(!bench.Control.GrabFrame());
+    }
+
+  private:
+    QString Path(const QString& name) { return folder.filePath(name); }
+
+    QTemporaryDir folder;
+};
+
+QTEST_MAIN(CaptureTest)
+#include "test_capture.moc"

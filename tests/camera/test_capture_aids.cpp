@@ -1,0 +1,197 @@
+#include "camera/test_capture_aids.h"
+
+#include "camera/capture_scaler.h"
+#include "camera/test_picture.h"
+
+extern "C" {
+#include <libavutil/opt.h>
+#include <libswscale/swscale.h>
+}
+
+#include <QBuffer>
+#include <QTcpSocket>
+
+#include <cstdlib>
+
+namespace {
+
+const uchar* Row(const Dib& dib, int y) {
+    return dib.Bits.data() + qptrdiff(dib.Height - 1 - y) * dib.Stride();
+}
+
+bool LitAt(const Dib& dib, const QRect& dot) {
+    const QPoint centre = dot.center();
+    return Row(dib, centre.y())[centre.x() * 3 + 1] > 127;
+}
+
+bool ShowsDigit(const Dib& dib, int place, int value) {
+    for (int row = 0; row < 5; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            const QRect dot = TestPicture::Dot(QSize(dib.Width, dib.Height), place, row, column);
+            if (LitAt(dib, dot) != TestPicture::Lit(value, row, column)) return false;
+        }
+    }
+    return true;
+}
+
+Dib Expected(QSize size, int number) {
+    CapturePosition position = number - 1;
+    TestPicture source(size, position);
+    FrameScaler scaler;
+    Dib dib;
+    if (source.Advance() != CaptureSource::Step::Picture || !scaler.ToDib(*source.Picture(), dib))
+        return {};
+    return dib;
+}
+
+// Writes the packets that the encoder has ready.
+bool Drain(AVCodecContext& codec, AVFormatContext& file, AVPacket& packet) {
+    while (avcodec_receive_packet(&codec, &packet) >= 0) {
+        av_packet_rescale_ts(&packet, codec.time_base, file.streams[0]->time_base);
+        if (av_interleaved_write_frame(&file, &packet) < 0) return false;
+    }
+    return true;
+}
+
+bool Encode(AVCodecContext& codec, AVFormatContext& file, int count) {
+    const PacketPtr packet(av_packet_alloc());
+    const FramePtr frame(av_frame_alloc());
+    CapturePosition position = BeforeFirstPicture;
+    TestPicture source(QSize(codec.width, codec.height), position);
+    SwsContext* const scaler =
+        sws_getContext(codec.width, codec.height, AV_PIX_FMT_BGR24, codec.width, codec.height,
+                       codec.pix_fmt, SWS_BILINEAR, nullptr, nullptr, nullptr);
+    bool good = scaler != nullptr;
+    for (int i = 0; good && i < count; ++i) {
+        av_frame_unref(frame.get());
+        frame->format = codec.pix_fmt;
+        frame->width = codec.width;
+        frame->height = codec.height;
+        good = source.Advance() == CaptureSource::Step::Picture &&
+               av_frame_get_buffer(frame.get(), 0) >= 0;
+        if (!good) break;
+        const AVFrame& drawn = *source.Picture();
+        sws_scale(scaler, drawn.data, drawn.linesize, 0, codec.height, frame->data,
+                  frame->linesize);
+        frame->pts = i;
+        good = avcodec_send_frame(&codec, frame.get()) >= 0 && Drain(codec, file, *packet);
+    }
+    sws_freeContext(scaler);
+    return good && avcodec_send_frame(&codec, nullptr) >= 0 && Drain(codec, file, *packet);
+}
+
+}  // namespace
+
+int ReadNumber(const Dib& dib) {
+    int number = 0;
+    for (int place = 0; place < TestPicture::Digits; ++place) {
+        int value = 0;
+        while (value < 10 && !ShowsDigit(dib, place, value)) ++value;
+        if (value == 10) return -1;
+        number = number * 10 + value;
+    }
+    return number;
+}
+
+bool IsWhole(const Dib& dib, int number, double tolerance) {
+    const Dib expected = Expected(QSize(dib.Width, dib.Height), number);
+    if (!dib.Valid() || expected.Bits.size() != dib.Bits.size()) return false;
+    int wrong = 0;
+    for (int y = 0; y < dib.Height; ++y) {
+        qint64 difference = 0;
+        for (int i = 0; i < dib.Width * 3; ++i)
+            difference += std::abs(Row(dib, y)[i] - Row(expected, y)[i]);
+        if (double(difference) > tolerance * dib.Width * 3) ++wrong;
+    }
+    // Colours run over the edges of the number's ground by a row or two. What is lost, is lost in
+    // blocks of eight rows.
+    return wrong < 8;
+}
+
+bool WriteVideo(const QString& path, const char* name, QSize size, int count) {
+    const AVCodec* const encoder = avcodec_find_encoder_by_name(name);
+    if (!encoder) return false;
+    const CodecPtr codec(avcodec_alloc_context3(encoder));
+    codec->width = size.width();
+    codec->height = size.height();
+    codec->time_base = {1, 25};
+    codec->framerate = {25, 1};
+    codec->gop_size = 5;
+    codec->max_b_frames = 0;
+    codec->pix_fmt = qstrcmp(name, "mjpeg") == 0 ? AV_PIX_FMT_YUVJ420P : AV_PIX_FMT_YUV420P;
+    codec->flags |= AV_CODEC_FLAG_QSCALE | AV_CODEC_FLAG_GLOBAL_HEADER;
+    codec->global_quality = FF_QP2LAMBDA * 2;
+    av_opt_set(codec->priv_data, "crf", "12", 0);
+    if (avcodec_open2(codec.get(), encoder, nullptr) < 0) return false;
+
+    AVFormatContext* file = nullptr;
+    const QByteArray fileName = path.toUtf8();
+    if (avformat_alloc_output_context2(&file, nullptr, nullptr, fileName.constData()) < 0)
+        return false;
+    AVStream* const stream = avformat_new_stream(file, nullptr);
+    avcodec_parameters_from_context(stream->codecpar, codec.get());
+    stream->time_base = codec->time_base;
+    stream->avg_frame_rate = codec->framerate;
+    const bool good = avio_open(&file->pb, fileName.constData(), AVIO_FLAG_WRITE) >= 0 &&
+                      avformat_write_header(file, nullptr) >= 0 && Encode(*codec, *file, count) &&
+                      av_write_trailer(file) >= 0;
+    avio_closep(&file->pb);
+    avformat_free_context(file);
+    return good;
+}
+
+QByteArray JpegPicture(QSize size, int number) {
+    const Dib dib = Expected(size, number);
+    const QImage upsideDown(dib.Bits.data(), dib.Width, dib.Height, dib.Stride(),
+                            QImage::Format_BGR888);
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    buffer.open(QIODevice::WriteOnly);
+    upsideDown.mirrored().save(&buffer, "JPG", 90);
+    return jpeg;
+}
+
+void CaptureBench::Select(const QString& entry) {
+    Control.SetCameras({entry, "other|test:64x48"});
+    Control.SetDriverIndex(0);
+}
+
+int CaptureBench::Grab(double tolerance) {
+    if (!Control.GrabFrame()) return -1;
+    const int number = ReadNumber(Control.Frame());
+    return IsWhole(Control.Frame(), number, tolerance) ? number : -2;
+}
+
+WebCamera::WebCamera(Answer answer) {
+    if (!listen(QHostAddress::LocalHost)) qFatal("no port to listen on");
+    connect(this, &QTcpServer::newConnection, this, [this, answer = std::move(answer)] {
+        QTcpSocket* const socket = nextPendingConnection();
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket, answer] {
+            if (!socket->peek(8192).contains("\r\n\r\n")) return;
+            socket->readAll();
+            answer(*socket, requests++);
+        });
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    });
+}
+
+QString WebCamera::Entry(const QString& path) const {
+    return QStringLiteral("web|http://127.0.0.1:%1/%2").arg(serverPort()).arg(path);
+}
+
+void WebCamera::Reply(QTcpSocket& socket, const QByteArray& status, const QByteArray& body) {
+    socket.write("HTTP/1.1 " + status +
+                 "\r\nContent-Type: image/jpeg\r\nConnection: close\r\nContent-Length: " +
+                 QByteArray::number(body.size()) + "\r\n\r\n" + body);
+    socket.disconnectFromHost();
+}
+
+void WebCamera::BeginStream(QTcpSocket& socket) {
+    socket.write(
+        "HTTP/1.1 200 OK\r\nContent-Type: multipart/x-mixed-replace; boundary=next\r\n\r\n");
+}
+
+void WebCamera::SendPart(QTcpSocket& socket, const QByteArray& jpeg) {
+    socket.write("--next\r\nContent-Type: image/jpeg\r\nContent-Length: " +
+                 QByteArray::number(jpeg.size()) + "\r\n\r\n" + jpeg + "\r\n");
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "camera/ezvidcap.h"
+#include "platform/capture_devices.h"
+
+#include <QImage>
+#include <QTcpServer>
+
+#include <functional>
+
+class QTcpSocket;
+
+// The number in a test picture, read from its dots; -1 when there is none to be read.
+[[nodiscard]] int ReadNumber(const Dib& dib);
+
+// Whether the rows of the picture are those of the test picture of this number, but for what a
+// lossy format changes (tolerance: mean difference of a row's bytes).
+[[nodiscard]] bool IsWhole(const Dib& dib, int number, double tolerance);
+
+// Test pictures 0 to count - 1 as a video file. codec: name of an FFmpeg encoder. False when FFmpeg
+// has no such encoder or cannot write the file.
+[[nodiscard]] bool WriteVideo(const QString& path, const char* codec, QSize size, int count);
+
+// Test picture of this number as JPEG.
+[[nodiscard]] QByteArray JpegPicture(QSize size, int number);
+
+// The machine's time, which a test puts forward.
+class JumpingClock : public SystemClock {
+    Q_OBJECT
+
+  public:
+    [[nodiscard]] qint64 Milliseconds() const override {
+        return SystemClock::Milliseconds() + offset;
+    }
+    void Jump(qint64 milliseconds) {
+        offset += milliseconds;
+        FireDue();
+    }
+
+  private:
+    qint64 offset = 0;
+};
+
+// Cameras that a test plugs in and pulls out; any of FFmpeg's inputs serves as one.
+class PluggedDevices : public CaptureDevices {
+    Q_OBJECT
+
+  public:
+    QList<CaptureDevice> Plugged;
+
+    [[nodiscard]] QList<CaptureDevice> List() const override { return Plugged; }
+    [[nodiscard]] QList<CaptureFormat> Formats(const CaptureDevice&) const override { return {}; }
+};
+
+// The capture control with what holds it up.
+struct CaptureBench {
+    JumpingClock Time;
+    Waiting Wait{Time};
+    PluggedDevices Devices;
+    ezVidCap Control{Wait, Devices};
+
+    // Selects this entry; there is another one behind it.
+    void Select(const QString& entry);
+    // The number in the next picture; -1 when none came, -2 when it is not whole.
+    int Grab(double tolerance = 12);
+};
+
+// A web camera in this process: answers each request by a routine of the test.
+class WebCamera : public QTcpServer {
+    Q_OBJECT
+
+  public:
+    // request: how many came before.
+    using Answer = std::function<void(QTcpSocket& socket, int request)>;
+
+    explicit WebCamera(Answer answer);
+    [[nodiscard]] QString Entry(const QString& path) const;
+    [[nodiscard]] int Requests() const { return requests; }
+
+    // Sends a whole answer and closes.
+    static void Reply(QTcpSocket& socket, const QByteArray& status, const QByteArray& body);
+    // Begins a stream of pictures, and sends one of its parts.
+    static void BeginStream(QTcpSocket& socket);
+    static void SendPart(QTcpSocket& socket, const QByteArray& jpeg);
+
+  private:
+    int requests = 0;
+};

@@ -1,0 +1,187 @@
+// The capture control and cameras on the network, played by a server in this process.
+
+#include "camera/test_capture_aids.h"
+#include "support/data_rows.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTcpSocket>
+
+namespace {
+
+constexpr QSize size(320, 180);
+
+// Sends pictures on its own, at about a hundred a second, until the line is closed.
+class Stream : public QObject {
+  public:
+    Stream(QTcpSocket& line, std::function<QByteArray(int)> picture) : QObject(&line) {
+        WebCamera::BeginStream(line);
+        connect(&pace, &QTimer::timeout, this, [this, &line, picture] {
+            if (const QByteArray jpeg = picture(Sent++); !jpeg.isEmpty())
+                WebCamera::SendPart(line, jpeg);
+        });
+        pace.start(10);
+    }
+    int Sent = 0;
+
+  private:
+    QTimer pace;
+};
+
+}  // namespace
+
+class CaptureNetworkTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void StillIsFetchedForEachGrab() {
+        const WebCamera server([](QTcpSocket& socket, int request) {
+            const QSize now = request < 2 ? size : QSize(161, 91);
+            WebCamera::Reply(socket, "200 OK", JpegPicture(now, request));
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("still.jpg"));
+        for (int i = 0; i < 4; ++i) QCOMPARE(bench.Grab(), i);
+        QCOMPARE(server.Requests(), 4);
+        QCOMPARE(bench.Control.Width(), 161);
+    }
+
+    void WrongAnswersAreNamed_data() {
+        const Rows<QByteArray, QByteArray, QString> row;
+        const QByteArray jpeg = JpegPicture(size, 1);
+        row("password", "401 Unauthorized", {}, "asks for another name and password");
+        row("missing", "404 Not Found", "no", "has no picture at its address");
+        row("server fault", "503 Busy", {}, "cannot be reached");
+        row("page", "200 OK", "<html>Log in</html>", "sends nothing that is a picture");
+        row("half a picture", "200 OK", jpeg.left(jpeg.size() / 2),
+            "sends nothing that is a picture");
+    }
+    void WrongAnswersAreNamed() {
+        const auto [status, body, end] = Row<QByteArray, QByteArray, QString>();
+        bool good = false;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            if (good)
+                WebCamera::Reply(socket, "200 OK", JpegPicture(size, 9));
+            else
+                WebCamera::Reply(socket, status, body);
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("still.jpg"));
+        QCOMPARE(bench.Grab(), -1);
+        QCOMPARE(bench.Control.Fault(), "Camera 'web' " + end);
+        good = true;
+        QCOMPARE(bench.Grab(), 9);
+        QCOMPARE(bench.Control.Fault(), QString());
+    }
+
+    void StreamGivesTheNewestPicture() {
+        QPointer<Stream> stream;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            stream = new Stream(socket, [](int number) { return JpegPicture(size, number); });
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("video.mjpg"));
+        int last = -1;
+        for (int i = 0; i < 5; ++i) {
+            // Pictures that nobody wants go by meanwhile.
+            const int goal = last + 20;
+            QVERIFY(i == 0 || QTest::qWaitFor([&] { return stream && stream->Sent > goal; }));
+            const int number = bench.Grab();
+            QVERIFY2(number > last, qPrintable(QString::number(number)));
+            QVERIFY2(number >= stream->Sent - 8, qPrintable(QString::number(number)));
+            last = number;
+        }
+        QCOMPARE(server.Requests(), 1);
+    }
+
+    // Every second picture is cut, or a part has nothing in it.
+    void StreamHidesCutPictures() {
+        const WebCamera server([](QTcpSocket& socket, int) {
+            new Stream(socket, [](int number) {
+                const QByteArray jpeg = JpegPicture(size, number);
+                if (number % 4 == 1) return jpeg.left(jpeg.size() * 3 / 4);
+                if (number % 4 == 3) return jpeg.left(jpeg.size() - 4) + QByteArray(200, '\0');
+                return jpeg;
+            });
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("video.mjpg"));
+        for (int i = 0; i < 12; ++i) {
+            const int number = bench.Grab();
+            QVERIFY2(number >= 0 && number % 2 == 0, qPrintable(QString::number(number)));
+        }
+    }
+
+    void StreamThatEndedIsOpenedAgain() {
+        QPointer<QTcpSocket> line;
+        const WebCamera server([&](QTcpSocket& socket, int request) {
+            line = &socket;
+            new Stream(socket, [request](int) { return JpegPicture(size, request); });
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("video.mjpg"));
+        const QSignalSpy faults(&bench.Control, &ezVidCap::FaultChanged);
+        QCOMPARE(bench.Grab(), 0);
+        line->abort();
+        // The line broke while nobody wanted a picture: nothing to complain of. The end may be
+        // noticed only by the grab, which then fails.
+        QTRY_COMPARE(bench.Grab(), 1);
+        QVERIFY(faults.count() <= 2);
+        QCOMPARE(bench.Control.Fault(), QString());
+    }
+
+    void SilentStreamEndsTheGrab() {
+        CaptureBench bench;
+        bool silent = true;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            new Stream(socket, [&](int number) {
+                if (!silent) return JpegPicture(size, 7);
+                // Its first picture, then nothing more.
+                if (number == 20) bench.Time.Jump(5000);
+                return number == 0 ? JpegPicture(size, 6) : QByteArray();
+            });
+        });
+        bench.Select(server.Entry("video.mjpg"));
+        // FFmpeg hands the first part on when the second begins, so that it may never come.
+        int number = bench.Grab();
+        if (number == 6) number = bench.Grab();
+        QCOMPARE(number, -1);
+        QCOMPARE(bench.Control.Fault(), QStringLiteral("Camera 'web' delivers no picture"));
+        silent = false;
+        QCOMPARE(bench.Grab(), 7);
+        QCOMPARE(server.Requests(), 2);
+    }
+
+    // Chosen by the operator while the grab waits.
+    void OtherCameraEndsTheGrab() {
+        CaptureBench bench;
+        const WebCamera server([&](QTcpSocket&, int) { bench.Control.SetDriverIndex(1); });
+        bench.Select(server.Entry("still.jpg"));
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(!bench.Control.GrabFrame());
+        QVERIFY(time.elapsed() < 2000);
+        QVERIFY(bench.Control.GrabFrame());
+        QCOMPARE(bench.Control.Width(), 64);
+    }
+
+    // The server takes the request and never answers.
+    void ClosingNeverHangs() {
+        QElapsedTimer time;
+        std::function<void()> requested;
+        const WebCamera server([&](QTcpSocket&, int) { requested(); });
+        {
+            CaptureBench bench;
+            requested = [&] { bench.Wait.Close(); };
+            bench.Select(server.Entry("video.mjpg"));
+            QVERIFY(!bench.Control.GrabFrame());
+            QCOMPARE(server.Requests(), 1);
+            time.start();
+        }
+        QVERIFY2(time.elapsed() < 500, qPrintable(QString::number(time.elapsed())));
+    }
+};
+
+QTEST_MAIN(CaptureNetworkTest)
+#include "test_capture_network.moc"

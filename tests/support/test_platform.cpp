@@ -1,0 +1,99 @@
+#include "support/test_platform.h"
+
+#include <algorithm>
+#include <utility>
+
+void TestOnlineState::Set(bool nowConnected, Links nowLinks) {
+    if (nowConnected == connected && nowLinks == links) return;
+    connected = nowConnected;
+    links = nowLinks;
+    emit Changed();
+}
+
+bool TestOnlineState::Connected() const {
+    ++Asked;
+    return connected;
+}
+
+void TestDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
+    auto line = std::ranges::find(lines, entry, &Line::Entry);
+    if (line == lines.end()) {
+        Dialled << entry;
+        if (!EntryList.contains(entry)) return;
+        line = lines.insert(static_cast<int>(Dialled.size()), {.Entry = entry});
+    }
+    line->Waiting.push_back(std::move(dialled));
+    if (!Answers && !line->Stands) return;
+    QMetaObject::invokeMethod(
+        this, [this, handle = line.key()] { Report(handle); }, Qt::QueuedConnection);
+}
+
+void TestDialer::Report(int handle) {
+    const auto line = lines.find(handle);
+    if (line == lines.end()) return;
+    line->Stands = true;
+    for (const auto& dialled : std::exchange(line->Waiting, {})) dialled(handle);
+}
+
+void TestDialer::Answer(bool stands) {
+    if (!stands) lines.removeIf([](QMap<int, Line>::iterator line) { return !line->Stands; });
+    for (const int handle : lines.keys()) Report(handle);
+}
+
+void TestDialer::Cut() {
+    lines.removeIf([](QMap<int, Line>::iterator line) { return line->Stands; });
+}
+
+void TestDialer::HangUp(int handle) {
+    if (lines.remove(handle) > 0) HungUp << handle;
+}
+
+QList<CaptureFormat> TestCaptureDevices::Formats(const CaptureDevice& device) const {
+    return Devices.contains(device) ? DeviceFormats : QList<CaptureFormat>();
+}
+
+bool TestCameraControls::Set(const CaptureDevice& device, const CameraControlValue& value) {
+    if (!Has(device)) return false;
+    for (CameraControl& control : Controls) {
+        if (control.Id != value.Id) continue;
+        if (!control.Adjustable || value.Value < control.Least || value.Value > control.Most)
+            return false;
+        control.Value = value.Value;
+        Changed();
+        return true;
+    }
+    return false;
+}
+
+int TestCameraControls::Value(const QString& id) const {
+    for (const CameraControl& control : Controls)
+        if (control.Id == id) return control.Value;
+    return -1;
+}
+
+TestPlatform MakeTestPlatform() {
+    auto online = std::make_unique<TestOnlineState>();
+    auto dial = std::make_unique<TestDialer>();
+    auto cameras = std::make_unique<TestCaptureDevices>();
+    auto controls = std::make_unique<TestCameraControls>(*cameras);
+    auto sounds = std::make_unique<RecordingSound>();
+    auto autostart = std::make_unique<RecordingAutostart>();
+    TestOnlineState& onlineRef = *online;
+    TestDialer& dialRef = *dial;
+    TestCaptureDevices& camerasRef = *cameras;
+    TestCameraControls& controlsRef = *controls;
+    RecordingSound& soundsRef = *sounds;
+    RecordingAutostart& autostartRef = *autostart;
+    return {{.Online = std::move(online),
+             .Dial = std::move(dial),
+             .Cameras = std::move(cameras),
+             .Controls = std::move(controls),
+             .Sounds = std::move(sounds),
+             .Autostart = std::move(autostart)},
+            onlineRef,
+            dialRef,
+            camerasRef,
+            controlsRef,
+            soundsRef,
+            autostartRef};
+}
