@@ -9,6 +9,14 @@ target_compile_definitions(stillpost_flags INTERFACE
 target_compile_options(stillpost_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
   -Wcast-align -Wunused -Wformat=2 -Wduplicated-cond -Wlogical-op -Wextra-semi)
+if(STILLPOST_CCACHE)
+  target_compile_options(stillpost_flags INTERFACE -fpch-preprocess)
+endif()
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=gold STILLPOST_HAS_GOLD)
+if(STILLPOST_HAS_GOLD)
+  target_link_options(stillpost_flags INTERFACE -fuse-ld=gold)
+endif()
 if(STILLPOST_WERROR)
   target_compile_options(stillpost_flags INTERFACE -Werror)
 endif()

@@ -1,12 +1,25 @@
-# stillpost_part(NAME SOURCES ... LINKS ...): one folder below src/ as a static library.
+# stillpost_part(NAME SOURCES ... LINKS ...): one folder below src/ as a static library. Headers that
+# nearly every file includes are compiled once, those of Widgets once more.
 function(stillpost_part name)
   cmake_parse_arguments(part "" "" "SOURCES;LINKS" ${ARGN})
   add_library(stillpost_${name} STATIC ${part_SOURCES})
   target_link_libraries(stillpost_${name} PUBLIC stillpost_flags ${part_LINKS})
+  if(name STREQUAL "base")
+    target_precompile_headers(stillpost_base PRIVATE
+      <QByteArray> <QDateTime> <QDir> <QFile> <QFileInfo> <QList> <QMap> <QObject> <QString>
+      <QStringList> <QTimer> <algorithm> <array> <functional> <memory> <optional> <utility> <vector>)
+  elseif(name STREQUAL "ui")
+    target_precompile_headers(stillpost_ui PRIVATE
+      <QBoxLayout> <QCheckBox> <QComboBox> <QDialog> <QGridLayout> <QLabel> <QLineEdit> <QPainter>
+      <QPushButton> <QWidget> "${CMAKE_SOURCE_DIR}/src/core/program.h")
+  else()
+    target_precompile_headers(stillpost_${name} REUSE_FROM stillpost_base)
+  endif()
 endfunction()
 
 # stillpost_tests(FOLDER NAME ... [ALSO SOURCE ...]): the Qt Test programs FOLDER/test_NAME.cpp, each
-# linked with what all tests share, those of windows also with what they share.
+# linked with what all tests share, those of windows also with what they share. All are targets of
+# one folder, because Qt names the folder to the compiler and so to the precompiled headers.
 function(stillpost_tests folder)
   cmake_parse_arguments(test "" "" "ALSO" ${ARGN})
   set(support stillpost_test_support)
@@ -22,6 +35,7 @@ function(stillpost_tests folder)
     set_target_properties(test_${name} PROPERTIES
       RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     target_link_libraries(test_${name} PRIVATE ${support})
+    target_precompile_headers(test_${name} REUSE_FROM ${support})
     add_test(NAME ${name} COMMAND test_${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${limit}
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1")
