@@ -4,8 +4,7 @@ target_include_directories(stillpost_flags INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_definitions(stillpost_flags INTERFACE
   QT_RESTRICTED_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
   QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_JAVA_STYLE_ITERATORS
-  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400
-  STILLPOST_VERSION="${PROJECT_VERSION}")
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(stillpost_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
   -Wcast-align -Wunused -Wformat=2 -Wduplicated-cond -Wlogical-op -Wextra-semi)

@@ -4,6 +4,7 @@
 #include "core/console_display.h"
 #include "core/program.h"
 #include "core/program_folder.h"
+#include "core/version.h"
 #include "net/page_control.h"
 #include "platform/platform.h"
 #include "platform/program_start.h"
@@ -89,7 +90,7 @@ int main(int argc, char** argv) {
     ProgramStart::FindFonts();
     const QApplication application(argc, argv);
     QApplication::setApplicationName("stillpost");
-    QApplication::setApplicationVersion(QString::fromLatin1(STILLPOST_VERSION));
+    QApplication::setApplicationVersion(ProgramVersion());
     QApplication::setQuitOnLastWindowClosed(false);
     const auto folder =
         ProgramFolder::Choose(ProgramFolder::Places::OfThisProcess(commandLine.Folder));

@@ -1,5 +1,7 @@
 #include "core/command_line.h"
 
+#include "core/version.h"
+
 namespace {
 
 constexpr QStringView folderOption = u"--folder";
@@ -53,5 +55,5 @@ QString CommandLine::HelpText() {
 }
 
 QString CommandLine::VersionText() {
-    return QStringLiteral("stillpost " STILLPOST_VERSION "\n");
+    return "stillpost " + ProgramVersion() + "\n";
 }

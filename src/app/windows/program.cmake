@@ -4,8 +4,9 @@ enable_language(RC)
 set(program "${CMAKE_BINARY_DIR}/program")
 set(icon "${program}/icons/stillpost.ico")
 string(REPLACE "." "," version_numbers "${PROJECT_VERSION}")
-configure_file("${CMAKE_CURRENT_SOURCE_DIR}/windows/stillpost.rc.in"
-  "${CMAKE_CURRENT_BINARY_DIR}/stillpost.rc" @ONLY)
+foreach(file stillpost.rc stillpost.manifest)
+  configure_file("${CMAKE_CURRENT_SOURCE_DIR}/windows/${file}.in" "${CMAKE_CURRENT_BINARY_DIR}/${file}" @ONLY)
+endforeach()
 target_sources(stillpost PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/stillpost.rc")
 add_dependencies(stillpost artwork)
 

@@ -1,5 +1,6 @@
 #include "ui/dialogs/info.h"
 
+#include "core/version.h"
 #include "ui/skin/skin.h"
 #include "ui/texts/texts.h"
 
@@ -46,8 +47,8 @@ Info::Info(const SkinFolders& skinFolders, Texts& ownTexts)
 void Info::ShowTexts() {
     const auto text = [this](const QString& key) { return texts.Get("Info", key); };
     setWindowTitle(text("Title"));
-    Label1->setText("Stillpost " + text("Version").arg(QString::fromLatin1(STILLPOST_VERSION)) +
-                    "\n" + text("Purpose") + "\n" + text("Licence") + "\n" +
+    Label1->setText("Stillpost " + text("Version").arg(ProgramVersion()) + "\n" + text("Purpose") +
+                    "\n" + text("Licence") + "\n" +
                     text("Libraries").arg(QString::fromLatin1(qVersion())));
     btnClose->setText(text("Close"));
 }

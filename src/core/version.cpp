@@ -1,0 +1,5 @@
+#include "core/version.h"
+
+QString ProgramVersion() {
+    return QStringLiteral(STILLPOST_VERSION);
+}
