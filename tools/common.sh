@@ -14,7 +14,7 @@ build_packages=(
   libturbojpeg0-dev
 )
 test_packages=(
-  busybox-static clang-format dbus iproute2 kmod python3 python3-dbusmock python3-pyftpdlib
+  busybox-static clang-format clang-tidy dbus iproute2 kmod python3 python3-dbusmock python3-pyftpdlib
   qemu-system-x86 vsftpd xauth xvfb
 )
 
