@@ -1,0 +1,28 @@
+# cmake --install build --prefix DIR: the program, and in share/stillpost what it only reads. Each user
+# has a program folder of their own then. On Windows a program lies with all its files in one folder,
+# which ./package windows makes.
+if(WIN32)
+  return()
+endif()
+include(GNUInstallDirs)
+set(program "${CMAKE_BINARY_DIR}/program")
+set(shared "${CMAKE_INSTALL_DATADIR}/stillpost")
+install(TARGETS stillpost RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+# Named one by one, because somebody may have used the program of the build folder.
+install(DIRECTORY "${program}/Skins/Default" "${program}/Skins/silver 1024" "${program}/Skins/Night Watch"
+  DESTINATION "${shared}/Skins")
+install(DIRECTORY "${program}/icons" "${program}/fonts" "${program}/help" "${program}/Hilfe"
+  DESTINATION "${shared}")
+install(FILES "${program}/overlay/Overlay.bmp" DESTINATION "${shared}/overlay")
+install(FILES "${program}/Offline/Offline.jpg" DESTINATION "${shared}/Offline")
+install(FILES "${program}/Click.wav" DESTINATION "${shared}")
+
+set(icons "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
+foreach(size 16 22 24 32 48 64 128 256)
+  install(FILES "${program}/icons/stillpost-${size}.png"
+    DESTINATION "${icons}/${size}x${size}/apps" RENAME stillpost.png)
+endforeach()
+install(FILES art/icons/stillpost.svg DESTINATION "${icons}/scalable/apps")
+install(FILES data/stillpost.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+install(FILES LICENSE README.md CHANGELOG.md docs/ftpOptions.example.ini docs/settings.md docs/skins.md
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
