@@ -41,15 +41,22 @@ install() {
   done
 }
 
-# build PRESET [CMAKE_ARGUMENT ...]: configures and builds; the compiler's progress line is shown.
+# build PRESET [CMAKE_ARGUMENT ...] [-- TARGET ...]: configures and builds all or the targets; the
+# compiler's progress line is shown. ./run, ./test and ./bench build in one folder: their arguments add
+# targets and change none, so that each builds only what the others have not.
 build() {
-  local preset=$1
+  local preset=$1 arguments=() targets=()
   shift
+  while [ $# -gt 0 ] && [ "$1" != -- ]; do
+    arguments+=("$1")
+    shift
+  done
+  [ $# -lt 2 ] || targets=(--target "${@:2}")
   say "Building (preset $preset); the first time takes some minutes, later ones seconds"
-  cmake --preset "$preset" "$@" > "/tmp/stillpost-configure.$$" || {
+  cmake --preset "$preset" "${arguments[@]}" > "/tmp/stillpost-configure.$$" || {
     cat "/tmp/stillpost-configure.$$"
     die "the build could not be set up"
   }
   rm -f "/tmp/stillpost-configure.$$"
-  cmake --build --preset "$preset" || die "the build failed; the messages above say where"
+  cmake --build --preset "$preset" "${targets[@]}" || die "the build failed; the messages above say where"
 }
