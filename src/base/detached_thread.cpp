@@ -1,20 +1,40 @@
 #include "base/detached_thread.h"
 
-#include <QSemaphore>
+#include <QThreadPool>
 
-#include <memory>
-#include <thread>
+#include <limits>
 #include <utility>
 
+// A pool's threads wait for the next work instead of ending. It is never destroyed, because that
+// would wait for work that hangs.
 void StartDetached(std::function<void()> work) {
-    // Nothing is done before the thread is detached. On Windows the compiler's thread library frees
-    // its own part of a thread that is detached in the moment of its end, while that still uses it;
-    // the thread then spins for ever and holds up every other one that starts.
-    const auto detached = std::make_shared<QSemaphore>();
-    std::thread thread([detached, own = std::move(work)] {
-        detached->acquire();
-        own();
-    });
-    thread.detach();
-    detached->release();
+    static QThreadPool* const pool = [] {
+        auto* const made = new QThreadPool;
+        made->setMaxThreadCount(std::numeric_limits<int>::max());
+        made->setExpiryTimeout(-1);
+        return made;
+    }();
+    pool->start(std::move(work));
+}
+
+WayBack::WayBack(QObject& target) : link(std::make_shared<Link>()) {
+    link->Target = &target;
+}
+
+void WayBack::Close() const {
+    const QMutexLocker lock(&link->Mutex);
+    link->Target = nullptr;
+}
+
+void WayBack::Post(std::function<void()> event) const {
+    // Held while the event is queued: the object stays as long.
+    const QMutexLocker lock(&link->Mutex);
+    if (!link->Target) return;
+    QMetaObject::invokeMethod(
+        link->Target,
+        [own = link, event = std::move(event)] {
+            // Closed on this thread only, so it cannot change now.
+            if (own->Target) event();
+        },
+        Qt::QueuedConnection);
 }

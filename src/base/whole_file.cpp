@@ -2,11 +2,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QThread>
 
-#include <chrono>
 #include <filesystem>
 #include <system_error>
-#include <thread>
 
 namespace WholeFile {
 
@@ -30,12 +29,12 @@ std::filesystem::path SystemPath(const QString& path) {
 // moment later: a web server reads a picture in no time.
 bool Rename(const QString& from, const QString& to) {
     constexpr int tries = 25;
-    constexpr std::chrono::milliseconds pause(10);
+    constexpr unsigned long pause = 10;  // milliseconds
     const std::filesystem::path source = SystemPath(from);
     const std::filesystem::path target = SystemPath(to);
     std::error_code failed;
     for (int i = 0; i < tries; ++i) {
-        if (i > 0) std::this_thread::sleep_for(pause);
+        if (i > 0) QThread::msleep(pause);
         std::filesystem::rename(source, target, failed);
         if (failed != std::errc::permission_denied) break;
     }

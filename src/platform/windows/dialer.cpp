@@ -1,43 +1,22 @@
 #include "platform/windows/dialer.h"
 
-#include "base/detached_thread.h"
+#include <QDeadlineTimer>
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <utility>
 
 namespace {
 constexpr std::chrono::seconds longestHangUp{5};
 }
 
-// What the threads share with the dialer, which may be gone before they are.
-struct WindowsDialer::Link {
-    std::mutex Lock;
-    std::condition_variable HungUp;
-    WindowsDialer* Owner = nullptr;
-    int HangingUp = 0;
-
-    // Lets the dialer's own thread call it, if it is still there.
-    void Report(int handle, quintptr connection) {
-        const std::lock_guard guard(Lock);
-        if (!Owner) return;
-        QMetaObject::invokeMethod(
-            Owner, [owner = Owner, handle, connection] { owner->Dialled(handle, connection); },
-            Qt::QueuedConnection);
-    }
-};
-
-WindowsDialer::WindowsDialer(DialCalls ownCalls)
-    : calls(std::move(ownCalls)), link(std::make_shared<Link>()) {
-    link->Owner = this;
-}
+WindowsDialer::WindowsDialer(DialCalls ownCalls) : calls(std::move(ownCalls)) {}
 
 WindowsDialer::~WindowsDialer() {
-    std::unique_lock guard(link->Lock);
-    link->Owner = nullptr;
-    link->HungUp.wait_for(guard, longestHangUp, [this] { return link->HangingUp == 0; });
+    way.Close();
+    const QDeadlineTimer limit(longestHangUp);
+    while (hangUps-- > 0)
+        if (!hungUp->tryAcquire(1, static_cast<int>(limit.remainingTime()))) return;
 }
 
 void WindowsDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
@@ -56,8 +35,9 @@ void WindowsDialer::Dial(const QString& entry, std::function<void(int)> dialled)
     if (known != lines.end()) lines.erase(known);
     const int handle = ++lastHandle;
     lines[handle] = {.Entry = entry, .Waiting = {std::move(dialled)}};
-    StartDetached(
-        [shared = link, dial = calls.Dial, entry, handle] { shared->Report(handle, dial(entry)); });
+    StartDetached([this, answer = way, dial = calls.Dial, entry, handle] {
+        answer.Post([this, handle, connection = dial(entry)] { Dialled(handle, connection); });
+    });
 }
 
 void WindowsDialer::Dialled(int handle, quintptr connection) {
@@ -75,12 +55,9 @@ void WindowsDialer::HangUp(int handle) {
     const quintptr connection = lines.value(handle).Connection;
     if (connection == 0) return;
     lines.remove(handle);
-    const std::lock_guard guard(link->Lock);
-    ++link->HangingUp;
-    StartDetached([shared = link, hangUp = calls.HangUp, connection] {
+    ++hangUps;
+    StartDetached([ended = hungUp, hangUp = calls.HangUp, connection] {
         hangUp(connection);
-        const std::lock_guard inner(shared->Lock);
-        --shared->HangingUp;
-        shared->HungUp.notify_all();
+        ended->release();
     });
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/detached_thread.h"
 #include "platform/dialer.h"
 
 #include <QMap>
+#include <QSemaphore>
 
 #include <memory>
 #include <vector>
@@ -38,12 +40,14 @@ class WindowsDialer : public Dialer {
         quintptr Connection = 0;  // 0 while it is being dialled
         std::vector<std::function<void(int)>> Waiting = {};
     };
-    struct Link;
 
     void Dialled(int handle, quintptr connection);
 
     DialCalls calls;
     QMap<int, Line> lines;  // by handle
     int lastHandle = 0;
-    std::shared_ptr<Link> link;
+    int hangUps = 0;  // begun
+    // Released by each that has ended; shared with threads that may outlive the dialer.
+    std::shared_ptr<QSemaphore> hungUp = std::make_shared<QSemaphore>();
+    WayBack way{*this};
 };

@@ -5,9 +5,9 @@
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <QSemaphore>
+#include <QThread>
 
 #include <atomic>
-#include <thread>
 
 namespace {
 
@@ -51,7 +51,7 @@ class WindowsTermination : public Termination {
   public:
     WindowsTermination() {
         ended = done;
-        thread = std::thread([this] { Listen(); });
+        thread.start();
         ready.acquire();
         SetConsoleCtrlHandler(ConsoleEvent, TRUE);
         qApp->installNativeEventFilter(&filter);
@@ -62,10 +62,19 @@ class WindowsTermination : public Termination {
         // Not closed: a thread may be waiting for it.
         SetEvent(done);
         if (const HWND window = listener.exchange(nullptr)) PostMessageW(window, leave, 0, 0);
-        thread.join();
+        thread.wait();
     }
 
   private:
+    class Thread : public QThread {
+      public:
+        explicit Thread(WindowsTermination& own) : owner(own) {}
+        void run() override { owner.Listen(); }
+
+      private:
+        WindowsTermination& owner;
+    };
+
     void Listen() {
         const HINSTANCE program = GetModuleHandleW(nullptr);
         WNDCLASSW kind{};
@@ -99,7 +108,7 @@ class WindowsTermination : public Termination {
     QSemaphore ready;  // the window is there
     const HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SessionFilter filter;
-    std::thread thread;
+    Thread thread{*this};
 };
 
 }  // namespace
