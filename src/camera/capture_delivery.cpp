@@ -8,8 +8,8 @@ constexpr qint64 restSettling = 15;  // every picture counts, but nobody looks a
 constexpr qint64 restIdle = 100;     // a device keeps a few pictures by itself
 }  // namespace
 
-CaptureDelivery::CaptureDelivery(CaptureWork& ownWork, CaptureSource& ownSource)
-    : work(ownWork),
+CaptureDelivery::CaptureDelivery(CaptureSession& ownSession, CaptureSource& ownSource)
+    : session(ownSession),
       source(ownSource),
       start(std::chrono::steady_clock::now()),
       settled(!source.Settles()) {}
@@ -20,15 +20,15 @@ qint64 CaptureDelivery::Elapsed() const {
 }
 
 CaptureFault CaptureDelivery::Run() {
-    while (!work.Stopped()) {
-        const CaptureWork::Demand demand = work.Look();
+    while (!session.Stopped()) {
+        const CaptureSession::Demand demand = session.Look();
         const bool goesOn = source.Live() ? ServeLive(demand) : ServeOnDemand(demand);
         if (!goesOn) return source.Fault();
     }
     return CaptureFault::None;
 }
 
-bool CaptureDelivery::ServeLive(const CaptureWork::Demand& demand) {
+bool CaptureDelivery::ServeLive(const CaptureSession::Demand& demand) {
     const CaptureSource::Step step = source.Advance();
     if (step == CaptureSource::Step::Failed) return false;
     if (step == CaptureSource::Step::Picture) {
@@ -40,14 +40,14 @@ bool CaptureDelivery::ServeLive(const CaptureWork::Demand& demand) {
     if (grab || preview)
         Deliver(demand, grab, preview);
     else if (step == CaptureSource::Step::Nothing && source.Polled())
-        work.Rest(RestTime(demand), demand);
+        session.Rest(RestTime(demand), demand);
     return true;
 }
 
-bool CaptureDelivery::ServeOnDemand(const CaptureWork::Demand& demand) {
+bool CaptureDelivery::ServeOnDemand(const CaptureSession::Demand& demand) {
     const qint64 wait = demand.Preview() ? std::max<qint64>(0, nextStep - Elapsed()) : -1;
     if (!demand.Frame && wait != 0) {
-        work.Rest(wait, demand);
+        session.Rest(wait, demand);
         return true;
     }
     const CaptureSource::Step step = source.Advance();
@@ -65,7 +65,7 @@ void CaptureDelivery::WatchExposure() {
     if (frame) settled = exposure.Feed(Elapsed(), scaler.Brightness(*frame));
 }
 
-void CaptureDelivery::Deliver(const CaptureWork::Demand& demand, bool grab, bool preview) {
+void CaptureDelivery::Deliver(const CaptureSession::Demand& demand, bool grab, bool preview) {
     const AVFrame* const frame = source.Picture();
     if (!frame) {
         newForGrab = newForPreview = false;
@@ -73,17 +73,18 @@ void CaptureDelivery::Deliver(const CaptureWork::Demand& demand, bool grab, bool
     }
     if (grab) {
         newForGrab = false;
-        if (scaler.ToDib(*frame, dib)) work.HandOver(dib);
+        Dib dib;
+        if (scaler.ToDib(*frame, dib)) session.HandOver(std::move(dib));
     }
     if (preview) {
         newForPreview = false;
         nextPreview = std::max(nextPreview + 1000 / demand.PreviewRate, Elapsed());
         const QImage image = scaler.ToImage(*frame, demand.PreviewSize);
-        if (!image.isNull()) work.HandOver(image, QSize(frame->width, frame->height));
+        if (!image.isNull()) session.HandOver(image, QSize(frame->width, frame->height));
     }
 }
 
-qint64 CaptureDelivery::RestTime(const CaptureWork::Demand& demand) const {
+qint64 CaptureDelivery::RestTime(const CaptureSession::Demand& demand) const {
     if (demand.Frame) return restWanted;
     if (!settled) return restSettling;
     if (!demand.Preview()) return restIdle;

@@ -10,18 +10,8 @@ extern "C" {
 #include <QFile>
 
 #include <cstring>
-#include <mutex>
 
 namespace {
-
-// FFmpeg's own words on standard error tell nobody anything: the control names each fault once.
-void PrepareLibraries() {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        av_log_set_level(AV_LOG_QUIET);
-        avformat_network_init();
-    });
-}
 
 int Stopped(void* flag) {
     return static_cast<const std::atomic<bool>*>(flag)->load() ? 1 : 0;
@@ -67,9 +57,7 @@ bool IsIntraOnly(AVCodecID codec) {
 }  // namespace
 
 CaptureInput::CaptureInput(CaptureRequest wanted, const std::atomic<bool>& stopFlag)
-    : request(std::move(wanted)), stop(stopFlag) {
-    PrepareLibraries();
-}
+    : request(std::move(wanted)), stop(stopFlag) {}
 
 int CaptureInput::Open() {
     Close();

@@ -1,39 +1,114 @@
 #include "camera/capture_session.h"
 
-#include "base/detached_thread.h"
-#include "camera/capture_work.h"
+#include "camera/capture_delivery.h"
 
-#include <system_error>
+#include <QDeadlineTimer>
 
-CaptureSession::CaptureSession(const CaptureRequest& request,
-                               std::shared_ptr<CapturePosition> position,
-                               const std::shared_ptr<CaptureWork>& previous, QObject& context,
-                               CaptureEvents events)
-    : work(std::make_shared<CaptureWork>(request, std::move(position), previous, context,
-                                         std::move(events))) {
-    try {
-        StartDetached([own = work] { own->Run(); });
-    } catch (const std::system_error&) {
-        work->Fail(CaptureFault::Silent);
-    }
+#include <utility>
+
+namespace {
+constexpr int patienceWithPrevious = 1000;  // milliseconds
 }
 
-CaptureSession::~CaptureSession() {
-    work->Stop();
+CaptureSession::CaptureSession(const CaptureRequest& wanted,
+                               const std::shared_ptr<CapturePosition>& ownPosition,
+                               const std::shared_ptr<CaptureSession>& before, QObject& context,
+                               const CaptureEvents& ownEvents)
+    : request(wanted), position(ownPosition), previous(before), events(ownEvents), way(context) {}
+
+std::shared_ptr<CaptureSession> CaptureSession::Start(
+    const CaptureRequest& request, const std::shared_ptr<CapturePosition>& position,
+    const std::shared_ptr<CaptureSession>& previous, QObject& context,
+    const CaptureEvents& events) {
+    const std::shared_ptr<CaptureSession> session(
+        new CaptureSession(request, position, previous, context, events));
+    StartDetached([session] { session->Run(); });
+    return session;
+}
+
+void CaptureSession::Run() {
+    if (previous) previous->WaitForEnd(patienceWithPrevious);
+    previous.reset();
+    // The device is closed when anybody hears of the end.
+    const CaptureFault fault = OpenAndDeliver();
+    if (fault != CaptureFault::None)
+        way.Post([own = shared_from_this(), fault] { own->events.Failed(fault); });
+    const QMutexLocker lock(&mutex);
+    ended = true;
+    changed.wakeAll();
+}
+
+CaptureFault CaptureSession::OpenAndDeliver() {
+    if (stop) return CaptureFault::None;
+    CaptureFault fault = CaptureFault::None;
+    const auto source = OpenCaptureSource(request, *position, stop, fault);
+    return source ? CaptureDelivery(*this, *source).Run() : fault;
+}
+
+void CaptureSession::Stop() {
+    way.Close();
+    const QMutexLocker lock(&mutex);
+    stop = true;
+    changed.wakeAll();
 }
 
 void CaptureSession::RequestFrame() {
-    work->RequestFrame();
-}
-
-void CaptureSession::TakeFrame(Dib& frame) {
-    work->TakeFrame(frame);
+    const QMutexLocker lock(&mutex);
+    demand.Frame = true;
+    changed.wakeAll();
 }
 
 void CaptureSession::SetPreview(int rate, QSize size) {
-    work->SetPreview(rate, size);
+    const QMutexLocker lock(&mutex);
+    demand.PreviewRate = rate;
+    demand.PreviewSize = size;
+    changed.wakeAll();
 }
 
-bool CaptureSession::WaitForEnd(CaptureWork& work, int milliseconds) {
-    return work.WaitForEnd(milliseconds);
+void CaptureSession::WaitForEnd(int milliseconds) {
+    const QDeadlineTimer limit(milliseconds);
+    const QMutexLocker lock(&mutex);
+    while (!ended && changed.wait(&mutex, limit)) {
+    }
+}
+
+CaptureSession::Demand CaptureSession::Look() {
+    const QMutexLocker lock(&mutex);
+    return demand;
+}
+
+void CaptureSession::Rest(qint64 milliseconds, const Demand& known) {
+    const QDeadlineTimer limit(milliseconds);
+    const QMutexLocker lock(&mutex);
+    const auto more = [this, &known] {
+        return stop || (demand.Frame && !known.Frame) || (demand.Preview() && !known.Preview()) ||
+               demand.PreviewRate != known.PreviewRate;
+    };
+    while (!more() && changed.wait(&mutex, limit)) {
+    }
+}
+
+void CaptureSession::HandOver(Dib&& frame) {
+    {
+        const QMutexLocker lock(&mutex);
+        demand.Frame = false;
+    }
+    way.Post([own = shared_from_this(), kept = std::make_shared<Dib>(std::move(frame))] {
+        own->events.Grabbed(std::move(*kept));
+    });
+}
+
+void CaptureSession::HandOver(const QImage& image, QSize pictureSize) {
+    {
+        const QMutexLocker lock(&mutex);
+        demand.PreviewPending = true;
+    }
+    way.Post([own = shared_from_this(), image, pictureSize] {
+        {
+            const QMutexLocker lock(&own->mutex);
+            own->demand.PreviewPending = false;
+            own->changed.wakeAll();
+        }
+        own->events.Preview(image, pictureSize);
+    });
 }

@@ -2,8 +2,10 @@
 
 #include "camera/camera_adjustments.h"
 #include "camera/capture_format.h"
-#include "camera/capture_work.h"
+#include "camera/capture_session.h"
 #include "picture/bitmap_file.h"
+
+#include <utility>
 
 namespace {
 constexpr int grabLimit = 5000;
@@ -17,6 +19,9 @@ ezVidCap::ezVidCap(Waiting& ownWaiting, const CaptureDevices& ownDevices)
       devices(ownDevices),
       quiet(ownWaiting.OwnClock(), quietLimit),
       watch(ownWaiting.OwnClock(), watchInterval) {
+    // FFmpeg's own words on standard error tell nobody anything: the control names each fault once.
+    av_log_set_level(AV_LOG_QUIET);
+    avformat_network_init();
     connect(&quiet, &Timer::Tick, this, [this] {
         if (grabbing > 0 || preview) return;
         CloseSession();
@@ -26,8 +31,8 @@ ezVidCap::ezVidCap(Waiting& ownWaiting, const CaptureDevices& ownDevices)
 }
 
 ezVidCap::~ezVidCap() {
-    session.reset();
-    if (lastWork) CaptureSession::WaitForEnd(*lastWork, closeLimit);
+    CloseSession();
+    if (lastSession) lastSession->WaitForEnd(closeLimit);
 }
 
 bool ezVidCap::Running() const {
@@ -93,8 +98,8 @@ bool ezVidCap::OpenSession() {
         return false;
     }
     CaptureEvents events;
-    events.Grabbed = [this] {
-        session->TakeFrame(frame);
+    events.Grabbed = [this](Dib&& newest) {
+        frame = std::move(newest);
         pictureSize = QSize(frame.Width, frame.Height);
         ++grabs;
     };
@@ -109,14 +114,14 @@ bool ezVidCap::OpenSession() {
         // A line that breaks while nobody wants a picture is opened again when somebody does.
         if (grabbing > 0 || preview) Report(why);
     };
-    session = std::make_unique<CaptureSession>(request, position, lastWork, *this, events);
-    lastWork = session->Work();
+    session = lastSession = CaptureSession::Start(request, position, lastSession, *this, events);
     ++sessions;
     session->SetPreview(preview ? previewRate : 0, previewSize);
     return true;
 }
 
 void ezVidCap::CloseSession() {
+    if (session) session->Stop();
     session.reset();
     quiet.SetEnabled(false);
 }

@@ -2,10 +2,16 @@
 
 #include "base/waiting.h"
 #include "camera/camera_list.h"
-#include "camera/capture_session.h"
+#include "camera/dib.h"
 #include "picture/capture_control.h"
 
-#include <QObject>
+#include <QSize>
+
+#include <atomic>
+
+class CaptureSession;
+struct CaptureRequest;
+class QImage;
 
 // The capture control: lists the cameras, holds the one selected, grabs its newest frame, saves it
 // and shows a preview. A camera is opened when the first picture is wanted of it, closed when none
@@ -99,9 +105,9 @@ class ezVidCap : public QObject, public CaptureControl {
     bool failed = false;  // at the last grab
     QString format;
 
-    std::unique_ptr<CaptureSession> session;
-    std::shared_ptr<CaptureWork> lastWork;  // until it is known to have ended
-    std::shared_ptr<CapturePosition> position;
+    std::shared_ptr<CaptureSession> session;      // null while no camera is open
+    std::shared_ptr<CaptureSession> lastSession;  // may still be closing its camera
+    std::shared_ptr<std::atomic<qint64>> position;
     quint64 sessions = 0;
     quint64 grabs = 0;
     int grabbing = 0;  // grabs that wait now

@@ -1,5 +1,7 @@
 #include "camera/ezvidcap.h"
 
+#include "camera/capture_session.h"
+
 #include <algorithm>
 
 // The capture control's list of cameras, its selection and its preview.
@@ -97,6 +99,7 @@ void ezVidCap::ApplyPreview() {
         quiet.SetEnabled(true);
 }
 
+// Looks after the preview now and then.
 void ezVidCap::Watch() {
     if (grabbing > 0) return;
     if (!session) {
