@@ -3,7 +3,7 @@
 #include "platform/service_contracts.h"
 #include "platform/socket_options.h"
 #include "platform/termination.h"
-#include "platform/user_store.h"
+#include "platform/user_section.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "support/test_platform.h"
@@ -152,12 +152,10 @@ class TestPlatformContract : public ServiceContracts {
         const auto [section] = Row<QString>();
         const QString application = "Contract test";
         const QString text = "überschritten \"x\"\r\n";
-        UserStore::Write(application, section, {{"A", "1"}, {"B", text}});
-        UserStore::Write(application, section, {{"A", "2"}});
-        QCOMPARE(UserStore::Read(application, section, "A"), "2");
-        QCOMPARE(UserStore::Read(application, section, "B"), text);
-        QCOMPARE(UserStore::Read(application, section, "C"), "");
-        QCOMPARE(UserStore::Read("No such application", section, "A"), "");
+        for (const QString& value : {QString("1"), text})
+            OpenUserSection(application, section)->setValue("A", value);
+        QCOMPARE(OpenUserSection(application, section)->value("A"), text);
+        QVERIFY(!OpenUserSection("No such application", section)->contains("A"));
     }
 
     void terminationComesAndGoes() {

@@ -1,6 +1,6 @@
 #include "platform/linux/sound.h"
 #include "platform/termination.h"
-#include "platform/user_store.h"
+#include "platform/user_section.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
@@ -60,7 +60,7 @@ class TestSystemServices : public QObject {
         const QTemporaryDir folder;
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         const QString section(QChar(u'\0'));
-        UserStore::Write("FTP Control 1.01", section, {{"LastErrorCode", "550"}});
+        OpenUserSection("FTP Control 1.01", section)->setValue("LastErrorCode", "550");
         const QSettings file(folder.filePath("Stillpost/FTP Control 1.01.ini"),
                              QSettings::IniFormat);
         QCOMPARE(file.childGroups(), QStringList(section));

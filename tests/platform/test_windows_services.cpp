@@ -1,6 +1,6 @@
 #include "platform/service_contracts.h"
 #include "platform/termination.h"
-#include "platform/user_store.h"
+#include "platform/user_section.h"
 #include "platform/windows/autostart_entry.h"
 #include "platform/windows/capture_devices.h"
 #include "platform/windows/capture_filter.h"
@@ -246,7 +246,8 @@ class TestWindowsServices : public ServiceContracts {
     }
 
     void userStoreIsTheRegistry() {
-        UserStore::Write("FTP Control 1.01", QString(QChar(u'\0')), {{"LastErrorCode", "550"}});
+        OpenUserSection("FTP Control 1.01", QString(QChar(u'\0')))
+            ->setValue("LastErrorCode", "550");
         const QSettings registry("HKEY_CURRENT_USER\\Software\\Stillpost\\FTP Control 1.01",
                                  QSettings::NativeFormat);
         QCOMPARE(registry.value("LastErrorCode").toString(), "550");
