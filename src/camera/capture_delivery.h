@@ -1,8 +1,8 @@
 #pragma once
 
-#include "camera/capture_exposure.h"
-#include "camera/capture_scaler.h"
 #include "camera/capture_session.h"
+#include "camera/exposure_settled.h"
+#include "camera/frame_scaler.h"
 
 #include <chrono>
 

@@ -1,6 +1,6 @@
 #include "camera/capture_input.h"
 
-#include "camera/capture_whole.h"
+#include "camera/whole_picture.h"
 
 extern "C" {
 #include <libavutil/opt.h>

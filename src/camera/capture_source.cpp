@@ -1,6 +1,7 @@
 #include "camera/capture_source.h"
 
-#include "camera/capture_sources.h"
+#include "camera/file_source.h"
+#include "camera/live_source.h"
 #include "camera/test_picture.h"
 
 std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,

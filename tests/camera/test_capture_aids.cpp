@@ -1,6 +1,6 @@
 #include "camera/test_capture_aids.h"
 
-#include "camera/capture_scaler.h"
+#include "camera/frame_scaler.h"
 #include "camera/test_picture.h"
 
 extern "C" {

@@ -3,13 +3,13 @@
 
 #include "camera/camera_adjustments.h"
 #include "camera/camera_list.h"
-#include "camera/capture_exposure.h"
 #include "camera/capture_format.h"
-#include "camera/capture_scaler.h"
-#include "camera/capture_whole.h"
 #include "camera/device_packets.h"
+#include "camera/exposure_settled.h"
+#include "camera/frame_scaler.h"
 #include "camera/test_capture_aids.h"
 #include "camera/test_picture.h"
+#include "camera/whole_picture.h"
 #include "platform/frame_rates.h"
 #include "support/data_rows.h"
 

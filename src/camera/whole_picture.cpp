@@ -1,4 +1,4 @@
-#include "camera/capture_whole.h"
+#include "camera/whole_picture.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>

@@ -1,4 +1,4 @@
-#include "camera/capture_scaler.h"
+#include "camera/frame_scaler.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>

@@ -1,4 +1,4 @@
-#include "camera/capture_exposure.h"
+#include "camera/exposure_settled.h"
 
 #include <algorithm>
 

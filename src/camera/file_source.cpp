@@ -1,4 +1,4 @@
-#include "camera/capture_sources.h"
+#include "camera/file_source.h"
 
 extern "C" {
 #include <libavutil/rational.h>

@@ -1,5 +1,5 @@
-#include "camera/capture_sources.h"
-#include "camera/capture_whole.h"
+#include "camera/live_source.h"
+#include "camera/whole_picture.h"
 
 #include <chrono>
 
