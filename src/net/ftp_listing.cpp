@@ -1,6 +1,6 @@
 #include "net/ftp_listing.h"
 
-#include "net/ftp_text.h"
+#include "base/profile_file.h"
 #include "net/listing.h"
 
 #include <QDir>
@@ -51,7 +51,7 @@ qint32 FtpListing::QueryRemoteSize(const QString& name) {
     const Waiting::End end = commands.Wait([&control] { return !control.ReplyText.isEmpty(); });
     if (end != Waiting::End::Done || control.ReplyText.startsWith(QStringLiteral("550"))) return 0;
     if (control.ReplyText.startsWith(QStringLiteral("213")))
-        return LeadingNumber(control.ReplyText.mid(3));
+        return std::max(0, ValLong(control.ReplyText.mid(3)));
     return SizeByListing(name);
 }
 

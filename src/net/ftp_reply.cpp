@@ -1,13 +1,13 @@
 #include "net/ftp_reply.h"
 
-#include "net/ftp_text.h"
+#include "base/profile_file.h"
 
 namespace {
 constexpr int CodeLength = 3;
 }
 
 int ReplyCodeOf(const QString& chunk) {
-    return LeadingNumber(chunk.left(CodeLength));
+    return ValLong(chunk.left(CodeLength));
 }
 
 void ReplyLines::Feed(const QString& chunk) {

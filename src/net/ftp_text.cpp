@@ -3,22 +3,6 @@
 #include <QStringDecoder>
 
 #include <algorithm>
-#include <limits>
-
-namespace {
-bool IsDigit(QChar character) {
-    return character >= u'0' && character <= u'9';
-}
-}  // namespace
-
-qint32 LeadingNumber(const QString& text) {
-    constexpr qint64 largest = std::numeric_limits<qint32>::max();
-    const auto* at = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return c != u' '; });
-    qint64 number = 0;
-    for (; at != text.cend() && IsDigit(*at); ++at)
-        number = std::min(largest, number * 10 + at->digitValue());
-    return static_cast<qint32>(number);
-}
 
 QString PortArgument(const QHostAddress& address, quint16 port) {
     return QStringLiteral("%1,%2,%3")

@@ -4,10 +4,6 @@
 #include <QHostAddress>
 #include <QString>
 
-// The whole number that a text starts with, blanks before it skipped; 0 when there is none, the
-// largest 32-bit number when it is larger than that.
-[[nodiscard]] qint32 LeadingNumber(const QString& text);
-
 // The argument of PORT for an IPv4 address and a port: 192,168,0,5,4,11.
 [[nodiscard]] QString PortArgument(const QHostAddress& address, quint16 port);
 

@@ -1,6 +1,9 @@
 #include "net/listing.h"
 
+#include "base/profile_file.h"
 #include "net/ftp_text.h"
+
+#include <algorithm>
 
 ListedFile ParseListingLine(const QString& line) {
     qsizetype at = 0;
@@ -8,7 +11,7 @@ ListedFile ParseListingLine(const QString& line) {
         while (at < line.size() && line[at] != u' ') ++at;
         while (at < line.size() && line[at] == u' ') ++at;
     }
-    return {line.mid(line.lastIndexOf(u' ') + 1), LeadingNumber(line.mid(at))};
+    return {line.mid(line.lastIndexOf(u' ') + 1), std::max(0, ValLong(line.mid(at)))};
 }
 
 qint32 SizeInListing(const QByteArray& listing, const QString& name) {
