@@ -1,7 +1,7 @@
 #include "base/profile_file_encoding.h"
 
 #include <QStringDecoder>
-#include <QtEndian>
+#include <QStringEncoder>
 
 #include <algorithm>
 #include <array>
@@ -55,28 +55,10 @@ std::optional<QString> FromUtf8(QByteArrayView bytes) {
     return text;
 }
 
-// Units are copied one by one: half a surrogate pair in a damaged file stays what it is.
-QString FromUtf16(QByteArrayView bytes, Encoding as) {
-    QString text(bytes.size() / 2, Qt::Uninitialized);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char* const unit = bytes.data() + 2 * i;
-        text[i] = as == Encoding::Utf16LittleEndian ? qFromLittleEndian<char16_t>(unit)
-                                                    : qFromBigEndian<char16_t>(unit);
-    }
-    return text;
-}
-
-QByteArray ToUtf16(const QString& text, Encoding as) {
-    QByteArray bytes(text.size() * 2, Qt::Uninitialized);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        char* const unit = bytes.data() + 2 * i;
-        const char16_t code = text[i].unicode();
-        if (as == Encoding::Utf16LittleEndian)
-            qToLittleEndian(code, unit);
-        else
-            qToBigEndian(code, unit);
-    }
-    return bytes;
+// The toolkit copies unit by unit: half a surrogate pair in a damaged file stays what it is.
+QStringConverter::Encoding Utf16(Encoding as) {
+    return as == Encoding::Utf16LittleEndian ? QStringConverter::Utf16LE
+                                             : QStringConverter::Utf16BE;
 }
 
 }  // namespace
@@ -88,7 +70,9 @@ EncodedText EncodedText::Decode(const QByteArray& bytes) {
             bytes.startsWith("\xff") ? Encoding::Utf16LittleEndian : Encoding::Utf16BigEndian;
         result.Mark = bytes.left(2);
         result.Tail = bytes.right(bytes.size() % 2);
-        result.Text = FromUtf16(QByteArrayView(bytes).sliced(2), result.As);
+        const QByteArrayView content = QByteArrayView(bytes).sliced(2).chopped(bytes.size() % 2);
+        QStringDecoder decoder(Utf16(result.As), QStringConverter::Flag::ConvertInitialBom);
+        result.Text = decoder(content);
         return result;
     }
     if (bytes.startsWith("\xef\xbb\xbf")) result.Mark = bytes.left(3);
@@ -101,7 +85,7 @@ EncodedText EncodedText::Decode(const QByteArray& bytes) {
 
 QByteArray EncodedText::Encode() const {
     if (As == Encoding::Utf16LittleEndian || As == Encoding::Utf16BigEndian)
-        return Mark + ToUtf16(Text, As) + Tail;
+        return Mark + QByteArray(QStringEncoder(Utf16(As))(Text)) + Tail;
     const std::optional<QByteArray> windows =
         As == Encoding::Windows1252 ? ToWindows(Text) : std::nullopt;
     return Mark + windows.value_or(Text.toUtf8());
