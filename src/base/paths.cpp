@@ -1,7 +1,6 @@
 #include "base/paths.h"
 
 #include <QDir>
-#include <QStringList>
 
 namespace Paths {
 
@@ -45,6 +44,13 @@ QString Find(const QString& folder, const QString& name) {
         if (found.isEmpty()) return {};
     }
     return Native(found);
+}
+
+QString Find(const QStringList& folders, const QString& name) {
+    QString found;
+    for (const QString& folder : folders)
+        if (found.isEmpty()) found = Find(folder, name);
+    return found;
 }
 
 }  // namespace Paths

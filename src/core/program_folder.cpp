@@ -44,9 +44,5 @@ QStringList ProgramFolder::ReadingFolders() const {
 }
 
 QString ProgramFolder::FindShared(const QString& name) const {
-    for (const QString& folder : ReadingFolders()) {
-        const QString found = Paths::Find(folder, name);
-        if (!found.isEmpty()) return found;
-    }
-    return {};
+    return Paths::Find(ReadingFolders(), name);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFileInfo>
 #include <QString>
 #include <QStringList>
 
@@ -30,20 +29,3 @@ class SkinFolders {
 
     QStringList places;
 };
-
-// The bits that the system of old keeps with each file.
-namespace FileAttribute {
-constexpr unsigned ReadOnly = 0x1;
-constexpr unsigned Hidden = 0x2;
-constexpr unsigned System = 0x4;
-constexpr unsigned Directory = 0x10;
-constexpr unsigned Archive = 0x20;
-constexpr unsigned Normal = 0x80;
-constexpr unsigned Compressed = 0x800;
-}  // namespace FileAttribute
-
-// One letter for each set attribute, in the order "ACDHNRS"; other bits do not count.
-[[nodiscard]] QString AttributeLetters(unsigned bits);
-
-// The attributes of a file as far as this system knows them; Normal when none is set.
-[[nodiscard]] unsigned AttributesOf(const QFileInfo& file);

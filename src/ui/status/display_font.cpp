@@ -11,11 +11,8 @@ const QString own = QStringLiteral("Stillpost Readout");
 
 QString Family(const QStringList& places) {
     if (QFontDatabase::hasFamily(wanted)) return wanted;
-    for (const QString& place : places) {
-        if (QFontDatabase::hasFamily(own)) break;
-        const QString file = Paths::Find(place, "fonts/StillpostReadout.ttf");
-        if (!file.isEmpty()) QFontDatabase::addApplicationFont(file);
-    }
+    const QString file = Paths::Find(places, "fonts/StillpostReadout.ttf");
+    if (!QFontDatabase::hasFamily(own) && !file.isEmpty()) QFontDatabase::addApplicationFont(file);
     return QFontDatabase::hasFamily(own) ? own : QString();
 }
 
