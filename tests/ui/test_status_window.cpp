@@ -248,7 +248,7 @@ class TestStatusWindow : public QObject {
         frmStatus& window = program.Open();
         // Beyond what the slider offers: shown as it is, the handle at the end.
         QCOMPARE(window.lblJPG->text(), "JPG - Quality: 95 %");
-        QCOMPARE(window.Slider1->Handle().left(), 200.);
+        QCOMPARE(window.Slider1->Handle().left(), 200);
         Drag(*window.Slider1, 112, false);
         QCOMPARE(window.lblJPG->text(), "JPG - Quality: 50 %");
         QCOMPARE(program.Einstellung("JPGQuality"), "95");

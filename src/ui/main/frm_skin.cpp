@@ -109,7 +109,7 @@ void frmSkin::ConnectCamera() {
 
 void frmSkin::ShowDrivers() {
     cbDriver->clear();
-    // The list of old may say in another language that there is none.
+    // What is listed now may say in another language that there is none.
     if (program.State.DriverPresent)
         cbDriver->addItems(program.DriverList());
     else

@@ -5,17 +5,14 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-namespace {
-
-// Dark and light, so that it can be seen on a picture of any colour.
 void PaintFocusRing(QPainter& painter, const QRect& around) {
-    painter.setPen(QPen(Qt::black, 1));
+    // Dark and light, so that it can be seen on a picture of any colour.
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(Qt::black);
     painter.drawRect(around.adjusted(0, 0, -1, -1));
-    painter.setPen(QPen(Qt::white, 1));
+    painter.setPen(Qt::white);
     painter.drawRect(around.adjusted(1, 1, -2, -2));
 }
-
-}  // namespace
 
 PictureButton::PictureButton(const QString& text, QWidget* parent) : QAbstractButton(parent) {
     setText(text);
@@ -46,10 +43,9 @@ void PictureButton::SetHovered(bool on) {
 
 void PictureButton::mouseMoveEvent(QMouseEvent* event) {
     QAbstractButton::mouseMoveEvent(event);
-    // Both ends count. The mouse is not captured for the hover: the toolkit tells when it leaves,
-    // and a capture would take it away from every other window.
-    const QPoint at = event->position().toPoint();
-    SetHovered(at.x() >= 0 && at.x() <= width() && at.y() >= 0 && at.y() <= height());
+    // A pixel behind the right and the lower edge is still on the button. The mouse is not captured
+    // meanwhile: the toolkit tells when it leaves, and no other window could be clicked.
+    SetHovered(QRect(0, 0, width() + 1, height() + 1).contains(event->position().toPoint()));
 }
 
 void PictureButton::leaveEvent(QEvent* event) {

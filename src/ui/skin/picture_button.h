@@ -3,6 +3,9 @@
 #include <QAbstractButton>
 #include <QPixmap>
 
+// The mark of what has the keyboard.
+void PaintFocusRing(QPainter& painter, const QRect& around);
+
 // A button drawn from a pair of pictures: one at rest, one while the mouse is over it. Without a
 // picture it draws itself with its text. The text is also what screen readers say. Reached with
 // Tab; Space and Enter click it.

@@ -1,44 +1,17 @@
 #include "ui/status/picture_slider.h"
 
+#include "ui/skin/picture_button.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 
 namespace {
 
 constexpr QSize plainTrack(200, 24);
 constexpr QSize plainHandle(12, 24);
 constexpr int plainGroove = 6;
-
-std::optional<SliderStep> StepOf(int key) {
-    switch (key) {
-        case Qt::Key_Left:
-        case Qt::Key_Down:
-            return SliderStep::Down;
-        case Qt::Key_Right:
-        case Qt::Key_Up:
-            return SliderStep::Up;
-        case Qt::Key_PageDown:
-            return SliderStep::PageDown;
-        case Qt::Key_PageUp:
-            return SliderStep::PageUp;
-        case Qt::Key_Home:
-            return SliderStep::Lowest;
-        case Qt::Key_End:
-            return SliderStep::Highest;
-        default:
-            return {};
-    }
-}
-
-// Dark and light, so that it can be seen on a picture of any colour.
-void PaintFocusRing(QPainter& painter, const QRect& around) {
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(Qt::black);
-    painter.drawRect(around.adjusted(0, 0, -1, -1));
-    painter.setPen(Qt::white);
-    painter.drawRect(around.adjusted(1, 1, -2, -2));
-}
 
 }  // namespace
 
@@ -48,6 +21,7 @@ PictureSlider::PictureSlider(const SliderValues& sliderValues, QWidget* parent)
     setRange(values.Lowest, values.Highest);
     // Reached with Tab; the mouse leaves no ring behind.
     setFocusPolicy(Qt::TabFocus);
+    connect(this, &QAbstractSlider::actionTriggered, this, &PictureSlider::TakeStep);
 }
 
 void PictureSlider::SetPictures(const QPixmap& trackPicture, const QPixmap& handlePicture,
@@ -78,23 +52,23 @@ QSize PictureSlider::sizeHint() const {
 }
 
 // Without a picture the slider fills whatever room it is given.
-QRectF PictureSlider::Track() const {
-    return track.isNull() ? QRectF(rect()) : QRectF(place);
+QRect PictureSlider::Track() const {
+    return track.isNull() ? rect() : place;
 }
 
 QSize PictureSlider::HandleSize() const {
     return handle.isNull() ? plainHandle : handle.size();
 }
 
-SliderModel PictureSlider::Model() const {
-    return SliderModel::OnTrack(values.Lowest, values.Highest, Track().left(), Track().width(),
-                                HandleSize().width());
+// How far the handle can go: it stays on its track with its whole width.
+int PictureSlider::Span() const {
+    return std::max(1, Track().width() - HandleSize().width());
 }
 
-QRectF PictureSlider::Handle() const {
-    const double left = held ? *held : HandleLeft(Model(), value());
+QRect PictureSlider::Handle() const {
+    const int way = QStyle::sliderPositionFromValue(minimum(), maximum(), value(), Span());
     const int top = track.isNull() ? (height() - HandleSize().height()) / 2 : handleY;
-    return {QPointF(left, top), QSizeF(HandleSize())};
+    return {QPoint(held ? *held : Track().left() + way, top), HandleSize()};
 }
 
 void PictureSlider::Offer(int newValue) {
@@ -107,7 +81,7 @@ void PictureSlider::Offer(int newValue) {
 void PictureSlider::LetGo(bool choose) {
     if (!Choosing()) return;
     held.reset();
-    keyPressed = false;
+    pressedKey.reset();
     update();
     emit Released();
     // A mere click chooses nothing: the value in force may lie beyond the range.
@@ -115,8 +89,8 @@ void PictureSlider::LetGo(bool choose) {
 }
 
 void PictureSlider::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || Choosing() || !Handle().contains(event->position()))
-        return;
+    const bool onHandle = Handle().contains(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || Choosing() || !onHandle) return;
     held = Handle().left();
     offered = false;
     update();
@@ -125,41 +99,44 @@ void PictureSlider::mousePressEvent(QMouseEvent* event) {
 
 void PictureSlider::mouseMoveEvent(QMouseEvent* event) {
     if (!held || !(event->buttons() & Qt::LeftButton)) return;
-    const auto moved = MovedHandle(Model(), *held, event->position().x() - *held);
-    if (!moved) return;
-    held = *moved;
-    Offer(values.Nearest(ValueAt(Model(), *moved)));
+    const int left = qRound(event->position().x()) - HandleSize().width() / 2;
+    const int way = left - Track().left();
+    if (way < 0 || way > Span()) return;  // not even to the end
+    held = left;
+    Offer(values.Nearest(QStyle::sliderValueFromPosition(minimum(), maximum(), way, Span())));
 }
 
 void PictureSlider::mouseReleaseEvent(QMouseEvent* event) {
     if (held && event->button() == Qt::LeftButton) LetGo(true);
 }
 
+void PictureSlider::TakeStep(int action) {
+    if (values.Step) setSliderPosition(values.Step(value(), static_cast<SliderAction>(action)));
+}
+
 void PictureSlider::keyPressEvent(QKeyEvent* event) {
-    const auto step = StepOf(event->key());
-    if (!step || held) {
-        event->ignore();
-        return;
-    }
-    if (!keyPressed) {
-        keyPressed = true;
+    event->setAccepted(!held);
+    if (!held) QAbstractSlider::keyPressEvent(event);
+    if (!event->isAccepted()) return;
+    const bool taken = !pressedKey;
+    pressedKey = event->key();
+    if (taken) {
         offered = false;
         emit Taken();
     }
-    Offer(values.Step(value(), *step));
+    Offer(value());
 }
 
 void PictureSlider::keyReleaseEvent(QKeyEvent* event) {
     // A key that is held down chooses once, at its end.
-    if (keyPressed && !event->isAutoRepeat() && StepOf(event->key()))
-        LetGo(true);
-    else
-        event->ignore();
+    const bool ends = pressedKey == event->key() && !event->isAutoRepeat();
+    event->setAccepted(ends);
+    if (ends) LetGo(true);
 }
 
 void PictureSlider::focusOutEvent(QFocusEvent* event) {
     QAbstractSlider::focusOutEvent(event);
-    if (keyPressed) LetGo(true);
+    if (pressedKey) LetGo(true);
 }
 
 void PictureSlider::hideEvent(QHideEvent* event) {
@@ -188,7 +165,7 @@ void PictureSlider::paintEvent(QPaintEvent*) {
     if (handle.isNull()) {
         painter.setPen(palette().color(QPalette::WindowText));
         painter.setBrush(held ? palette().highlight() : palette().button());
-        painter.drawRoundedRect(Handle().adjusted(1, 1, -1, -1), 2, 2);
+        painter.drawRoundedRect(QRectF(Handle()).adjusted(1, 1, -1, -1), 2, 2);
     } else {
         painter.drawPixmap(Handle().topLeft(), held ? lit : handle);
     }

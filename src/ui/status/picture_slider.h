@@ -1,9 +1,7 @@
 #pragma once
 
-#include "ui/status/slider_model.h"
 #include "ui/status/slider_values.h"
 
-#include <QAbstractSlider>
 #include <QPixmap>
 
 #include <optional>
@@ -29,9 +27,9 @@ class PictureSlider : public QAbstractSlider {
     void SetValue(int newValue);
 
     // The operator is choosing: holds the handle, or a key.
-    [[nodiscard]] bool Choosing() const { return held.has_value() || keyPressed; }
+    [[nodiscard]] bool Choosing() const { return held || pressedKey; }
     // The handle's place, pixels of the slider.
-    [[nodiscard]] QRectF Handle() const;
+    [[nodiscard]] QRect Handle() const;
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -57,9 +55,10 @@ class PictureSlider : public QAbstractSlider {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
-    [[nodiscard]] QRectF Track() const;
+    [[nodiscard]] QRect Track() const;
     [[nodiscard]] QSize HandleSize() const;
-    [[nodiscard]] SliderModel Model() const;
+    [[nodiscard]] int Span() const;
+    void TakeStep(int action);
     void Offer(int value);
     void LetGo(bool choose);
     void PaintPlain(QPainter& painter) const;
@@ -68,9 +67,9 @@ class PictureSlider : public QAbstractSlider {
     QPixmap track;
     QPixmap handle;
     QPixmap lit;
-    QRect place;                 // of the track picture, in the slider
-    int handleY = 0;             // top edge, in the slider
-    std::optional<double> held;  // left edge of the handle while the mouse holds it
-    bool keyPressed = false;
-    bool offered = false;  // since it was taken
+    QRect place;                    // of the track picture, in the slider
+    int handleY = 0;                // top edge, in the slider
+    std::optional<int> held;        // left edge of the handle while the mouse holds it
+    std::optional<int> pressedKey;  // while one chooses
+    bool offered = false;           // since it was taken
 };

@@ -1,12 +1,9 @@
 #include "ui/status/slider_values.h"
 
-#include <cmath>
-
 namespace {
 
 constexpr int leastQuality = 20;
 constexpr int mostQuality = 80;
-constexpr int qualityPage = 10;
 
 constexpr int tenth = 100;  // milliseconds, like all that follow
 constexpr int second = 1000;
@@ -15,33 +12,10 @@ constexpr int tenSeconds = 10'000;
 constexpr int halfMinute = 30'000;
 constexpr int fiveMinutes = 300'000;
 
-int NearestQuality(double value) {
-    return static_cast<int>(std::lround(value));
-}
-
-int StepQuality(int value, SliderStep step) {
-    switch (step) {
-        case SliderStep::Down:
-            return value - 1;
-        case SliderStep::Up:
-            return value + 1;
-        case SliderStep::PageDown:
-            return value - qualityPage;
-        case SliderStep::PageUp:
-            return value + qualityPage;
-        case SliderStep::Lowest:
-            return leastQuality;
-        case SliderStep::Highest:
-            break;
-    }
-    return mostQuality;
-}
-
-int NearestInterval(double value) {
-    constexpr double half = 0.5;
-    if (value < (tenth + second) * half) return tenth;
-    if (value < (second + fiveSeconds) * half) return second;
-    return static_cast<int>(std::lround(value / fiveSeconds)) * fiveSeconds;
+int NearestInterval(int value) {
+    if (value < (tenth + second) / 2) return tenth;
+    if (value < (second + fiveSeconds) / 2) return second;
+    return qRound(static_cast<double>(value) / fiveSeconds) * fiveSeconds;
 }
 
 // How far apart the values lie that the arrow keys choose.
@@ -58,25 +32,23 @@ int Below(int value, int grid) {
     return (value - 1) / grid * grid;
 }
 
-int StepInterval(int value, SliderStep step) {
+int StepInterval(int value, QAbstractSlider::SliderAction step) {
     switch (step) {
-        case SliderStep::Down:
+        case QAbstractSlider::SliderSingleStepSub:
             return Below(value, Fineness(value - 1));
-        case SliderStep::Up:
+        case QAbstractSlider::SliderSingleStepAdd:
             return Above(value, Fineness(value));
-        case SliderStep::PageDown:
+        case QAbstractSlider::SliderPageStepSub:
             return Below(value, halfMinute);
-        case SliderStep::PageUp:
+        case QAbstractSlider::SliderPageStepAdd:
             return Above(value, halfMinute);
-        case SliderStep::Lowest:
-            return tenth;
-        case SliderStep::Highest:
-            break;
+        default:
+            return step == QAbstractSlider::SliderToMinimum ? tenth : fiveMinutes;
     }
-    return fiveMinutes;
 }
 
 }  // namespace
 
-const SliderValues QualityValues{leastQuality, mostQuality, NearestQuality, StepQuality};
+const SliderValues QualityValues{leastQuality, mostQuality, [](int value) { return value; },
+                                 nullptr};
 const SliderValues IntervalValues{tenth, fiveMinutes, NearestInterval, StepInterval};

@@ -1,18 +1,19 @@
 #pragma once
 
-enum class SliderStep { Down, Up, PageDown, PageUp, Lowest, Highest };
+#include <QAbstractSlider>
 
 // What a slider sets: its range, and which of the values in it can be chosen.
 struct SliderValues {
     int Lowest;
     int Highest;
     // The choosable value nearest to where the mouse has put the handle.
-    int (*Nearest)(double value);
-    // The value that a key leads to from another one; it may lie beyond the range.
-    int (*Step)(int value, SliderStep step);
+    int (*Nearest)(int value);
+    // The value that a step leads to from another one; it may lie beyond the range. None: steps of
+    // one, pages of ten.
+    int (*Step)(int value, QAbstractSlider::SliderAction step);
 };
 
-// JPEG quality, 20 to 80 per cent, by one or by ten.
+// JPEG quality, 20 to 80 per cent.
 extern const SliderValues QualityValues;
 
 // Milliseconds from one picture to the next, 100 to 300000. A pixel of the track is more than a
