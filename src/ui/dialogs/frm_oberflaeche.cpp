@@ -71,7 +71,7 @@ void frmOberflaeche::MarkCurrent() {
 }
 
 int frmOberflaeche::TopOnScreen(int top, int height, const QRect& screen) {
-    constexpr int fromBottom = 500 / SkinLayout::TwipsPerPixel;
+    constexpr int fromBottom = SkinLayout::FromTwips(500);
     if (top + height <= screen.bottom() + 1) return top;
     return std::max(screen.top(), screen.bottom() + 1 - height - fromBottom);
 }

@@ -14,13 +14,9 @@
 
 namespace {
 
-constexpr int Pixels(int twips) {
-    return twips / SkinLayout::TwipsPerPixel;
-}
-
 // Without the flap, and with it.
-constexpr QSize previewSize(Pixels(4800), Pixels(3600));
-constexpr QSize previewBehindFlap(Pixels(4740), Pixels(3525));
+constexpr QSize previewSize(SkinLayout::FromTwips(4800), SkinLayout::FromTwips(3600));
+constexpr QSize previewBehindFlap(SkinLayout::FromTwips(4740), SkinLayout::FromTwips(3525));
 
 // The driver list below the driver label, and the status below the list; pixels.
 constexpr int listBelowLabel = 18;

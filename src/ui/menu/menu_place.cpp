@@ -30,7 +30,7 @@ QPoint FlyOutPlace(const QRect& menu, const QSize& flyOut, int entry, const QRec
     const int right = Behind(menu.left(), menu.width());
     const bool fits = right + flyOut.width() < Behind(screen.left(), screen.width());
     return {fits ? right : menu.left() - flyOut.width(),
-            menu.top() + TwipsDown(entry) / SkinLayout::TwipsPerPixel};
+            menu.top() + SkinLayout::FromTwips(TwipsDown(entry))};
 }
 
 QPoint OntoScreen(const QPoint& place, const QSize& flyOut, const QRect& screen) {

@@ -3,7 +3,6 @@
 #include "base/profile_file.h"
 
 #include <algorithm>
-#include <cmath>
 
 QString SkinLayout::Text(const QString& section, const QString& key) const {
     return file.isEmpty() ? QString() : ReadSetting(file, section, key);
@@ -15,9 +14,8 @@ int SkinLayout::Number(const QString& section, const QString& key) const {
 
 int SkinLayout::Pixels(const QString& section, const QString& key) const {
     // What no window system can place lies out of sight all the same.
-    constexpr double most = 16000;
-    const double pixels = Val(Text(section, key)) / TwipsPerPixel;
-    return static_cast<int>(std::lround(std::clamp(pixels, -most, most)));
+    constexpr double most = 16000 * 15;
+    return FromTwips(std::clamp(Val(Text(section, key)), -most, most));
 }
 
 QPoint SkinLayout::Position(const QString& section) const {

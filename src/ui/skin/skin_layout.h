@@ -9,8 +9,8 @@
 // read from the file at the moment it is asked for.
 class SkinLayout {
   public:
-    // 1440 twips are an inch, and an inch is 96 pixels of the layout (not of the screen).
-    static constexpr int TwipsPerPixel = 15;
+    // Twips as pixels of the layout (not of the screen), rounded: 15 are one.
+    [[nodiscard]] static constexpr int FromTwips(double twips) { return qRound(twips / 15); }
 
     // file: full path; empty or missing is a layout without entries.
     explicit SkinLayout(const QString& ownFile) : file(ownFile) {}

@@ -23,14 +23,10 @@ constexpr int gaugeBelow = 20;
 constexpr int timeOutWidth = 124;
 constexpr QSize gaugeSize(120, 10);
 
-// The time-out counter stands beside the status text, in one skin elsewhere; twips.
-constexpr int timeOutBeside = 2970;
-constexpr int silverTimeOutLeft = 4660;
-constexpr int silverTimeOutBelow = 60;
-
-int FromTwips(int twips) {
-    return qRound(static_cast<double>(twips) / SkinLayout::TwipsPerPixel);
-}
+// The time-out counter stands beside the status text, in one skin elsewhere.
+constexpr int timeOutBeside = SkinLayout::FromTwips(2970);
+constexpr int silverTimeOutLeft = SkinLayout::FromTwips(4660);
+constexpr int silverTimeOutBelow = SkinLayout::FromTwips(60);
 
 // What the control of a layout section takes when the neighbours leave it, pixels.
 struct LabelPlace {
@@ -133,9 +129,8 @@ void frmStatus::PlaceControls(const SkinLayout& positions) {
 }
 
 void frmStatus::PlaceTimeOut(const SkinLayout& positions, const QString& skinName) {
-    QPoint at = Label4->pos() + QPoint(FromTwips(timeOutBeside), 0);
-    if (skinName == "silver 1024")
-        at = {FromTwips(silverTimeOutLeft), Label4->y() + FromTwips(silverTimeOutBelow)};
+    QPoint at = Label4->pos() + QPoint(timeOutBeside, 0);
+    if (skinName == "silver 1024") at = {silverTimeOutLeft, Label4->y() + silverTimeOutBelow};
     if (positions.IsOne("Prog_Bar", "picture")) at = positions.Position("Label_TimeOut");
     Label9->setGeometry({at, QSize(timeOutWidth, textHeight)});
     Gauge->setGeometry({at + QPoint(0, gaugeBelow), gaugeSize});
