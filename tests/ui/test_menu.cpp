@@ -2,9 +2,8 @@
 #include "ui/menu/help_page.h"
 #include "ui/menu/links.h"
 #include "ui/menu/menu_place.h"
-#include "ui/menu/menu_row.h"
+#include "ui/widgets/menu_row.h"
 #include "ui/shell_fixture.h"
-#include "ui/skin/check_row.h"
 #include "ui/skin/picture_button.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_oberflaeche.h"
-#include "ui/skin/check_row.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_place.h"
+#include "ui/widgets/menu_row.h"
 #include "ui/window_fixture.h"
 
 #include <QDir>
@@ -123,7 +123,7 @@ class TestSkin : public QObject {
 
     void ListsSkinsAndChecksTheOneInUse() {
         ChooserFixture program;
-        const QList<CheckRow*>& rows = program.Chooser->Label1;
+        const QList<MenuRow*>& rows = program.Chooser->Label1;
         QCOMPARE(rows.size(), 2);
         QCOMPARE(rows[0]->text(), "Default");
         QVERIFY(!rows[0]->isChecked() && rows[1]->isChecked());
@@ -132,7 +132,7 @@ class TestSkin : public QObject {
         program.Chooser->Show({10, 10});
         QCOMPARE(program.Chooser->Label1.size(), 3);
         QVERIFY(program.Chooser->Label1[1]->isChecked());
-        const auto mark = [](CheckRow* row) {
+        const auto mark = [](MenuRow* row) {
             return row->grab().toImage().pixelColor(20, row->height() / 2);
         };
         QVERIFY(Alike(mark(program.Chooser->Label1[1]), SkinMaker::CheckColour));

@@ -1,5 +1,5 @@
 #include "support/data_rows.h"
-#include "ui/menu/menu_row.h"
+#include "ui/widgets/menu_row.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/ftp_examples.h"

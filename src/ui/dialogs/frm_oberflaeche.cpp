@@ -3,10 +3,11 @@
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
 #include "core/program.h"
-#include "ui/skin/check_row.h"
+#include "ui/menu/menu_panel.h"
 #include "ui/skin/rounded_corners.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/skinned_window.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -27,6 +28,7 @@ frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolde
       folders(skinFolders),
       boxes(messageBoxes) {
     setWindowTitle("Skins");
+    MenuPanel::Dress(*this);
     auto* scroll = new QScrollArea(this);
     auto* list = new QWidget(scroll);
     rows = new QVBoxLayout(list);
@@ -51,11 +53,12 @@ void frmOberflaeche::ListSkins() {
     qDeleteAll(Label1);
     Label1.clear();
     for (const QString& name : folders.Names()) {
-        auto* row = new CheckRow(name, this);
+        auto* row = new MenuRow(this);
+        row->setText(name);
         rows->addWidget(row);
         row->show();
         Label1 << row;
-        connect(row, &CheckRow::clicked, this, [this, name] { Choose(name); });
+        connect(row, &MenuRow::clicked, this, [this, name] { Choose(name); });
     }
     MarkCurrent();
 }
@@ -64,9 +67,9 @@ void frmOberflaeche::MarkCurrent() {
     Skin shared(folders, SkinFolders::Default);
     const QPixmap current = shared.SharedPicture("Hacken.jpg");
     const QPixmap other = shared.SharedPicture("Hacken0.jpg");
-    for (CheckRow* row : Label1) {
+    for (MenuRow* row : Label1) {
         const bool isCurrent = row->text() == program.State.SkinName;
-        row->SetMark(isCurrent ? current : other, isCurrent);
+        row->SetMarks(isCurrent ? current : other, isCurrent);
     }
 }
 
@@ -87,7 +90,7 @@ void frmOberflaeche::Show(const QPoint& topLeft) {
 }
 
 void frmOberflaeche::FocusRow() {
-    for (CheckRow* row : Label1)
+    for (MenuRow* row : Label1)
         if (row->isChecked()) row->setFocus(Qt::PopupFocusReason);
 }
 

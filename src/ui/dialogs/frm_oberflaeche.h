@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-class CheckRow;
+class MenuRow;
 class MessageBoxes;
 class Program;
 class QVBoxLayout;
@@ -25,7 +25,7 @@ class frmOberflaeche : public QWidget {
     // All outlive the chooser.
     frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolders, MessageBoxes& messageBoxes);
 
-    QList<CheckRow*> Label1;
+    QList<MenuRow*> Label1;
 
     // A window that changes with the skin; it outlives the chooser.
     void AddWindow(SkinnedWindow& window);

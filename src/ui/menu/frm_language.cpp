@@ -1,9 +1,9 @@
 #include "ui/menu/frm_language.h"
 
 #include "base/waiting.h"
-#include "ui/menu/menu_row.h"
 #include "ui/skin/skin.h"
 #include "ui/texts/languages.h"
+#include "ui/widgets/menu_row.h"
 
 #include <array>
 
@@ -48,9 +48,8 @@ void frmLanguage::Mark() {
     for (std::size_t i = 0; i < choices.size(); ++i) {
         const bool current = choices.at(i).Is == texts.Current();
         Label1[static_cast<qsizetype>(i)]->SetMarks(
-            shared.SharedPicture(current ? QString("Hacken.jpg") : QString("Hacken0.jpg")),
-            shared.SharedPicture(current ? QString("Hacken2.jpg") : QString("Hacken3.jpg")),
-            current);
+            shared.SharedPicture(current ? QString("Hacken.jpg") : "Hacken0.jpg"), current,
+            shared.SharedPicture(current ? QString("Hacken2.jpg") : "Hacken3.jpg"));
     }
 }
 

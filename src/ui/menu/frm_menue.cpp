@@ -3,8 +3,8 @@
 #include "base/waiting.h"
 #include "core/main_state.h"
 #include "ui/menu/menu_place.h"
-#include "ui/menu/menu_row.h"
 #include "ui/texts/texts.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "ui/menu/frm_web.h"
 
 #include "ui/menu/links.h"
-#include "ui/menu/menu_row.h"
+#include "ui/widgets/menu_row.h"
 #include "ui/menu/opener.h"
 #include "ui/texts/texts.h"
 

@@ -1,8 +1,8 @@
 #include "ui/menu/menu_panel.h"
 
 #include "ui/menu/menu_place.h"
-#include "ui/menu/menu_row.h"
 #include "ui/skin/rounded_corners.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QKeyEvent>
 #include <QPainter>

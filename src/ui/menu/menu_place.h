@@ -18,9 +18,8 @@
 [[nodiscard]] QPoint OntoScreen(const QPoint& place, const QSize& flyOut, const QRect& screen);
 
 namespace MenuLines {
-// The entries lie at these heights of the menu, so that the fly-outs line up with theirs.
+// What lies between the entries of the menu, so that the fly-outs line up with theirs.
 constexpr int Margin = 4;
-constexpr int Height = 20;
 constexpr int Gap = 4;          // between settings and help
 constexpr int BehindEntry = 5;  // where the gap is
 }  // namespace MenuLines

@@ -1,6 +1,4 @@
-#include "ui/menu/menu_row.h"
-
-#include "ui/menu/menu_place.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,7 +18,7 @@ MenuRow::MenuRow(QWidget* parent) : QAbstractButton(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-void MenuRow::SetMarks(const QPixmap& picture, const QPixmap& litPicture, bool checked) {
+void MenuRow::SetMarks(const QPixmap& picture, bool checked, const QPixmap& litPicture) {
     setCheckable(true);
     mark = picture;
     litMark = litPicture.isNull() ? picture : litPicture;
@@ -43,7 +41,7 @@ QSize MenuRow::sizeHint() const {
     const int words = fontMetrics().horizontalAdvance(text());
     const int front = isCheckable() ? markRoom + side / 2 : 0;
     const int behind = hasFlyOut ? 3 * arrow : 0;
-    return {side + front + words + behind + side, MenuLines::Height};
+    return {side + front + words + behind + side, Height};
 }
 
 void MenuRow::PaintMark(QPainter& painter, bool lit) {

@@ -3,17 +3,19 @@
 #include <QAbstractButton>
 #include <QPixmap>
 
-// A line of the options menu or of one of its fly-outs: a check picture, a text, and an arrow where
-// a fly-out opens. The mouse takes the keyboard along, so that one line is lit.
+// A line of the options menu or of a window beside it: a check picture, a text, and an arrow where
+// such a window opens. The mouse takes the keyboard along, so that one line is lit.
 class MenuRow : public QAbstractButton {
     Q_OBJECT
 
   public:
+    static constexpr int Height = 20;  // pixels, whatever the desktop's font
+
     explicit MenuRow(QWidget* parent);
 
-    // The picture in front of the text, and the one while the line is lit; `checked` is what screen
-    // readers say. Null pictures leave a plain check mark, or none.
-    void SetMarks(const QPixmap& picture, const QPixmap& litPicture, bool checked);
+    // The picture in front of the text, and the one while the line is lit, when that is another;
+    // `checked` is what screen readers say. Null pictures leave a plain check mark, or none.
+    void SetMarks(const QPixmap& picture, bool checked, const QPixmap& litPicture = {});
     void SetHasFlyOut(bool has);
     // Stays lit while its fly-out is open.
     void SetOpen(bool isOpen);
