@@ -9,11 +9,12 @@
 #include "platform/platform.h"
 #include "platform/program_start.h"
 #include "platform/termination.h"
-#include "ui/menu/opener.h"
+#include "ui/main/splash.h"
 #include "ui/shell.h"
 #include "ui/window_boxes.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 
 #include <cstdio>
 #include <cstdlib>
@@ -56,8 +57,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     ConsoleDisplay verbose(clock, PrintError);
     if (commandLine.Verbose) program.Display.Add(verbose);
     ConnectEnd(program, termination);
-    SystemOpener opener;
-    Shell shell(program, folder.ReadingFolders(), boxes, opener);
+    Shell shell(program, folder.ReadingFolders(), boxes, &QDesktopServices::openUrl);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
     if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
     if (display && !commandLine.Autostarter) shell.StartPicture.Show();

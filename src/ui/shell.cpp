@@ -1,12 +1,31 @@
 #include "ui/shell.h"
 
 #include "base/message_boxes.h"
+#include "base/paths.h"
 #include "base/profile_file.h"
 #include "core/program.h"
-#include "ui/menu/help_page.h"
-#include "ui/menu/opener.h"
+#include "ui/dialogs/frm_msg.h"
+#include "ui/dialogs/frm_oberflaeche.h"
+#include "ui/dialogs/frm_statusgesamt.h"
+#include "ui/dialogs/info.h"
+#include "ui/main/frm_skin.h"
+#include "ui/main/splash.h"
+#include "ui/menu/frm_download_hilfe.h"
+#include "ui/menu/frm_language.h"
+#include "ui/menu/frm_menue.h"
+#include "ui/menu/frm_web.h"
+#include "ui/settings/camera/frm_cam.h"
+#include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/overlay/frm_bild.h"
+#include "ui/settings/overlay/frm_overlay.h"
+#include "ui/settings/overlay/frm_text.h"
 #include "ui/skin/picture_button.h"
+#include "ui/status/frm_status.h"
+#include "ui/texts/languages.h"
+#include "ui/texts/toolkit_texts.h"
 #include "ui/tray/program_icons.h"
+#include "ui/tray/run_figures.h"
+#include "ui/tray/tray1.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -19,32 +38,56 @@ const QString statusWindowKey = "StatusWindow";
 
 }  // namespace
 
-Shell::Shell(Program& ownProgram, const QStringList& ownFolders, MessageBoxes& messageBoxes,
-             Opener& ownOpener)
-    : program(ownProgram),
-      folders(ownFolders),
-      boxes(messageBoxes),
-      opener(ownOpener),
-      LanguageTables(program, Words),
-      Skins(folders),
-      Figures(program),
-      StartPicture(Skins, program.Wait.OwnClock()),
-      MainWindow(program, Skins, boxes),
-      StatusWindow(program, Skins, Words),
-      Chooser(program, Skins, boxes),
-      LanguageWindow(LanguageTables, Words, Skins, program.Wait, &MainWindow),
-      WebWindow(Words, opener, &MainWindow),
-      Menu(Words, program.Wait, program.State, &MainWindow),
-      Overview(program, Figures, Words),
-      HelpPrompt(program.State, Words, opener),
-      AboutBox(Skins, Words),
-      FtpWindow({program, Words, boxes}, LanguageTables, &MainWindow),
-      CameraWindow({program, Words, boxes}, LanguageTables, &MainWindow),
-      TextWindow({program, Words, boxes}, &MainWindow),
-      PictureWindow({program, Words, boxes}, &MainWindow),
-      OverlayWindow({program, Words, boxes}, TextWindow, PictureWindow, &MainWindow),
-      Tray(program, Figures, Words, folders),
-      HangUpWindow(program, Words, &MainWindow) {
+struct Shell::Parts {
+    Program& Core;
+    QStringList Folders;
+    MessageBoxes& Boxes;
+    Opener Open;
+
+    Texts Words{Texts::Language::English};
+    ToolkitTexts ToolkitWords{Words};
+    Languages LanguageTables{Core, Words};
+    SkinFolders Skins{Folders};
+    RunFigures Figures{Core};
+    Splash StartPicture{Skins, Core.Wait.OwnClock()};
+    frmSkin MainWindow{Core, Skins, Boxes};
+    frmStatus StatusWindow{Core, Skins, Words};
+    frmOberflaeche Chooser{Core, Skins, Boxes};
+    frmLanguage LanguageWindow{LanguageTables, Words, Skins, Core.Wait, &MainWindow};
+    frmWeb WebWindow{Words, Open, &MainWindow};
+    frmMenue Menu{Words, Core.Wait, Core.State, &MainWindow};
+    frmStatusgesamt Overview{Core, Figures, Words};
+    frmDownloadHilfe HelpPrompt{Core.State, Words, Open};
+    Info AboutBox{Skins, Words};
+    frmFTP FtpWindow{{Core, Words, Boxes}, LanguageTables, &MainWindow};
+    frmCam CameraWindow{{Core, Words, Boxes}, LanguageTables, &MainWindow};
+    frmText TextWindow{{Core, Words, Boxes}, &MainWindow};
+    frmBild PictureWindow{{Core, Words, Boxes}, &MainWindow};
+    frmOverlay OverlayWindow{{Core, Words, Boxes}, TextWindow, PictureWindow, &MainWindow};
+    Tray1 Tray{Core, Figures, Words, Folders};
+    frmMsg HangUpWindow{Core, Words, &MainWindow};
+};
+
+Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
+             const Opener& opener)
+    : parts(new Parts{program, folders, boxes, opener}),
+      Words(parts->Words),
+      LanguageTables(parts->LanguageTables),
+      StartPicture(parts->StartPicture),
+      MainWindow(parts->MainWindow),
+      StatusWindow(parts->StatusWindow),
+      Chooser(parts->Chooser),
+      LanguageWindow(parts->LanguageWindow),
+      WebWindow(parts->WebWindow),
+      Menu(parts->Menu),
+      Overview(parts->Overview),
+      HelpPrompt(parts->HelpPrompt),
+      AboutBox(parts->AboutBox),
+      FtpWindow(parts->FtpWindow),
+      CameraWindow(parts->CameraWindow),
+      OverlayWindow(parts->OverlayWindow),
+      Tray(parts->Tray),
+      HangUpWindow(parts->HangUpWindow) {
     MainWindow.SetTexts(Words);
     LanguageTables.SetFields([this] {
         return MessageFields{FtpWindow.OfflinePath(), CameraWindow.PathText()};
@@ -60,13 +103,23 @@ Shell::~Shell() {
 }
 
 void Shell::ConnectMenu() {
-    MenuPanel::Dress(Chooser);
     Menu.AddFlyOut(frmMenue::Language, LanguageWindow);
     Menu.AddFlyOut(frmMenue::Skins, {&Chooser, [this](const QPoint& at) { Chooser.Show(at); },
                                      [this] { Chooser.FocusRow(); }});
     Menu.AddFlyOut(frmMenue::Web, WebWindow);
     connect(&MainWindow, &frmSkin::OptionsWanted, &Menu, &frmMenue::OpenBeside);
-    connect(&Menu, &frmMenue::Chosen, this, &Shell::Act);
+    // What an entry without a fly-out opens.
+    const auto open = [this](frmMenue::Entry entry, auto action) {
+        connect(&Menu, &frmMenue::Chosen, this, [entry, action](frmMenue::Entry chosen) {
+            if (chosen == entry) action();
+        });
+    };
+    open(frmMenue::Status, [this] { ShowStatusWindow(true); });
+    open(frmMenue::Ftp, [this] { FtpWindow.Open(); });
+    open(frmMenue::Camera, [this] { CameraWindow.Open(); });
+    open(frmMenue::Overlay, [this] { OverlayWindow.Open(); });
+    open(frmMenue::Help, [this] { OpenHelp(); });
+    open(frmMenue::Info, [this] { AboutBox.Show(); });
     connect(&LanguageWindow, &frmLanguage::Choosing, &Menu, &frmMenue::CloseAll);
     connect(&WebWindow, &frmWeb::Choosing, &Menu, &frmMenue::CloseAll);
     connect(&Chooser, &frmOberflaeche::Choosing, &Menu, &frmMenue::CloseAll);
@@ -87,11 +140,11 @@ void Shell::ConnectWindows() {
 }
 
 void Shell::Show() {
-    QApplication::setWindowIcon(ProgramIcon(folders, "stillpost"));
+    QApplication::setWindowIcon(ProgramIcon(parts->Folders, "stillpost"));
     MainWindow.ShowSkinned();
     StartPicture.Finish();
     Tray.Show();
-    if (ReadSetting(program.SettingsFile(), windowSection, statusWindowKey) != "1") return;
+    if (ReadSetting(parts->Core.SettingsFile(), windowSection, statusWindowKey) != "1") return;
     StatusWindow.Show(&MainWindow);
     Tray.SetStatusShown(true);
 }
@@ -112,46 +165,19 @@ void Shell::ShowStatusWindow(bool shown) {
 
 void Shell::RememberStatusWindow(bool shown) {
     Tray.SetStatusShown(shown);
-    WriteSetting(program.SettingsFile(), windowSection, statusWindowKey,
+    WriteSetting(parts->Core.SettingsFile(), windowSection, statusWindowKey,
                  shown ? QString("1") : QString("0"));
 }
 
-void Shell::Act(frmMenue::Entry entry) {
-    switch (entry) {
-        case frmMenue::Status:
-            ShowStatusWindow(true);
-            break;
-        case frmMenue::Ftp:
-            FtpWindow.Open();
-            break;
-        case frmMenue::Camera:
-            CameraWindow.Open();
-            break;
-        case frmMenue::Overlay:
-            OverlayWindow.Open();
-            break;
-        case frmMenue::Help:
-            OpenHelp();
-            break;
-        case frmMenue::Info:
-            AboutBox.Show();
-            break;
-        default:
-            break;  // fly-outs
-    }
-}
-
 void Shell::OpenHelp() {
-    const QString page = HelpPage(program.State.LangGerman, folders);
+    const bool german = parts->Core.State.LangGerman;
+    const QString page =
+        Paths::Find(parts->Folders, german ? QString("/Hilfe/HILFE.html") : "/help/HELP.html");
     if (page.isEmpty())
         HelpPrompt.Show();
-    else
-        Open(QUrl::fromLocalFile(page));
-}
-
-void Shell::Open(const QUrl& address) {
-    if (!opener.Open(address))
-        boxes.Show("Stillpost", Words.Get("Messages", "CannotOpen").arg(address.toLocalFile()));
+    else if (const auto address = QUrl::fromLocalFile(page); !parts->Open(address))
+        parts->Boxes.Show("Stillpost",
+                          Words.Get("Messages", "CannotOpen").arg(address.toLocalFile()));
 }
 
 // The status window tells what the button under the mouse does.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/settings/settings_window.h"
-#include "ui/shell_fixture.h"
+#include "ui/window_fixture.h"
 
 // The program with a settings window of its own, and the aids to look at one.
 class SettingsFixture : public WindowFixture {

@@ -1,12 +1,14 @@
 #include "base/paths.h"
 #include "base/profile_file.h"
 #include "support/data_rows.h"
+#include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/ftp_extended_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
 #include "ui/settings/ftp/trial_texts.h"
 #include "ui/settings_fixture.h"
+#include "ui/texts/languages.h"
 #include "ui/widgets/number_field.h"
 
 #include <QCheckBox>

@@ -1,9 +1,13 @@
+#include "ui/dialogs/frm_msg.h"
 #include "ui/shell_fixture.h"
+#include "ui/skin/picture_button.h"
+#include "ui/texts/texts.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTest>
 
 using enum Texts::Language;
 

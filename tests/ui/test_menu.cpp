@@ -1,10 +1,22 @@
 #include "support/data_rows.h"
-#include "ui/menu/help_page.h"
+#include "ui/dialogs/frm_oberflaeche.h"
+#include "ui/dialogs/frm_statusgesamt.h"
+#include "ui/dialogs/info.h"
+#include "ui/menu/frm_download_hilfe.h"
+#include "ui/menu/frm_language.h"
+#include "ui/menu/frm_menue.h"
+#include "ui/menu/frm_web.h"
 #include "ui/menu/links.h"
 #include "ui/menu/menu_place.h"
-#include "ui/widgets/menu_row.h"
+#include "ui/settings/camera/frm_cam.h"
+#include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/overlay/frm_overlay.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
+#include "ui/status/frm_status.h"
+#include "ui/texts/languages.h"
+#include "ui/tray/tray1.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QDir>
 #include <QLabel>
@@ -178,10 +190,10 @@ class TestMenu : public QObject {
         QVERIFY(!shell.AboutBox.isVisible());
         QVERIFY(!click(frmMenue::Web) && shell.WebWindow.isVisible());
         QTest::mouseClick(shell.WebWindow.Label1[2], Qt::LeftButton);
-        QCOMPARE(program.Pages.Opened, QList<QUrl>{Links::Web[2]});
+        QCOMPARE(program.Opened, QList<QUrl>{Links::Web[2]});
         QVERIFY(!program.Core->State.MenuOpen && !shell.WebWindow.isVisible());
         program.Boxes.Shown.clear();
-        program.Pages.Works = false;
+        program.SystemOpens = false;
         QVERIFY(QDir(program.Folder.path()).mkpath("help"));
         SkinMaker::Write(program.Folder.filePath("help/HELP.html"), "help");
         QVERIFY(click(frmMenue::Help));
@@ -206,21 +218,20 @@ class TestMenu : public QObject {
         program.Set("Einstellungen", "Sprache", language);
         program.Begin();
         Shell& shell = *program.Windows;
-        shell.Act(frmMenue::Help);
-        QVERIFY(shell.HelpPrompt.isVisible() && program.Pages.Opened.isEmpty());
+        shell.OpenHelp();
+        QVERIFY(shell.HelpPrompt.isVisible() && program.Opened.isEmpty());
         QVERIFY(shell.HelpPrompt.Label1->text().contains(language == "deutsch"
                                                              ? QString("gefunden werden!\r\nM")
                                                              : "can't be found.\r\nDownload and"));
         QTest::mouseClick(shell.HelpPrompt.btnAccept, Qt::LeftButton);
-        QCOMPARE(program.Pages.Opened, QList<QUrl>{installer});
+        QCOMPARE(program.Opened, QList<QUrl>{installer});
         QVERIFY(!shell.HelpPrompt.isVisible());
         const QString path = program.Folder.path() + page;
         QDir().mkpath(QFileInfo(path).path());
         SkinMaker::Write(path, "help");
-        shell.Act(frmMenue::Help);
-        QCOMPARE(program.Pages.Opened.last(), QUrl::fromLocalFile(path));
+        shell.OpenHelp();
+        QCOMPARE(program.Opened.last(), QUrl::fromLocalFile(path));
         QVERIFY(!shell.HelpPrompt.isVisible());
-        QCOMPARE(HelpPage(language == "deutsch", {"/nowhere", program.Folder.path()}), path);
     }
 
     void CheckPictures() {

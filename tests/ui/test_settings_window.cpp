@@ -1,4 +1,5 @@
 #include "support/data_rows.h"
+#include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings_fixture.h"
 #include "ui/widgets/number_field.h"
 

@@ -1,8 +1,11 @@
 #include "support/data_rows.h"
-#include "ui/widgets/menu_row.h"
+#include "ui/menu/frm_menue.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/ftp_examples.h"
+#include "ui/texts/languages.h"
+#include "ui/tray/tray1.h"
+#include "ui/widgets/menu_row.h"
 
 #include <QComboBox>
 #include <QRegularExpression>

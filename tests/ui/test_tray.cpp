@@ -1,6 +1,9 @@
 #include "support/data_rows.h"
 #include "ui/shell_fixture.h"
+#include "ui/status/frm_status.h"
+#include "ui/texts/languages.h"
 #include "ui/tray/program_icons.h"
+#include "ui/tray/tray1.h"
 
 #include <QDir>
 

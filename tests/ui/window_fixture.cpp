@@ -84,10 +84,14 @@ WindowFixture::~WindowFixture() {
     Core.reset();
 }
 
-void WindowFixture::Start() {
-    Window.reset();
+void WindowFixture::MakeProgram() {
     Core = std::make_unique<Program>(
         Program::Surroundings{Time, System.Services, Boxes, Page, Folder.path(), {}});
+}
+
+void WindowFixture::Start() {
+    Window.reset();
+    MakeProgram();
     Window = std::make_unique<frmSkin>(*Core, Skins, Boxes);
     QObject::connect(Core.get(), &Program::Loaded, Window.get(), &frmSkin::ShowSkinned);
     Core->Load(false);

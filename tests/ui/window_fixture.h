@@ -29,6 +29,8 @@ class WindowFixture {
     WindowFixture();
     ~WindowFixture();
 
+    // The program alone, not loaded.
+    void MakeProgram();
     // Loads the program and shows the window; a second call is a second start.
     void Start();
     [[nodiscard]] QString Skin(const QString& name, const QString& file = {}) const {

@@ -1,8 +1,6 @@
 #include "ui/menu/frm_download_hilfe.h"
 
 #include "core/main_state.h"
-#include "ui/menu/links.h"
-#include "ui/menu/opener.h"
 #include "ui/texts/texts.h"
 
 #include <QKeyEvent>
@@ -10,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-frmDownloadHilfe::frmDownloadHilfe(const MainState& state, Texts& ownTexts, Opener& opener)
+frmDownloadHilfe::frmDownloadHilfe(const MainState& state, Texts& ownTexts, const Opener& opener)
     : QWidget(nullptr, Qt::Dialog),
       Label1(new QLabel(this)),
       btnAccept(new QPushButton(this)),
@@ -27,8 +25,8 @@ frmDownloadHilfe::frmDownloadHilfe(const MainState& state, Texts& ownTexts, Open
     btnCancel->setAutoDefault(true);
     connect(btnAccept, &QPushButton::clicked, this, [this, &state, &opener] {
         hide();
-        opener.Open(state.LangEnglish || state.LangFrench ? Links::HelpInstaller
-                                                          : Links::GermanHelpInstaller);
+        opener(state.LangEnglish || state.LangFrench ? Links::HelpInstaller
+                                                     : Links::GermanHelpInstaller);
     });
     connect(btnCancel, &QPushButton::clicked, this, &QWidget::hide);
     connect(&texts, &Texts::Changed, this, &frmDownloadHilfe::ShowTexts);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ui/menu/links.h"
+
 #include <QWidget>
 
-class Opener;
 class QLabel;
 class QPushButton;
 class Texts;
@@ -14,7 +15,7 @@ class frmDownloadHilfe : public QWidget {
 
   public:
     // All outlive the window.
-    frmDownloadHilfe(const MainState& state, Texts& ownTexts, Opener& opener);
+    frmDownloadHilfe(const MainState& state, Texts& ownTexts, const Opener& opener);
 
     QLabel* Label1;
     QPushButton* btnAccept;

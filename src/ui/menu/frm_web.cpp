@@ -1,17 +1,16 @@
 #include "ui/menu/frm_web.h"
 
 #include "ui/menu/links.h"
-#include "ui/widgets/menu_row.h"
-#include "ui/menu/opener.h"
 #include "ui/texts/texts.h"
+#include "ui/widgets/menu_row.h"
 
-frmWeb::frmWeb(Texts& ownTexts, Opener& opener, QWidget* parent)
+frmWeb::frmWeb(Texts& ownTexts, const Opener& opener, QWidget* parent)
     : MenuPanel(parent), texts(ownTexts) {
     for (const QUrl& link : Links::Web) {
         const MenuRow& row = AddRow();
         connect(&row, &MenuRow::clicked, this, [this, &opener, link] {
             emit Choosing();
-            opener.Open(link);
+            opener(link);
         });
     }
     connect(&texts, &Texts::Changed, this, &frmWeb::ShowTexts);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ui/menu/links.h"
 #include "ui/menu/menu_panel.h"
 
-class Opener;
 class Texts;
 
 // Links to the project's pages, a fly-out of the options menu.
@@ -11,7 +11,7 @@ class frmWeb : public MenuPanel {
 
   public:
     // Both outlive the window; parent: the main window.
-    frmWeb(Texts& ownTexts, Opener& ownOpener, QWidget* parent);
+    frmWeb(Texts& ownTexts, const Opener& opener, QWidget* parent);
 
   signals:
     // A link was clicked: the menu goes before it opens.

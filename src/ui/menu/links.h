@@ -4,6 +4,10 @@
 #include <QUrl>
 
 #include <array>
+#include <functional>
+
+// Opens a page or a file with the program that the system has for it; false when it has none.
+using Opener = std::function<bool(const QUrl& address)>;
 
 // Every address of the project's pages that the program leads to.
 namespace Links {
