@@ -11,7 +11,8 @@ function(stillpost_part name)
   elseif(name STREQUAL "ui")
     target_precompile_headers(stillpost_ui PRIVATE
       <QBoxLayout> <QCheckBox> <QComboBox> <QDialog> <QGridLayout> <QLabel> <QLineEdit> <QPainter>
-      <QPushButton> <QWidget> "${CMAKE_SOURCE_DIR}/src/core/program.h")
+      <QPushButton> <QWidget> <QDateTime> <QDir> <QHostAddress> <QSettings> <QTcpServer> <QTcpSocket>
+      <QTimer> <algorithm> <array> <functional> <memory> <optional> <vector>)
   else()
     target_precompile_headers(stillpost_${name} REUSE_FROM stillpost_base)
   endif()
