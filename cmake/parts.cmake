@@ -1,3 +1,14 @@
+# stillpost_precompile(TARGET HEADER ...): compiles headers of others once for all files of a target.
+# None of our own: whatever changed in one of them would rebuild everything.
+function(stillpost_precompile target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
+  # With another list of headers ccache would still give the old result while that lies there.
+  if(NOT "${STILLPOST_PRECOMPILED_${target}}" STREQUAL "${ARGN}")
+    file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/cmake_pch.hxx.gch")
+  endif()
+  set(STILLPOST_PRECOMPILED_${target} "${ARGN}" CACHE INTERNAL "")
+endfunction()
+
 # stillpost_part(NAME SOURCES ... LINKS ...): one folder below src/ as a static library. Headers that
 # nearly every file includes are compiled once, those of Widgets once more.
 function(stillpost_part name)
@@ -5,11 +16,11 @@ function(stillpost_part name)
   add_library(stillpost_${name} STATIC ${part_SOURCES})
   target_link_libraries(stillpost_${name} PUBLIC stillpost_flags ${part_LINKS})
   if(name STREQUAL "base")
-    target_precompile_headers(stillpost_base PRIVATE
+    stillpost_precompile(stillpost_base
       <QByteArray> <QDateTime> <QDir> <QFile> <QFileInfo> <QList> <QMap> <QObject> <QString>
       <QStringList> <QTimer> <algorithm> <array> <functional> <memory> <optional> <utility> <vector>)
   elseif(name STREQUAL "ui")
-    target_precompile_headers(stillpost_ui PRIVATE
+    stillpost_precompile(stillpost_ui
       <QBoxLayout> <QCheckBox> <QComboBox> <QDialog> <QGridLayout> <QLabel> <QLineEdit> <QPainter>
       <QPushButton> <QWidget> <QDateTime> <QDir> <QHostAddress> <QSettings> <QTcpServer> <QTcpSocket>
       <QTimer> <algorithm> <array> <functional> <memory> <optional> <vector>)
