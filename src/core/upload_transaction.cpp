@@ -10,7 +10,6 @@
 #include "net/ftp.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -30,10 +29,6 @@ constexpr int noSuchFolder = 550;
 
 const QString title = "Stillpost";
 
-bool IsRefusal(int replyCode) {
-    return replyCode >= 400;
-}
-
 int SecondsSinceMidnight(const QTime& time) {
     return time.msecsSinceStartOfDay() / 1000;
 }
@@ -50,6 +45,7 @@ UploadTransaction::UploadTransaction(Waiting& ownWaiting, FTP& ownFtp,
       boxes(ownBoxes),
       state(ownState) {
     connect(&ftp, &FTP::ServerResponse, this, &UploadTransaction::OnReply);
+    connect(&ftp, &FTP::Replied, this, [this](int code) { Flags.LowerBy(code); });
     connect(&ftp, &FTP::SendProgress, this, &UploadTransaction::OnSendProgress);
     connect(&ftp, &FTP::Error, this, [this] { Flags.FtpError = true; });
     connect(&ftp, &FTP::CommandSentToServer, this,
@@ -59,9 +55,6 @@ UploadTransaction::UploadTransaction(Waiting& ownWaiting, FTP& ownFtp,
 void UploadTransaction::OnReply(const QString& chunk) {
     display.LogReply(chunk.trimmed());
     log.Add(waiting.OwnClock().Now().time(), chunk);
-    // Every line counts: a 226 often comes in one chunk with the 150 before it.
-    lines.Feed(chunk);
-    for (const int code : std::exchange(lines.Codes, {})) Flags.LowerBy(code);
     emit LogChanged();
 }
 
@@ -103,7 +96,6 @@ bool UploadTransaction::ConnectFtp() {
 }
 
 void UploadTransaction::ConnectOnline(bool& connected) {
-    lines.Reset();
     display.ShowStatus("Setup fast FTP");
     if (!waiting.Seconds(1)) return;
     ftp.Cancel();

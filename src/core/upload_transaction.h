@@ -3,7 +3,6 @@
 #include "core/main_state.h"
 #include "core/reply_log.h"
 #include "core/transaction_flags.h"
-#include "net/ftp_reply.h"
 
 #include <QObject>
 
@@ -87,6 +86,5 @@ class UploadTransaction : public QObject {
     const MainState& state;
     bool connecting = false;
     int historyCounter = 0;
-    ReplyLines lines;
     ReplyLog log;
 };

@@ -12,6 +12,7 @@ FTP::FTP(Waiting& waiting, StatusDisplay& display, QObject* parent)
       listing(commands, elements),
       download(commands, elements, listing) {
     connect(&commands.Control, &FtpControlConnection::ServerResponse, this, &FTP::ServerResponse);
+    connect(&commands.Control, &FtpControlConnection::Replied, this, &FTP::Replied);
     connect(&commands, &FtpCommands::CommandSentToServer, this, &FTP::CommandSentToServer);
     connect(&commands, &FtpCommands::Error, this, &FTP::Error);
     connect(&upload, &FtpUpload::SendProgress, this, &FTP::SendProgress);
@@ -106,6 +107,11 @@ bool FTP::Execute(const QString& commandLine, QString& response) {
     if (end != Waiting::End::Done) return false;
     response = control.ReplyText;
     return true;
+}
+
+int FTP::LastCode() const {
+    const QList<int>& codes = commands.Control.Lines.Codes;
+    return codes.isEmpty() ? 0 : codes.last();
 }
 
 void FTP::Cancel() {

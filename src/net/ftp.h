@@ -68,6 +68,9 @@ class FTP : public QObject {
 
     // The code of the last reply; 0 before the first one.
     [[nodiscard]] int ReplyCode() const { return commands.Control.ReplyCode; }
+    // The code of the last reply to the last command, counted by its lines: several that arrive
+    // together, or one in pieces, count as the replies that they are. 0 before the first one.
+    [[nodiscard]] int LastCode() const;
     // How far the last Connect came: to the server, and to its greeting.
     [[nodiscard]] Winsock::ConnectEnd ConnectResult() const {
         return commands.Control.ConnectResult();
@@ -80,6 +83,7 @@ class FTP : public QObject {
     void ReceiveProgress(qint32 received, qint32 expected);
     void SendProgress(qint32 sent, qint32 total);
     void ServerResponse(const QString& chunk);
+    void Replied(int code);  // for each reply in the chunks
     void CommandSentToServer(const QString& command);
     void Error();
     void PropertyChanged(const QString& name);

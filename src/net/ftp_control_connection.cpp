@@ -44,7 +44,10 @@ void FtpControlConnection::Receive() {
     if (chunk.isEmpty()) return;
     ReplyCode = ReplyCodeOf(chunk);
     ReplyText = chunk;
+    const qsizetype known = Lines.Codes.size();
     Lines.Feed(chunk);
+    const QList<int> codes = Lines.Codes.mid(known);
     if (ReplyCode == ServiceReady || Lines.Codes.contains(ServiceReady)) WelcomeReceived = true;
     emit ServerResponse(chunk);
+    for (const int code : codes) emit Replied(code);
 }

@@ -27,7 +27,7 @@ class FtpControlConnection : public QObject {
     // Whether it neither stands nor can come to stand.
     [[nodiscard]] bool Gone() const;
     // The last reply tells of a failure.
-    [[nodiscard]] bool Refused() const { return ReplyCode >= 400 && ReplyCode <= 599; }
+    [[nodiscard]] bool Refused() const { return IsRefusal(ReplyCode); }
     // How the last Open ended; kept after Close.
     [[nodiscard]] Winsock::ConnectEnd ConnectResult() const { return element.ConnectResult(); }
     [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
@@ -44,6 +44,8 @@ class FtpControlConnection : public QObject {
 
   signals:
     void ServerResponse(const QString& chunk);
+    // A reply has begun, wherever the network cut it: after the ServerResponse with its code.
+    void Replied(int code);
 
   private:
     void Receive();

@@ -46,8 +46,7 @@ bool Accepted(const FtpControlConnection& control) {
 // The last code that refuses something; 0 when nothing was refused since the name was sent.
 int Refusal(const FtpControlConnection& control, qsizetype from = 0) {
     const QList<int>& codes = control.Lines.Codes;
-    const auto refuses = [](int code) { return code >= 400; };
-    const auto found = std::find_if(codes.rbegin(), codes.rend() - from, refuses);
+    const auto found = std::find_if(codes.rbegin(), codes.rend() - from, IsRefusal);
     return found == codes.rend() - from ? 0 : *found;
 }
 

@@ -7,6 +7,11 @@
 // start with one.
 [[nodiscard]] int ReplyCodeOf(const QString& chunk);
 
+// Whether a reply with this code refuses what was asked, for now or for good.
+[[nodiscard]] constexpr bool IsRefusal(int replyCode) {
+    return replyCode >= 400;
+}
+
 // Puts the reply lines together again that arrive cut or joined, so that the outcome of a login
 // does not hang on where the network cut the server's text. Lines inside a reply of several lines
 // are text, whatever they start with.

@@ -13,10 +13,6 @@ constexpr int loginRefused = 530;
 constexpr int noSuchFile = 550;
 constexpr qsizetype longestReply = 120;  // shown to people
 
-bool IsRefusal(int code) {
-    return code >= 400;
-}
-
 // What servers say to a login without encryption. Codes differ, the words do not; but
 // "authentication" is what many say to a wrong password.
 bool SpeaksOfEncryption(const QString& text) {
@@ -125,15 +121,15 @@ TrialResult FtpTrial::ChangeFolder() {
 
 TrialResult FtpTrial::Store() {
     emit StepStarted(TrialStep::Storing);
-    if (!client.PutFile({}, names.First, scratch.fileName(), false)) return StoreFault(LastCode());
-    const auto last = [this] { return LastCode() >= 200; };
+    if (!client.PutFile({}, names.First, scratch.fileName(), false)) return StoreFault(client.LastCode());
+    const auto last = [this] { return client.LastCode() >= 200; };
     waiting.Until(last, {.LimitMilliseconds = operationSeconds * 1000LL,
                          .Hopeless = [this] { return stopped || !client.IsConnected(); }});
-    if (LastCode() / 100 == 2) {
+    if (client.LastCode() / 100 == 2) {
         stored = names.First;
         return TrialResult::Fine;
     }
-    return IsRefusal(LastCode()) ? StoreFault(LastCode()) : Lost();
+    return IsRefusal(client.LastCode()) ? StoreFault(client.LastCode()) : Lost();
 }
 
 TrialResult FtpTrial::StoreFault(int code) const {
@@ -161,7 +157,7 @@ TrialResult FtpTrial::Rename() {
         stored = names.Second;
         return TrialResult::Fine;
     }
-    if (!IsRefusal(LastCode())) {
+    if (!IsRefusal(client.LastCode())) {
         onServer << names.Second;  // who knows how far it came
         return Lost();
     }
@@ -174,7 +170,7 @@ TrialResult FtpTrial::Delete() {
         onServer.removeAll(names.Second);
         return TrialResult::Fine;
     }
-    return IsRefusal(LastCode()) ? TrialResult::DeleteRefused : Lost();
+    return IsRefusal(client.LastCode()) ? TrialResult::DeleteRefused : Lost();
 }
 
 TrialResult FtpTrial::Lost() const {
@@ -186,14 +182,10 @@ void FtpTrial::CleanUp() {
     for (const QString& name : std::as_const(onServer)) {
         // The same code tells of a file that is not there and of one that may not be deleted.
         const bool gone = client.IsConnected() && (client.KillFile({}, name) ||
-                                                   (LastCode() == noSuchFile && name != stored));
+                                                   (client.LastCode() == noSuchFile && name != stored));
         if (!gone && leftBehind.isEmpty()) leftBehind = name;
     }
     grace.SetEnabled(false);
-}
-
-int FtpTrial::LastCode() const {
-    return replies.Codes.isEmpty() ? 0 : replies.Codes.last();
 }
 
 // The line that ends it, not longer than people read.
@@ -207,12 +199,10 @@ void FtpTrial::CommandSent(const QString& line) {
     log.LogCommand(line);
     command = line.section(u' ', 0, 0);
     if (command == "STOR") onServer << names.First;
-    replies.Codes.clear();
     reply.clear();
 }
 
 void FtpTrial::ReplyCame(const QString& chunk) {
     log.LogReply(chunk.trimmed());
-    replies.Feed(chunk);
     reply += chunk;
 }

@@ -48,7 +48,6 @@ class FtpTrial : public QObject {
     [[nodiscard]] TrialResult LoginFault() const;
     [[nodiscard]] TrialResult StoreFault(int code) const;
     [[nodiscard]] TrialResult Lost() const;
-    [[nodiscard]] int LastCode() const;
     [[nodiscard]] QString LastReply() const;
     void CleanUp();
     void CommandSent(const QString& command);
@@ -66,7 +65,6 @@ class FtpTrial : public QObject {
 
     std::optional<TrialResult> stopped;
     QString command;       // the last one sent, its verb only
-    ReplyLines replies;    // codes since that command
     QString reply;         // the text since that command
     QStringList onServer;  // test files that may be there
     QString stored;        // the test file that certainly is there

@@ -15,10 +15,8 @@
 struct FtpBench {
     // quiet: see TestClock.
     explicit FtpBench(quint16 port, int quiet = 3) : Clock(quiet), Patience(5000 / quiet) {
-        QObject::connect(&Client, &FTP::ServerResponse, &Client,
-                         [this](const QString& chunk) { Replies.Feed(chunk); });
-        QObject::connect(&Client, &FTP::CommandSentToServer, &Client,
-                         [this] { Replies.Codes.clear(); });
+        QObject::connect(&Client, &FTP::Replied, &Client, [this](int code) { Codes << code; });
+        QObject::connect(&Client, &FTP::CommandSentToServer, &Client, [this] { Codes.clear(); });
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Folder.path());
         Client.SetRemoteHost(QStringLiteral("127.0.0.1"));
         Client.SetRemotePort(port);
@@ -49,13 +47,13 @@ struct FtpBench {
     // Waits for a reply since the last command announced, such as the server's last word on a
     // transfer; for about five real seconds.
     bool AwaitReply(int code) {
-        return Clock.RunUntil([this, code] { return Replies.Codes.contains(code); }, Patience);
+        return Clock.RunUntil([this, code] { return Codes.contains(code); }, Patience);
     }
 
     QTemporaryDir Folder;
     TestClock Clock;
     const qint64 Patience;
-    ReplyLines Replies;
+    QList<int> Codes;  // of the replies since the last command announced
     Waiting Waits{Clock};
     RecordingDisplay Display;
     FTP Client{Waits, Display};
