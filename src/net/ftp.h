@@ -63,6 +63,12 @@ class FTP : public QObject {
     // connection element, within the time left of the operation before.
     [[nodiscard]] bool Execute(const QString& commandLine, QString& response);
 
+    // Sends a command beside the ones that publish a picture, and returns the code of the reply, 0
+    // when none came: nothing is refused by it, no last error is recorded. It has a limit of its
+    // own. A server that has not answered by then is disconnected, because its late answer would
+    // pass for the reply to the next command; the next picture logs in again.
+    [[nodiscard]] int Ask(const QString& commandLine) { return commands.Ask(commandLine); }
+
     // Ends a running transfer: closes all data connections. Works from any handler.
     void Cancel();
 

@@ -7,6 +7,7 @@
 
 namespace {
 constexpr int GeneralError = 500;
+constexpr qint64 AskMilliseconds = 15'000;
 
 QString NotPossible(const QString& operation, const QString& reason) {
     return QStringLiteral("Die Operation \"%1\" konnte nicht ausgeführt werden, %2.")
@@ -57,6 +58,24 @@ bool FtpCommands::SendCommand(const QString& command, const QString& argument, i
         return false;
     }
     return true;
+}
+
+int FtpCommands::Ask(const QString& line) {
+    if (!Control.Stands() || HasControlCharacters(line)) return 0;
+    Control.ForgetReply();
+    emit CommandSentToServer(line);
+    Control.SendLine(line);
+    int code = 0;
+    // A reply of several lines is waited for to its end, as one that only announces another.
+    const auto replied = [this, &code] {
+        code = Control.Lines.Codes.isEmpty() ? 0 : Control.Lines.Codes.last();
+        return code >= 200 && !Control.Lines.Unfinished();
+    };
+    const Waiting::End end = waiting.Until(
+        replied,
+        {.LimitMilliseconds = AskMilliseconds, .Hopeless = [this] { return Control.Gone(); }});
+    if (end == Waiting::End::Limit) Control.Close();
+    return end == Waiting::End::Done ? code : 0;
 }
 
 bool FtpCommands::CheckConnected(const QString& operation) {

@@ -22,6 +22,9 @@ class FtpCommands : public QObject {
     // recorded; only a wait that ends with the program records none.
     bool SendCommand(const QString& command, const QString& argument, int expected);
 
+    // See FTP::Ask.
+    [[nodiscard]] int Ask(const QString& line);
+
     // Whether the control connection stands; records a last error for `operation` when not.
     [[nodiscard]] bool CheckConnected(const QString& operation);
     // Whether all texts may be sent; records a last error for `operation` when not.

@@ -121,7 +121,8 @@ TrialResult FtpTrial::ChangeFolder() {
 
 TrialResult FtpTrial::Store() {
     emit StepStarted(TrialStep::Storing);
-    if (!client.PutFile({}, names.First, scratch.fileName(), false)) return StoreFault(client.LastCode());
+    if (!client.PutFile({}, names.First, scratch.fileName(), false))
+        return StoreFault(client.LastCode());
     const auto last = [this] { return client.LastCode() >= 200; };
     waiting.Until(last, {.LimitMilliseconds = operationSeconds * 1000LL,
                          .Hopeless = [this] { return stopped || !client.IsConnected(); }});
@@ -181,8 +182,9 @@ void FtpTrial::CleanUp() {
     onServer.removeDuplicates();
     for (const QString& name : std::as_const(onServer)) {
         // The same code tells of a file that is not there and of one that may not be deleted.
-        const bool gone = client.IsConnected() && (client.KillFile({}, name) ||
-                                                   (client.LastCode() == noSuchFile && name != stored));
+        const bool gone =
+            client.IsConnected() &&
+            (client.KillFile({}, name) || (client.LastCode() == noSuchFile && name != stored));
         if (!gone && leftBehind.isEmpty()) leftBehind = name;
     }
     grace.SetEnabled(false);

@@ -166,21 +166,34 @@ class TestFtpControl : public QObject {
     }
 
     void Executes_data() {
-        const Rows<FtpFault, QString, QString> row;
-        row("reply", {}, "NOOP", "200 fine\r\n");
-        row("refusal", {}, "cwd nowhere", "550 no such folder\r\n");
+        const Rows<FtpFault, QString, QString, int> row;
+        row("reply", {}, "NOOP", "200 fine\r\n", 200);
+        row("refusal", {}, "cwd nowhere", "550 no such folder\r\n", 550);
+        row("several lines", Says("NOOP", {"200-a\r\n", "550 b\r\n200 c\r\n"}), "NOOP", "200-a\r\n",
+            200);
         row("silent", {.Verb = "NOOP", .Silent = true}, "NOOP",
-            "500 Der Server hat das Zeitlimit überschritten.");
-        row("closed", Closes("NOOP"), "NOOP", "500 nicht verbunden!");
-        row("two commands", {}, "NOOP\r\nDELE a", "500 Steuerzeichen sind nicht erlaubt.");
+            "500 Der Server hat das Zeitlimit überschritten.", 0);
+        row("closed", Closes("NOOP"), "NOOP", "500 nicht verbunden!", 0);
+        row("two commands", {}, "NOOP\r\nDELE a", "500 Steuerzeichen sind nicht erlaubt.", 0);
     }
     void Executes() {
-        const auto [fault, line, response] = Row<FtpFault, QString, QString>();
+        const auto [fault, line, response, code] = Row<FtpFault, QString, QString, int>();
         QString answer;
         QVERIFY(!bench->Client.Execute(line, answer));
         QCOMPARE(answer, QStringLiteral("500 nicht verbunden!"));
+        QCOMPARE(bench->Client.Ask(line), 0);
         server->Script = {fault};
         QVERIFY(bench->Client.Connect());
+        bench->Sent.clear();
+        const qint64 start = bench->Clock.Milliseconds();
+        QCOMPARE(bench->Client.Ask(line), code);
+        QVERIFY(bench->Clock.Milliseconds() - start <= 15'000);
+        QCOMPARE(bench->Sent.count(), line.contains(u'\r') ? 0 : 1);
+        bench->Sent.clear();
+        // Who has not answered must not pass its late word for the reply to the next command.
+        const bool lost = code == 0 && !line.contains(u'\r');
+        QCOMPARE(bench->Client.IsConnected(), !lost);
+        if (lost) QVERIFY(bench->Client.Connect());
         bench->Sent.clear();
         QCOMPARE(bench->Client.Execute(line, answer), !response.startsWith(u"500"));
         QCOMPARE(answer, response);
