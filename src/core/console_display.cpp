@@ -21,13 +21,6 @@ void ConsoleDisplay::ShowStatus(const QString& text) {
     lastStatus = text;
 }
 
-// The counters that change while a step waits would drown the steps themselves; the line that
-// ends the wait tells what came of it.
-void ConsoleDisplay::ShowTimeOutLabel(std::optional<int>) {}
-void ConsoleDisplay::ShowTimeOutGauge(std::optional<int>) {}
-void ConsoleDisplay::ShowUpload(int) {}
-void ConsoleDisplay::ShowRecording(const QString&) {}
-
 void ConsoleDisplay::ShowOnline(bool isOnline) {
     if (online == isOnline) return;
     online = isOnline;
@@ -48,4 +41,8 @@ void ConsoleDisplay::LogCommand(const QString& command) {
 
 void ConsoleDisplay::LogReply(const QString& reply) {
     Print("<-", reply);
+}
+
+void ConsoleDisplay::LogState(const QString& state) {
+    Print("--", "state: " + state);
 }

@@ -6,7 +6,8 @@
 #include <functional>
 
 // What --verbose prints: every status text, every command sent to the server and every reply, one
-// line each with the time of day.
+// line each with the time of day. The counters that change while a step waits would drown the steps
+// themselves; the line that ends the wait tells what came of it.
 class ConsoleDisplay : public StatusDisplay {
   public:
     // print receives each line without its line end.
@@ -14,16 +15,12 @@ class ConsoleDisplay : public StatusDisplay {
 
     [[nodiscard]] bool InUse() const override { return true; }
     void ShowStatus(const QString& text) override;
-    void ShowTimeOutLabel(std::optional<int> seconds) override;
-    void ShowTimeOutGauge(std::optional<int> seconds) override;
     void ShowOnline(bool online) override;
-    void ShowRecording(const QString& text) override;
-    void ShowUpload(int percent) override;
     void ShowPictureCount(const QString& text) override;
     void ShowMegabytes(const QString& text) override;
-    void ResetRunningTime() override {}
     void LogCommand(const QString& command) override;
     void LogReply(const QString& reply) override;
+    void LogState(const QString& state) override;
 
   private:
     void Print(const QString& mark, const QString& text);

@@ -26,17 +26,6 @@ class FtpTrial : public QObject {
     class Unseen : public StatusDisplay {
       public:
         [[nodiscard]] bool InUse() const override { return false; }
-        void ShowStatus(const QString&) override {}
-        void ShowTimeOutLabel(std::optional<int>) override {}
-        void ShowTimeOutGauge(std::optional<int>) override {}
-        void ShowOnline(bool) override {}
-        void ShowRecording(const QString&) override {}
-        void ShowUpload(int) override {}
-        void ShowPictureCount(const QString&) override {}
-        void ShowMegabytes(const QString&) override {}
-        void ResetRunningTime() override {}
-        void LogCommand(const QString&) override {}
-        void LogReply(const QString&) override {}
     };
 
     [[nodiscard]] TrialResult Try();

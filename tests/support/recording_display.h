@@ -36,7 +36,6 @@ class RecordingDisplay : public StatusDisplay {
     void ShowUpload(int percent) override { Uploads << percent; }
     void ShowPictureCount(const QString& text) override { Counters << text; }
     void ShowMegabytes(const QString& text) override { Counters << text; }
-    void ResetRunningTime() override {}
     void LogCommand(const QString& command) override { Commands << command; }
     void LogReply(const QString& reply) override { Replies << reply; }
 };

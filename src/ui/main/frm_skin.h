@@ -56,15 +56,11 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     [[nodiscard]] bool InUse() const override { return true; }
     void ShowStatus(const QString& text) override;
     void ShowTimeOutLabel(std::optional<int> seconds) override;
-    void ShowTimeOutGauge(std::optional<int>) override {}
     void ShowOnline(bool online) override;
     void ShowRecording(const QString&) override { ShowSending(); }
     void ShowUpload(int) override { ShowSending(); }
     void ShowPictureCount(const QString& text) override;
     void ShowMegabytes(const QString& text) override;
-    void ResetRunningTime() override {}
-    void LogCommand(const QString&) override {}
-    void LogReply(const QString&) override {}
 
   signals:
     // F11: the overall status window is wanted.

@@ -71,8 +71,6 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     void ShowPictureCount(const QString& text) override;
     void ShowMegabytes(const QString& text) override;
     void ResetRunningTime() override { ShowRunningTime(); }
-    void LogCommand(const QString&) override {}
-    void LogReply(const QString&) override {}
 
   signals:
     // The operator has closed the window.

@@ -24,16 +24,12 @@ class StatusMemory : public StatusDisplay {
 
     [[nodiscard]] bool InUse() const override { return true; }
     void ShowStatus(const QString& text) override { Status = text; }
-    void ShowTimeOutLabel(std::optional<int>) override {}
-    void ShowTimeOutGauge(std::optional<int>) override {}
     void ShowOnline(bool online) override { Online = online; }
     void ShowRecording(const QString& text) override { Recording = text; }
     void ShowUpload(int percent) override { Upload = percent; }
     void ShowPictureCount(const QString& text) override { PictureCount = text; }
     void ShowMegabytes(const QString& text) override { Megabytes = text; }
     void ResetRunningTime() override { runningSince = clock.Milliseconds(); }
-    void LogCommand(const QString&) override {}
-    void LogReply(const QString&) override {}
 
   private:
     const Clock& clock;
