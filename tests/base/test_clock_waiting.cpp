@@ -99,6 +99,13 @@ class TestClockWaiting : public QObject {
         QCOMPARE(bench.Time.Milliseconds() - start, 4000);
     }
 
+    void AWaitThatNothingCanEndIsGivenUp() {
+        Bench bench;
+        bench.Time.Patience = 30;
+        bench.Time.GiveUp = [&bench] { bench.Wait.Close(); };
+        QCOMPARE(bench.Wait.Until(Never), Waiting::End::Closing);
+    }
+
     void HandlersMayDeleteTimers() {
         HandClock clock;
         auto own = std::make_unique<Timer>(clock, 10);

@@ -9,7 +9,8 @@
 
 // Under Wine an event takes its way through another process.
 TestClock::TestClock(int quietMilliseconds)
-    : quiet(QSysInfo::kernelType() == "winnt" ? 6 * quietMilliseconds : quietMilliseconds) {}
+    : GiveUp([] { qFatal("Nothing can end this wait: no timer is armed and no event comes."); }),
+      quiet(QSysInfo::kernelType() == "winnt" ? 6 * quietMilliseconds : quietMilliseconds) {}
 
 bool TestClock::HandleEvents() {
     QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
@@ -23,9 +24,11 @@ bool TestClock::HandleEvents() {
 }
 
 void TestClock::WaitForEvents() {
-    if (HandleEvents()) return;
+    const bool happened = HandleEvents();
     const qint64 next = NextDue();
-    if (next < 0) return;
+    idle = happened || next >= 0 ? 0 : idle + quiet;
+    if (idle > Patience) GiveUp();
+    if (happened || next < 0) return;
     now = std::max(now, next);
     FireDue();
 }
