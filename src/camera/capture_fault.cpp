@@ -4,9 +4,32 @@ extern "C" {
 #include <libavutil/error.h>
 }
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 
 namespace {
+
+struct Sentence {
+    CaptureFault Fault;
+    const char* Rest;
+};
+
+// Of every fault.
+constexpr std::array sentences{
+    Sentence{CaptureFault::NotConnected, "is not connected"},
+    Sentence{CaptureFault::Busy, "is in use by another program"},
+    Sentence{CaptureFault::Denied, "may not be opened by this user"},
+    Sentence{CaptureFault::BadFormat, "does not offer the picture format asked for"},
+    Sentence{CaptureFault::FileMissing, "names a file that does not exist"},
+    Sentence{CaptureFault::Unreachable, "cannot be reached"},
+    Sentence{CaptureFault::WrongPassword, "asks for another name and password"},
+    Sentence{CaptureFault::AddressMissing, "has no picture at its address"},
+    Sentence{CaptureFault::BadAddress, "has an address that cannot be opened"},
+    Sentence{CaptureFault::NotAPicture, "sends nothing that is a picture"},
+    Sentence{CaptureFault::Silent, "delivers no picture"},
+    Sentence{CaptureFault::Lost, "has stopped delivering"},
+};
 
 CaptureFault FaultOfSystemError(int code, CaptureKind kind) {
     switch (code) {
@@ -57,46 +80,7 @@ CaptureFault FaultOfError(int error, CaptureKind kind) {
 }
 
 QString FaultSentence(CaptureFault fault, const QString& camera) {
-    const char* rest = "";
-    switch (fault) {
-        case CaptureFault::None:
-            return {};
-        case CaptureFault::NotConnected:
-            rest = "is not connected";
-            break;
-        case CaptureFault::Busy:
-            rest = "is in use by another program";
-            break;
-        case CaptureFault::Denied:
-            rest = "may not be opened by this user";
-            break;
-        case CaptureFault::BadFormat:
-            rest = "does not offer the picture format asked for";
-            break;
-        case CaptureFault::FileMissing:
-            rest = "names a file that does not exist";
-            break;
-        case CaptureFault::Unreachable:
-            rest = "cannot be reached";
-            break;
-        case CaptureFault::WrongPassword:
-            rest = "asks for another name and password";
-            break;
-        case CaptureFault::AddressMissing:
-            rest = "has no picture at its address";
-            break;
-        case CaptureFault::BadAddress:
-            rest = "has an address that cannot be opened";
-            break;
-        case CaptureFault::NotAPicture:
-            rest = "sends nothing that is a picture";
-            break;
-        case CaptureFault::Silent:
-            rest = "delivers no picture";
-            break;
-        case CaptureFault::Lost:
-            rest = "has stopped delivering";
-            break;
-    }
+    if (fault == CaptureFault::None) return {};
+    const char* const rest = std::ranges::find(sentences, fault, &Sentence::Fault)->Rest;
     return QStringLiteral("Camera '%1' %2").arg(camera, QString::fromLatin1(rest));
 }
