@@ -2,6 +2,7 @@
 
 #include "platform/capture_devices.h"
 
+#include <algorithm>
 #include <utility>
 
 // Something that can be adjusted in an installed camera: brightness, contrast, focus ...
@@ -43,3 +44,11 @@ class CameraControls : public QObject {
     // Shows it in front of the window with this native handle, and returns when it is closed.
     virtual void ShowOwnPages(const CaptureDevice&, quintptr) {}
 };
+
+// Gives a camera several values by `set`, which returns false when the camera refuses one now.
+template <class Set>
+void SetCameraValues(QList<CameraControlValue> values, Set set) {
+    values.removeIf(set);
+    // A value is refused as long as its automatic is on, and that may have stood behind it.
+    std::ranges::for_each(values, set);
+}

@@ -92,12 +92,6 @@ bool ForTheOperator(const v4l2_queryctrl& query) {
     return family == V4L2_CTRL_CLASS_USER || family == V4L2_CTRL_CLASS_CAMERA;
 }
 
-template <size_t N>
-QString Text(const __u8 (&field)[N]) {
-    const auto end = std::find(std::begin(field), std::end(field), 0);
-    return QString::fromUtf8(reinterpret_cast<const char*>(field), end - std::begin(field));
-}
-
 // A driver may leave places of a menu out.
 QList<std::pair<int, QString>> Choices(const VideoNode& node, const v4l2_queryctrl& query) {
     QList<std::pair<int, QString>> choices;
@@ -107,7 +101,7 @@ QList<std::pair<int, QString>> Choices(const VideoNode& node, const v4l2_queryct
         entry.index = static_cast<__u32>(index);
         if (!node.Ask(VIDIOC_QUERYMENU, &entry)) continue;
         const bool number = query.type == V4L2_CTRL_TYPE_INTEGER_MENU;
-        choices.emplaceBack(index, number ? QString::number(entry.value) : Text(entry.name));
+        choices.emplaceBack(index, number ? QString::number(entry.value) : DriverText(entry.name));
     }
     return choices;
 }
@@ -118,7 +112,7 @@ std::optional<CameraControl> Control(const VideoNode& node, const v4l2_queryctrl
     v4l2_control now{.id = query.id, .value = 0};
     if (!node.Ask(VIDIOC_G_CTRL, &now)) return std::nullopt;
     CameraControl control{.Id = IdOf(query.id),
-                          .Name = Text(query.name),
+                          .Name = DriverText(query.name),
                           .Kind = *form,
                           .Least = query.minimum,
                           .Most = query.maximum,
@@ -174,9 +168,5 @@ std::unique_ptr<CameraControls> MakeCameraControls() {
 
 void AdjustV4l2Camera(const QString& address, const QList<CameraControlValue>& values) {
     const VideoNode node(address);
-    QList<CameraControlValue> refused;
-    for (const CameraControlValue& value : values)
-        if (!SetOn(node, value)) refused << value;
-    // A value is refused as long as its automatic is on, and that may have stood behind it.
-    for (const CameraControlValue& value : refused) (void)SetOn(node, value);
+    SetCameraValues(values, [&node](const auto& value) { return SetOn(node, value); });
 }

@@ -15,13 +15,6 @@
 
 namespace {
 
-// A text field of a driver's answer, which need not end in a NUL.
-template <size_t N>
-QString Text(const __u8 (&field)[N]) {
-    const auto end = std::find(std::begin(field), std::end(field), 0);
-    return QString::fromUtf8(reinterpret_cast<const char*>(field), end - std::begin(field));
-}
-
 // The camera behind a node; nothing when the node is not one that delivers single-plane pictures.
 std::optional<CaptureDevice> Camera(const QString& path) {
     const VideoNode node(path);
@@ -32,8 +25,8 @@ std::optional<CaptureDevice> Camera(const QString& path) {
                                 : capability.capabilities;
     if (!(abilities & V4L2_CAP_VIDEO_CAPTURE) || !(abilities & V4L2_CAP_STREAMING))
         return std::nullopt;
-    return CaptureDevice{.Name = Text(capability.card),
-                         .Connection = Text(capability.bus_info),
+    return CaptureDevice{.Name = DriverText(capability.card),
+                         .Connection = DriverText(capability.bus_info),
                          .Input = QStringLiteral("v4l2"),
                          .Address = path,
                          .Open = OpenV4l2Device,

@@ -27,6 +27,13 @@ class VideoNode {
     int openError = 0;
 };
 
+// A text field of a driver's answer, which need not end in a NUL.
+template <size_t N>
+QString DriverText(const __u8 (&field)[N]) {
+    const char* const text = reinterpret_cast<const char*>(field);
+    return QString::fromUtf8(text, qsizetype(qstrnlen(text, N)));
+}
+
 // FFmpeg's name for a pixel format of the interface; empty for one that is not taken.
 [[nodiscard]] QString PixelFormatName(__u32 code);
 // The other way round; 0 for a name that is not known.

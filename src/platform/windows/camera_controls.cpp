@@ -47,9 +47,6 @@ void AdjustDirectShowCamera(const QString& address, const QList<CameraControlVal
     const ComThread thread;
     const auto filter = FilterAt(address);
     if (!filter) return;
-    QList<CameraControlValue> refused;
-    for (const CameraControlValue& value : values)
-        if (!FilterControls::Set(*filter, value)) refused << value;
-    // A value is refused as long as its automatic is on, and that may have stood behind it.
-    for (const CameraControlValue& value : refused) (void)FilterControls::Set(*filter, value);
+    SetCameraValues(values,
+                    [&filter](const auto& value) { return FilterControls::Set(*filter, value); });
 }
