@@ -12,7 +12,7 @@ CaptureDelivery::CaptureDelivery(CaptureSession& ownSession, CaptureSource& ownS
     : session(ownSession),
       source(ownSource),
       start(std::chrono::steady_clock::now()),
-      settled(!source.Settles()) {}
+      settled(!source.IsDevice()) {}
 
 qint64 CaptureDelivery::Elapsed() const {
     using namespace std::chrono;
@@ -39,7 +39,7 @@ bool CaptureDelivery::ServeLive(const CaptureSession::Demand& demand) {
     const bool preview = demand.Preview() && newForPreview && Elapsed() >= nextPreview;
     if (grab || preview)
         Deliver(demand, grab, preview);
-    else if (step == CaptureSource::Step::Nothing && source.Polled())
+    else if (step == CaptureSource::Step::Nothing && source.IsDevice())
         session.Rest(RestTime(demand), demand);
     return true;
 }

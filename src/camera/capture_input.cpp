@@ -9,7 +9,7 @@ extern "C" {
 #include <QDir>
 #include <QFile>
 
-#include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -43,12 +43,6 @@ void SetDeviceOptions(AVFormatContext& context, Options& options, const CaptureF
     }
 }
 
-bool NameEndsIn(const AVInputFormat& format, const char* end) {
-    const size_t length = std::strlen(format.name);
-    const size_t tail = std::strlen(end);
-    return length >= tail && std::strcmp(format.name + length - tail, end) == 0;
-}
-
 bool IsIntraOnly(AVCodecID codec) {
     const AVCodecDescriptor* const descriptor = avcodec_descriptor_get(codec);
     return descriptor && descriptor->props & AV_CODEC_PROP_INTRA_ONLY;
@@ -61,7 +55,7 @@ CaptureInput::CaptureInput(CaptureRequest wanted, const std::atomic<bool>& stopF
 
 int CaptureInput::Open() {
     Close();
-    int result = request.Open ? OpenDevice() : OpenFormat();
+    int result = request.Device.Open ? OpenDevice() : OpenFormat();
     if (result >= 0 && !packets) result = FindStream();
     if (result >= 0) result = OpenCodec();
     if (result < 0) Close();
@@ -96,7 +90,7 @@ int CaptureInput::OpenFormat() {
     const AVInputFormat* input = nullptr;
     Options options;
     if (request.Kind == CaptureKind::Device) {
-        input = av_find_input_format(request.Input.toLatin1().constData());
+        input = av_find_input_format(request.Device.Input.toLatin1().constData());
         context->flags |= AVFMT_FLAG_NONBLOCK;
         if (request.Format) SetDeviceOptions(*context, options, *request.Format);
     } else if (request.Kind == CaptureKind::Network) {
@@ -193,7 +187,8 @@ void CaptureInput::Seek(qint64 stamp) {
 
 bool CaptureInput::IsStill() const {
     if (request.Kind == CaptureKind::Device) return false;
-    return NameEndsIn(*format->iformat, "_pipe") || NameEndsIn(*format->iformat, "image2");
+    const std::string_view name(format->iformat->name);
+    return name.ends_with("_pipe") || name.ends_with("image2");
 }
 
 bool CaptureInput::IsVideoFile() const {

@@ -21,13 +21,13 @@ std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
         fault = FaultOfError(result, request.Kind);
         // FFmpeg has one error for all that keeps DirectShow from starting a camera; with a camera
         // that is listed it is this one.
-        const bool listed = request.Kind == CaptureKind::Device && !request.Open;
+        const bool listed = request.Kind == CaptureKind::Device && !request.Device.Open;
         if (listed && result == AVERROR(EIO)) fault = CaptureFault::Busy;
         return nullptr;
     }
     // Only now: some cameras forget what they were told before they are opened.
-    if (request.Adjust && !request.Adjustments.isEmpty())
-        request.Adjust(request.Address, request.Adjustments);
+    if (request.Device.Adjust && !request.Adjustments.isEmpty())
+        request.Device.Adjust(request.Address, request.Adjustments);
     if (input->IsStill() || input->IsVideoFile())
         return std::make_unique<FileSource>(std::move(input), position);
     return std::make_unique<LiveSource>(std::move(input));

@@ -14,11 +14,10 @@
 // What to open.
 struct CaptureRequest {
     CaptureKind Kind = CaptureKind::Device;
-    QString Input;                        // FFmpeg's input device, for installed cameras
-    QString Address;                      // what is opened, or test:WIDTHxHEIGHT
-    VideoDeviceOpener Open = nullptr;     // the system's own way to open an installed camera
-    std::optional<CaptureFormat> Format;  // for installed cameras
-    CameraAdjuster Adjust = nullptr;      // for installed cameras
+    QString Address;  // what is opened, or test:WIDTHxHEIGHT
+    // Of an installed camera.
+    CaptureDevice Device;
+    std::optional<CaptureFormat> Format;
     QList<CameraControlValue> Adjustments;
 };
 
@@ -42,10 +41,9 @@ class CaptureSource {
     // Whether pictures come by themselves and have to be taken off all the time, so that none is
     // old. Of other sources each picture is asked for.
     [[nodiscard]] virtual bool Live() const = 0;
-    // Whether Advance returns at once when nothing has come.
-    [[nodiscard]] virtual bool Polled() const { return false; }
-    // Whether the first pictures are badly exposed.
-    [[nodiscard]] virtual bool Settles() const { return false; }
+    // Whether it is a camera of this machine: Advance returns at once when nothing has come, and
+    // the first pictures are badly exposed.
+    [[nodiscard]] virtual bool IsDevice() const { return false; }
     // Milliseconds from one picture to the next when a source that is not live is watched.
     [[nodiscard]] virtual int Pace() const { return 0; }
 

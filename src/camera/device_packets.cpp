@@ -50,7 +50,7 @@ std::vector<uchar> WithoutPadding(const VideoBuffer& picture, AVPixelFormat pixe
 
 int DevicePackets::Open(const CaptureRequest& request, FormatPtr& format) {
     int error = 0;
-    device = request.Open(request.Address, request.Format, error);
+    device = request.Device.Open(request.Address, request.Format, error);
     if (!device) return AVERROR(-error);
     format.reset(avformat_alloc_context());
     AVStream* const stream = format ? avformat_new_stream(format.get(), nullptr) : nullptr;

@@ -43,7 +43,6 @@ void ezVidCap::SetCameras(const QStringList& nameBarAddress) {
 
 void ezVidCap::List() {
     cameras = ListCameras(devices.List(), entries);
-    listed = true;
 }
 
 QStringList ezVidCap::DriverNames() {
@@ -53,20 +52,18 @@ QStringList ezVidCap::DriverNames() {
     return names;
 }
 
-int ezVidCap::NumCapDevs() {
-    if (!listed) List();
-    return static_cast<int>(cameras.size());
+// -1 when it is not in the list.
+qsizetype ezVidCap::SelectedIn(const QList<Camera>& list) const {
+    const auto found = std::ranges::find_if(
+        list, [this](const Camera& camera) { return camera.SameAs(selected); });
+    return found == list.end() ? -1 : found - list.begin();
 }
 
 int ezVidCap::DriverIndex() const {
-    if (!isSelected) return -1;
-    const auto found = std::ranges::find_if(
-        cameras, [this](const Camera& camera) { return camera.SameAs(selected); });
-    return found == cameras.end() ? -1 : static_cast<int>(found - cameras.begin());
+    return isSelected ? static_cast<int>(SelectedIn(cameras)) : -1;
 }
 
 void ezVidCap::SetDriverIndex(int index) {
-    if (!listed) List();
     const bool exists = index >= 0 && index < cameras.size();
     if (exists && isSelected && cameras[index].SameAs(selected)) return;
     CloseSession();
@@ -82,9 +79,8 @@ void ezVidCap::SetDriverIndex(int index) {
 std::optional<CaptureDevice> ezVidCap::InstalledDevice() const {
     if (!InstalledSelected()) return std::nullopt;
     const QList<Camera> now = ListCameras(devices.List(), {});
-    const auto found =
-        std::ranges::find_if(now, [this](const Camera& camera) { return camera.SameAs(selected); });
-    return found == now.end() ? std::nullopt : std::optional(found->Device);
+    const qsizetype index = SelectedIn(now);
+    return index < 0 ? std::nullopt : std::optional(now[index].Device);
 }
 
 void ezVidCap::SetEnabled(bool on) {
@@ -136,10 +132,7 @@ void ezVidCap::Watch() {
         (void)OpenSession();
         return;
     }
-    const bool silent = sessionWatched == sessions && previewsWatched == previews;
-    sessionWatched = sessions;
-    previewsWatched = previews;
-    if (!silent) return;
+    if (std::exchange(lively, false)) return;
     CloseSession();
     Report(CaptureFault::Silent);
 }
@@ -163,9 +156,9 @@ bool ezVidCap::GrabFrame() {
 bool ezVidCap::Grab() {
     if (!session && !OpenSession()) return false;
     const quint64 before = grabs;
-    const quint64 asked = sessions;
+    const auto asked = session;
     session->RequestFrame();
-    const auto gone = [this, asked] { return !session || sessions != asked; };
+    const auto gone = [this, &asked] { return session != asked; };
     const Waiting::End end =
         waiting.Until([&] { return grabs != before || gone(); }, {.LimitMilliseconds = grabLimit});
     if (grabs != before) return true;
@@ -190,10 +183,8 @@ CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
     if (selected.Kind != CaptureKind::Device) return CaptureFault::None;
     const std::optional<CaptureDevice> device = InstalledDevice();
     if (!device) return CaptureFault::NotConnected;
-    request.Input = device->Input;
+    request.Device = *device;
     request.Address = device->Address;
-    request.Open = device->Open;
-    request.Adjust = device->Adjust;
     request.Adjustments = CameraAdjustments::Of(adjustments, selected.Name);
     request.Format = ChooseCaptureFormat(devices.Formats(*device), format);
     return CaptureFault::None;
@@ -214,7 +205,7 @@ bool ezVidCap::OpenSession() {
     };
     events.Preview = [this](const QImage& image, QSize size) {
         pictureSize = size;
-        ++previews;
+        lively = true;
         Report(CaptureFault::None);
         emit PreviewFrame(image);
     };
@@ -224,7 +215,7 @@ bool ezVidCap::OpenSession() {
         if (grabbing > 0 || preview) Report(why);
     };
     session = lastSession = CaptureSession::Start(request, position, lastSession, *this, events);
-    ++sessions;
+    lively = true;
     session->SetPreview(preview ? previewRate : 0, previewSize);
     return true;
 }

@@ -30,8 +30,6 @@ class ezVidCap : public QObject, public CaptureControl {
     void SetCameras(const QStringList& nameBarAddress);
     // Lists the cameras as they are now: installed ones first, then the entries.
     QStringList DriverNames();
-    // How many there were when they were listed last.
-    int NumCapDevs();
 
     // The selected camera's place in the list; -1 when none is selected or it is not listed now.
     [[nodiscard]] int DriverIndex() const;
@@ -92,13 +90,13 @@ class ezVidCap : public QObject, public CaptureControl {
     void Watch();
     void Report(CaptureFault fault);
     void List();
+    [[nodiscard]] qsizetype SelectedIn(const QList<Camera>& list) const;
 
     Waiting& waiting;
     const CaptureDevices& devices;
     QStringList entries;
     QStringList adjustments;
     QList<Camera> cameras;
-    bool listed = false;
     Camera selected;
     bool isSelected = false;
     bool enabled = true;
@@ -108,7 +106,6 @@ class ezVidCap : public QObject, public CaptureControl {
     std::shared_ptr<CaptureSession> session;      // null while no camera is open
     std::shared_ptr<CaptureSession> lastSession;  // may still be closing its camera
     std::shared_ptr<std::atomic<qint64>> position;
-    quint64 sessions = 0;
     quint64 grabs = 0;
     int grabbing = 0;  // grabs that wait now
 
@@ -119,9 +116,7 @@ class ezVidCap : public QObject, public CaptureControl {
     bool preview = false;
     int previewRate = 10;
     QSize previewSize;
-    quint64 previews = 0;
-    quint64 previewsWatched = 0;
-    quint64 sessionWatched = 0;
-    Timer quiet;  // closes a camera that nobody wants a picture of
+    bool lively = false;  // opened, or a preview picture came, since Watch looked last
+    Timer quiet;          // closes a camera that nobody wants a picture of
     Timer watch;  // looks after the preview: opens the camera again, notices that it is silent
 };

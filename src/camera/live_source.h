@@ -9,8 +9,7 @@ class LiveSource : public CaptureSource {
     explicit LiveSource(std::unique_ptr<CaptureInput> input);
 
     [[nodiscard]] bool Live() const override { return true; }
-    [[nodiscard]] bool Polled() const override { return device; }
-    [[nodiscard]] bool Settles() const override { return device; }
+    [[nodiscard]] bool IsDevice() const override { return device; }
     [[nodiscard]] Step Advance() override;
     [[nodiscard]] const AVFrame* Picture() override;
 

@@ -1,5 +1,7 @@
 #include "camera/test_picture.h"
 
+#include "camera/capture_format.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -16,15 +18,6 @@ int DotSide(QSize size) {
     return std::max(1, std::min(size.width() / (TestPicture::Digits * 4 + 1), size.height() / 7));
 }
 
-// 0 when the text is no number, or one that no side has.
-int ParseSide(const QString& text) {
-    const QString digits = text.trimmed();
-    const auto isDigit = [](QChar each) { return each >= u'0' && each <= u'9'; };
-    if (!std::all_of(digits.begin(), digits.end(), isDigit)) return 0;
-    const int side = digits.toInt();
-    return side <= longestSide ? side : 0;
-}
-
 }  // namespace
 
 TestPicture::TestPicture(QSize pictureSize, CapturePosition& ownPosition)
@@ -35,16 +28,12 @@ TestPicture::TestPicture(QSize pictureSize, CapturePosition& ownPosition)
     frame->color_range = AVCOL_RANGE_JPEG;
 }
 
-// Runs on the capture thread, so it does without a regular expression: what Qt keeps of one for
-// each thread is destroyed on Windows when the thread has ended and its memory is gone.
 QSize TestPicture::ParseAddress(const QString& address) {
     const QString prefix = QStringLiteral("test:");
     if (!address.startsWith(prefix, Qt::CaseInsensitive)) return {};
-    const QStringList sides =
-        address.mid(prefix.size()).split(u'x', Qt::KeepEmptyParts, Qt::CaseInsensitive);
-    if (sides.size() != 2) return {};
-    const QSize parsed(ParseSide(sides[0]), ParseSide(sides[1]));
-    return parsed.isEmpty() ? QSize() : parsed;
+    const auto wish = ParseFormatWish(address.mid(prefix.size()));
+    if (!wish || std::max(wish->Width, wish->Height) > longestSide) return {};
+    return {wish->Width, wish->Height};
 }
 
 QRect TestPicture::Dot(QSize size, int place, int row, int column) {
