@@ -1,12 +1,10 @@
 #include "platform/platform.h"
 #include "platform/program_start.h"
-#include "platform/service_contracts.h"
 #include "platform/socket_options.h"
 #include "platform/termination.h"
 #include "platform/user_section.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
-#include "support/test_platform.h"
 
 #include <QNetworkProxy>
 #include <QProcess>
@@ -18,43 +16,6 @@
 
 namespace {
 
-using AutostartText = std::function<QString(AutostartEntry&)>;
-
-class TestServices : public PlayedModem, public PlayedNetwork {
-  public:
-    TestServices() {
-        dialer.EntryList = {"Stick", "Spare"};
-        dialer.Answers = false;
-    }
-
-    Dialer& Phone() override { return dialer; }
-    QStringList Dialled() override { return dialer.Dialled; }
-    QStringList HungUp() override {
-        QStringList entries;
-        for (const int handle : dialer.HungUp) entries << dialer.Dialled.value(handle - 1);
-        return entries;
-    }
-    void Answer(bool stands) override { dialer.Answer(stands); }
-    void Cut() override { dialer.Cut(); }
-
-    OnlineState& State() override { return online; }
-    void Set(bool connected, OnlineState::Links links) override { online.Set(connected, links); }
-
-  private:
-    TestDialer dialer;
-    TestOnlineState online;
-};
-
-// The tests' services, with all that a camera can have.
-Platform WithCamera() {
-    TestPlatform platform = MakeTestPlatform();
-    platform.Cameras.Devices = {{.Name = "a", .Connection = "1", .Input = "a", .Address = "1"}};
-    platform.Cameras.DeviceFormats = {CaptureFormat()};
-    platform.Controls.Controls = {{.Id = "Gain", .Name = "Gain"}};
-    platform.Controls.OwnPages = [] {};
-    return std::move(platform.Services);
-}
-
 // What the system finds at the entry's place: a desktop file, or a value of the registry.
 QString SystemsAutostart(AutostartEntry& entry) {
     const QString place = entry.Place();
@@ -64,14 +25,10 @@ QString SystemsAutostart(AutostartEntry& entry) {
     return registry.value(place.mid(end + 1)).toString();
 }
 
-QString TestsAutostart(AutostartEntry& entry) {
-    return static_cast<RecordingAutostart&>(entry).Line.join(u' ');
-}
-
 }  // namespace
 
-// What every set of services promises, asked of this system's and of the tests' own.
-class TestPlatformContract : public ServiceContracts {
+// What the services of every system promise.
+class TestPlatformContract : public QObject {
     Q_OBJECT
 
   private slots:
@@ -80,14 +37,8 @@ class TestPlatformContract : public ServiceContracts {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     }
 
-    void services_data() {
-        const Rows<std::function<Platform()>> row;
-        row("this system", MakePlatform);
-        row("tests", WithCamera);
-    }
     void services() {
-        const auto [make] = Row<std::function<Platform()>>();
-        const Platform platform = make();
+        const Platform platform = MakePlatform();
         // Cameras keep their order, and one that is not there offers nothing.
         const QList<CaptureDevice> cameras = platform.Cameras->List();
         QCOMPARE(platform.Cameras->List(), cameras);
@@ -110,24 +61,20 @@ class TestPlatformContract : public ServiceContracts {
         platform.Sounds->Play(folder.filePath("missing.wav"));
     }
 
-    void autostartEntryIsReplacedAndRemoved_data() {
-        const Rows<std::function<Platform()>, AutostartText> row;
-        row("this system", MakePlatform, SystemsAutostart);
-        row("tests", WithCamera, TestsAutostart);
-    }
     void autostartEntryIsReplacedAndRemoved() {
-        const auto [make, text] = Row<std::function<Platform()>, AutostartText>();
-        const Platform platform = make();
+        const Platform platform = MakePlatform();
         AutostartEntry& entry = *platform.Autostart;
         const auto removed = qScopeGuard([&entry] { (void)entry.Remove(); });
         QVERIFY(entry.Remove());
         QVERIFY(entry.Write("/one", {"/first"}));
-        QVERIFY(text(entry).contains("one") && text(entry).contains("/first"));
+        QVERIFY(SystemsAutostart(entry).contains("one") &&
+                SystemsAutostart(entry).contains("/first"));
         QVERIFY(entry.Write("/two", {}));
-        QVERIFY(text(entry).contains("two") && !text(entry).contains("/first"));
+        QVERIFY(SystemsAutostart(entry).contains("two") &&
+                !SystemsAutostart(entry).contains("/first"));
         for (int i = 0; i < 2; ++i) {
             QVERIFY(entry.Remove());
-            QCOMPARE(text(entry), QString());
+            QCOMPARE(SystemsAutostart(entry), QString());
         }
     }
 
@@ -174,9 +121,6 @@ class TestPlatformContract : public ServiceContracts {
     }
 
   private:
-    std::unique_ptr<PlayedModem> Modem() override { return std::make_unique<TestServices>(); }
-    std::unique_ptr<PlayedNetwork> Network() override { return std::make_unique<TestServices>(); }
-
     QTemporaryDir folder;
 };
 

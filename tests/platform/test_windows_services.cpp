@@ -1,16 +1,12 @@
+#include "base/detached_thread.h"
 #include "platform/service_contracts.h"
 #include "platform/termination.h"
 #include "platform/user_section.h"
 #include "platform/windows/autostart_entry.h"
-#include "platform/windows/capture_devices.h"
-#include "platform/windows/capture_filter.h"
 #include "platform/windows/dialer.h"
 #include "platform/windows/online_state.h"
+#include "platform/windows/system.h"
 #include "support/data_rows.h"
-
-extern "C" {
-#include <libavformat/avformat.h>
-}
 
 #include <QAbstractEventDispatcher>
 #include <QMutex>
@@ -22,7 +18,6 @@ extern "C" {
 #include <wininet.h>
 
 #include <atomic>
-#include <thread>
 
 using Links = OnlineState::Links;
 
@@ -139,51 +134,6 @@ class TestWindowsServices : public ServiceContracts {
         QCOMPARE(modem.HungUp(), QStringList("Stick"));
     }
 
-    void cameraFormats_data() {
-        const Rows<DWORD, int, int, qint64, qint64, CaptureFormat> row;
-        const auto code = [](const char* text) {
-            DWORD number = 0;
-            memcpy(&number, text, sizeof number);
-            return number;
-        };
-        row("colours", BI_RGB, 24, -480, 333'333, 333'333, {640, 480, 30, "bgr24", false, {30}});
-        row("raw", code("YUY2"), 16, 480, 333'370, 1'000'000,
-            {640, 480, 29.996, "yuyv422", false, {10, 15, 20, 24, 25, 29.996}});
-        row("packed", code("MJPG"), 24, 480, 166'666, 333'333,
-            {640, 480, 60, "mjpeg", true, {30.001, 50, 60}});
-        row("no rate", code("H264"), 0, 480, 0, 0, {640, 480, 0, "h264", true});
-        row("no slowest rate", code("H264"), 0, 480, 400'000, 0,
-            {640, 480, 25, "h264", true, {25}});
-        row("strange", code("XYZ1"), 0, 480, 333'333, 0, {640, 480, 30, "", false, {30}});
-        row("palette", BI_RGB, 8, 480, 333'333, 0, {640, 480, 30, "", false, {30}});
-    }
-    void cameraFormats() {
-        const auto [compression, bits, height, shortest, longest, format] =
-            Row<DWORD, int, int, qint64, qint64, CaptureFormat>();
-        BITMAPINFOHEADER picture{};
-        picture.biWidth = 640;
-        picture.biHeight = height;
-        picture.biBitCount = static_cast<WORD>(bits);
-        picture.biCompression = compression;
-        QCOMPARE(FormatOf(picture, shortest, longest), format);
-    }
-
-    void formatsOfSeveralEntriesAreOne() {
-        QList<CaptureFormat> formats;
-        AddFormat(formats, {640, 480, 15, "mjpeg", true, {15}});
-        AddFormat(formats, {640, 480, 30, "mjpeg", true, {15, 30}});
-        AddFormat(formats, {640, 480, 15, "yuyv422", false, {15}});
-        AddFormat(formats, {640, 480, 15, "", false, {15}});
-        QCOMPARE(formats, QList<CaptureFormat>({{640, 480, 30, "mjpeg", true, {15, 30}},
-                                                {640, 480, 15, "yuyv422", false, {15}}}));
-    }
-
-    void camerasCanBeOpened() {
-        const auto cameras = MakeCaptureDevices();
-        for (const CaptureDevice& camera : cameras->List()) QCOMPARE(camera.Input, "dshow");
-        QVERIFY(av_find_input_format("dshow"));
-    }
-
     void autostartKeepsArguments_data() {
         const Rows<QString> row;
         row("plain", "C:\\cam");
@@ -210,8 +160,7 @@ class TestWindowsServices : public ServiceContracts {
 
     // The session asks first, and may go on; the process may be killed once the end is answered.
     void sessionEndWaitsForTheProgram() {
-        QSemaphore answered;
-        std::jthread session;
+        const auto answered = std::make_shared<QSemaphore>();
         auto termination = Termination::Create();
         const QSignalSpy requests(termination.get(), &Termination::Requested);
         const HWND window = FindWindowW(L"StillpostTermination", nullptr);
@@ -220,14 +169,14 @@ class TestWindowsServices : public ServiceContracts {
         PostMessageW(window, WM_ENDSESSION, FALSE, ENDSESSION_LOGOFF);
         PostMessageW(window, WM_CLOSE, 0, 0);
         QTRY_COMPARE(requests.count(), 1);  // by the last of them
-        session = std::jthread([&answered, window] {
+        StartDetached([answered, window] {
             SendMessageW(window, WM_ENDSESSION, TRUE, ENDSESSION_LOGOFF);
-            answered.release();
+            answered->release();
         });
         QTRY_COMPARE(requests.count(), 2);
-        QVERIFY(!answered.tryAcquire(1, 50));
+        QVERIFY(!answered->tryAcquire(1, 50));
         termination.reset();
-        QVERIFY(answered.tryAcquire(1, 5000));
+        QVERIFY(answered->tryAcquire(1, 5000));
     }
 
     void qtLearnsNothingOfTheSession_data() {

@@ -42,7 +42,7 @@ class CycleFixture {
 
     TestClock Time;
     QTemporaryDir Folder;
-    TestPlatform System = MakeTestPlatform();
+    TestPlatform System;
     RecordingDisplay Display;
     AnsweringBoxes Boxes;
     RecordingPage Page;

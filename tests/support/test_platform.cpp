@@ -35,13 +35,8 @@ void TestDialer::Report(int handle) {
     for (const auto& dialled : std::exchange(line->Waiting, {})) dialled(handle);
 }
 
-void TestDialer::Answer(bool stands) {
-    if (!stands) lines.removeIf([](QMap<int, Line>::iterator line) { return !line->Stands; });
+void TestDialer::Answer() {
     for (const int handle : lines.keys()) Report(handle);
-}
-
-void TestDialer::Cut() {
-    lines.removeIf([](QMap<int, Line>::iterator line) { return line->Stands; });
 }
 
 void TestDialer::HangUp(int handle) {
@@ -69,31 +64,4 @@ int TestCameraControls::Value(const QString& id) const {
     for (const CameraControl& control : Controls)
         if (control.Id == id) return control.Value;
     return -1;
-}
-
-TestPlatform MakeTestPlatform() {
-    auto online = std::make_unique<TestOnlineState>();
-    auto dial = std::make_unique<TestDialer>();
-    auto cameras = std::make_unique<TestCaptureDevices>();
-    auto controls = std::make_unique<TestCameraControls>(*cameras);
-    auto sounds = std::make_unique<RecordingSound>();
-    auto autostart = std::make_unique<RecordingAutostart>();
-    TestOnlineState& onlineRef = *online;
-    TestDialer& dialRef = *dial;
-    TestCaptureDevices& camerasRef = *cameras;
-    TestCameraControls& controlsRef = *controls;
-    RecordingSound& soundsRef = *sounds;
-    RecordingAutostart& autostartRef = *autostart;
-    return {{.Online = std::move(online),
-             .Dial = std::move(dial),
-             .Cameras = std::move(cameras),
-             .Controls = std::move(controls),
-             .Sounds = std::move(sounds),
-             .Autostart = std::move(autostart)},
-            onlineRef,
-            dialRef,
-            camerasRef,
-            controlsRef,
-            soundsRef,
-            autostartRef};
 }

@@ -39,10 +39,8 @@ class TestDialer : public Dialer {
     void Dial(const QString& entry, std::function<void(int)> dialled) override;
     void HangUp(int handle) override;
 
-    // The dials that are still open stand now, or have failed.
-    void Answer(bool stands = true);
-    // The lines that stand break.
-    void Cut();
+    // The dials that are still open stand now.
+    void Answer();
 
   private:
     struct Line {
@@ -125,16 +123,24 @@ class RecordingAutostart : public AutostartEntry {
     [[nodiscard]] QString Place() const override { return "the autostart list"; }
 };
 
-// A platform, and its parts by the names that tests use; they live as long as Services.
+// A platform, and its parts by the names that tests use; they live as long as Services. Offline,
+// without dial-up entries and without cameras, until a test says otherwise.
 struct TestPlatform {
     Platform Services;
-    TestOnlineState& Online;
-    TestDialer& Dial;
-    TestCaptureDevices& Cameras;
-    TestCameraControls& Controls;
-    RecordingSound& Sounds;
-    RecordingAutostart& Autostart;
-};
+    TestOnlineState& Online = Fill(Services.Online, std::make_unique<TestOnlineState>());
+    TestDialer& Dial = Fill(Services.Dial, std::make_unique<TestDialer>());
+    TestCaptureDevices& Cameras = Fill(Services.Cameras, std::make_unique<TestCaptureDevices>());
+    TestCameraControls& Controls =
+        Fill(Services.Controls, std::make_unique<TestCameraControls>(Cameras));
+    RecordingSound& Sounds = Fill(Services.Sounds, std::make_unique<RecordingSound>());
+    RecordingAutostart& Autostart =
+        Fill(Services.Autostart, std::make_unique<RecordingAutostart>());
 
-// Offline, without dial-up entries and without cameras, until a test says otherwise.
-[[nodiscard]] TestPlatform MakeTestPlatform();
+  private:
+    template <class Service, class Own>
+    static Own& Fill(std::unique_ptr<Service>& place, std::unique_ptr<Own> own) {
+        Own& filled = *own;
+        place = std::move(own);
+        return filled;
+    }
+};

@@ -41,7 +41,7 @@ class WindowFixture {
 
     TestClock Time;
     QTemporaryDir Folder;
-    TestPlatform System = MakeTestPlatform();
+    TestPlatform System;
     AnsweringBoxes Boxes;
     RecordingPage Page;
     SkinFolders Skins{{Folder.path()}};
