@@ -1,16 +1,14 @@
 #include "platform/linux/interfaces.h"
 
-#include <QHostAddress>
+#include <QNetworkInterface>
 #include <QSocketNotifier>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 
-#include <ifaddrs.h>
 #include <linux/netlink.h>
 #include <linux/rtnetlink.h>
-#include <net/if.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -18,11 +16,8 @@ namespace {
 
 // Every interface that is up gives itself a link-local address; one that a server handed out, or
 // the operator wrote down, tells that there is a network behind it.
-bool ReachesFurther(const sockaddr* address) {
-    if (address == nullptr) return false;
-    if (address->sa_family != AF_INET && address->sa_family != AF_INET6) return false;
-    const QHostAddress host(address);
-    return !host.isLinkLocal() && !host.isLoopback();
+bool ReachesFurther(const QNetworkAddressEntry& entry) {
+    return !entry.ip().isLinkLocal() && !entry.ip().isLoopback();
 }
 
 // Opens the kernel's notifications about interfaces and addresses; -1 when they are not to be had.
@@ -43,19 +38,14 @@ int OpenNotifications() {
 
 QList<NetworkInterface> ReadInterfaces() {
     QList<NetworkInterface> list;
-    ifaddrs* entries = nullptr;
-    if (getifaddrs(&entries) != 0) return list;
-    for (const ifaddrs* entry = entries; entry != nullptr; entry = entry->ifa_next) {
-        const QString name = QString::fromLocal8Bit(entry->ifa_name);
-        auto found = std::find_if(list.begin(), list.end(),
-                                  [&name](const auto& known) { return known.Name == name; });
-        if (found == list.end()) found = list.insert(list.end(), {.Name = name});
-        constexpr unsigned working = IFF_UP | IFF_RUNNING;
-        found->Up = (entry->ifa_flags & working) == working;
-        found->Loopback = (entry->ifa_flags & IFF_LOOPBACK) != 0;
-        found->HasAddress = found->HasAddress || ReachesFurther(entry->ifa_addr);
+    for (const QNetworkInterface& found : QNetworkInterface::allInterfaces()) {
+        const auto flags = found.flags();
+        list << NetworkInterface{
+            .Name = found.name(),
+            .Up = flags.testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning),
+            .Loopback = flags.testFlag(QNetworkInterface::IsLoopBack),
+            .HasAddress = std::ranges::any_of(found.addressEntries(), ReachesFurther)};
     }
-    freeifaddrs(entries);
     return list;
 }
 
