@@ -24,7 +24,7 @@ QString AddressOf(IMoniker& camera) {
     if (camera.GetDisplayName(context.get(), nullptr, &text) != S_OK) return {};
     const QString name = QString::fromWCharArray(text);
     CoTaskMemFree(text);
-    // A colon separates there.
+    // In FFmpeg's addresses a colon separates the picture's device from the sound's.
     return QStringLiteral("video=") + QString(name).replace(u':', u'_');
 }
 

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-// The few things about COM objects that would else be forgotten: this thread may use them, and
-// they are released.
+// COM must be set up on each thread that uses its objects, and each object released. These do so at
+// the beginning and at the end of their scope.
 
 class ComThread {
   public:

@@ -39,7 +39,7 @@ constexpr std::array knownControls{
     KnownControl{"Iris", Side::Camera, CameraControl_Iris, "Tenths"},
 };
 
-// The two interfaces have the same numbers for them.
+// IAMVideoProcAmp and IAMCameraControl have the same numbers for them.
 constexpr long automatic = VideoProcAmp_Flags_Auto;
 constexpr long byHand = VideoProcAmp_Flags_Manual;
 
@@ -51,7 +51,7 @@ QString SwitchId(const KnownControl& known) {
     return QString::fromLatin1(known.Id) + QStringLiteral("Auto");
 }
 
-// The automatic of the exposure has several forms on other systems, where 1 is none of them.
+// On Linux the automatic of the exposure has several forms; 1 is "by hand" there as well.
 constexpr int exposureByHand = 1;
 
 bool IsExposure(const KnownControl& known) {
@@ -74,7 +74,7 @@ struct Reading {
     [[nodiscard]] bool Adjustable() const { return (Abilities & byHand) && !IsAutomatic(); }
 };
 
-// The calls of the two interfaces are the same as well.
+// Calls either interface: their routines are alike.
 template <class Call>
 bool Succeeds(IUnknown& filter, Side side, const Call& call) {
     if (side == Side::Picture) {

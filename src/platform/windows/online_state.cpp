@@ -1,6 +1,6 @@
 #include "platform/windows/online_state.h"
 
-// Before anything that brings in its predecessor.
+// Before anything that includes winsock.h, with which it does not go together.
 #include <winsock2.h>
 
 #include "platform/windows/system.h"

@@ -1,6 +1,6 @@
 #include "platform/socket_options.h"
 
-// Before anything that brings in its predecessor.
+// Before anything that includes winsock.h, with which it does not go together.
 #include <winsock2.h>
 
 #include <mstcpip.h>
