@@ -181,7 +181,8 @@ class TestCameraFilters : public QObject {
             {"ExposureAuto 1 0..1 2 free", "ExposurePowers -5 -13..-1 0 free"});
         row("degrees", {"PanDegrees", 36}, {"PanDegrees 36 -180..180 0 free"});
         row("another system's parts of degrees", {"Pan", 36}, {});
-        row("automatic on", {"FocusAuto", 1}, {"FocusAuto 1 0..1 0 free", "Focus 30 0..250 0 ruled"});
+        row("automatic on", {"FocusAuto", 1},
+            {"FocusAuto 1 0..1 0 free", "Focus 30 0..250 0 ruled"});
         row("automatic off", {"WhiteBalanceAuto", 0},
             {"WhiteBalanceAuto 0 0..1 0 free", "WhiteBalance 4600 2800..6500 0 free"});
         row("automatic only", {"IrisAuto", 0}, {});
