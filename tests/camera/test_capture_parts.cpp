@@ -52,6 +52,7 @@ class CapturePartsTest : public QObject {
         row("raw where it is fast enough", webcam, "1280x720", "1280x720@10 yuyv422");
         row("rate asked for rules raw out", webcam, "1280x720@25", "1280x720@25 mjpeg");
         row("nearest size", webcam, "650X470", "640x480@30 yuyv422");
+        row("too high", {Raw(1920, 1200, 30), Raw(1280, 720, 30)}, "", "1280x720@30 yuyv422");
         row("unreadable wish", webcam, "large", "1920x1080@30 mjpeg");
         row("too fast a camera", {Raw(800, 600, 120)}, "", "800x600@30 yuyv422");
         row("fast before large", {Raw(1920, 1080, 2), Raw(800, 600, 30)}, "", "800x600@30 yuyv422");
@@ -170,6 +171,7 @@ class CapturePartsTest : public QObject {
         thumbnail.insert(2, inner);
         row("whole", jpeg, true);
         row("padded", jpeg + QByteArray(500, '\0'), true);
+        row("fill byte", QByteArray(jpeg).insert(2, '\xFF'), true);
         row("small picture inside", thumbnail, true);
         row("end missing", jpeg.chopped(2), false);
         row("only the small picture has its end", thumbnail.left(thumbnail.size() - 30), false);
@@ -264,6 +266,7 @@ class CapturePartsTest : public QObject {
         row("device busy", AVERROR(EBUSY), CaptureKind::Device, "is in use by another program");
         row("node gone", AVERROR(ENOENT), CaptureKind::Device, "is not connected");
         row("host unknown", AVERROR(EIO), CaptureKind::Network, "cannot be reached");
+        row("not allowed", AVERROR(EACCES), CaptureKind::Device, "may not be opened by this user");
         row("device broken", AVERROR(EIO), CaptureKind::Device, "has stopped delivering");
     }
     void FaultsAreNamed() {
