@@ -1,10 +1,13 @@
 #include "base/profile_file.h"
+#include "base/profile_text.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
 #include <QDateTime>
+#include <QDir>
+#include <QRandomGenerator>
+#include <QStringEncoder>
 #include <QTemporaryDir>
-#include <QTemporaryFile>
 
 namespace {
 
@@ -12,25 +15,44 @@ namespace {
 const QByteArray euroAndGap = "\x80\x81";
 const QString euroAndGapText = QStringLiteral("\u20ac\u0081");
 
-QByteArray Utf16(const QString& text, bool littleEndian) {
-    QByteArray bytes = littleEndian ? "\xff\xfe" : "\xfe\xff";
-    for (const QChar each : text) {
-        const char low = static_cast<char>(each.cell());
-        const char high = static_cast<char>(each.row());
-        bytes.append(littleEndian ? low : high).append(littleEndian ? high : low);
+QByteArray Utf16(const QString& text, QStringConverter::Encoding as) {
+    return QByteArray(QStringEncoder(as, QStringConverter::Flag::WriteBom)(text));
+}
+
+QByteArray Random(QRandomGenerator& random, int most) {
+    QByteArray bytes;
+    for (int left = random.bounded(most); left > 0; --left)
+        bytes.append(static_cast<char>(random.bounded(256)));
+    return bytes;
+}
+
+// Random bytes with pieces of a settings file between them.
+QByteArray Damaged(QRandomGenerator& random) {
+    static const QByteArrayList pieces = QByteArray(
+                                             "[Sec]|\r\n|\n|[Sec]\n|\nKey=1\n|\r\nKey='2|=|;|\"|"
+                                             "\xef\xbb\xbf|\xc3\xbc|[Other]\n|\r|  \t|"
+                                             "\n\n|]|\n[|\nOther=\xfc|key")
+                                             .split('|')
+                                         << QByteArray(3, '\0');
+    QByteArray bytes;
+    if (random.bounded(8) == 0) bytes = random.bounded(2) == 0 ? "\xff\xfe" : "\xfe\xff";
+    for (int left = random.bounded(12); left > 0; --left) {
+        if (random.bounded(3) == 0) bytes += Random(random, 12);
+        bytes += pieces[random.bounded(pieces.size())];
     }
     return bytes;
 }
 
-// As this system's own editor would have written it.
-QByteArray TextOfThisSystem(const QByteArray& text) {
-    QTemporaryFile file;
-    if (!file.open()) qFatal("no temporary file");
-    file.setTextModeEnabled(true);
-    file.write(text);
-    file.setTextModeEnabled(false);
-    file.seek(0);
-    return file.readAll();
+// The part that changed when everything in front of it and behind it is the same.
+QByteArray RemovedPart(const QByteArray& before, const QByteArray& after) {
+    qsizetype front = 0;
+    const qsizetype shorter = std::min(before.size(), after.size());
+    while (front < shorter && before[front] == after[front]) ++front;
+    qsizetype back = 0;
+    while (back < shorter - front &&
+           before.at(before.size() - 1 - back) == after.at(after.size() - 1 - back))
+        ++back;
+    return before.sliced(front, before.size() - front - back);
 }
 
 }  // namespace
@@ -57,6 +79,7 @@ class TestProfileFile : public QObject {
         row("UTF-8 of surrogates is none", "[Sec]\nKey=\xed\xa0\x80",
             QStringLiteral("\u00ed\u00a0\u20ac"));
         row("NUL in the line", QByteArray("[Sec]\nKey=a\0b\nKey=c", 19), "c");
+        row("zeroed end", "[Sec]\nKey=1\nKe" + QByteArray(300, '\0'), "1");
     }
     void Reads() {
         const auto [content, value] = Row<QByteArray, QString>();
@@ -75,7 +98,8 @@ class TestProfileFile : public QObject {
 
     void Writes_data() {
         const Rows<QByteArray, QString, QByteArray> row;
-        row("empty file", "", "v", TextOfThisSystem("[Sec]\nKey=v\n"));
+        const QByteArray end = QSysInfo::kernelType() == "winnt" ? "\r\n" : "\n";
+        row("empty file", "", "v", "[Sec]" + end + "Key=v" + end);
         row("change", "[Sec]\n key =  old  \nX=1", "new", "[Sec]\n key =  new\nX=1");
         row("change of the first", "[Sec]\nKey=1\nKey=2\n[Sec]\nKey=3", "v",
             "[Sec]\nKey=v\nKey=2\n[Sec]\nKey=3");
@@ -96,10 +120,11 @@ class TestProfileFile : public QObject {
             QStringLiteral("\u00c3\u00bc"), "[Sec]\nKey=\xc3\x83\xc2\xbc\n");
         row("the only character that was no UTF-8", "[Sec]\nX=\xc3\xbc\nKey=\xfc\n", "v",
             "[Sec]\nX=\xc3\xbc\nKey=v\n");
-        row("UTF-16 little endian", Utf16("[Sec]\r\nX=ü\r\n", true), QStringLiteral("\u0159"),
-            Utf16(QStringLiteral("[Sec]\r\nX=ü\r\nKey=\u0159\r\n"), true));
-        row("UTF-16 big endian, cut off", Utf16("[Sec]\nX=1", false) + 'x', "v",
-            Utf16("[Sec]\nX=1\nKey=v\n", false) + 'x');
+        row("UTF-16 little endian", Utf16("[Sec]\r\nX=ü\r\n", QStringConverter::Utf16LE),
+            QStringLiteral("\u0159"),
+            Utf16(QStringLiteral("[Sec]\r\nX=ü\r\nKey=\u0159\r\n"), QStringConverter::Utf16LE));
+        row("UTF-16 big endian, cut off", Utf16("[Sec]\nX=1", QStringConverter::Utf16BE) + 'x', "v",
+            Utf16("[Sec]\nX=1\nKey=v\n", QStringConverter::Utf16BE) + 'x');
     }
     void Writes() {
         const auto [before, value, after] = Row<QByteArray, QString, QByteArray>();
@@ -189,6 +214,50 @@ class TestProfileFile : public QObject {
         QCOMPARE(ReadSetting(file, "Sec", "Key"), "1");
         QVERIFY(QFile::remove(file));
         QCOMPARE(ReadSetting(file, "Sec", "Key"), "");
+    }
+
+    void RandomBytes() {
+        QRandomGenerator random(1);
+        for (int round = 0; round < 4000; ++round) {
+            const QByteArray before = Damaged(random);
+            ProfileText text(before);
+            const QByteArray bytes = before.toHex();
+            const char* const hex = bytes.constData();
+            QVERIFY2(text.Bytes() == before, hex);
+            const QString old = text.Value(u"Sec", u"Key").value_or(QString());
+            QVERIFY2(text.Set("Sec", "Key", "value"), hex);
+            const ProfileText again(text.Bytes());
+            QVERIFY2(again.Value(u"Sec", u"Key") == "value", hex);
+            const QByteArray removed = RemovedPart(before, text.Bytes());
+            // Only the old value itself, its blanks and quotes may be gone: never a line.
+            QVERIFY2(!removed.contains('\n') && !removed.contains('\r'), hex);
+            if (old.isEmpty()) QVERIFY2(removed.size() <= 2 || removed.trimmed().size() <= 2, hex);
+        }
+    }
+
+    void LeavesLargeFilesAlone() {
+        const QString file = NewFile("[Sec]\nKey=1\n");
+        constexpr qint64 size = 1024 * 1024 + 1;
+        QVERIFY(QFile::resize(file, size));
+        QCOMPARE(ReadSetting(file, "Sec", "Key"), "");
+        QCOMPARE(WriteSetting(file, "Sec", "Key", "2"), 0);
+        QCOMPARE(QFileInfo(file).size(), size);
+        QVERIFY(ReadBytes(file).startsWith("[Sec]\nKey=1\n"));
+
+        // Nor does writing make a file that could not be read any more.
+        const QByteArray nearly = "[Sec]\nX=" + QByteArray(1024 * 1024 - 20, 'x') + "\n";
+        QVERIFY(WriteBytes(file, nearly));
+        QCOMPARE(WriteSetting(file, "Sec", "Key", QString(30, u'y')), 0);
+        QCOMPARE(ReadBytes(file), nearly);
+    }
+
+    void NeedsAFile_data() {
+        Rows<QString>({{folder.path()}, {folder.filePath("missing/x.ini")}, {"/dev/zero"}, {""}});
+    }
+    void NeedsAFile() {
+        const auto [path] = Row<QString>();
+        QCOMPARE(ReadSetting(path, "Sec", "Key"), "");
+        QCOMPARE(WriteSetting(path, "Sec", "Key", "v"), 0);
     }
 
     void Numbers_data() {
