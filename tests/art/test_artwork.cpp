@@ -1,6 +1,11 @@
-#include "art/skin_layout.h"
 #include "support/data_rows.h"
+#include "ui/skin/picture_box.h"
 #include "ui/skin/window_shape.h"
+#include "ui/status/frm_status.h"
+#include "ui/status/readout_label.h"
+#include "ui/texts/texts.h"
+#include "ui/widgets/preview_area.h"
+#include "ui/window_fixture.h"
 
 #include <QBitmap>
 #include <QFile>
@@ -11,6 +16,41 @@
 #include <algorithm>
 
 namespace {
+
+// The colour that is cut away around a window.
+constexpr QRgb CutAway = 0xFFFF00FF;
+
+// A file of the program folder that the build has laid out, and one of a skin in it.
+QString ProgramFile(const QString& name) {
+    return QStringLiteral(STILLPOST_PROGRAM "/") + name;
+}
+QString SkinFile(const QString& skin, const QString& name) {
+    return ProgramFile("Skins/" + skin + "/" + name);
+}
+
+QImage Picture(const QString& file) {
+    return QImage(file).convertToFormat(QImage::Format_RGB32);
+}
+
+// The controls of a window that are not wholly on its body, or on another; except those.
+QStringList Misplaced(const ShapedWindow& window, const QList<const QWidget*>& except) {
+    QStringList wrong;
+    QRegion taken;
+    for (const QWidget* control :
+         window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (control->isHidden() || except.contains(control)) continue;
+        const QString name =
+            QStringLiteral("%1 %2 at %3, %4")
+                .arg(QLatin1String(control->metaObject()->className()), control->objectName())
+                .arg(control->x())
+                .arg(control->y());
+        if (!(QRegion(control->geometry()) - window.Outline()).isEmpty())
+            wrong << name + " leaves the body";
+        if (taken.intersects(control->geometry())) wrong << name + " is on another";
+        taken += control->geometry();
+    }
+    return wrong;
+}
 
 const QStringList Windows = {"splash.bmp", "StatusBg.bmp"};
 
@@ -78,21 +118,29 @@ class TestArtwork : public QObject {
     void ControlsStandFree_data() { EachSkin(); }
     void ControlsStandFree() {
         const auto [skin] = Row<QString>();
-        const Layout layout(skin);
-        QCOMPARE(Misplaced(layout.MainWindow(), Picture(SkinFile(skin, "splash.bmp"))),
-                 QStringList());
-        QCOMPARE(Misplaced(layout.StatusWindow(), Picture(SkinFile(skin, "StatusBg.bmp"))),
-                 QStringList());
-        QVERIFY(layout.Of("pic_klappe", "Splash_Klappe").contains(layout.Preview()));
-        for (const char* key :
-             {"pic_klappe/Visible", "Beschriftung/Visible", "Beschriftung_Color/ForeColor",
-              "Prog_Bar/Caption", "Label_Treiber/ForeColor"})
-            (void)layout.Pixels(QLatin1String(key));
-        QCOMPARE(layout.Missing, QStringList());
-        // Only a skin with a progress bar of its own may set the colour of the status labels.
-        QCOMPARE(layout.File.value("Prog_Bar/picture").toString(), QStringLiteral("1"));
-        QVERIFY(layout.File.contains("Prog_Bar/TextBefore"));
-        QVERIFY(layout.File.contains("Prog_Bar/TextAfter"));
+        WindowFixture program;
+        program.Skins = SkinFolders({STILLPOST_PROGRAM});
+        program.Set("Einstellungen", "Skin", skin);
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QCOMPARE(Misplaced(window, {window.pic_klappe, window.lblStatus}), QStringList());
+        QVERIFY(window.pic_klappe->isHidden() ||
+                window.pic_klappe->geometry().contains(window.preview->geometry()));
+        Texts words(Texts::Language::English);
+        frmStatus status(*program.Core, program.Skins, words);
+        status.Show();
+        StatusHub& display = program.Core->Display;
+        display.ShowStatus("Send 1234567 Bytes of 1pw.jpg");
+        display.ShowOnline(true);
+        display.ShowRecording("Rec.");
+        display.ShowPictureCount("Pic: 123456");
+        display.ShowMegabytes("MB: 12345.67");
+        display.ShowTimeOutLabel(45);
+        display.ShowTimeOutGauge(45);
+        QCOMPARE(Misplaced(status, {}), QStringList());
+        for (const ReadoutLabel* label : status.findChildren<ReadoutLabel*>())
+            QVERIFY2(!label->Cut(), qPrintable(label->objectName() + ": " + label->text()));
+        QCOMPARE(program.Boxes.Shown, QStringList());
     }
 
     void PicturesHaveTheirSize_data() {
