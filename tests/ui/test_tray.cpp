@@ -47,9 +47,6 @@ class TestTray : public QObject {
         SkinMaker::Write(folder.filePath("icons/tray-running-99.png"), "damaged");
         const QIcon icon = ProgramIcon({"/nowhere", folder.path()}, "tray-running");
         QCOMPARE(icon.availableSizes().size(), 2);
-        for (const QString& name : {QString("running"), QString("paused"), QString("offline")})
-            QVERIFY(PlainTrayIcon(name).pixmap(16, 16).toImage() !=
-                    PlainTrayIcon("stopped").pixmap(16, 16).toImage());
     }
 
     void FollowsTheRun() {
