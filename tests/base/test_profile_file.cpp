@@ -66,6 +66,7 @@ class TestProfileFile : public QObject {
         row("blanks around everything", " \t[ Sec ]\n\t Key \t=  v a\tl \t\n", "v a\tl");
         row("blank that is no blank", "[Sec]\nKey=\xc2\xa0v\xc2\xa0",
             QStringLiteral("\u00a0v\u00a0"));
+        row("single quotes", "[Sec]\nKey=' v '", " v ");
         row("quotes that do not match", "[Sec]\nKey=\"v'", "\"v'");
         row("equals sign and semicolon in it", "[Sec]\nKey=a=b;c", "a=b;c");
         row("first of two sections", "[Sec]\nOther=1\n[Sec]\nKey=2", "");
@@ -123,6 +124,9 @@ class TestProfileFile : public QObject {
         row("UTF-16 little endian", Utf16("[Sec]\r\nX=ü\r\n", QStringConverter::Utf16LE),
             QStringLiteral("\u0159"),
             Utf16(QStringLiteral("[Sec]\r\nX=ü\r\nKey=\u0159\r\n"), QStringConverter::Utf16LE));
+        row("UTF-16 with two marks",
+            Utf16(QStringLiteral("\ufeff\n[Sec]\n"), QStringConverter::Utf16LE), "v",
+            Utf16(QStringLiteral("\ufeff\n[Sec]\nKey=v\n"), QStringConverter::Utf16LE));
         row("UTF-16 big endian, cut off", Utf16("[Sec]\nX=1", QStringConverter::Utf16BE) + 'x', "v",
             Utf16("[Sec]\nX=1\nKey=v\n", QStringConverter::Utf16BE) + 'x');
     }

@@ -4,6 +4,7 @@
 #include "ui/widgets/preview_area.h"
 #include "ui/window_fixture.h"
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -89,6 +90,9 @@ class TestMainWindow : public QObject {
         int next = 0;
         for (const QString& file : SkinMaker::Pictures())
             row(qPrintable(file), file, damages[next++ % damages.size()]);
+        QBuffer small;
+        QImage(63, 200, QImage::Format_RGB32).save(&small, "BMP");
+        row("a background without room for a window", "splash.bmp", small.data());
     }
 
     void BrokenPictures() {
@@ -287,6 +291,10 @@ class TestMainWindow : public QObject {
         program.Time.Advance(200);
         QCOMPARE(program.Setting("Window", "WindowLeft"), "160");
         QCOMPARE(program.Setting("Window", "WindowTop"), "95");
+        window.hide();
+        window.move(5, 6);
+        program.Core->Exit();
+        QCOMPARE(program.Setting("Window", "WindowLeft"), "160");
         program.Start();
         QCOMPARE(program.Window->pos(), QPoint(160, 95));
         program.Window->move(30, 40);

@@ -64,6 +64,7 @@ class TestStatusSlider : public QObject {
         row("down from a second", true, 1000, int(Qt::Key_Down), 900);
         row("seconds", true, 1000, int(Qt::Key_Up), 2000);
         row("down from ten seconds", true, 10'000, int(Qt::Key_Left), 9000);
+        row("up from ten seconds", true, 10'000, int(Qt::Key_Right), 15'000);
         row("an odd value first becomes even", true, 12'340, int(Qt::Key_Up), 15'000);
         row("page", true, 5000, int(Qt::Key_PageUp), 30'000);
         row("page down", true, 60'000, int(Qt::Key_PageDown), 30'000);
