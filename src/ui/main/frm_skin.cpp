@@ -1,14 +1,59 @@
 #include "ui/main/frm_skin.h"
 
+#include "base/message_boxes.h"
+#include "base/profile_file.h"
 #include "core/program.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
+#include "ui/skin/skin.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QShortcut>
+
+namespace {
+
+void NameButton(PictureButton& button, const QString& text, const QString& help,
+                const QKeySequence& shortcut) {
+    button.setText(text);
+    button.setToolTip(help + " (" + shortcut.toString(QKeySequence::NativeText) + ")");
+    button.setShortcut(shortcut);  // a new text takes the former one away
+}
+
+// Without the flap, and with it.
+constexpr QSize previewSize(SkinLayout::FromTwips(4800), SkinLayout::FromTwips(3600));
+constexpr QSize previewBehindFlap(SkinLayout::FromTwips(4740), SkinLayout::FromTwips(3525));
+
+// The driver list below the driver label, and the status below the list; pixels.
+constexpr int listBelowLabel = 18;
+constexpr int listHeight = 22;
+constexpr int mostListWidth = 200;
+constexpr int leastListWidth = 80;
+constexpr int leastStatusWidth = 120;
+constexpr int statusBelowList = 1;
+constexpr int edge = 8;
+
+// For a skin that has none.
+QPixmap PlainLed(const QColor& colour) {
+    constexpr int side = 12;
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(colour);
+    painter.drawEllipse(1, 1, side - 2, side - 2);
+    return picture;
+}
+
+QPixmap LedPicture(const QPixmap& picture, const QColor& otherwise) {
+    return picture.isNull() ? PlainLed(otherwise) : picture;
+}
+
+}  // namespace
 
 frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBoxes& messageBoxes)
     : btnStart(new PictureButton({}, this)),
@@ -139,4 +184,198 @@ void frmSkin::closeEvent(QCloseEvent* event) {
     // The window goes when the program has come to its orderly end, not before.
     event->ignore();
     program.Leave();
+}
+
+// What the main window's controls are called in the language in use.
+
+void frmSkin::SetTexts(const Texts& ownTexts) {
+    texts = &ownTexts;
+    connect(texts, &Texts::Changed, this, &frmSkin::ShowTexts);
+    ShowTexts();
+}
+
+void frmSkin::ShowPauseText() {
+    const QString key = program.Cycle.Paused() ? QString("Continue") : "Pause";
+    NameButton(*btnPause, Word(key), Word(key + "Help"), Qt::Key_F6);
+}
+
+void frmSkin::ShowTexts() {
+    NameButton(*btnStart, Word("Start"), Word("StartHelp"), Qt::Key_F5);
+    ShowPauseText();
+    NameButton(*btnStop, Word("Stop"), Word("StopHelp"), Qt::Key_F7);
+    NameButton(*btnOptions, Word("Options"), Word("OptionsHelp"), Qt::Key_F8);
+    NameButton(*btnMin, Word("Minimise"), Word("MinimiseHelp"), Qt::Key_F9);
+    NameButton(*btnExit, Word("Exit"), Word("ExitHelp"), Qt::CTRL | Qt::Key_Q);
+    cbDriver->setAccessibleName(Word("Camera"));
+    preview->setAccessibleName(Word("Preview"));
+    preview->setToolTip(Word("PreviewHelp"));
+    lblStatus->setAccessibleName(Word("Status"));
+    ShowFlap();
+    ShowDrivers();
+    ShowLeds();
+    ShowStatusTexts();
+}
+
+void frmSkin::ShowSkinned() {
+    const QString wanted = ReadSetting(program.SettingsFile(), "Einstellungen", "Skin");
+    Skin skin(folders, folders.Choose(wanted));
+    program.State.SkinName = skin.Name();
+    LoadBackground(skin);
+    ApplySkinLayout(skin);
+    place.Restore();
+    // The keyboard starts at no button: a stray Space must not start anything.
+    setFocus();
+    show();
+    if (!skin.Fault().isEmpty()) boxes.Show("Stillpost", "Error: " + skin.Fault());
+}
+
+void frmSkin::LoadBackground(Skin& skin) {
+    layoutComplete = false;
+    SetBackground(skin.Background("splash.bmp"));
+}
+
+void frmSkin::ApplySkinLayout(Skin& skin) {
+    LoadPictures(skin);
+    delete layout();
+    if (!HasBackground()) {
+        LayOutPlain();
+        layoutComplete = true;
+        return;
+    }
+    const SkinLayout positions = skin.Layout();
+    struct Place {
+        QWidget* Control;
+        QString Section;
+    };
+    for (const Place& each : std::initializer_list<Place>{{preview, "ezVidCap1"},
+                                                          {Label_Driver, "Label_Driver"},
+                                                          {LEDReigth, "LEDReigth"},
+                                                          {LEDLeft, "LEDLeft"},
+                                                          {btnMin, "btnMin"},
+                                                          {btnExit, "btnExit"},
+                                                          {btnStart, "btnStart"},
+                                                          {btnPause, "btnPause"},
+                                                          {btnStop, "btnStop"},
+                                                          {btnOptions, "btnOptions"}})
+        each.Control->move(positions.Position(each.Section));
+    PlaceFlap(skin);
+    PlaceDriverArea();
+    layoutComplete = true;
+}
+
+void frmSkin::LoadPictures(Skin& skin) {
+    struct Pair {
+        PictureButton* Button;
+        QString Name;
+    };
+    for (const Pair& each : std::initializer_list<Pair>{{btnStart, "button_go"},
+                                                        {btnPause, "button_pau"},
+                                                        {btnStop, "button_stop"},
+                                                        {btnOptions, "button_Options"},
+                                                        {btnMin, "button_min"},
+                                                        {btnExit, "button_ex"}})
+        each.Button->SetPictures(skin.Picture(each.Name + ".jpg"),
+                                 skin.Picture(each.Name + "2.jpg"));
+    leftLed = {LedPicture(skin.Picture("LEDleft.jpg"), Qt::darkGray),
+               LedPicture(skin.Picture("LEDleft2.jpg"), Qt::green)};
+    rightLed = {LedPicture(skin.Picture("LEDreight.jpg"), Qt::darkGray),
+                LedPicture(skin.Picture("LEDreight2.jpg"), Qt::red)};
+    ShowLeds();
+}
+
+void frmSkin::PlaceFlap(Skin& skin) {
+    const SkinLayout positions = skin.Layout();
+    flapEnabled = positions.IsOne("pic_klappe", "Visible");
+    preview->setMinimumSize(0, 0);
+    preview->resize(flapEnabled ? previewBehindFlap : previewSize);
+    if (flapEnabled) {
+        pic_klappe->SetPicture(skin.Picture("Splash_Klappe.jpg"));
+        pic_klappe_open->SetPictures(skin.Picture("button_klappe_open.jpg"),
+                                     skin.Picture("button_klappe_open2.jpg"));
+        pic_klappe->move(positions.Position("pic_klappe"));
+        pic_klappe_open->move(positions.Position("pic_klappe_open"));
+    }
+    ShowFlap();
+}
+
+void frmSkin::ShowFlap() {
+    pic_klappe->setVisible(flapEnabled && !flapOpen);
+    pic_klappe->raise();
+    pic_klappe_open->setVisible(flapEnabled);
+    pic_klappe_open->raise();
+    pic_klappe_open->setText(Word(flapOpen ? QString("FlapClose") : "FlapOpen"));
+    pic_klappe_open->setToolTip(pic_klappe_open->text());
+}
+
+// How far a strip of the window can reach to the right before it meets a control or the edge.
+int frmSkin::RoomFor(const QRect& strip) const {
+    int end = width() - edge;
+    for (const QWidget* other : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const QRect taken = other->geometry();
+        const bool beside = taken.top() <= strip.bottom() && taken.bottom() >= strip.top();
+        if (beside && taken.left() > strip.left() && !other->isHidden() && !InDriverArea(other))
+            end = std::min(end, taken.left() - edge);
+    }
+    return std::max(1, end - strip.left());
+}
+
+bool frmSkin::InDriverArea(const QWidget* control) const {
+    return control == Label_Driver || control == cbDriver || control == lblStatus;
+}
+
+void frmSkin::PlaceDriverArea() {
+    if (!HasBackground()) return;
+    const QPoint at = Label_Driver->pos();
+    const QSize label = Label_Driver->sizeHint();
+    Label_Driver->resize(std::min(label.width(), RoomFor({at, label})), label.height());
+    const QRect list(at.x(), at.y() + listBelowLabel, mostListWidth, listHeight);
+    const int listWidth = std::clamp(RoomFor(list), leastListWidth, mostListWidth);
+    cbDriver->setGeometry({list.topLeft(), QSize(listWidth, listHeight)});
+    cbDriver->raise();
+    PlaceStatus();
+}
+
+void frmSkin::WriteOn(QWidget& label, const QColor& ground) {
+    constexpr int middleGrey = 140;
+    QPalette colours = label.palette();
+    colours.setColor(QPalette::WindowText,
+                     qGray(ground.rgb()) > middleGrey ? Qt::black : Qt::white);
+    label.setPalette(colours);
+}
+
+// The line is shown where the skin leaves room for it; title and tool tips have the text anyway.
+void frmSkin::PlaceStatus() {
+    QRect line = cbDriver->geometry();
+    line.moveTop(line.bottom() + 1 + statusBelowList);
+    line.setHeight(lblStatus->sizeHint().height());
+    line.setWidth(std::min(RoomFor(line), mostListWidth));
+    bool free = line.width() >= leastStatusWidth && (QRegion(line) - Outline()).isEmpty();
+    for (const QWidget* other : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        if (!InDriverArea(other) && !other->isHidden() && other->geometry().intersects(line))
+            free = false;
+    lblStatus->setGeometry(line);
+    lblStatus->setVisible(free);
+    WriteOn(*lblStatus, Ground(line));
+    ShowStatusTexts();
+}
+
+// No skin can be used: everything in rows, so that the operator can go on.
+void frmSkin::LayOutPlain() {
+    flapEnabled = false;
+    ShowFlap();
+    lblStatus->setPalette(palette());
+    lblStatus->show();
+    preview->setMinimumSize(previewSize);
+    auto* grid = new QGridLayout(this);
+    const auto buttons = {btnStart, btnPause, btnStop, btnOptions, btnMin, btnExit};
+    const int columns = static_cast<int>(buttons.size());
+    int column = 0;
+    for (PictureButton* button : buttons) grid->addWidget(button, 2, column++);
+    grid->addWidget(Label_Driver, 0, 0, 1, columns / 2);
+    grid->addWidget(cbDriver, 0, columns / 2, 1, columns - columns / 2);
+    grid->addWidget(preview, 1, 0, 1, columns);
+    grid->addWidget(LEDLeft, 3, 0);
+    grid->addWidget(lblStatus, 3, 1, 1, columns - 2);
+    grid->addWidget(LEDReigth, 3, columns - 1);
+    adjustSize();
 }
