@@ -15,7 +15,6 @@ struct MainState {
     bool LangGerman = false;
     bool LangFrench = false;
     bool PathForArchive = false;  // the path chooser serves the archive's folder, not the pictures'
-    bool Offline = false;         // the run ended with the offline picture; until the next start
 
     [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkPath + name; }
 };

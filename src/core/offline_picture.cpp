@@ -32,7 +32,6 @@ bool OfflinePicture::Wanted() const {
 
 bool OfflinePicture::SendOfflinePicture() {
     parts.Display.ShowStatus("create Offline.jpg");
-    parts.State.Offline = true;
     const bool local = parts.State.Values.LocalMode();
     QString file;
     bool published = false;
@@ -81,14 +80,6 @@ bool OfflinePicture::PutLocal(const QString& file) {
     return false;
 }
 
-bool OfflinePicture::ConnectOnce() {
-    // The connect starts the count anew; the history goes on over it, as over that of a tick.
-    const int historyCounter = parts.Transaction.HistoryCounter();
-    const bool connected = parts.Transaction.ConnectFtp();
-    parts.Transaction.SetHistoryCounter(historyCounter);
-    return connected;
-}
-
 bool OfflinePicture::PutOnServer(const QString& file) {
     TransactionFlags& flags = parts.Transaction.Flags;
     if (parts.Wait.Closing()) return false;
@@ -101,7 +92,7 @@ bool OfflinePicture::PutOnServer(const QString& file) {
     // A connection that only seems to stand shows it when it is used.
     if (parts.Ftp.IsConnected() && parts.Transaction.Publish(file)) return true;
     if (parts.Wait.Closing()) return false;
-    const bool connected = ConnectOnce();
+    const bool connected = parts.Transaction.ConnectOnceMore(RunState::PublishingOffline);
     if (connected && parts.Transaction.Publish(file)) return true;
     parts.Display.ShowStatus(connected ? QString("Offline Picture not sent")
                                        : QString("No connection: Offline Picture not sent"));

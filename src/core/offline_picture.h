@@ -20,7 +20,7 @@ class OfflinePicture {
         PicturePipeline& Pictures;
         PictureState& Picture;
         StatusDisplay& Display;
-        MainState& State;
+        const MainState& State;
     };
     // All of them must outlive the offline picture.
     explicit OfflinePicture(const Parts& parts);
@@ -34,16 +34,12 @@ class OfflinePicture {
     // status says why not and the last picture stays.
     [[nodiscard]] bool SendOfflinePicture();
 
-    // The camera's pictures are coming again.
-    void Clear() { parts.State.Offline = false; }
-
   private:
     [[nodiscard]] QString Setting(const QString& key) const;
     [[nodiscard]] bool Prepare(QString& file);
     [[nodiscard]] bool PreparePlain(const FilePicture& offline, QString& file);
     [[nodiscard]] bool PutLocal(const QString& file);
     [[nodiscard]] bool PutOnServer(const QString& file);
-    [[nodiscard]] bool ConnectOnce();
     [[nodiscard]] QString LocalTarget() const;
 
     Parts parts;

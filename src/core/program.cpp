@@ -30,10 +30,11 @@ Program::Program(const Surroundings& ownSurroundings)
       ezVidCap1(Wait, *ownSurroundings.System.Cameras),
       Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes),
       PictureOverlays(PictureValues, Display, ownSurroundings.Time),
-      Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State),
+      Run(ownSurroundings.Time, Display),
+      Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State, Run),
       Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
       Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *ownSurroundings.System.Sounds, State,
-             ownSurroundings.ClickSound}),
+             Run, ownSurroundings.ClickSound}),
       surroundings(ownSurroundings),
       cameraWatch(ownSurroundings.Time, cameraWatchMilliseconds) {
     FTP1.SetProgramFolder(surroundings.Folder);
@@ -71,7 +72,7 @@ void Program::Load(bool autostarter) {
 }
 
 void Program::Start() {
-    if (!Cycle.Running() && !Cycle.TickRunning()) {
+    if (!Run.Running() && !Run.Busy()) {
         ListDrivers();
         LoadSettings();
         ezVidCap1.SetEnabled(State.DriverPresent);
@@ -92,7 +93,7 @@ void Program::ListDrivers() {
 // A machine that starts by itself may find its camera a little later than the program does, and
 // nobody is there to press Start again.
 void Program::LookForCamera() {
-    if (!Cycle.Running() || DriverIndex() >= 0) return;
+    if (!Run.Running() || DriverIndex() >= 0) return;
     const QStringList now = ezVidCap1.DriverNames();
     const QStringList before = State.DriverPresent ? drivers : QStringList();
     if (now != before) RefreshDrivers();

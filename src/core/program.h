@@ -46,6 +46,7 @@ class Program : public QObject {
     PictureState PictureValues;
     PicturePipeline Pictures;
     Overlays PictureOverlays;
+    RunStatus Run;
     UploadTransaction Transaction;
     OfflinePicture Offline;
     UploadCycle Cycle;

@@ -26,181 +26,167 @@ constexpr int countWraps = 65'000;
 
 UploadCycle::UploadCycle(const Parts& ownParts)
     : parts(ownParts),
+      run(parts.Run),
       Timer1(parts.Wait.OwnClock(), 1000),
       Timer2(parts.Wait.OwnClock(), 1000),
       Timer4(parts.Wait.OwnClock(), 500) {
     connect(&Timer1, &Timer::Tick, this, &UploadCycle::OnTimer1);
     connect(&Timer2, &Timer::Tick, this, &UploadCycle::OnTimer2);
     connect(&Timer4, &Timer::Tick, this, &UploadCycle::OnTimer4);
-    connect(&parts.Transaction, &UploadTransaction::ButtonsEnabled, this,
-            &UploadCycle::ButtonsEnabled);
     connect(&parts.Transaction, &UploadTransaction::Failed, this, &UploadCycle::EndOfRun);
-    connect(&parts.Transaction, &UploadTransaction::SendStarted, this, [this] {
-        sendStarted = true;
-        ticksSinceSend = 0;
-    });
     Timer1.SetEnabled(true);
 }
 
 void UploadCycle::ApplyInterval() {
     Timer4.SetInterval(parts.State.Values.Framerate);
-    minutesLeft = std::min<qint16>(minutesLeft, static_cast<qint16>(parts.State.Values.Uptime));
+    qint16& left = run.ThisRun.MinutesLeft;
+    left = std::min<qint16>(left, static_cast<qint16>(parts.State.Values.Uptime));
 }
 
 void UploadCycle::Start() {
-    if (tickRunning) {
-        startAfterTick = true;
+    if (run.Running() || parts.Wait.Closing()) return;
+    if (run.Busy()) {
+        afterwards = Afterwards::Start;
         return;
     }
-    if (running || parts.Transaction.ConnectInProgress() || parts.Wait.Closing()) return;
+    run.ThisRun = {};
     TransactionFlags& flags = parts.Transaction.Flags;
     flags.QuietErrors = false;
     parts.Display.ResetRunningTime();
     if (!parts.ClickSound.isEmpty()) parts.Sounds.Play(parts.ClickSound);
     flags.ConnectionDown = false;
-    running = true;
-    offlineDue = false;
-    published = true;
-    minutesLeft = 0;
     parts.Net.SetStopped(false);
-    if (offline) offline->Clear();
     if (parts.State.Values.LocalMode()) {
         parts.Display.ShowStatus("Save Picture Local");
-        emit ButtonsEnabled(false, true);
+        run.Enter(RunState::Waiting);
     } else {
         parts.Transaction.ConnectFtp();
     }
-    RunDeferred();
-    if (!running || flags.ConnectionDown) return;
     Timer4.SetInterval(parts.State.Values.Framerate);
-    Timer4.SetEnabled(!paused);
+    GoOn();
+}
+
+// After a connect: the ticks follow, or what the operator asked for meanwhile.
+void UploadCycle::GoOn() {
+    EndOfWork();
+    const bool ticks = run.Running() && !parts.Transaction.Flags.ConnectionDown;
+    if (ticks) Timer4.SetEnabled(run.Is() != RunState::Paused);
 }
 
 void UploadCycle::Pause() {
-    if (!running) return;
-    paused = !paused;
-    pauseShown = paused;
-    Timer2.SetEnabled(paused);
-    Timer4.SetEnabled(!paused);
-    parts.Display.ShowStatus(paused ? QString("Pause") : QString());
-    emit PausedChanged(paused);
+    if (!run.Running()) return;
+    const bool pause = run.Is() != RunState::Paused;
+    pause ? run.Enter(RunState::Paused) : run.Resume();
+    Timer2.SetEnabled(pause);
+    Timer4.SetEnabled(!pause);
+    parts.Display.ShowStatus(pause ? QString("Pause") : QString());
 }
 
 void UploadCycle::Stop() {
-    startAfterTick = false;
+    const bool due = run.Running() || afterwards != Afterwards::Nothing;
+    afterwards = Afterwards::Nothing;
     // Pressed again while the offline picture is on its way: that goes on.
-    if (offlineRunning) return;
-    offlineDue = offlineDue || running;
-    if (paused) Pause();
+    if (run.Is() == RunState::PublishingOffline) return;
+    if (due) afterwards = Afterwards::OfflinePicture;
     EndOfRun();
     if (parts.State.Values.LocalMode()) parts.Transaction.Flags.ConnectionDown = true;
     parts.Display.ShowStatus("stopped");
-    emit ButtonsEnabled(true, false);
-    RunDeferred();
+    EndOfWork();
 }
 
-void UploadCycle::RunDeferred() {
-    if (tickRunning || parts.Transaction.ConnectInProgress()) return;
-    // Who has started again since the stop wants no offline picture any more.
-    if (std::exchange(offlineDue, false) && !startAfterTick) PublishOffline();
-    if (std::exchange(startAfterTick, false)) Start();
+// What was put off while a picture was on its way.
+void UploadCycle::EndOfWork() {
+    if (run.Busy()) return;
+    if (run.Is() == RunState::Stopping) run.Enter(RunState::Stopped);
+    if (afterwards == Afterwards::OfflinePicture) {
+        afterwards = Afterwards::Nothing;
+        PublishOffline();
+    }
+    if (std::exchange(afterwards, Afterwards::Nothing) == Afterwards::Start) Start();
 }
 
 void UploadCycle::PublishOffline() {
     if (!offline || parts.Wait.Closing() || !offline->Wanted()) return;
-    tickRunning = offlineRunning = true;
+    run.Enter(RunState::PublishingOffline);
     parts.Net.SetStopped(false);
     const bool done = offline->SendOfflinePicture();
     parts.Net.SetStopped(true);
-    sendStarted = false;
-    tickRunning = offlineRunning = false;
+    run.Enter(RunState::Offline);
     if (parts.Wait.Closing()) return;
     parts.Display.ShowUpload(0);
     if (done) parts.Display.ShowStatus("Offline");
-    // A connect made for it has left the buttons as those of a run.
-    emit ButtonsEnabled(true, false);
 }
 
 void UploadCycle::EndOfRun() {
-    running = false;
-    sendStarted = false;
-    if (paused) {
-        paused = false;
-        Timer2.SetEnabled(false);
-        emit PausedChanged(false);
-    }
+    if (run.Running()) run.Enter(run.Busy() ? RunState::Stopping : RunState::Stopped);
+    Timer2.SetEnabled(false);
     Timer4.SetEnabled(false);
     parts.Display.ShowRecording({});  // nobody renews it until the next start
     parts.Net.SetStopped(true);
 }
 
 void UploadCycle::Unload() {
-    startAfterTick = false;
-    offlineDue = false;
+    afterwards = Afterwards::Nothing;
     EndOfRun();
     parts.Transaction.Flags.ConnectionDown = true;
 }
 
 void UploadCycle::OnTimer2() {
-    if (!paused) return;
-    pauseShown = !pauseShown;
-    parts.Display.ShowStatus(pauseShown ? QString("Pause") : QString());
+    const bool shown = run.Since().secsTo(parts.Wait.OwnClock().Now()) % 2 == 0;
+    parts.Display.ShowStatus(shown ? QString("Pause") : QString());
 }
 
 void UploadCycle::OnTimer1() {
-    if (!running || parts.Wait.Closing()) return;
-    const bool local = parts.State.Values.LocalMode();
+    if (!run.Running() || parts.Wait.Closing()) return;
     Watchdog();
     const bool online = parts.Net.Online();
     parts.Display.ShowOnline(online);
     const bool connecting = parts.Transaction.ConnectInProgress();
     parts.Display.ShowRecording(connecting ? QString("Rec.") : online ? QString() : "offline");
-    if (!local && parts.Transaction.Flags.ConnectionDown && !connecting) ConnectAgain();
+    const bool down = parts.Transaction.Flags.ConnectionDown;
+    if (!parts.State.Values.LocalMode() && down && !run.Busy()) ConnectAgain();
 }
 
 void UploadCycle::Watchdog() {
-    if (!sendStarted) return;
-    ticksSinceSend = ticksSinceSend >= countWraps ? 0 : ticksSinceSend + 1;
+    std::optional<int>& ticks = run.ThisRun.SendStarted;
+    if (!ticks) return;
+    ticks = *ticks >= countWraps ? 0 : *ticks + 1;
     TransactionFlags& flags = parts.Transaction.Flags;
     const bool watched = !parts.State.Values.LocalMode() && !flags.ConnectionDown;
-    if (!watched || ticksSinceSend != watchdogTicks) return;
+    if (!watched || ticks != watchdogTicks) return;
     parts.Display.ShowStatus("reconnecting ftp");
     flags.FtpError = true;
-    sendStarted = false;
+    ticks.reset();
 }
 
 void UploadCycle::ConnectAgain() {
     parts.Transaction.Flags.ConnectionDown = false;
     parts.Transaction.ConnectFtp();
-    RunDeferred();
-    if (running && !parts.Transaction.Flags.ConnectionDown) Timer4.SetEnabled(!paused);
+    GoOn();
 }
 
 void UploadCycle::OnTimer4() {
-    if (tickRunning || !running) return;
-    tickRunning = true;
-    if (TickMakesPicture()) Tick();
-    tickRunning = false;
-    RunDeferred();
+    if (run.Busy() || !run.Running()) return;
+    if (TickMakesPicture()) {
+        const QString trouble = parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
+        const bool ended = !run.Running();
+        if (run.Is() != RunState::Stopped)
+            run.Enter(trouble.isEmpty() ? RunState::Waiting : RunState::WaitingToRetry, trouble);
+        if (ended && !parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
+    }
+    EndOfWork();
 }
 
 bool UploadCycle::TickMakesPicture() {
-    if (minutesLeft > 0) {
+    qint16& left = run.ThisRun.MinutesLeft;
+    if (left > 0) {
         Timer4.SetInterval(minute);
-        --minutesLeft;
+        --left;
         parts.Display.ShowStatus("Wait...");
         return false;
     }
     Timer4.SetInterval(parts.State.Values.Framerate);
-    return !paused && !parts.Transaction.Flags.ConnectionDown;
-}
-
-void UploadCycle::Tick() {
-    if (parts.State.Values.LocalMode())
-        LocalTick();
-    else
-        FtpTick();
-    if (!running && !parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
+    return run.Is() != RunState::Paused && !parts.Transaction.Flags.ConnectionDown;
 }
 
 void UploadCycle::CountPicture(const QString& file) {
@@ -210,40 +196,45 @@ void UploadCycle::CountPicture(const QString& file) {
     parts.Display.ShowMegabytes("MB: " + megabytes.Text());
 }
 
-void UploadCycle::LocalTick() {
-    parts.Transaction.Flags.ConnectionDown = false;
-    const QString source = parts.State.WorkFile(PublicNames::Sending);
-    const QString target = parts.State.Values.Verzeichnis + PublicNames::Picture;
-    if (parts.State.Values.Verzeichnis.isEmpty()) {
-        // Without a folder the picture would land wherever the program was started.
-        parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
-    } else if (MakePicture()) {
-        if (WholeFile::Copy(source, target)) {
-            CountPicture(target);
-            emit PicturePublished(++publishedCount);
-        } else {
-            parts.Display.ShowStatus("Cannot write " + target);
-        }
-    }
-    FinishTick(true);
-}
-
-bool UploadCycle::ConnectForTick() {
-    // Servers drop idle connections. The history goes on counting over such a connect, or it would
-    // never move on where the interval is longer than the server's patience.
-    const int historyCounter = parts.Transaction.HistoryCounter();
-    const bool connected = parts.Transaction.ConnectFtp();
-    parts.Transaction.SetHistoryCounter(historyCounter);
-    return connected;
+bool UploadCycle::Online() {
+    if (!parts.Net.Online()) run.Enter(RunState::GoingOnline);
+    return parts.Net.IstNetzVerbindung();
 }
 
 bool UploadCycle::MakePicture() {
+    run.Enter(RunState::TakingPicture);
     const qint64 start = parts.Wait.OwnClock().Milliseconds();
     const bool made = parts.Pictures.MakePicture();
     if (made) madeAt = start;
-    const QString& unwritten = parts.Pictures.Unwritten();
-    if (!made && !unwritten.isEmpty()) parts.Display.ShowStatus("Cannot write " + unwritten);
+    if (!made && !parts.Pictures.Unwritten().isEmpty()) parts.Display.ShowStatus(NoPicture());
     return made;
+}
+
+QString UploadCycle::NoPicture() const {
+    const QString& unwritten = parts.Pictures.Unwritten();
+    return unwritten.isEmpty() ? QString("No picture from the camera")
+                               : "Cannot write " + unwritten;
+}
+
+QString UploadCycle::LocalTick() {
+    parts.Transaction.Flags.ConnectionDown = false;
+    const QString target = parts.State.Values.Verzeichnis + PublicNames::Picture;
+    QString trouble;
+    if (parts.State.Values.Verzeichnis.isEmpty()) {
+        // Without a folder the picture would land wherever the program was started.
+        trouble = "No folder for the pictures: Verzeichnis is empty";
+        parts.Display.ShowStatus(trouble);
+    } else if (!MakePicture()) {
+        trouble = NoPicture();
+    } else if (!WholeFile::Copy(parts.State.WorkFile(PublicNames::Sending), target)) {
+        trouble = "Cannot write " + target;
+        parts.Display.ShowStatus(trouble);
+    } else {
+        CountPicture(target);
+        emit PicturePublished(++publishedCount);
+    }
+    FinishTick(true);
+    return trouble;
 }
 
 bool UploadCycle::PrepareSending() {
@@ -258,41 +249,50 @@ bool UploadCycle::PrepareSending() {
     return true;
 }
 
-void UploadCycle::FtpTick() {
+QString UploadCycle::FtpTick() {
+    bool& published = run.ThisRun.Published;
     if (!published && parts.Transaction.Flags.ConnectionDown) {
         parts.Transaction.CloseConnection();
         parts.Display.ShowOnline(false);
-        return;
+        return "Close Connection";
     }
-    if (!parts.Net.IstNetzVerbindung()) {
+    if (!Online()) {
         parts.Display.ShowStatus("reconnecting");
-        return;
+        return "No Connection to Internet";
     }
     const bool lost = !parts.Ftp.IsConnected();
-    const bool connected = !lost || ConnectForTick();
-    if (!running || parts.Wait.Closing()) return;
+    const bool connected = !lost || parts.Transaction.ConnectOnceMore(RunState::TakingPicture);
+    if (!run.Running() || parts.Wait.Closing()) return {};
     published = false;
-    const QString file = parts.State.WorkFile(PublicNames::Sending);
-    if (PrepareSending() && connected && parts.Transaction.Publish(file)) {
-        QFile::remove(file);
-        published = true;
-        parts.Display.ShowUpload(0);
-        parts.Display.ShowStatus("wait...");
-        emit PicturePublished(++publishedCount);
-    }
+    const QString trouble = Publish(connected);
     FinishTick(lost && !connected);
+    return trouble;
+}
+
+QString UploadCycle::Publish(bool connected) {
+    const QString file = parts.State.WorkFile(PublicNames::Sending);
+    if (!PrepareSending()) return NoPicture();
+    if (!connected) return parts.Transaction.Failure();
+    if (!parts.Transaction.Publish(file)) return "FTP: " + parts.Ftp.GetLastErrorString();
+    QFile::remove(file);
+    run.ThisRun.Published = true;
+    parts.Display.ShowUpload(0);
+    parts.Display.ShowStatus("wait...");
+    emit PicturePublished(++publishedCount);
+    return {};
 }
 
 void UploadCycle::FinishTick(bool connectTried) {
-    TransactionFlags& flags = parts.Transaction.Flags;
+    const TransactionFlags& flags = parts.Transaction.Flags;
     const bool local = parts.State.Values.LocalMode();
-    if (!local && running && flags.FtpError && parts.Net.IstNetzVerbindung()) {
-        if (!connectTried) parts.Transaction.ConnectFtp();
-        if (running && !parts.Wait.Closing()) MakePicture();
+    if (!local && run.Running() && flags.FtpError && Online()) {
+        if (!connectTried) parts.Transaction.ConnectFtp(RunState::TakingPicture);
+        if (run.Running() && !parts.Wait.Closing()) MakePicture();
     }
-    sendStarted = false;
+    OneRun& once = run.ThisRun;
+    once.SendStarted.reset();
     const int uptime = parts.State.Values.Uptime;
-    if (uptime > 0 && minutesLeft == 0) minutesLeft = static_cast<qint16>(uptime);
-    if (running && !paused && !parts.Wait.Closing() && !flags.ConnectionDown)
-        Timer4.SetEnabled(true);
+    if (uptime > 0 && once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(uptime);
+    const bool ticks = run.Running() && run.Is() != RunState::Paused;
+    if (ticks && !parts.Wait.Closing() && !flags.ConnectionDown) Timer4.SetEnabled(true);
 }

@@ -3,6 +3,7 @@
 #include "base/clock.h"
 #include "core/main_state.h"
 #include "core/megabytes.h"
+#include "core/run_state.h"
 
 #include <QObject>
 
@@ -31,6 +32,7 @@ class UploadCycle : public QObject {
         StatusDisplay& Display;
         Sound& Sounds;
         const MainState& State;
+        RunStatus& Run;
         QString ClickSound;  // path of "Click.wav"; empty when there is none
     };
     explicit UploadCycle(const Parts& parts);
@@ -50,16 +52,9 @@ class UploadCycle : public QObject {
     // The window is being unloaded: no further step starts.
     void Unload();
 
-    [[nodiscard]] bool Running() const { return running; }
-    [[nodiscard]] bool Paused() const { return paused; }
-    // A picture is being published, the offline picture included.
-    [[nodiscard]] bool TickRunning() const { return tickRunning; }
     [[nodiscard]] int PictureCount() const { return pictureCount; }
-    [[nodiscard]] int MinutesLeft() const { return minutesLeft; }
 
   signals:
-    void ButtonsEnabled(bool start, bool stop);
-    void PausedChanged(bool paused);
     // A picture is public: the number of pictures published since the program started.
     void PicturePublished(int count);
 
@@ -68,39 +63,37 @@ class UploadCycle : public QObject {
     void OnTimer2();
     void OnTimer4();
 
+    void GoOn();
     bool TickMakesPicture();
-    void Tick();
-    void LocalTick();
-    void FtpTick();
+    // The ticks of the two modes. They return why the next one is to try again; empty when the
+    // picture is public.
+    [[nodiscard]] QString LocalTick();
+    [[nodiscard]] QString FtpTick();
+    [[nodiscard]] QString Publish(bool connected);
     void FinishTick(bool connectTried);
-    bool ConnectForTick();
+    [[nodiscard]] bool Online();
     bool MakePicture();
+    [[nodiscard]] QString NoPicture() const;
     bool PrepareSending();
     void CountPicture(const QString& file);
     void Watchdog();
     void ConnectAgain();
     void EndOfRun();
-    void RunDeferred();
+    void EndOfWork();
     void PublishOffline();
 
+    // What a button pressed while a picture is being published asks for once that is done.
+    enum class Afterwards { Nothing, Start, OfflinePicture };
+
     Parts parts;
+    RunStatus& run;
     OfflinePicture* offline = nullptr;
     Timer Timer1;
     Timer Timer2;
     Timer Timer4;
 
-    bool running = false;
-    bool paused = false;
-    bool pauseShown = false;
-    bool tickRunning = false;
-    bool startAfterTick = false;
-    bool offlineDue = false;  // as soon as neither tick nor connect runs
-    bool offlineRunning = false;
-    bool published = true;
-    bool sendStarted = false;
-    int ticksSinceSend = 0;
+    Afterwards afterwards = Afterwards::Nothing;
     qint64 madeAt = -1;  // when the picture in the working folder was made, clock milliseconds
-    qint16 minutesLeft = 0;
     int pictureCount = 0;
     int publishedCount = 0;
     MegabyteCounter megabytes;

@@ -23,9 +23,8 @@ constexpr int loginSeconds = 30;
 // The history moves on with every eleventh picture, not with every one.
 constexpr int ticksPerShift = 10;
 
-// What a server answers to DELE or RNFR of a file that it does not have.
-constexpr int noSuchFile = 550;
-constexpr int noSuchFolder = 550;
+// What a server answers about a file or a folder that it does not have.
+constexpr int notThere = 550;
 
 const QString title = "Stillpost";
 
@@ -37,13 +36,15 @@ int SecondsSinceMidnight(const QTime& time) {
 
 UploadTransaction::UploadTransaction(Waiting& ownWaiting, FTP& ownFtp,
                                      Connectivity& ownConnectivity, StatusDisplay& ownDisplay,
-                                     MessageBoxes& ownBoxes, const MainState& ownState)
+                                     MessageBoxes& ownBoxes, const MainState& ownState,
+                                     RunStatus& ownRun)
     : waiting(ownWaiting),
       ftp(ownFtp),
       connectivity(ownConnectivity),
       display(ownDisplay),
       boxes(ownBoxes),
-      state(ownState) {
+      state(ownState),
+      run(ownRun) {
     connect(&ftp, &FTP::ServerResponse, this, &UploadTransaction::OnReply);
     connect(&ftp, &FTP::Replied, this, [this](int code) { Flags.LowerBy(code); });
     connect(&ftp, &FTP::SendProgress, this, &UploadTransaction::OnSendProgress);
@@ -67,24 +68,22 @@ void UploadTransaction::OnSendProgress(qint32 sent, qint32 total) {
 }
 
 void UploadTransaction::Warn(const QString& german, const QString& english) {
-    if (Flags.QuietErrors || waiting.Closing()) return;
-    boxes.Show(title, state.LangGerman ? german : english);
+    failure = state.LangGerman ? german : english;
+    if (!Flags.QuietErrors && !waiting.Closing()) boxes.Show(title, failure);
 }
 
-bool UploadTransaction::ConnectFtp() {
-    if (connecting || Flags.ConnectionDown) return false;
+bool UploadTransaction::ConnectFtp(RunState then) {
+    if (ConnectInProgress() || Flags.ConnectionDown) return false;
     Flags.ConnectionDown = true;
-    connecting = true;
-    emit ButtonsEnabled(false, false);
+    run.Enter(RunState::Connecting);
+    failure.clear();
 
     const int startTime = SecondsSinceMidnight(waiting.OwnClock().Now().time());
     if (state.Values.Anwahl) connectivity.DialConfigured();
-    historyCounter = 0;
-    bool connected = false;
-    if (connectivity.IstNetzVerbindung())
-        ConnectOnline(connected);
-    else
-        AskWhenOffline();
+    HistoryCounter = 0;
+    const bool online = connectivity.IstNetzVerbindung();
+    if (!online) AskWhenOffline();
+    bool connected = online && ConnectOnline();
     // A time of day never reaches this number: the server counts as slow only by its time-outs.
     if (startTime > 1'000'000) {
         Warn("Der angegebene FTP-Server ist extrem langsam oder temp. nicht ansprechbar!",
@@ -92,24 +91,30 @@ bool UploadTransaction::ConnectFtp() {
         display.ShowStatus("Offline");
         connected = false;
     }
-    return FinishConnect(connected);
+    return FinishConnect(connected, then);
 }
 
-void UploadTransaction::ConnectOnline(bool& connected) {
+bool UploadTransaction::ConnectOnceMore(RunState then) {
+    const int counted = HistoryCounter;
+    const bool connected = ConnectFtp(then);
+    HistoryCounter = counted;
+    return connected;
+}
+
+bool UploadTransaction::ConnectOnline() {
     display.ShowStatus("Setup fast FTP");
-    if (!waiting.Seconds(1)) return;
+    if (!waiting.Seconds(1)) return false;
     ftp.Cancel();
-    if (!waiting.Seconds(1)) return;
+    if (!waiting.Seconds(1)) return false;
     ftp.Disconnect();
-    if (!waiting.Seconds(1)) return;
+    if (!waiting.Seconds(1)) return false;
     ftp.SetRemoteHost({});
     ftp.SetRemoteHost(state.Values.Server);
     ftp.SetUserName(state.Values.User);
     ftp.SetPassword(state.Values.PW);
     ftp.SetTimeOut(ftpTimeOutSeconds);
     display.ShowStatus("Connecting...");
-    if (!waiting.Seconds(1)) return;
-    connected = LogIn() && ChangeDirectory();
+    return waiting.Seconds(1) && LogIn() && ChangeDirectory();
 }
 
 bool UploadTransaction::LogIn() {
@@ -149,34 +154,36 @@ bool UploadTransaction::ChangeDirectory() {
         display.ShowStatus("Offline");
         return false;
     }
-    if (ftp.ReplyCode() != noSuchFolder) return true;
+    if (ftp.ReplyCode() != notThere) return true;
     Warn("Das Verzeichniss '" + directory + "' existiert nicht auf dem Server!",
          "The Path '" + directory + " 'dont exists on Server!");
     return false;
 }
 
 void UploadTransaction::AskWhenOffline() {
+    failure = state.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
+                               : QString("No Connection to Internet possible!");
     if (Flags.QuietErrors || waiting.Closing()) return;
-    const bool retry = boxes.AskRetry(
-        title, state.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
-                                : QString("No Connection to Internet possible!"));
-    if (retry) Flags.QuietErrors = true;
+    if (boxes.AskRetry(title, failure)) Flags.QuietErrors = true;
 }
 
-bool UploadTransaction::FinishConnect(bool connected) {
-    connecting = false;
-    if (waiting.Closing()) return false;
+bool UploadTransaction::FinishConnect(bool connected, RunState then) {
+    if (waiting.Closing()) {
+        run.Enter(RunState::Stopped);
+        return false;
+    }
     if (!connected && !Flags.QuietErrors) {
         display.ShowStatus("Offline");  // nothing is under way any more
-        emit Failed();                  // first, so that nothing counts as running
-        emit ButtonsEnabled(true, false);
+        run.Enter(RunState::Stopped, failure);
+        emit Failed();
         return false;
     }
     // What is left of a failed connect must not pass for one that the next step could use.
     if (!connected) ftp.Disconnect();
-    emit ButtonsEnabled(false, true);
     Flags.ConnectionDown = false;
     Flags.QuietErrors = true;
+    const bool waits = !connected && then == RunState::Waiting;
+    waits ? run.Enter(RunState::WaitingToRetry, failure) : run.Enter(then);
     return connected;
 }
 
@@ -221,7 +228,8 @@ void UploadTransaction::CloseConnection() {
 void UploadTransaction::SendFile(const QString& localPath) {
     if (!BeginStep("Send File")) return;
     Flags.WaitSend = true;
-    emit SendStarted();
+    run.ThisRun.SendStarted = 0;
+    run.Enter(RunState::Sending);
     if (ftp.PutFile({}, PublicNames::Sending, localPath, false))
         AwaitReply(Flags.WaitSend, sendSeconds);
     else
@@ -235,7 +243,7 @@ void UploadTransaction::DeleteFile(const QString& name) {
         AwaitReply(Flags.WaitDelete, deleteSeconds);
     else
         // What is not there need not be deleted: the first pictures of an empty folder.
-        Flags.FtpError = ftp.ReplyCode() != noSuchFile;
+        Flags.FtpError = ftp.ReplyCode() != notThere;
 }
 
 void UploadTransaction::DeletePublic() {
@@ -247,7 +255,7 @@ void UploadTransaction::RenameFile(const QString& from, const QString& to, Missi
     Flags.WaitRenameFrom = true;
     Flags.WaitRenameTo = true;
     if (!ftp.Rename({}, from, to)) {
-        const bool isMissing = Flags.WaitRenameFrom && ftp.ReplyCode() == noSuchFile;
+        const bool isMissing = Flags.WaitRenameFrom && ftp.ReplyCode() == notThere;
         Flags.FtpError = missing == Missing::IsFault || !isMissing;
         return;
     }
@@ -275,8 +283,8 @@ bool UploadTransaction::Publish(const QString& localPath) {
     Flags.FtpError = false;
     if (MayGoOn()) SendFile(localPath);
     bool shifted = false;
-    if (MayGoOn() && state.Values.lastpictures && ++historyCounter > ticksPerShift) {
-        historyCounter = 0;
+    if (MayGoOn() && state.Values.lastpictures && ++HistoryCounter > ticksPerShift) {
+        HistoryCounter = 0;
         shifted = true;
         ShiftHistory();
     }

@@ -2,6 +2,7 @@
 
 #include "core/main_state.h"
 #include "core/reply_log.h"
+#include "core/run_state.h"
 #include "core/transaction_flags.h"
 
 #include <QObject>
@@ -21,16 +22,23 @@ class UploadTransaction : public QObject {
 
   public:
     UploadTransaction(Waiting& waiting, FTP& ftp, Connectivity& connectivity,
-                      StatusDisplay& display, MessageBoxes& boxes, const MainState& state);
+                      StatusDisplay& display, MessageBoxes& boxes, const MainState& state,
+                      RunStatus& run);
 
     TransactionFlags Flags;
 
     // Logs in and changes into the folder; takes about six seconds, most of it pauses that let
     // servers free the former connection. Before the first success of a run a failure is told in a
     // message box and ends the cycle (Failed); later it is silent and the cycle tries again.
-    // Returns whether the connection stands.
-    bool ConnectFtp();
-    [[nodiscard]] bool ConnectInProgress() const { return connecting; }
+    // then: what the run goes on to do, whether the connection stands or not; a run that only waits
+    // tries again. Returns whether the connection stands.
+    bool ConnectFtp(RunState then = RunState::Waiting);
+    // The same where the server has dropped an idle connection: the history goes on counting, or
+    // it would never move on where the interval is longer than the server's patience.
+    bool ConnectOnceMore(RunState then);
+    // Why the last connect failed, in the user's language; empty when it did not.
+    [[nodiscard]] const QString& Failure() const { return failure; }
+    [[nodiscard]] bool ConnectInProgress() const { return run.Step() == RunState::Connecting; }
 
     void CloseConnection();
 
@@ -48,29 +56,24 @@ class UploadTransaction : public QObject {
     bool Publish(const QString& localPath);
 
     // Ticks since the last shift of the history.
-    [[nodiscard]] int HistoryCounter() const { return historyCounter; }
-    void SetHistoryCounter(int ticks) { historyCounter = ticks; }
+    int HistoryCounter = 0;
 
     [[nodiscard]] const ReplyLog& Log() const { return log; }
 
   signals:
-    // Which of btnStart and btnStop can be pressed now.
-    void ButtonsEnabled(bool start, bool stop);
     // A connect failed before any succeeded: the cycle is over until btnStart.
     void Failed();
-    // SendFile has started; the watchdog counts from here.
-    void SendStarted();
     void LogChanged();
 
   private:
     void OnReply(const QString& chunk);
     void OnSendProgress(qint32 sent, qint32 total);
 
-    void ConnectOnline(bool& connected);
+    bool ConnectOnline();
     bool LogIn();
     bool ChangeDirectory();
     void AskWhenOffline();
-    bool FinishConnect(bool connected);
+    bool FinishConnect(bool connected, RunState then);
     void Warn(const QString& german, const QString& english);
 
     [[nodiscard]] bool MayGoOn() const;
@@ -84,7 +87,7 @@ class UploadTransaction : public QObject {
     StatusDisplay& display;
     MessageBoxes& boxes;
     const MainState& state;
-    bool connecting = false;
-    int historyCounter = 0;
+    RunStatus& run;
+    QString failure;
     ReplyLog log;
 };

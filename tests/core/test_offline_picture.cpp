@@ -40,10 +40,6 @@ class OfflineFixture : public CycleFixture {
         Write("Offline/Offline.jpg", File);
         Configure();
         Cycle.SetOfflinePicture(&Offline);
-        QObject::connect(&Cycle, &UploadCycle::ButtonsEnabled, &Cycle,
-                         [this](bool start, bool stop) {
-                             Buttons = {start, stop};
-                         });
     }
     ~OfflineFixture() { Cycle.SetOfflinePicture(nullptr); }
     Q_DISABLE_COPY_MOVE(OfflineFixture)
@@ -62,11 +58,8 @@ class OfflineFixture : public CycleFixture {
     [[nodiscard]] QByteArray Public() const { return Server.Files.value("pw.jpg"); }
 
     const QByteArray File = Plain(Qt::blue, "JPG");
-    QList<bool> Buttons;
     OfflinePicture Offline{{Wait, Ftp, Net, Transaction, Pictures, Picture, Display, State}};
 };
-
-const QList<bool> stoppedButtons = {true, false};
 
 }  // namespace
 
@@ -91,8 +84,7 @@ class TestOfflinePicture : public QObject {
                               "Send File", "Rename File", "Offline Picture done", "Offline"}));
         QVERIFY2(f.Display.LabelSeconds.contains(26),
                  "Time Out: N s while the server is waited for");
-        QCOMPARE(f.Buttons, stoppedButtons);
-        QVERIFY(f.State.Offline);
+        QCOMPARE(f.Run.Is(), RunState::Offline);
         f.Time.Advance(100'000);
         QCOMPARE(f.Public(), f.File);
         QCOMPARE(f.Published(), 1);
@@ -201,7 +193,7 @@ class TestOfflinePicture : public QObject {
                  qPrintable(f.Display.Statuses.last()));
         QCOMPARE(f.Public(), last);
         if (fault != "refused") QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), sent);
-        QCOMPARE(f.Buttons, stoppedButtons);
+        QVERIFY(RunButtons::For(f.Run).Start && !RunButtons::For(f.Run).Stop);
         QCOMPARE(f.Boxes.Shown, QStringList());
         QVERIFY(!QFile::exists("pw.jpg"));
     }
@@ -224,7 +216,7 @@ class TestOfflinePicture : public QObject {
         QCOMPARE(f.Public(), f.File);
         QCOMPARE(f.Server.Connections, 2);
         QCOMPARE(f.Display.Statuses.last(), "Offline");
-        QCOMPARE(f.Buttons, stoppedButtons);
+        QVERIFY(RunButtons::For(f.Run).Start && !RunButtons::For(f.Run).Stop);
     }
 
     void GivesUpOffline_data() {
@@ -244,7 +236,7 @@ class TestOfflinePicture : public QObject {
         QVERIFY(f.Time.Milliseconds() - start < 120'000);
         QCOMPARE(f.Display.Statuses.last(), "No connection: Offline Picture not sent");
         QCOMPARE(f.Boxes.Shown, QStringList());
-        QCOMPARE(f.Buttons, stoppedButtons);
+        QVERIFY(RunButtons::For(f.Run).Start && !RunButtons::For(f.Run).Stop);
         f.Server.ListenAgain();
         f.System.Online.Set(true, OnlineState::Lan);
         f.Time.Advance(200'000);
@@ -273,7 +265,7 @@ class TestOfflinePicture : public QObject {
         look.SetEnabled(true);
         f.Time.Advance(60'000);
         QCOMPARE(f.Display.Statuses.contains("Offline"), offline);
-        QCOMPARE(f.Cycle.Running(), !offline);
+        QCOMPARE(f.Run.Running(), !offline);
         if (!offline) return;
         QCOMPARE(f.Published(), 2);
         QCOMPARE(f.Public(), f.File);
@@ -297,7 +289,7 @@ class TestOfflinePicture : public QObject {
             if (f.Display.Statuses.contains(moment)) {
                 f.Cycle.Start();
                 pressed = true;
-                QVERIFY(!f.Cycle.Running());
+                QVERIFY(!f.Run.Running());
                 return;
             }
             QMetaObject::invokeMethod(&f.Cycle, look, Qt::QueuedConnection);
@@ -306,8 +298,7 @@ class TestOfflinePicture : public QObject {
         f.Cycle.Stop();
         QVERIFY(pressed);
         QVERIFY(f.Display.Statuses.contains("Offline Picture done"));
-        QVERIFY(f.Cycle.Running());
-        QVERIFY(!f.State.Offline);
+        QVERIFY(f.Run.Running());
         QVERIFY(f.RunUntilPublished(3));
     }
 
@@ -362,7 +353,7 @@ class TestOfflinePicture : public QObject {
         QVERIFY(closedAt >= 0);
         QVERIFY(f.Time.Milliseconds() - closedAt < 2000);
         QVERIFY(!f.Display.Statuses.contains("Offline Picture done"));
-        QVERIFY(!f.Cycle.Running() && !f.Cycle.TickRunning());
+        QVERIFY(!f.Run.Running() && !f.Run.Busy());
         if (moment != "Rename File") QCOMPARE(f.Public(), last);
     }
 };

@@ -180,7 +180,7 @@ class TestUploadCycle : public QObject {
         f.Server.DropControl();
         f.Time.Advance(300'000);
         QCOMPARE(f.Published(), 1);
-        QVERIFY(f.Cycle.Running());
+        QVERIFY(f.Run.Running());
         QCOMPARE(f.Boxes.Shown, QStringList());
         f.Server.ListenAgain();
         QVERIFY(f.RunUntilPublished(3, 120'000));
@@ -199,11 +199,11 @@ class TestUploadCycle : public QObject {
         CycleFixture f;
         f.Server.Password = "another";
         bool running = true;
-        QObject::connect(&f.Cycle, &UploadCycle::ButtonsEnabled,
-                         [&] { running = f.Cycle.Running(); });
+        QObject::connect(&f.Transaction, &UploadTransaction::Failed,
+                         [&] { running = f.Run.Running(); });
         f.Display.Recording = "Rec.";
         f.Cycle.Start();
-        QVERIFY2(!running, "known when the buttons change");
+        QVERIFY2(!running, "known when the failure is told");
         QCOMPARE(f.Display.Statuses.last(), "Offline");
         QCOMPARE(f.Display.Recording, QString());
     }
@@ -217,11 +217,19 @@ class TestUploadCycle : public QObject {
         const auto [duringTick] = Row<bool>();
         CycleFixture f;
         f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
-        QSignalSpy buttons(&f.Cycle, &UploadCycle::ButtonsEnabled);
         QVERIFY(f.Begin());
-        if (duringTick) QVERIFY(f.Time.RunUntil([&f] { return f.Server.DataConnections == 2; }));
-        f.Cycle.Stop();
-        QCOMPARE(buttons.last(), (QVariantList{true, false}));
+        Timer press(f.Time, 100);
+        QObject::connect(&press, &Timer::Tick, &f.Cycle, [&f, &press, duringTick = duringTick] {
+            if (duringTick == (f.Server.DataConnections < 2)) return;
+            press.SetEnabled(false);
+            f.Cycle.Stop();
+            QCOMPARE(f.Run.Is(), duringTick ? RunState::Stopping : RunState::Stopped);
+            QVERIFY(RunButtons::For(f.Run).Start && !RunButtons::For(f.Run).Stop);
+        });
+        press.SetEnabled(true);
+        f.Time.Advance(100'000);
+        QCOMPARE(f.Published(), duringTick ? 2 : 1);
+        QCOMPARE(f.Run.Is(), RunState::Stopped);
         f.Server.DropControl();
         f.Time.Advance(100'000);
         QCOMPARE(f.Display.Statuses.last(), "stopped");
@@ -296,7 +304,7 @@ class TestUploadCycle : public QObject {
         look.SetEnabled(true);
         QVERIFY(f.Time.RunUntil([&] { return closedAt >= 0 && f.Wait.Depth() == 0; }, 60'000));
         QVERIFY(f.Time.Milliseconds() - closedAt < 2000);
-        QVERIFY(!f.Cycle.Running());
+        QVERIFY(!f.Run.Running());
     }
 };
 

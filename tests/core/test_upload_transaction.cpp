@@ -59,13 +59,12 @@ class TestUploadTransaction : public QObject {
         f.State.Values.Verzeichnis = folder;
         if (folder.isEmpty()) f.Server.Password = "another";
         QSignalSpy failed(&f.Transaction, &UploadTransaction::Failed);
-        QSignalSpy buttons(&f.Transaction, &UploadTransaction::ButtonsEnabled);
         QVERIFY(!f.Transaction.ConnectFtp());
         QCOMPARE(failed.count(), 1);
         QCOMPARE(f.Boxes.Shown, QStringList{message});
         QVERIFY(f.Transaction.Flags.ConnectionDown);
-        QCOMPARE(buttons.first(), (QVariantList{false, false}));
-        QCOMPARE(buttons.last(), (QVariantList{true, false}));
+        QCOMPARE(f.Display.States,
+                 QStringList({"connecting", "stopped: " + message.section(": ", 1)}));
         QVERIFY2(!f.Transaction.ConnectFtp(), "refused until the failure is cleared");
     }
 
@@ -116,7 +115,7 @@ class TestUploadTransaction : public QObject {
         f.State.Values.Delete = deletes;
         f.Server.Files = {{"pw.jpg", "old"}, {"pw1.jpg", "older"}, {"pw2.jpg", "oldest"}};
         QVERIFY(f.Transaction.ConnectFtp());
-        f.Transaction.SetHistoryCounter(counter);
+        f.Transaction.HistoryCounter = counter;
         QVERIFY(f.Transaction.Publish(Picture(f, "new picture")));
         const QString expected = "TYPE I|PORT|STOR 1pw.jpg|" + after + "RNFR 1pw.jpg|RNTO pw.jpg";
         QCOMPARE(f.CommandsAfterLogin().join(u'|'), expected);

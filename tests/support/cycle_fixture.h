@@ -54,9 +54,10 @@ class CycleFixture {
     Connectivity Net{Wait, *System.Services.Online, *System.Services.Dial, Display, Page};
     FTP Ftp{Wait, Display};
     PicturePipeline Pictures{Picture, Camera, Wait, Boxes};
-    UploadTransaction Transaction{Wait, Ftp, Net, Display, Boxes, State};
+    RunStatus Run{Time, Display};
+    UploadTransaction Transaction{Wait, Ftp, Net, Display, Boxes, State, Run};
     UploadCycle Cycle{
-        {Wait, Ftp, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, {}}};
+        {Wait, Ftp, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, Run, {}}};
 
     // After values were changed: what LoadSettings does with them.
     void Apply();

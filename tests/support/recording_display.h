@@ -11,6 +11,7 @@ class RecordingDisplay : public StatusDisplay {
     QStringList Statuses;     // every status text
     QStringList Commands;     // every command sent
     QStringList Replies;      // every reply chunk
+    QStringList States;       // every state of the run
     QList<int> Uploads;       // every value of the upload bar
     QStringList Counters;     // "Pic: 1", "MB: 0.01"
     QList<int> LabelSeconds;  // every number that the time-out label showed
@@ -38,4 +39,5 @@ class RecordingDisplay : public StatusDisplay {
     void ShowMegabytes(const QString& text) override { Counters << text; }
     void LogCommand(const QString& command) override { Commands << command; }
     void LogReply(const QString& reply) override { Replies << reply; }
+    void LogState(const QString& state) override { States << state; }
 };

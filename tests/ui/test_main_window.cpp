@@ -201,17 +201,17 @@ class TestMainWindow : public QObject {
         WindowFixture program;
         program.Start();
         frmSkin& window = *program.Window;
-        const auto buttons = [&](bool start, bool stop) {
-            emit program.Core->Cycle.ButtonsEnabled(start, stop);
+        const auto focusIn = [&](RunState state) {
+            program.Core->Run.Enter(state);
             return window.focusWidget();
         };
         window.btnStart->setFocus();
-        QCOMPARE(buttons(false, false), &window);  // connecting
-        QCOMPARE(buttons(false, true), window.btnStop);
-        QCOMPARE(buttons(true, false), window.btnStart);
-        QCOMPARE(buttons(false, false), &window);
+        QCOMPARE(focusIn(RunState::Connecting), &window);
+        QCOMPARE(focusIn(RunState::Waiting), window.btnStop);
+        QCOMPARE(focusIn(RunState::Stopped), window.btnStart);
+        QCOMPARE(focusIn(RunState::Connecting), &window);
         window.btnOptions->setFocus();
-        QCOMPARE(buttons(false, true), window.btnOptions);
+        QCOMPARE(focusIn(RunState::Waiting), window.btnOptions);
     }
 
     void Flap() {
@@ -237,16 +237,15 @@ class TestMainWindow : public QObject {
         program.Start();
         frmSkin& window = *program.Window;
         StatusDisplay& display = program.Core->Display;
-        TransactionFlags& flags = program.Core->Transaction.Flags;
         const auto lit = [](PictureBox& led) { return Alike(MiddleColour(led), lightGreen); };
         QVERIFY(!lit(*window.LEDLeft) && !lit(*window.LEDReigth));
         display.ShowOnline(true);
         QVERIFY(lit(*window.LEDLeft) && !lit(*window.LEDReigth));
-        flags.WaitSend = true;
-        display.ShowStatus("Send 100 Bytes");
+        program.Core->Run.Enter(RunState::Sending);
         QVERIFY(lit(*window.LEDReigth));
-        flags.FtpError = true;  // a send that was given up leaves its wait flag raised
-        display.ShowStatus("Time out !");
+        program.Core->Run.Enter(RunState::Paused);
+        QVERIFY2(lit(*window.LEDReigth), "the picture on its way arrives");
+        program.Core->Run.Enter(RunState::WaitingToRetry);
         QVERIFY(!lit(*window.LEDReigth));
         display.ShowOnline(false);
         QVERIFY(!lit(*window.LEDLeft));

@@ -14,9 +14,9 @@ class TestTray : public QObject {
     void TooltipAndIcon_data() {
         using enum Texts::Language;
         const Rows<TrayState, Texts::Language, QString, QString> row;
-        row("running", {RunState::Running, 312, true}, English,
+        row("running", {RunState::Waiting, 312, true}, English,
             "Stillpost: running, 312 pictures, online", "running");
-        row("one picture", {RunState::Running, 1, false}, English,
+        row("one picture", {RunState::Sending, 1, false}, English,
             "Stillpost: running, 1 picture, offline", "offline");
         row("paused", {RunState::Paused, 2, false}, German, "Stillpost: Pause, 2 Bilder, offline",
             "paused");

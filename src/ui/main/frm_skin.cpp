@@ -80,7 +80,6 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
     btnPause->setEnabled(false);
     SetTabOrder();
     Connect();
-    ConnectCycle();
     ConnectCamera();
     ShowTexts();
     program.Display.Add(*this);
@@ -114,22 +113,22 @@ void frmSkin::Connect() {
     });
     const auto* overview = new QShortcut(Qt::Key_F11, this);
     connect(overview, &QShortcut::activated, this, &frmSkin::StatusOverviewWanted);
+    connect(&program.Run, &RunStatus::Changed, this, &frmSkin::ShowRunState);
     connect(&program, &Program::Ended, this, [this] { place.Save(); });
 }
 
-void frmSkin::ConnectCycle() {
-    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, &frmSkin::EnableButtons);
-    connect(&program.Cycle, &UploadCycle::PausedChanged, this, &frmSkin::ShowPauseText);
-    connect(&program.Transaction, &UploadTransaction::SendStarted, this, &frmSkin::ShowSending);
-    connect(&program.Transaction, &UploadTransaction::LogChanged, this, &frmSkin::ShowSending);
+void frmSkin::ShowRunState() {
+    EnableButtons(RunButtons::For(program.Run));
+    ShowPauseText();
+    ShowLeds();
 }
 
 // The keyboard stays among the three: from a button that is switched off it goes to the one that
 // takes its effect back, as soon as that one is there, not to whatever comes next in the window.
-void frmSkin::EnableButtons(bool start, bool stop) {
+void frmSkin::EnableButtons(const RunButtons& buttons) {
+    const auto [start, pause, stop] = buttons;
     QWidget* const before = focusWidget();
     const bool waited = keyboardWaits && before == this;
-    const bool pause = program.Cycle.Running();
     const bool leaves = (before == btnStart && !start) || (before == btnStop && !stop) ||
                         (before == btnPause && !pause);
     if (leaves) setFocus();
@@ -195,7 +194,7 @@ void frmSkin::SetTexts(const Texts& ownTexts) {
 }
 
 void frmSkin::ShowPauseText() {
-    const QString key = program.Cycle.Paused() ? QString("Continue") : "Pause";
+    const QString key = program.Run.Is() == RunState::Paused ? QString("Continue") : "Pause";
     NameButton(*btnPause, Word(key), Word(key + "Help"), Qt::Key_F6);
 }
 

@@ -14,6 +14,7 @@ class PreviewArea;
 class Program;
 class QComboBox;
 class QLabel;
+struct RunButtons;
 
 // The main window: six buttons, two LEDs, the preview behind its flap, the driver label and list,
 // dressed in a skin. When no skin can be used, a plain window with the same controls.
@@ -57,8 +58,6 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void ShowStatus(const QString& text) override;
     void ShowTimeOutLabel(std::optional<int> seconds) override;
     void ShowOnline(bool online) override;
-    void ShowRecording(const QString&) override { ShowSending(); }
-    void ShowUpload(int) override { ShowSending(); }
     void ShowPictureCount(const QString& text) override;
     void ShowMegabytes(const QString& text) override;
 
@@ -78,8 +77,8 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     };
 
     void Connect();
-    void ConnectCycle();
-    void EnableButtons(bool start, bool stop);
+    void ShowRunState();
+    void EnableButtons(const RunButtons& buttons);
     void ConnectCamera();
     void SetTabOrder();
     void LoadPictures(Skin& skin);
@@ -92,7 +91,6 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void LayOutPlain();
     void ShowFlap();
     void ShowLeds();
-    void ShowSending();
     void ShowDrivers();
     void ShowPreviewSettings();
     void ShowStatusTexts();
@@ -114,7 +112,6 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     bool layoutComplete = false;
     bool keyboardWaits = false;  // for a button to be switched on
     bool isOnline = false;
-    bool isSending = false;
     QString status;
     QString timeOut;
     QString pictureCount;

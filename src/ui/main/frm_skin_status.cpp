@@ -1,6 +1,7 @@
 #include "core/program.h"
 #include "ui/main/frm_skin.h"
 #include "ui/skin/picture_box.h"
+#include "ui/status/status_texts.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -10,11 +11,10 @@
 void frmSkin::ShowStatus(const QString& text) {
     status = text;
     ShowStatusTexts();
-    ShowSending();
 }
 
 void frmSkin::ShowTimeOutLabel(std::optional<int> seconds) {
-    timeOut = seconds ? "Time Out: " + QString::number(*seconds) + " s" : QString();
+    timeOut = seconds ? StatusTexts::TimeOut(*seconds) : QString();
     ShowStatusTexts();
 }
 
@@ -32,19 +32,10 @@ void frmSkin::ShowOnline(bool online) {
     isOnline = online;
     ShowLeds();
     ShowStatusTexts();
-    ShowSending();
-}
-
-// Asked of the flags themselves, because every way in which sending ends shows in them.
-void frmSkin::ShowSending() {
-    const TransactionFlags& flags = program.Transaction.Flags;
-    const bool sending = flags.WaitSend && !flags.FtpError && !flags.ConnectionDown;
-    if (sending == isSending) return;
-    isSending = sending;
-    ShowLeds();
 }
 
 void frmSkin::ShowLeds() {
+    const bool isSending = program.Run.Step() == RunState::Sending;
     LEDLeft->SetPicture(isOnline ? leftLed.Lit : leftLed.Dark);
     LEDLeft->setToolTip(Word(isOnline ? QString("Online") : "Offline"));
     LEDReigth->SetPicture(isSending ? rightLed.Lit : rightLed.Dark);

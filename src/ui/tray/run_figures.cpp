@@ -14,9 +14,7 @@ RunFigures::RunFigures(Program& ownProgram)
         published = count;
         emit Changed();
     });
-    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, &RunFigures::Changed);
-    connect(&program.Cycle, &UploadCycle::PausedChanged, this, &RunFigures::Changed);
-    connect(&program.Transaction, &UploadTransaction::Failed, this, &RunFigures::Changed);
+    connect(&program.Run, &RunStatus::Changed, this, &RunFigures::Changed);
 }
 
 RunFigures::~RunFigures() {
@@ -24,27 +22,30 @@ RunFigures::~RunFigures() {
 }
 
 RunState RunFigures::State() const {
-    if (program.Cycle.Paused()) return RunState::Paused;
-    if (program.Transaction.ConnectInProgress()) return RunState::Connecting;
-    if (program.Cycle.Running()) return RunState::Running;
-    return program.State.Offline ? RunState::Offline : RunState::Stopped;
+    return program.Run.Is();
 }
 
 QString RunFigures::StateText(const Texts& texts, RunState state) {
     const auto text = [&texts](const QString& key) { return texts.Get("States", key); };
     switch (state) {
+        case RunState::Stopped:
+        case RunState::Stopping:
+            return text("Stopped");
         case RunState::Connecting:
             return text("Connecting");
-        case RunState::Running:
-            return text("Running");
         case RunState::Paused:
             return text("Paused");
+        case RunState::PublishingOffline:
         case RunState::Offline:
             return text("Offline");
-        case RunState::Stopped:
+        case RunState::Waiting:
+        case RunState::GoingOnline:
+        case RunState::TakingPicture:
+        case RunState::Sending:
+        case RunState::WaitingToRetry:
             break;
     }
-    return text("Stopped");
+    return text("Running");
 }
 
 int RunFigures::Made() const {
@@ -58,8 +59,9 @@ QString RunFigures::LastError() const {
 
 std::optional<qint64> RunFigures::UntilNextPicture() const {
     const RunState state = State();
-    if (state != RunState::Running) return std::nullopt;
-    if (program.Cycle.TickRunning()) return 0;
+    if (!program.Run.Running() || state == RunState::Paused || state == RunState::Connecting)
+        return std::nullopt;
+    if (program.Run.Busy()) return 0;
     const qint64 next = lastPicture + program.State.Values.TotalInterval();
     return std::max<qint64>(0, next - program.Wait.OwnClock().Milliseconds());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/run_state.h"
 #include "ui/status/status_memory.h"
 
 #include <QObject>
@@ -8,9 +9,6 @@
 
 class Program;
 class Texts;
-
-// What the program is doing as a whole.
-enum class RunState { Stopped, Connecting, Running, Paused, Offline };
 
 // The figures of the run for windows that show them as a whole: gathered from what the program
 // shows and announces, asked for by the overview and the tray icon.
@@ -23,7 +21,7 @@ class RunFigures : public QObject, public StatusMemory {
     ~RunFigures() override;
 
     [[nodiscard]] RunState State() const;
-    // "running" and so on in the language in use.
+    // "running" and so on in the language in use: of a run the steps are not told apart.
     [[nodiscard]] static QString StateText(const Texts& texts, RunState state);
     // Pictures made, and those of them that visitors have seen, since the program started.
     [[nodiscard]] int Made() const;

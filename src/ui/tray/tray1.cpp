@@ -24,7 +24,6 @@ Tray1::Tray1(Program& ownProgram, RunFigures& ownFigures, Texts& ownTexts,
     Menu.addAction(exit);
     Menu.setDefaultAction(restore);
     icon.setContextMenu(&Menu);
-    Stop->setEnabled(false);
     Connect();
     ShowTexts();
 }
@@ -41,10 +40,6 @@ void Tray1::Connect() {
                 if (why == QSystemTrayIcon::Trigger || why == QSystemTrayIcon::DoubleClick)
                     emit RestoreWanted();
             });
-    connect(&program.Cycle, &UploadCycle::ButtonsEnabled, this, [this](bool start, bool stop) {
-        Start->setEnabled(start);
-        Stop->setEnabled(stop);
-    });
     connect(&figures, &RunFigures::Changed, this, &Tray1::ShowState);
     connect(&texts, &Texts::Changed, this, &Tray1::ShowTexts);
 }
@@ -67,7 +62,10 @@ void Tray1::ShowTexts() {
 void Tray1::ShowState() {
     const TrayState state{figures.State(), figures.Published(), figures.Online};
     Pause->setText(texts.Get("Tray", state.Is == RunState::Paused ? QString("Continue") : "Pause"));
-    Pause->setEnabled(program.Cycle.Running());
+    const RunButtons buttons = RunButtons::For(program.Run);
+    Start->setEnabled(buttons.Start);
+    Pause->setEnabled(buttons.Pause);
+    Stop->setEnabled(buttons.Stop);
     icon.setToolTip(TrayTooltip(texts, state));
     const QString name = TrayIconName(state);
     if (name == shownIcon) return;

@@ -9,12 +9,13 @@ QString TrayIconName(const TrayState& state) {
     switch (state.Is) {
         case RunState::Paused:
             return "paused";
+        case RunState::PublishingOffline:
         case RunState::Offline:
             return "offline";
         case RunState::Stopped:
+        case RunState::Stopping:
             return "stopped";
-        case RunState::Running:
-        case RunState::Connecting:
+        default:
             break;
     }
     return state.Online ? QString("running") : QString("offline");

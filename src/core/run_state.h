@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+
+#include <optional>
+
+class Clock;
+class StatusDisplay;
+
+// What the program is doing, from the operator's start to the stop.
+enum class RunState {
+    Stopped,            // until the operator starts
+    Connecting,         // logging in to the server
+    Waiting,            // for the time of the next picture
+    GoingOnline,        // dialling, or trying until the machine is online
+    TakingPicture,      // from the camera to the finished file
+    Sending,            // until the picture has its public name
+    WaitingToRetry,     // something failed: the next tick tries again
+    Paused,             // by the operator; a picture that is on its way still arrives
+    Stopping,           // by the operator; what is under way comes to its end first
+    PublishingOffline,  // the picture that tells viewers that the camera is off
+    Offline,            // stopped after the offline picture
+};
+
+// "waiting for the next picture" and so on, as the log has it.
+[[nodiscard]] QString NameOf(RunState state);
+
+// What is remembered for one run and begins anew with each start.
+struct OneRun {
+    qint16 MinutesLeft = 0;          // extra whole minutes to wait before the next picture
+    bool Published = true;           // lowered while a new picture is not public yet
+    std::optional<int> SendStarted;  // ticks of the watchdog since then; none: nothing is sent
+};
+
+// The state of the run. Everything that shows whether the program runs, pauses, connects or sends
+// asks here; Enter is the only way to change it.
+class RunStatus : public QObject {
+    Q_OBJECT
+
+  public:
+    // Both outlive the status. log: where every change is printed.
+    RunStatus(const Clock& ownClock, StatusDisplay& ownLog);
+
+    // From now on the program does this. why: what led there, in words for people; empty for the
+    // ordinary course. A step (connecting … waiting to try again) that is entered while the
+    // operator has paused, stopped or published the offline picture goes on beneath that state.
+    void Enter(RunState next, const QString& why = {});
+    // Ends a pause: back to the step beneath it.
+    void Resume();
+
+    [[nodiscard]] RunState Is() const { return state; }
+    // What is under way, also beneath a pause, a stop or the offline picture.
+    [[nodiscard]] RunState Step() const { return step; }
+
+    // A run is on, paused or not.
+    [[nodiscard]] bool Running() const;
+    // A step is under way that another must not begin inside.
+    [[nodiscard]] bool Busy() const;
+
+    // Why the state was entered; empty for the ordinary course.
+    [[nodiscard]] const QString& Reason() const { return reason; }
+    // The local time since when it lasts; of a trouble that repeats, the first time.
+    [[nodiscard]] const QDateTime& Since() const { return since; }
+
+    OneRun ThisRun;
+
+  signals:
+    // State or step have changed.
+    void Changed();
+
+  private:
+    const Clock& clock;
+    StatusDisplay& log;
+    RunState state = RunState::Stopped;
+    RunState step = RunState::Stopped;
+    QString reason;
+    QDateTime since;
+    QDateTime troubleSince;  // null while there is none
+};
+
+// Which of the three buttons can be pressed.
+struct RunButtons {
+    bool Start = false;
+    bool Pause = false;
+    bool Stop = false;
+
+    [[nodiscard]] static RunButtons For(const RunStatus& run);
+};
