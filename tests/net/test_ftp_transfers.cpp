@@ -1,4 +1,5 @@
 #include "net/ftp_bench.h"
+#include "net/listing.h"
 #include "support/data_rows.h"
 
 using Script = QList<FtpFault>;
@@ -100,6 +101,19 @@ class TestFtpTransfers : public QObject {
         QVERIFY(!bench->Client.PutFile({}, "a", local, false));
         QVERIFY(bench->AwaitReply(226));
         QVERIFY(Content(1'000'000).startsWith(server->Files["a"]));
+    }
+
+    void FindsSizesInListings() {
+        const QByteArray line("-rw-r--r--   1 cam  users    12345 Jan  1 10:00 pw.jpg\r\n");
+        const QList<std::pair<QByteArray, qint32>> listings{
+            {"total 8\r\n" + line + "-rw   1 cam  users   7 Jan  1 10:00 1pw.jpg\r\n", 12345},
+            {"-r 1 a b 5 x pw.jpg\n-r 1 a b 6 x pw.jpg", 6},
+            {"-r 1 a b 5 x PW.JPG\n", 0},
+            {"pw.jpg\n5 pw.jpg\n", 0},
+            {"-r 1 a b c pw.jpg\n", 0},
+            {"-r 1 a b 99999999999999999999 pw.jpg\n", 2147483647}};
+        for (const auto& [listing, size] : listings)
+            QCOMPARE(SizeInListing(listing, "pw.jpg"), size);
     }
 
     void CancelsFromAHandler() {
