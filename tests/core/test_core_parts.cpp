@@ -17,31 +17,27 @@ class TestCoreParts : public QObject {
     Q_OBJECT
 
   private slots:
-    void IntervalIsSplit_data() {
-        Rows<qint64, int, int>(
-            {{-1, 1, 0}, {60'001, 1, 1}, {120'000, 60'000, 1}, {qint64{1} << 60, 60'000, 32'767}});
-    }
     void IntervalIsSplit() {
-        const auto [total, framerate, uptime] = Row<qint64, int, int>();
-        const IntervalParts parts = SplitInterval(total);
-        QCOMPARE(parts.Framerate, framerate);
-        QCOMPARE(parts.Uptime, uptime);
-        const qint64 longest = 32'768LL * 60'000;
-        QCOMPARE(TotalInterval(parts), std::clamp<qint64>(total, 1, longest));
+        const auto check = [](qint64 total, const IntervalParts& parts) {
+            QVERIFY(SplitInterval(total) == parts);
+            const qint64 longest = 32'768LL * 60'000;
+            QCOMPARE(TotalInterval(parts), std::clamp<qint64>(total, 1, longest));
+        };
+        check(-1, {1, 0});
+        check(60'001, {1, 1});
+        check(120'000, {60'000, 1});
+        check(qint64{1} << 60, {60'000, 32'767});
     }
 
-    void IntervalIsRead_data() {
-        Rows<QString, int>({{"", 500},
-                            {"x", 60'000},
-                            {"1", 1},
-                            {"60000", 60'000},
-                            {"-5", 59'995},
-                            {"-99999999999", 1},
-                            {"99999999999", 23'647}});
-    }
     void IntervalIsRead() {
-        const auto [text, milliseconds] = Row<QString, int>();
-        QCOMPARE(ReadInterval(text), milliseconds);
+        const QList<std::pair<QString, int>> texts{{"", 500},
+                                                   {"x", 60'000},
+                                                   {"1", 1},
+                                                   {"60000", 60'000},
+                                                   {"-5", 59'995},
+                                                   {"-99999999999", 1},
+                                                   {"99999999999", 23'647}};
+        for (const auto& [text, milliseconds] : texts) QCOMPARE(ReadInterval(text), milliseconds);
     }
 
     void FolderIsChosen_data() {
@@ -115,17 +111,14 @@ class TestCoreParts : public QObject {
         QVERIFY(!parsed.Help && !parsed.Version);
     }
 
-    void MegabytesAreTheSumOfRoundedPictures_data() {
-        const Rows<QList<qint64>, QString> row;
-        row("too small to count", {5242, 5242, 5242}, "0");
-        row("each rounded alone", {15'728, 15'728}, "0.02");
-        row("thousands without separator", {1'294'139'392}, "1234.19");
-    }
     void MegabytesAreTheSumOfRoundedPictures() {
-        const auto [sizes, text] = Row<QList<qint64>, QString>();
         MegabyteCounter counter;
-        for (const qint64 size : sizes) counter.Add(size);
-        QCOMPARE(counter.Text(), text);
+        for (const qint64 size : {5242, 5242, 5242}) counter.Add(size);
+        QCOMPARE(counter.Text(), "0");  // each too small to count
+        for (const qint64 size : {15'728, 15'728}) counter.Add(size);
+        QCOMPARE(counter.Text(), "0.02");
+        counter.Add(1'294'139'392);
+        QCOMPARE(counter.Text(), "1234.21");  // no separator of thousands
     }
 
     void ReplyLogKeepsTheNewest() {
@@ -147,8 +140,10 @@ class TestCoreParts : public QObject {
         console.ShowOnline(true);
         console.ShowOnline(true);
         console.LogReply("220-Hello\r\n220 you");
+        console.LogState("sending");
         const QStringList expected{"09:05:01.020 -- Send File", "09:05:01.020 -- online",
-                                   "09:05:01.020 <- 220-Hello", "09:05:01.020 <- 220 you"};
+                                   "09:05:01.020 <- 220-Hello", "09:05:01.020 <- 220 you",
+                                   "09:05:01.020 -- state: sending"};
         QCOMPARE(printed, expected);
     }
 

@@ -39,6 +39,7 @@ class TestUploadCycle : public QObject {
             QVERIFY(!QImage::fromData(picture, "JPG").isNull());
             QVERIFY2(seen.insert(picture).second, "an old picture was published again");
             QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
+            QVERIFY(f.Run.ThisRun.Published);
         }
         f.Camera.Plugged = false;
         f.Time.Advance(20'000);
@@ -94,16 +95,24 @@ class TestUploadCycle : public QObject {
         QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
     }
 
+    void ExtraMinutesAreWaitedOut_data() {
+        const Rows<int, int> row;
+        row("as set", 2, 2);
+        row("shortened meanwhile", 5, 1);
+    }
     void ExtraMinutesAreWaitedOut() {
+        const auto [minutes, later] = Row<int, int>();
         CycleFixture f(500);
-        f.State.Values.Uptime = 2;
+        f.State.Values.Uptime = minutes;
         GoLocal(f, "./");
         QVERIFY(f.Begin());
         const qint64 first = f.Time.Milliseconds();
         f.Display.Statuses.clear();
-        QVERIFY(f.RunUntilPublished(2));
-        QCOMPARE(f.Time.Milliseconds() - first, 2 * 60'000 + 500);
-        QCOMPARE(f.Display.Statuses.count("Wait..."), 2);
+        f.State.Values.Uptime = later;
+        f.Apply();
+        QVERIFY(f.RunUntilPublished(3));
+        QCOMPARE(f.Time.Milliseconds() - first, 2 * (later * 60'000 + 500));
+        QCOMPARE(f.Display.Statuses.count("Wait..."), 2 * later);
     }
 
     void HistoryFillsFromAnEmptyFolder_data() {
@@ -134,7 +143,7 @@ class TestUploadCycle : public QObject {
     }
 
     void IdleServerCostsNoPicture() {
-        CycleFixture f(10'000);
+        CycleFixture f(70'000);
         f.State.Values.lastpictures = true;
         f.State.Values.lastpictureanz = 1;
         f.Cycle.Start();
@@ -145,6 +154,7 @@ class TestUploadCycle : public QObject {
         }
         QCOMPARE(f.Server.Connections, 12);
         QVERIFY2(f.Server.Files.contains("pw1.jpg"), "the history moves on over such connects");
+        QVERIFY2(!f.Display.Statuses.contains("reconnecting ftp"), "no watchdog between pictures");
         QCOMPARE(f.Boxes.Shown, QStringList());
     }
 
@@ -152,35 +162,49 @@ class TestUploadCycle : public QObject {
         RunningCycle f;
         f.Server.Script = {{.Verb = "STOR", .Occurrence = 2, .Chunks = {"451 try later\r\n"}}};
         QVERIFY(f.Time.RunUntil([&f] { return f.Server.Commands.count("STOR 1pw.jpg") == 2; }));
+        QVERIFY(!f.Run.ThisRun.Published);
+        QVERIFY2(f.Camera.Grabs == 3, "another one is made ready at once");
         f.Camera.Plugged = false;
         QVERIFY2(f.RunUntilPublished(2), "the next tick sends what could not be sent");
         QCOMPARE(f.Server.Connections, 2);
     }
 
+    // What could not be sent stays for two intervals and a minute.
+    void OutdatedPictureIsMadeAnew_data() {
+        const Rows<int, bool> row;
+        row("half a minute old", 30'000, false);
+        row("older than 80 seconds", 120'000, true);
+    }
     void OutdatedPictureIsMadeAnew() {
-        RunningCycle f;
+        const auto [away, anew] = Row<int, bool>();
+        CycleFixture f(10'000);
+        QVERIFY(f.Begin());
         f.Server.Script = {Says("STOR", {"451 try later\r\n"})};
         QVERIFY(f.Time.RunUntil([&f] { return QFile::exists(f.State.WorkFile("1pw.jpg")); }));
-        f.System.Online.Set(false);
-        f.Time.Advance(60'000);
-        const auto commands = f.Server.Commands.size();
-        f.Time.Advance(3'600'000);
-        QCOMPARE(f.Server.Commands.size(), commands);
-        QVERIFY(f.Display.Statuses.contains("reconnecting"));
         f.Server.Script.clear();
+        f.System.Online.Set(false);
         const int grabs = f.Camera.Grabs;
-        f.System.Online.Set(true, OnlineState::Lan);
+        Timer back(f.Time, away);
+        QObject::connect(&back, &Timer::Tick, &f.Cycle,
+                         [&f] { f.System.Online.Set(true, OnlineState::Lan); });
+        back.SetEnabled(true);
         QVERIFY(f.RunUntilPublished(2));
-        QVERIFY2(f.Camera.Grabs > grabs, "a picture of an hour ago went out as new");
+        QCOMPARE(f.Camera.Grabs > grabs, anew);
+        QVERIFY2(!f.Display.Counters.contains("Pic: 4"), "no picture is made while offline");
+        QCOMPARE(f.Display.Statuses.contains("reconnecting"), anew);
     }
 
     void ServerAwayAndBack() {
         RunningCycle f;
         f.Server.StopListening();
         f.Server.DropControl();
+        f.Display.States.clear();
         f.Time.Advance(300'000);
         QCOMPARE(f.Published(), 1);
-        QVERIFY(f.Run.Running());
+        QVERIFY(f.Run.Is() == RunState::WaitingToRetry && !f.Run.Reason().isEmpty());
+        QVERIFY2(f.Run.Since().secsTo(f.Time.Now()) > 200, "the trouble began with the first try");
+        QCOMPARE(f.Display.States.count("connecting"),
+                 f.Display.States.filter("waiting to try again").size());
         QCOMPARE(f.Boxes.Shown, QStringList());
         f.Server.ListenAgain();
         QVERIFY(f.RunUntilPublished(3, 120'000));
@@ -195,48 +219,40 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
     }
 
-    void AFailedStartLeavesNothingRunning() {
-        CycleFixture f;
-        f.Server.Password = "another";
-        bool running = true;
-        QObject::connect(&f.Transaction, &UploadTransaction::Failed,
-                         [&] { running = f.Run.Running(); });
-        f.Display.Recording = "Rec.";
-        f.Cycle.Start();
-        QVERIFY2(!running, "known when the failure is told");
-        QCOMPARE(f.Display.Statuses.last(), "Offline");
-        QCOMPARE(f.Display.Recording, QString());
-    }
-
     void StopEndsTheRun_data() {
-        const Rows<bool> row;
-        row("between ticks", false);
-        row("while sending", true);
+        const Rows<QString, RunState, int> row;  // pressed when; what follows at once; published
+        row("between ticks", "waiting for the next picture", RunState::Stopped, 1);
+        row("while sending", "sending", RunState::Stopping, 2);
+        row("while going online", "going online", RunState::Stopping, 1);
     }
     void StopEndsTheRun() {
-        const auto [duringTick] = Row<bool>();
+        const auto [moment, state, published] = Row<QString, RunState, int>();
         CycleFixture f;
         f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
         QVERIFY(f.Begin());
+        if (moment == "going online") f.System.Online.Set(false);
+        qint64 pressed = 0;
         Timer press(f.Time, 100);
-        QObject::connect(&press, &Timer::Tick, &f.Cycle, [&f, &press, duringTick = duringTick] {
-            if (duringTick == (f.Server.DataConnections < 2)) return;
+        QObject::connect(&press, &Timer::Tick, &f.Cycle, [&, moment = moment, state = state] {
+            if (f.Display.States.last() != moment) return;
             press.SetEnabled(false);
+            pressed = f.Time.Milliseconds();
             f.Cycle.Stop();
-            QCOMPARE(f.Run.Is(), duringTick ? RunState::Stopping : RunState::Stopped);
+            QCOMPARE(f.Run.Is(), state);
             QVERIFY(RunButtons::For(f.Run).Start && !RunButtons::For(f.Run).Stop);
         });
         press.SetEnabled(true);
-        f.Time.Advance(100'000);
-        QCOMPARE(f.Published(), duringTick ? 2 : 1);
-        QCOMPARE(f.Run.Is(), RunState::Stopped);
+        const auto stopped = [&f] { return f.Run.Is() == RunState::Stopped; };
+        QVERIFY(f.Time.RunUntil(stopped, 100'000));
+        QVERIFY(f.Time.Milliseconds() - pressed < 5000);
+        QCOMPARE(f.Published(), published);
+        f.System.Online.Set(true, OnlineState::Lan);
         f.Server.DropControl();
         f.Time.Advance(100'000);
         QCOMPARE(f.Display.Statuses.last(), "stopped");
         QCOMPARE(f.Server.Connections, 1);
-        const int before = f.Published();
         f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(before + 1));
+        QVERIFY(f.RunUntilPublished(published + 1));
     }
 
     void NotStartedNeverConnects() {
@@ -253,14 +269,22 @@ class TestUploadCycle : public QObject {
 
     void PauseKeepsTheConnection() {
         RunningCycle f;
+        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 3000}};
+        Timer press(f.Time, 100);
+        QObject::connect(&press, &Timer::Tick, &f.Cycle, [&f, &press] {
+            if (f.Run.Is() != RunState::Sending) return;
+            press.SetEnabled(false);
+            f.Cycle.Pause();
+            f.Display.Statuses.clear();
+        });
+        press.SetEnabled(true);
+        f.Time.Advance(20'000);
+        QVERIFY2(f.Published() == 2, "the picture that is on its way arrives, no other is made");
+        QVERIFY(f.Run.Is() == RunState::Paused && f.Run.Step() == RunState::Waiting);
+        const QStringList last = f.Display.Statuses.last(2);
+        QVERIFY2(last.contains("Pause") && last.contains(QString()), "blinking");
         f.Cycle.Pause();
-        f.Display.Statuses.clear();
-        f.Time.Advance(10'000);
-        QCOMPARE(f.Published(), 1);
-        const QStringList blinking{"", "Pause", "", "Pause"};
-        QCOMPARE(f.Display.Statuses.mid(0, 4), blinking);
-        f.Cycle.Pause();
-        QVERIFY(f.RunUntilPublished(2));
+        QVERIFY(f.RunUntilPublished(3));
         QCOMPARE(f.Server.Connections, 1);
     }
 
