@@ -43,8 +43,8 @@ class Clock : public QObject {
     std::multimap<qint64, Timer*> armed;
 };
 
-// A timer as the windowing toolkits of old have it: an interval, a switch and a tick. Unlike
-// QTimer it keeps ticking while a handler of its own tick waits; the handler keeps re-entry off.
+// A repeating timer that goes by a Clock. Unlike QTimer it keeps ticking while a handler of its own
+// tick waits in a nested event loop; the handler keeps itself from being entered again.
 class Timer : public QObject {
     Q_OBJECT
 

@@ -15,7 +15,7 @@ bool IsThisMachine(const QString& host) {
 
 }  // namespace
 
-// Marks a check or a dial. Only the outermost forgets a stop of earlier days: one that begins
+// Marks a check or a dial. Only the outermost forgets a stop of the past: one that begins
 // inside another must not undo the stop that the other has still to notice.
 class Connectivity::Running {
   public:
