@@ -4,7 +4,6 @@
 #include "base/message_boxes.h"
 #include "base/status_display.h"
 #include "base/waiting.h"
-#include "core/history_plan.h"
 #include "core/public_names.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
@@ -267,15 +266,15 @@ void UploadTransaction::RenamePublic() {
     RenameFile(PublicNames::Sending, PublicNames::Picture);
 }
 
+// The oldest picture goes, each of the others moves on by one, and the public one becomes the
+// first.
 void UploadTransaction::ShiftHistory() {
     const int pictures = state.Values.lastpictureanz;
     display.ShowStatus("make lastpictures (" + QString::number(pictures) + ")");
-    for (const HistoryStep& step : HistoryPlan(pictures)) {
-        if (!MayGoOn()) return;
-        if (step.To.isEmpty())
-            DeleteFile(step.From);
-        else
-            RenameFile(step.From, step.To, Missing::IsNoFault);
+    if (MayGoOn()) DeleteFile(PublicNames::History(pictures));
+    for (int i = pictures; i >= 1; --i) {
+        const QString from = i == 1 ? PublicNames::Picture : PublicNames::History(i - 1);
+        if (MayGoOn()) RenameFile(from, PublicNames::History(i), Missing::IsNoFault);
     }
 }
 
