@@ -12,7 +12,7 @@ class StatusDisplay {
     virtual ~StatusDisplay() = default;
 
     // Whether anybody looks; the FTP control leaves gauge and label alone otherwise.
-    [[nodiscard]] virtual bool InUse() const = 0;
+    [[nodiscard]] virtual bool InUse() const { return false; }
 
     // The step that runs: "Send File", "Wait...", "stopped".
     virtual void ShowStatus(const QString& /*text*/) {}

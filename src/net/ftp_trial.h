@@ -22,12 +22,6 @@ class FtpTrial : public QObject {
     void StepStarted(TrialStep step);
 
   private:
-    // Nobody watches the countdown of a trial.
-    class Unseen : public StatusDisplay {
-      public:
-        [[nodiscard]] bool InUse() const override { return false; }
-    };
-
     [[nodiscard]] TrialResult Try();
     [[nodiscard]] TrialResult LogIn();
     [[nodiscard]] TrialResult ChangeFolder();
@@ -46,7 +40,7 @@ class FtpTrial : public QObject {
     StatusDisplay& log;
     TrialAccess access;
     TrialNames names = TrialNames::Make();
-    Unseen unseen;
+    StatusDisplay unseen;  // nobody watches the countdown of a trial
     FTP client;
     QTemporaryFile scratch;
     Timer deadline;
