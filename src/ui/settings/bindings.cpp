@@ -1,0 +1,168 @@
+#include "ui/settings/bindings.h"
+
+#include "core/settings/setting_table.h"
+#include "ui/texts/texts.h"
+#include "ui/widgets/number_box.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMetaProperty>
+
+#include <algorithm>
+
+namespace {
+
+QMetaProperty PropertyOf(const QWidget& control) {
+    const QMetaObject& about = *control.metaObject();
+    const QMetaProperty user = about.userProperty();
+    const bool list = qstrcmp(user.name(), "currentText") == 0;
+    return list ? about.property(about.indexOfProperty("currentIndex")) : user;
+}
+
+QString TextOrDefault(const SettingRow& row, const QString& written) {
+    return written.isEmpty() ? row.Default.toString() : written;
+}
+
+int NumberOf(const SettingRow& row, const QString& written) {
+    const int number = ValLong(TextOrDefault(row, written));
+    if (!row.HasRange() || (number >= row.Least && number <= row.Most)) return number;
+    return row.Else == u"nearest" ? std::clamp(number, row.Least, row.Most)
+                                  : ValLong(row.Else.toString());
+}
+
+void SetValue(QWidget& control, const SettingRow& row, const QString& written) {
+    const QMetaProperty property = PropertyOf(control);
+    if (property.typeId() == QMetaType::Bool) {
+        property.write(&control, Val(TextOrDefault(row, written)) != 0);
+        return;
+    }
+    if (property.typeId() == QMetaType::QString) {
+        property.write(&control, TextOrDefault(row, written));
+        return;
+    }
+    const int number = NumberOf(row, written);
+    const auto* list = qobject_cast<const QComboBox*>(&control);
+    // A place that the list does not have.
+    const bool none = list && (number < 0 || number >= list->count());
+    property.write(&control, none ? 0 : number);
+}
+
+QString ValueOf(QWidget& control) {
+    // What is being typed counts.
+    if (auto* number = qobject_cast<QSpinBox*>(&control)) number->interpretText();
+    const QVariant value = PropertyOf(control).read(&control);
+    if (value.typeId() == QMetaType::Bool) return value.toBool() ? "1" : "0";
+    return value.toString();
+}
+
+void SetRange(NumberBox& number, const SettingRow& row) {
+    number.setRange(row.Least, row.Most);
+    number.SetUsual(row.Default.toInt());
+}
+
+}  // namespace
+
+Bindings::Bindings(const Texts& ownWords, const QString& ownSection)
+    : words(ownWords), section(ownSection) {}
+
+void Bindings::Add(QWidget* control, const Binding& binding, QLabel* caption) {
+    Bound bound{control, caption, binding};
+    if (binding.Text.isEmpty()) bound.What.Text = binding.Key;
+    if (binding.Help.isEmpty()) bound.What.Help = bound.What.Text + "Help";
+    control->setObjectName(binding.Key.isEmpty() ? binding.Text : binding.Key);
+    if (caption) caption->setBuddy(control);
+    auto* number = qobject_cast<NumberBox*>(control);
+    if (number && !binding.Key.isEmpty())
+        SetRange(*number, SettingRowOf(binding.Section, binding.Key));
+    if (auto* list = qobject_cast<QComboBox*>(control))
+        for (int i = 0; i < binding.Items; ++i) list->addItem(QString());
+    const QMetaMethod changed = PropertyOf(*control).notifySignal();
+    if (changed.isValid())
+        connect(control, changed, this, metaObject()->method(metaObject()->indexOfSlot("Note()")));
+    all << bound;
+}
+
+QGroupBox* Bindings::Frame(const QString& title) {
+    auto* frame = new QGroupBox;
+    all << Bound{frame, nullptr, {.Text = title}};
+    return frame;
+}
+
+QString Bindings::Text(const QString& key) const {
+    return words.Get(section, key);
+}
+
+void Bindings::ShowTexts() {
+    for (const Bound& bound : std::as_const(all)) ShowText(bound);
+    emit TextsShown();
+}
+
+void Bindings::ShowText(const Bound& bound) const {
+    const QString text = Text(bound.What.Text);
+    if (auto* frame = qobject_cast<QGroupBox*>(bound.Control)) {
+        frame->setTitle(text);
+        return;
+    }
+    auto* label = bound.Caption ? bound.Caption : qobject_cast<QLabel*>(bound.Control);
+    if (label) label->setText(text);
+    if (label == bound.Control) return;
+    if (auto* button = qobject_cast<QAbstractButton*>(bound.Control); button && !label)
+        button->setText(text);
+    bound.Control->setAccessibleName(text.trimmed());
+    bound.Control->setToolTip(Text(bound.What.Help));
+    if (auto* list = qobject_cast<QComboBox*>(bound.Control))
+        for (int i = 0; i < bound.What.Items; ++i)
+            list->setItemText(i, Text(bound.What.Text + QString::number(i)));
+}
+
+void Bindings::ShowSettings(const QString& file) {
+    showing = true;
+    for (const Bound& bound : std::as_const(all)) {
+        if (bound.What.Key.isEmpty()) continue;
+        const SettingRow& row = SettingRowOf(bound.What.Section, bound.What.Key);
+        const QString written = ReadSetting(file, bound.What.Section, bound.What.Key);
+        if (bound.What.Show)
+            bound.What.Show(TextOrDefault(row, written));
+        else
+            SetValue(*bound.Control, row, written);
+    }
+    showing = false;
+    ApplyEnabled();
+}
+
+QList<ProfileEntry> Bindings::Entries() const {
+    QList<ProfileEntry> entries;
+    for (const Bound& bound : all)
+        if (!bound.What.Key.isEmpty())
+            entries << ProfileEntry{
+                bound.What.Section, bound.What.Key,
+                bound.What.Value ? bound.What.Value() : ValueOf(*bound.Control)};
+    return entries;
+}
+
+void Bindings::SetTabOrder(QWidget* behind) const {
+    QWidget* last = nullptr;
+    for (const Bound& bound : all) {
+        if (bound.Control->focusPolicy() == Qt::NoFocus) continue;
+        if (last) QWidget::setTabOrder(last, bound.Control);
+        last = bound.Control;
+    }
+    if (last) QWidget::setTabOrder(last, behind);
+}
+
+void Bindings::ApplyEnabled() const {
+    for (const Bound& bound : all) {
+        if (!bound.What.Enabled) continue;
+        const bool on = bound.What.Enabled();
+        bound.Control->setEnabled(on);
+        if (bound.Caption) bound.Caption->setEnabled(on);
+    }
+}
+
+void Bindings::Note() {
+    if (showing) return;
+    ApplyEnabled();
+    emit Edited();
+}
