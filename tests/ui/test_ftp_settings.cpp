@@ -3,17 +3,17 @@
 #include "support/data_rows.h"
 #include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings/ftp/ftp_access_group.h"
-#include "ui/settings/ftp/ftp_extended_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
 #include "ui/settings/ftp/trial_texts.h"
 #include "ui/settings_fixture.h"
 #include "ui/texts/languages.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
@@ -44,7 +44,6 @@ class Fixture : public SettingsFixture {
     Languages Tables{*Core, Words};
     frmFTP Window{Around(), Tables, nullptr};
     FtpAccessGroup& Access = *Window.Access;
-    FtpExtendedGroup& Extended = *Window.Extended;
     OfflineGroup& Offline = *Window.Offline;
     TrialPanel& Trial = *Window.Trial;
 };
@@ -60,9 +59,9 @@ class TestFtpSettings : public QObject {
         fixture.Window.Open();
         QVERIFY(fixture.Window.Save());
         QCOMPARE(fixture.Lines().join(u' '),
-                 "Server= Verzeichnis= User= PW= Port=21 Delete=0 Anwahl=0 Abwahl=0 AWName=Home "
-                 "AWCon=0 Autostart=0 lastpictures=0 lastpictureanz=4 OfflinePic=0 "
-                 "UseOfflineFilter=0 Offlinefilter=1 Offlinefile=Offline.jpg Quali=0");
+                 "Server= Verzeichnis= User= PW= Port=21 OfflinePic=0 UseOfflineFilter=0 "
+                 "Offlinefile=Offline.jpg lastpictures=0 lastpictureanz=4 Delete=0 Quali=0 "
+                 "AWName=Home Anwahl=0 Abwahl=0 Autostart=0 AWCon=0 Offlinefilter=1");
     }
 
     void SavesWhatItShowsAndShowsWhatItSaved() {
@@ -82,10 +81,12 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fixture.Core->FTP1.RemotePort(), 2121);
 
         fixture.Window.Open();
-        fixture.Access.txtPort->clear();
-        fixture.Extended.txtHistory->clear();
-        fixture.Extended.cbQuality->setCurrentIndex(1);
-        emit fixture.Extended.cbQuality->activated(1);
+        for (NumberBox* number : {fixture.Access.txtPort, fixture.Window.txtHistory}) {
+            number->selectAll();
+            QTest::keyClick(number, Qt::Key_Delete);
+        }
+        fixture.Window.cbQuality->setCurrentIndex(1);
+        emit fixture.Window.cbQuality->activated(1);
         QTest::keyClick(&fixture.Window, Qt::Key_Return);
         const QStringList lines = fixture.Lines();
         for (const char* line : {"Port=21", "lastpictureanz=4", "Quali=1", "JPGQuality=60"})
@@ -98,14 +99,14 @@ class TestFtpSettings : public QObject {
             "[Einstellungen]\nPort=99999\nlastpictures=9\nlastpictureanz=-3\nQuali=best\n"
             "AWName=gone\nAWCon=77\nOfflinefile=gone.jpg\nOfflinefilter=-4\nAnwahl=yes\n");
         fixture.Window.Open();
-        QCOMPARE(fixture.Extended.cbConnection->currentText(), "gone");
+        QCOMPARE(fixture.Window.cbConnection->currentText(), "gone");
         QCOMPARE(fixture.Offline.cbOffline->currentText(), "gone.jpg");
         QVERIFY(fixture.Window.Save());
         QCOMPARE(fixture.Lines(),
                  QStringList({"Port=21", "lastpictures=1", "lastpictureanz=1", "Quali=0",
                               "AWName=gone", "AWCon=2", "Offlinefile=gone.jpg", "Offlinefilter=2",
-                              "Anwahl=0", "Server=", "Verzeichnis=", "User=", "PW=", "Delete=0",
-                              "Abwahl=0", "Autostart=0", "OfflinePic=0", "UseOfflineFilter=0"}));
+                              "Anwahl=0", "Server=", "Verzeichnis=", "User=", "PW=", "OfflinePic=0",
+                              "UseOfflineFilter=0", "Delete=0", "Abwahl=0", "Autostart=0"}));
     }
 
     void LocalModeNeedsAFolder_data() {
@@ -178,15 +179,15 @@ class TestFtpSettings : public QObject {
         Fixture fixture;
         RecordingAutostart& entry = fixture.System.Autostart;
         fixture.Window.Open();
-        fixture.Extended.chkAutostart->click();
+        fixture.Window.chkAutostart->click();
         QVERIFY(fixture.Boxes.Shown.value(0).contains("with the system start (PC)"));
         QVERIFY(entry.Line.isEmpty());
         QVERIFY(fixture.Window.Save());
         QCOMPARE(entry.Line, QStringList({QCoreApplication::applicationFilePath(), "--folder",
                                           fixture.Folder.path(), "/autostarter"}));
         fixture.Window.Open();
-        QVERIFY(fixture.Extended.chkAutostart->isChecked());
-        fixture.Extended.chkAutostart->click();
+        QVERIFY(fixture.Window.chkAutostart->isChecked());
+        fixture.Window.chkAutostart->click();
         QCOMPARE(fixture.Boxes.Shown.size(), 1);
         entry.Works = false;
         QVERIFY(fixture.Window.Save());
@@ -201,8 +202,8 @@ class TestFtpSettings : public QObject {
         Fixture fixture;
         fixture.System.Dial.EntryList.clear();
         fixture.Window.Open();
-        QCOMPARE(fixture.Extended.cbConnection->currentText(), "No DFÜ detected!");
-        QVERIFY(!fixture.Extended.chkAnwahl->isEnabled());
+        QCOMPARE(fixture.Window.cbConnection->currentText(), "No DFÜ detected!");
+        QVERIFY(!fixture.Window.chkAnwahl->isEnabled());
         QVERIFY(fixture.Window.Save());
         QVERIFY(fixture.Lines().contains("AWName="));
         QVERIFY(fixture.Lines().contains("AWCon=0"));
@@ -247,9 +248,11 @@ class TestFtpSettings : public QObject {
         const QTemporaryDir place;
         QDir(place.path()).mkdir("Offline");
         QImage(size, QImage::Format_RGB32).save(place.filePath("Offline/a.png"));
+        SkinMaker::Write(place.filePath("a.ini"), "[Einstellungen]\nOfflinefile=a.png\n");
+        Bindings bindings(words, "frmFTP");
         OfflineGroup group(
-            words, [&] { return QStringList(place.path()); }, [&] { return camera; });
-        group.ShowSettings(true, false, "a.png");
+            bindings, words, [&] { return QStringList(place.path()); }, [&] { return camera; });
+        bindings.ShowSettings(place.filePath("a.ini"));
         QSignalSpy warned(&group, &OfflineGroup::FoundTooSmall);
         group.chkFilter->click();
         group.chkFilter->click();
@@ -270,7 +273,7 @@ class TestFtpSettings : public QObject {
         fixture.Trial.btnTrial->click();
         QVERIFY(fixture.Window.lblNote->text().startsWith("Type the name of your server"));
         fixture.Access.txtServer->setText("127.0.0.1");
-        fixture.Access.txtPort->SetValue(server.Port());
+        fixture.Access.txtPort->setValue(server.Port());
         fixture.Access.txtPW->setText("wrong");
         fixture.Trial.btnTrial->click();
         QVERIFY(fixture.Trial.lblTrial->text().contains("(530 wrong)"));
@@ -306,7 +309,7 @@ class TestFtpSettings : public QObject {
         fixture.Core->LoadSettings();
         QVERIFY(fixture.Core->FTP1.Connect());
         fixture.Window.Open();
-        fixture.Extended.chkDelete->setChecked(true);
+        fixture.Window.chkDelete->setChecked(true);
         QVERIFY(fixture.Window.Save());
         QVERIFY(fixture.Core->FTP1.IsConnected());
         fixture.Window.Open();

@@ -1,49 +1,38 @@
 #include "support/data_rows.h"
 #include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/settings_fixture.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
 
-// Port and the history's length with texts of the FTP settings.
+// A text, a number with a range and an option with texts of the FTP settings.
 class Example : public SettingsWindow {
   public:
     explicit Example(const Surroundings& surroundings)
         : SettingsWindow(surroundings, "frmFTP", nullptr) {
-        for (QWidget* each : std::initializer_list<QWidget*>{Caption, Port, Free, History})
-            Body().addWidget(each);
-        Caption->setBuddy(Port);
-        Port->SetWhenEmpty(21);
+        auto* rows = new SettingsRows(Controls);
+        rows->Add(User, "User");
+        rows->Add(Port, {.Key = "Port", .Enabled = [this] { return User->text() != "nobody"; }});
+        rows->Add(History, {.Key = "lastpictures", .Text = "HistoryOption"});
+        rows->Add<QLineEdit>({.Key = "PW", .Text = "Password"});
+        Body().addLayout(rows);
         Finish();
     }
 
-    QLabel* Caption = new QLabel;
-    NumberField* Port = new NumberField(1, 65535);
-    QLineEdit* Free = new QLineEdit;
+    QLineEdit* User = new QLineEdit;
+    NumberBox* Port = new NumberBox;
     QCheckBox* History = new QCheckBox;
     bool Fine = true;
 
   protected:
-    void ShowSettings() override {
-        Port->setText(Setting("Port"));
-        History->setChecked(Flag("lastpictures"));
-    }
     bool Check() override { return Fine; }
-    QList<ProfileEntry> Entries() const override {
-        return {Entry("User", Free->text()), Entry("Port", Port->Value().value_or(0)),
-                Entry("lastpictures", History->isChecked())};
-    }
-    void ShowTexts() override {
-        Caption->setText(Text("Port"));
-        Port->setAccessibleName(Text("Port"));
-        History->setText(Text("HistoryOption"));
-        SettingsWindow::ShowTexts();
-    }
 };
 
 }  // namespace
@@ -57,19 +46,19 @@ class TestSettingsWindow : public QObject {
         fixture.Write("[Einstellungen]\nPort=2100\nlastpictures=1\n");
         Example window(fixture.Around());
         window.Open();
-        QCOMPARE(window.Port->text(), QString("2100"));
+        QCOMPARE(window.Port->value(), 2100);
         QVERIFY(window.History->isChecked());
-        window.Port->setText("990");
+        window.Port->setValue(990);
         QTest::keyClick(&window, Qt::Key_Escape);
         QVERIFY(!window.isVisible());
         QCOMPARE(fixture.Lines(), QStringList({"Port=2100", "lastpictures=1"}));
 
         fixture.Write("[Einstellungen]\n");
         window.Open();
-        window.Free->setText("me");
-        QTest::keyClick(window.Free, Qt::Key_Return);
+        window.User->setText("me");
+        QTest::keyClick(window.User, Qt::Key_Return);
         QVERIFY(!window.isVisible());
-        QCOMPARE(fixture.Lines(), QStringList({"User=me", "Port=21", "lastpictures=0"}));
+        QCOMPARE(fixture.Lines(), QStringList({"User=me", "Port=21", "lastpictures=0", "PW="}));
         QCOMPARE(fixture.Core->State.Values.User, QString("me"));
 
         window.Open();
@@ -78,33 +67,26 @@ class TestSettingsWindow : public QObject {
         QVERIFY(window.isVisible());
     }
 
-    void NumbersOutOfRangeAreRefusedWhereTheyAreTyped_data() {
-        const Rows<QString, bool> row;
-        row("the least", "1", true);
-        row("the most", "65535", true);
-        row("blanks around it", " 21 ", true);
-        row("nothing, which stands for a number", "", true);
-        row("below", "0", false);
-        row("above", "65536", false);
-        row("a fraction", "2.5", false);
+    void NumbersStayInTheirRange_data() {
+        const Rows<QString, int> row;
+        row("the most", "65535", 65535);
+        row("blanks around it", " 99 ", 99);
+        row("nothing, which stands for the usual one", "", 21);
+        row("below", "0", 1);
+        row("above: the digit that is too much is not taken", "65536", 6553);
+        row("a fraction: the point is not taken", "2.5", 25);
     }
-    void NumbersOutOfRangeAreRefusedWhereTheyAreTyped() {
-        const auto [typed, right] = Row<QString, bool>();
+    void NumbersStayInTheirRange() {
+        const auto [typed, saved] = Row<QString, int>();
         SettingsFixture fixture;
-        fixture.Write("");
+        fixture.Write("[Einstellungen]\nPort=700\n");
         Example window(fixture.Around());
         window.Open();
-        window.Port->setText(typed);
-        const QString note = right ? QString()
-                                   : QString(
-                                         "Remote-Server Port (standard): a whole number from 1 to "
-                                         "65535.");
-        QCOMPARE(window.lblNote->text(), note);
-        window.Free->setFocus();
-        QCOMPARE(window.Save(), right);
-        QCOMPARE(window.lblNote->text(), note);
-        if (!right) QCOMPARE(window.focusWidget(), window.Port);
-        QCOMPARE(fixture.Lines().isEmpty(), !right);
+        window.Port->selectAll();
+        QTest::keyClick(window.Port, Qt::Key_Delete);
+        QTest::keyClicks(window.Port, typed);
+        QTest::keyClick(window.Port, Qt::Key_Return);
+        QCOMPARE(fixture.Setting("Einstellungen", "Port").toInt(), saved);
     }
 
     void AFileThatCannotBeWrittenKeepsTheWindow() {
@@ -112,7 +94,7 @@ class TestSettingsWindow : public QObject {
         Example window(fixture.Around());
         window.Open();
         const QStringList before = fixture.Lines();
-        window.Free->setText(QString("a") + QChar(0) + "b");  // no file can hold it
+        window.User->setText(QString("a") + QChar(0) + "b");  // no file can hold it
         QVERIFY(!window.Save());
         QVERIFY(window.isVisible());
         QCOMPARE(fixture.Lines(), before);
@@ -125,7 +107,6 @@ class TestSettingsWindow : public QObject {
         window.Open();
         QCOMPARE(window.btnSave->text(), QString("&Save"));
         QCOMPARE(window.btnClose->text(), QString("&Close"));
-        QCOMPARE(window.Caption->text(), QString("&Remote-Server Port (standard):"));
         QCOMPARE(window.History->text(), QString("&history upload every 10 pictures"));
         fixture.Words.SetLanguage(Texts::Language::German);
         QCOMPARE(window.btnSave->text(), QString("&Speichern"));
@@ -133,16 +114,26 @@ class TestSettingsWindow : public QObject {
         QCOMPARE(ClippedAnywhere(window, fixture.Words).join("\n"), QString());
     }
 
+    void ControlsAreSwitchedOnAndOffWithWhatTheyDependOn() {
+        SettingsFixture fixture;
+        fixture.Write("[Einstellungen]\nUser=nobody\n");
+        Example window(fixture.Around());
+        window.Open();
+        QVERIFY(!window.Port->isEnabled());
+        window.User->setText("me");
+        QVERIFY(window.Port->isEnabled());
+    }
+
     void AnOpenWindowKeepsWhatWasTyped() {
         SettingsFixture fixture;
         Example window(fixture.Around());
         window.Open();
-        window.Port->setText("2121");
+        window.Port->setValue(2121);
         window.Open();
-        QCOMPARE(window.Port->text(), QString("2121"));
+        QCOMPARE(window.Port->value(), 2121);
         window.reject();
         window.Open();
-        QCOMPARE(window.Port->text(), QString());
+        QCOMPARE(window.Port->value(), 21);
     }
 };
 

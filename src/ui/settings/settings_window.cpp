@@ -4,11 +4,11 @@
 #include "core/program.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/mnemonics.h"
-#include "ui/widgets/number_field.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -25,8 +25,8 @@ SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QStrin
       btnSave(new QPushButton(this)),
       btnClose(new QPushButton(this)),
       lblNote(new QLabel(this)),
-      around(ownSurroundings),
-      section(textSection) {
+      Controls(ownSurroundings.Words, textSection),
+      around(ownSurroundings) {
     auto* all = new QVBoxLayout(this);
     auto* area = new FittingArea(this);
     auto* inside = new QWidget;
@@ -54,9 +54,8 @@ void SettingsWindow::Finish() {
     for (auto* button : findChildren<QPushButton*>())
         if (button != btnSave) button->setAutoDefault(false);  // Enter saves
     for (auto* field : findChildren<QLineEdit*>()) field->setMaxLength(mostCharacters);
-    for (auto* field : findChildren<NumberField*>())
-        connect(field, &QLineEdit::textChanged, this, [this] { (void)NumbersInRange(false); });
     // The body's controls come before the buttons.
+    Controls.SetTabOrder(btnSave);
     setTabOrder(btnSave, btnClose);
     ShowTexts();
 }
@@ -65,8 +64,9 @@ void SettingsWindow::ShowTexts() {
     setWindowTitle(Text("Title"));
     btnSave->setText(Text("Save"));
     btnClose->setText(Text("Close"));
+    Controls.ShowTexts();
     AssignMnemonics(*this);
-    (void)NumbersInRange(false);
+    lblNote->clear();
     if (isVisible()) FitToScreen();
 }
 
@@ -75,7 +75,6 @@ void SettingsWindow::Open() {
     if (isNew) {
         lblNote->clear();
         ShowSettings();
-        (void)NumbersInRange(false);
         // It takes its place on the screen with its size. A window that is resized while the
         // window manager still puts its frame around it may end with the title above the screen.
         for (QWidget* widget : findChildren<QWidget*>()) widget->ensurePolished();
@@ -101,10 +100,10 @@ bool SettingsWindow::event(QEvent* event) {
 }
 
 bool SettingsWindow::Save() {
-    if (!NumbersInRange(true) || !Check()) return false;
-    if (WriteSettings(around.Core.SettingsFile(), Entries()) == 0) {
-        around.Boxes.Show("Stillpost",
-                          around.Words.Get(common, "CannotSave").arg(around.Core.SettingsFile()),
+    lblNote->clear();
+    if (!Check()) return false;
+    if (WriteSettings(SettingsFile(), Entries()) == 0) {
+        around.Boxes.Show("Stillpost", around.Words.Get(common, "CannotSave").arg(SettingsFile()),
                           MessageBoxes::Icon::Critical);
         return false;
     }
@@ -115,11 +114,15 @@ bool SettingsWindow::Save() {
 }
 
 QString SettingsWindow::Text(const QString& key) const {
-    return around.Words.Get(section, key);
+    return Controls.Text(key);
+}
+
+QString SettingsWindow::SettingsFile() const {
+    return around.Core.SettingsFile();
 }
 
 QString SettingsWindow::Setting(const QString& key, const QString& ofSection) const {
-    return ReadSetting(around.Core.SettingsFile(), ofSection, key);
+    return ReadSetting(SettingsFile(), ofSection, key);
 }
 
 bool SettingsWindow::Flag(const QString& key, const QString& ofSection) const {
@@ -142,21 +145,4 @@ void SettingsWindow::Refuse(QWidget& field, const QString& why) {
     lblNote->setText(why);
     field.setFocus();
     if (auto* line = qobject_cast<QLineEdit*>(&field)) line->selectAll();
-}
-
-// The note names the first number that is wrong. Fields that are switched off do not count.
-bool SettingsWindow::NumbersInRange(bool goThere) {
-    for (auto* field : findChildren<NumberField*>()) {
-        if (field->Value() || !field->isEnabled()) continue;
-        QString name = field->accessibleName().trimmed();
-        while (name.endsWith(u':')) name = name.chopped(1).trimmed();
-        const QString why =
-            around.Words.Get(common, "NumberRange")
-                .arg(name, QString::number(field->Least()), QString::number(field->Most()));
-        lblNote->setText(why);
-        if (goThere) Refuse(*field, why);
-        return false;
-    }
-    lblNote->clear();
-    return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/profile_file.h"
+#include "ui/settings/bindings.h"
 #include "ui/texts/texts.h"
 
 #include <QDialog>
@@ -45,10 +45,13 @@ class SettingsWindow : public QDialog {
     void accept() override { (void)Save(); }
 
   protected:
+    // The controls of the window; see there.
+    Bindings Controls;
+
     // Puts the settings into the controls.
-    virtual void ShowSettings() = 0;
+    virtual void ShowSettings() { Controls.ShowSettings(SettingsFile()); }
     // The keys of the window with what the controls say, in the order in which they are written.
-    [[nodiscard]] virtual QList<ProfileEntry> Entries() const = 0;
+    [[nodiscard]] virtual QList<ProfileEntry> Entries() const { return Controls.Entries(); }
     // What must hold before anything is written; tells the operator what does not.
     [[nodiscard]] virtual bool Check() { return true; }
     // Sets the texts of all controls; also called when the language changes. Calls the inherited
@@ -65,6 +68,7 @@ class SettingsWindow : public QDialog {
     [[nodiscard]] Texts& Words() const { return around.Words; }
     [[nodiscard]] MessageBoxes& Boxes() const { return around.Boxes; }
     [[nodiscard]] QVBoxLayout& Body() { return *body; }
+    [[nodiscard]] QString SettingsFile() const;
     [[nodiscard]] QString Text(const QString& key) const;
     [[nodiscard]] QString Setting(const QString& key,
                                   const QString& section = "Einstellungen") const;
@@ -80,10 +84,8 @@ class SettingsWindow : public QDialog {
     void Refuse(QWidget& field, const QString& why);
 
   private:
-    [[nodiscard]] bool NumbersInRange(bool goThere);
     void FitToScreen();
 
     Surroundings around;
-    QString section;
     QVBoxLayout* body;
 };

@@ -4,137 +4,142 @@
 #include "base/paths.h"
 #include "core/program.h"
 #include "core/program_folder.h"
-#include "core/settings/load_settings.h"
-#include "core/settings/setting_table.h"
 #include "ui/settings/ftp/ftp_access_group.h"
-#include "ui/settings/ftp/ftp_extended_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <array>
 
 namespace {
 
 const QString title = "Stillpost";
-
-int DefaultOf(QStringView key) {
-    return SettingRowOf(u"Einstellungen", key).Default.toInt();
-}
+constexpr std::array qualities{90, 60, 30};  // per cent, of the entries of the list
 
 }  // namespace
 
 frmFTP::frmFTP(const Surroundings& surroundings, const Languages& ownLanguages, QWidget* parent)
     : SettingsWindow(surroundings, "frmFTP", parent),
-      Access(new FtpAccessGroup(Words())),
-      Extended(new FtpExtendedGroup(Words())),
-      Offline(new OfflineGroup(
-          Words(), [this] { return Core().PictureValues.ReadingFolders(); },
-          [this] { return QSize(Core().ezVidCap1.Width(), Core().ezVidCap1.Height()); })),
       Trial(new TrialPanel(Core().Wait, Core().Display, Words(), [this] { return WantedTrial(); })),
+      Access(new FtpAccessGroup(Controls, Words(), Trial)),
+      Offline(nullptr),
+      chkHistory(new QCheckBox),
+      txtHistory(new NumberBox),
+      chkDelete(new QCheckBox),
+      cbQuality(new QComboBox),
+      cbConnection(new QComboBox),
+      chkAnwahl(new QCheckBox),
+      chkAbwahl(new QCheckBox),
+      chkAutostart(new QCheckBox),
       languages(ownLanguages) {
+    Trial->Bind(Controls);
+    Offline = new OfflineGroup(
+        Controls, Words(), [this] { return Core().PictureValues.ReadingFolders(); },
+        [this] { return QSize(Core().ezVidCap1.Width(), Core().ezVidCap1.Height()); });
     LayOut();
-    SetTabOrder();
     Connect();
     Finish();
 }
 
 void frmFTP::LayOut() {
-    Access->AddBelow(Trial);
-    auto* columns = new QHBoxLayout;
     auto* left = new QVBoxLayout;
     left->addWidget(Access);
     left->addWidget(Offline);
     left->addStretch(1);
+    auto* columns = new QHBoxLayout;
     columns->addLayout(left, 1);
-    columns->addWidget(Extended, 1);
+    columns->addWidget(ExtendedFrame(), 1);
     Body().addLayout(columns);
 }
 
-void frmFTP::SetTabOrder() {
-    const QList<QWidget*> order{Access->optServer,
-                                Access->optLocal,
-                                Access->txtServer,
-                                Access->txtVerzeichnis,
-                                Access->btnFolder,
-                                Access->txtUser,
-                                Access->txtPW,
-                                Access->btnShowPW,
-                                Access->txtPort,
-                                Trial->btnTrial,
-                                Trial->btnStopTrial,
-                                Offline->chkOfflinePic,
-                                Offline->chkFilter,
-                                Offline->cbOffline,
-                                Offline->btnAddOffline,
-                                Offline->txtOfflinePath,
-                                Extended->chkHistory,
-                                Extended->txtHistory,
-                                Extended->chkDelete,
-                                Extended->cbQuality,
-                                Extended->cbConnection,
-                                Extended->chkAnwahl,
-                                Extended->chkAbwahl,
-                                Extended->chkAutostart,
-                                btnSave};
-    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+QGroupBox* frmFTP::ExtendedFrame() {
+    // A folder of this computer has neither a history nor a line to dial.
+    const auto server = [this] { return !Access->Local(); };
+    const auto history = [this, server] { return server() && chkHistory->isChecked(); };
+    const auto dials = [this, server] { return server() && !Connection().isEmpty(); };
+    // What is on can always be switched off.
+    const auto dialOption = [this, dials](const QString& key) {
+        return [this, dials, key] { return dials() || Flag(key); };
+    };
+    constexpr int shownCharacters = 14;  // of a connection's name; longer ones are cut there
+    cbConnection->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cbConnection->setMinimumContentsLength(shownCharacters);
+    cbConnection->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    QGroupBox* frame = Controls.Frame("FrameExtended");
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->Add(chkHistory, {.Key = "lastpictures", .Text = "HistoryOption", .Enabled = server});
+    rows->Add(txtHistory, {.Key = "lastpictureanz", .Text = "HistoryCount", .Enabled = history});
+    rows->AddSpace();
+    rows->AddNote({.Text = "DeleteFirst"});
+    rows->Add(chkDelete, {.Key = "Delete", .Text = "DeleteOption"});
+    rows->AddSpace();
+    rows->Add(cbQuality, {.Key = "Quali", .Text = "Quality", .Items = qualities.size()});
+    rows->AddSpace();
+    rows->AddNote({.Text = "DialUp", .Enabled = dials});
+    rows->AddBelow(cbConnection, {.Key = "AWName",
+                                  .Text = "Connection",
+                                  .Enabled = dials,
+                                  .Show = [this](const QString& name) { ShowConnections(name); },
+                                  .Value = [this] { return Connection(); }});
+    rows->Add(chkAnwahl, {.Key = "Anwahl", .Text = "AutoDial", .Enabled = dialOption("Anwahl")});
+    rows->Add(chkAbwahl, {.Key = "Abwahl", .Text = "HangUp", .Enabled = dialOption("Abwahl")});
+    rows->AddSpace();
+    rows->Add(chkAutostart, "Autostart");
+    return frame;
 }
 
 void frmFTP::Connect() {
-    connect(Access, &FtpAccessGroup::ModeChanged, this,
-            [this] { Extended->SetLocal(Access->Local()); });
     connect(Access, &FtpAccessGroup::Edited, Trial, &TrialPanel::Clear);
-    connect(Access, &FtpAccessGroup::ModeChanged, Trial, &TrialPanel::Clear);
     connect(Offline, &OfflineGroup::FoundTooSmall, this,
             [this] { Boxes().Show(title, languages.Messages().MsgOfflineSize); });
+    connect(cbQuality, &QComboBox::activated, this, [this] { qualityChosen = true; });
     // Only when the operator switches it on, not when it is shown as it was saved.
-    connect(Extended->chkAutostart, &QCheckBox::clicked, this, [this](bool on) {
+    connect(chkAutostart, &QCheckBox::clicked, this, [this](bool on) {
         if (on) Boxes().Show(title, languages.Messages().MsgAutostartWarning);
+    });
+    connect(&Controls, &Bindings::TextsShown, this, [this] {
+        if (Connection().isEmpty()) cbConnection->setItemText(0, Text("NoConnection"));
     });
     connect(this, &SettingsWindow::Saved, this, &frmFTP::ApplyAutostart);
 }
 
 void frmFTP::ShowSettings() {
-    const Settings values = LoadSettings(Core().SettingsFile());
-    Access->ShowSettings(values, Setting("Server"), Setting("Verzeichnis"));
-    Extended->ShowSettings(values, Flag("Abwahl"), Flag("Autostart"));
-    Extended->ShowConnections(Core().System().Dial->Entries(), values.AWName,
-                              ValLong(Setting("AWCon")));
-    Offline->ShowSettings(Flag("OfflinePic"), Flag("UseOfflineFilter"), values.Offlinefile);
+    SettingsWindow::ShowSettings();
+    qualityChosen = false;
     Trial->Clear();
 }
 
+void frmFTP::ShowConnections(const QString& name) {
+    const QStringList entries = Core().System().Dial->Entries();
+    cbConnection->clear();
+    for (const QString& entry : entries) cbConnection->addItem(entry, entry);
+    if (!name.isEmpty() && !entries.contains(name)) cbConnection->addItem(name, name);
+    const int named = name.isEmpty() ? ValLong(Setting("AWCon")) : cbConnection->findData(name);
+    cbConnection->setCurrentIndex(named >= 0 && named < cbConnection->count() ? named : 0);
+    if (cbConnection->count() == 0) cbConnection->addItem(Text("NoConnection"), QString());
+}
+
+QString frmFTP::Connection() const {
+    return cbConnection->currentData().toString();
+}
+
 QList<ProfileEntry> frmFTP::Entries() const {
-    QList<ProfileEntry> entries{
-        Entry("Server", Access->Server()),
-        Entry("Verzeichnis", Access->Folder()),
-        Entry("User", Access->txtUser->text()),
-        Entry("PW", Access->txtPW->text()),
-        Entry("Port", Access->txtPort->Value().value_or(DefaultOf(u"Port"))),
-        Entry("Delete", Extended->chkDelete->isChecked()),
-        Entry("Anwahl", Extended->chkAnwahl->isChecked()),
-        Entry("Abwahl", Extended->chkAbwahl->isChecked()),
-        Entry("AWName", Extended->Connection()),
-        Entry("AWCon", Extended->ConnectionPlace()),
-        Entry("Autostart", Extended->chkAutostart->isChecked()),
-        Entry("lastpictures", Extended->chkHistory->isChecked()),
-        Entry("lastpictureanz",
-              Extended->txtHistory->Value().value_or(DefaultOf(u"lastpictureanz"))),
-        Entry("OfflinePic", Offline->chkOfflinePic->isChecked()),
-        Entry("UseOfflineFilter", Offline->chkFilter->isChecked()),
-        Entry("Offlinefilter", Offline->Index()),
-        Entry("Offlinefile", Offline->File()),
-        Entry("Quali", Extended->cbQuality->currentIndex())};
+    QList<ProfileEntry> entries = SettingsWindow::Entries();
+    entries << Entry("AWCon", qMax(0, cbConnection->currentIndex()))
+            << Entry("Offlinefilter", Offline->Index());
     // The choice is a short cut to the slider of the status window.
-    if (const auto quality = Extended->ChosenQuality()) entries << Entry("JPGQuality", *quality);
+    if (qualityChosen)
+        entries << Entry("JPGQuality",
+                         qualities.at(static_cast<std::size_t>(cbQuality->currentIndex())));
     return entries;
 }
 
@@ -183,17 +188,13 @@ std::optional<TrialAccess> frmFTP::WantedTrial() {
         return std::nullopt;
     }
     if (!local && !CheckServer()) return std::nullopt;
-    const std::optional<int> port = Access->txtPort->Value();
-    if (!local && !port) {
-        Access->txtPort->setFocus();  // the note says already what is wrong
-        return std::nullopt;
-    }
+    Access->txtPort->interpretText();
     return TrialAccess{Access->Server(),
-                       port.value_or(DefaultOf(u"Port")),
+                       Access->txtPort->value(),
                        Access->txtUser->text(),
                        Access->txtPW->text(),
                        local ? FullFolder() : Access->Folder(),
-                       Extended->chkDelete->isChecked(),
+                       chkDelete->isChecked(),
                        local};
 }
 
@@ -205,20 +206,12 @@ void frmFTP::ApplyAutostart() {
     AutostartEntry& entry = *Core().System().Autostart;
     const QStringList arguments = ProgramFolder::AutostartArguments(
         Core().PictureValues.ProgramFolder, ProgramFolder::Places::OfThisProcess({}));
-    const bool done = Extended->chkAutostart->isChecked()
+    const bool done = chkAutostart->isChecked()
                           ? entry.Write(QCoreApplication::applicationFilePath(), arguments)
                           : entry.Remove();
     if (!done)
         Boxes().Show(title, Text("AutostartFails").arg(entry.Place()),
                      MessageBoxes::Icon::Critical);
-}
-
-void frmFTP::ShowTexts() {
-    Access->ShowTexts();
-    Extended->ShowTexts();
-    Offline->ShowTexts();
-    Trial->ShowTexts();
-    SettingsWindow::ShowTexts();
 }
 
 void frmFTP::hideEvent(QHideEvent* event) {

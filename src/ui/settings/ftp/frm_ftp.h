@@ -4,9 +4,12 @@
 #include "ui/texts/messages.h"
 
 class FtpAccessGroup;
-class FtpExtendedGroup;
 class Languages;
+class NumberBox;
 class OfflineGroup;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
 class TrialPanel;
 struct TrialAccess;
 
@@ -19,10 +22,17 @@ class frmFTP : public SettingsWindow {
     // languages: whose composed messages are shown.
     frmFTP(const Surroundings& surroundings, const Languages& ownLanguages, QWidget* parent);
 
-    FtpAccessGroup* Access;
-    FtpExtendedGroup* Extended;
-    OfflineGroup* Offline;
     TrialPanel* Trial;
+    FtpAccessGroup* Access;
+    OfflineGroup* Offline;
+    QCheckBox* chkHistory;
+    NumberBox* txtHistory;
+    QCheckBox* chkDelete;
+    QComboBox* cbQuality;
+    QComboBox* cbConnection;
+    QCheckBox* chkAnwahl;
+    QCheckBox* chkAbwahl;
+    QCheckBox* chkAutostart;
 
     // The folder of the offline pictures as the window shows it, which a message names.
     [[nodiscard]] QString OfflinePath() const;
@@ -31,13 +41,16 @@ class frmFTP : public SettingsWindow {
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
     [[nodiscard]] bool Check() override;
-    void ShowTexts() override;
     void hideEvent(QHideEvent* event) override;
 
   private:
     void LayOut();
-    void SetTabOrder();
+    [[nodiscard]] QGroupBox* ExtendedFrame();
     void Connect();
+    // The system's dial-up entries, and the one that the settings name. One that is gone stays
+    // shown, so that saving does not lose it; without a name the place in the list counts.
+    void ShowConnections(const QString& name);
+    [[nodiscard]] QString Connection() const;  // empty when there is none
     [[nodiscard]] bool CheckFolder();
     [[nodiscard]] bool CheckServer();
     [[nodiscard]] bool CheckOffline();
@@ -46,4 +59,5 @@ class frmFTP : public SettingsWindow {
     void ApplyAutostart();
 
     const Languages& languages;
+    bool qualityChosen = false;  // by the operator, since the window was opened
 };

@@ -1,16 +1,14 @@
 #include "ui/settings/ftp/ftp_access_group.h"
 
 #include "base/paths.h"
-#include "core/settings/setting_table.h"
-#include "ui/widgets/number_field.h"
+#include "ui/settings/settings_rows.h"
+#include "ui/widgets/file_chooser.h"
+#include "ui/widgets/number_box.h"
 
-#include <QFileDialog>
-#include <QGridLayout>
-#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -28,17 +26,9 @@ bool IsExample(const QString& server) {
     return false;
 }
 
-NumberField* MakePort() {
-    const SettingRow& row = SettingRowOf(u"Einstellungen", u"Port");
-    auto* field = new NumberField(row.Least, row.Most);
-    field->SetWhenEmpty(row.Default.toInt());
-    field->setPlaceholderText(row.Default.toString());
-    return field;
-}
-
 }  // namespace
 
-FtpAccessGroup::FtpAccessGroup(const Texts& ownWords)
+FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial)
     : optServer(new QRadioButton),
       optLocal(new QRadioButton),
       txtServer(new QLineEdit),
@@ -47,86 +37,68 @@ FtpAccessGroup::FtpAccessGroup(const Texts& ownWords)
       txtUser(new QLineEdit),
       txtPW(new QLineEdit),
       btnShowPW(new QPushButton),
-      txtPort(MakePort()),
+      txtPort(new NumberBox),
       words(ownWords),
-      all(new QVBoxLayout(this)),
-      lblServer(new QLabel),
-      lblPath(new QLabel),
-      lblUser(new QLabel),
-      lblPassword(new QLabel),
-      lblPort(new QLabel),
       examples(FtpExamplesOf(ownWords.Current())) {
-    LayOut();
+    LayOut(bindings, trial);
     optServer->setChecked(true);
     txtPW->setEchoMode(QLineEdit::Password);
     btnShowPW->setCheckable(true);
+    btnFolder->hide();
     connect(btnShowPW, &QPushButton::toggled, this, [this](bool shown) {
         txtPW->setEchoMode(shown ? QLineEdit::Normal : QLineEdit::Password);
     });
     connect(btnFolder, &QPushButton::clicked, this, &FtpAccessGroup::ChooseFolder);
-    connect(optLocal, &QRadioButton::toggled, this, [this] {
-        const QString coming = std::exchange(otherFolder, txtVerzeichnis->text());
-        txtVerzeichnis->setText(coming);
-        ApplyMode();
-    });
+    connect(optLocal, &QRadioButton::toggled, this, &FtpAccessGroup::SwitchFolder);
+    connect(optLocal, &QRadioButton::toggled, this, &FtpAccessGroup::Edited);
     connect(txtServer, &QLineEdit::editingFinished, this, &FtpAccessGroup::AdoptTypedMode);
     for (const QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         connect(field, &QLineEdit::textChanged, this, &FtpAccessGroup::Edited);
-    connect(txtPort, &QLineEdit::textChanged, this, &FtpAccessGroup::Edited);
+    connect(txtPort, &QSpinBox::valueChanged, this, &FtpAccessGroup::Edited);
+    connect(&bindings, &Bindings::TextsShown, this, [this] {
+        examples = WithExamplesOf(words.Current(), examples);
+        ShowMode();
+    });
 }
 
-void FtpAccessGroup::LayOut() {
-    all->addWidget(optServer);
-    all->addWidget(optLocal);
-    auto* grid = new QGridLayout;
-    all->addLayout(grid);
-    int row = 0;
-    const auto add = [&](QLabel* caption, QWidget* field, QWidget* behind) {
-        caption->setBuddy(field);
-        grid->addWidget(caption, row, 0);
-        auto* line = new QHBoxLayout;
-        line->addWidget(field, 1);
-        if (behind) line->addWidget(behind);
-        grid->addLayout(line, row++, 1);
-    };
-    add(lblServer, txtServer, nullptr);
-    add(lblPath, txtVerzeichnis, btnFolder);
-    add(lblUser, txtUser, nullptr);
-    add(lblPassword, txtPW, btnShowPW);
-    lblPort->setBuddy(txtPort);
-    grid->addWidget(lblPort, row, 0);
-    grid->addWidget(txtPort, row, 1);
-    grid->setColumnStretch(1, 1);
+void FtpAccessGroup::LayOut(Bindings& bindings, QWidget* trial) {
+    const auto server = [this] { return !Local(); };
+    auto* rows = new SettingsRows(bindings, this);
+    bindings.Add(this, {.Text = "FrameAccess"});
+    rows->Add(optServer, {.Text = "ModeServer"});
+    rows->Add(optLocal, {.Text = "ModeLocal"});
+    rows->Add(txtServer, {.Key = "Server",
+                          .Enabled = server,
+                          .Show = [this](const QString& written) { ShowServer(written); },
+                          .Value = [this] { return Server(); }});
+    rows->Add(txtVerzeichnis,
+              {.Key = "Verzeichnis", .Text = "Path", .Value = [this] { return Folder(); }},
+              btnFolder);
+    bindings.Add(btnFolder, {.Text = "ChooseFolder"});
+    rows->Add(txtUser, {.Key = "User", .Enabled = server});
+    rows->Add(txtPW, {.Key = "PW", .Text = "Password", .Enabled = server}, btnShowPW);
+    bindings.Add(btnShowPW, {.Text = "ShowPassword", .Enabled = server});
+    rows->Add(txtPort, {.Key = "Port", .Enabled = server});
+    rows->addRow(trial);
     for (QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         field->setMinimumWidth(field->sizeHint().width());
 }
 
-void FtpAccessGroup::ShowSettings(const Settings& values, const QString& server,
-                                  const QString& folder) {
+void FtpAccessGroup::ShowServer(const QString& server) {
     const bool local = NamesLocalMode(server);
-    optLocal->setChecked(local);
-    optServer->setChecked(!local);
+    (local ? optLocal : optServer)->setChecked(true);
     otherFolder.clear();
-    txtVerzeichnis->setText(folder);
     // An example that got into the file is no server.
     txtServer->setText(local || IsExample(server) ? QString() : server);
-    txtUser->setText(values.User);
-    txtPW->setText(values.PW);
     btnShowPW->setChecked(false);
-    txtPort->SetValue(values.Port);
     examples = FtpExamplesOf(words.Current());
-    ApplyMode();
+    ShowMode();
 }
 
-void FtpAccessGroup::ApplyMode() {
-    const bool local = optLocal->isChecked();
-    for (QWidget* each :
-         std::initializer_list<QWidget*>{lblServer, txtServer, lblUser, txtUser, lblPassword, txtPW,
-                                         btnShowPW, lblPort, txtPort})
-        each->setEnabled(!local);
-    btnFolder->setVisible(local);
-    ShowExamples();
-    emit ModeChanged();
+void FtpAccessGroup::SwitchFolder() {
+    const QString coming = std::exchange(otherFolder, txtVerzeichnis->text());
+    txtVerzeichnis->setText(coming);
+    ShowMode();
 }
 
 void FtpAccessGroup::AdoptTypedMode() {
@@ -154,53 +126,19 @@ bool FtpAccessGroup::ServerIsExample() const {
     return !Local() && IsExample(Server());
 }
 
-void FtpAccessGroup::AddBelow(QWidget* widget) {
-    all->addWidget(widget);
-}
-
 void FtpAccessGroup::ChooseFolder() {
-    auto* chooser = new QFileDialog(this, Text("ChooseFolder"), txtVerzeichnis->text());
-    chooser->setAttribute(Qt::WA_DeleteOnClose);
-    chooser->setFileMode(QFileDialog::Directory);
-    chooser->setOption(QFileDialog::ShowDirsOnly);
-    connect(chooser, &QFileDialog::fileSelected, this, [this](const QString& folder) {
+    const QFileDialog& chooser =
+        OpenFileChooser(this, QFileDialog::Directory, Text("ChooseFolder"), txtVerzeichnis->text());
+    connect(&chooser, &QFileDialog::fileSelected, this, [this](const QString& folder) {
         if (Local()) txtVerzeichnis->setText(Paths::WithSeparator(folder));
     });
-    chooser->open();
 }
 
-void FtpAccessGroup::Describe(QWidget* control, const QString& key, const QString& name) {
-    control->setToolTip(Text(key + "Help"));
-    control->setAccessibleName(name);
-}
-
-void FtpAccessGroup::ShowTexts() {
-    setTitle(Text("FrameAccess"));
-    optServer->setText(Text("ModeServer"));
-    optLocal->setText(Text("ModeLocal"));
-    lblServer->setText(Text("Server"));
-    lblPath->setText(Text("Path"));
-    lblUser->setText(Text("User"));
-    lblPassword->setText(Text("Password"));
-    lblPort->setText(Text("Port"));
-    btnFolder->setText(Text("ChooseFolder"));
-    btnShowPW->setText(Text("ShowPassword"));
-    Describe(optServer, "ModeServer", Text("ModeServer"));
-    Describe(optLocal, "ModeLocal", Text("ModeLocal"));
-    Describe(txtServer, "Server", Text("Server"));
-    Describe(txtUser, "User", Text("User"));
-    Describe(txtPW, "Password", Text("Password"));
-    Describe(txtPort, "Port", Text("Port"));
-    Describe(btnFolder, "ChooseFolder", Text("ChooseFolder"));
-    Describe(btnShowPW, "ShowPassword", Text("ShowPassword"));
-    examples = WithExamplesOf(words.Current(), examples);
-    ShowExamples();
-}
-
-void FtpAccessGroup::ShowExamples() {
-    const bool local = optLocal->isChecked();
+void FtpAccessGroup::ShowMode() {
+    const bool local = Local();
+    btnFolder->setVisible(local);
     txtServer->setPlaceholderText(local ? QString() : examples.Server);
     txtUser->setPlaceholderText(local ? QString() : examples.User);
     txtVerzeichnis->setPlaceholderText(local ? QString() : examples.Path);
-    Describe(txtVerzeichnis, local ? QString("LocalFolder") : QString("Path"), Text("Path"));
+    txtVerzeichnis->setToolTip(Text(local ? QString("LocalFolderHelp") : "PathHelp"));
 }

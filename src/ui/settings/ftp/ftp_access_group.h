@@ -1,16 +1,14 @@
 #pragma once
 
-#include "core/settings/settings.h"
 #include "ui/texts/ftp_examples.h"
 
 #include <QGroupBox>
 
-class NumberField;
-class QLabel;
+class Bindings;
+class NumberBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
-class QVBoxLayout;
 
 // Where pictures go: a server with its account, or a folder of this computer. Examples stand in
 // empty fields as hints only, so that none can be saved or tried by mistake.
@@ -18,7 +16,8 @@ class FtpAccessGroup : public QGroupBox {
     Q_OBJECT
 
   public:
-    explicit FtpAccessGroup(const Texts& ownWords);
+    // bindings: of the window. trial: stands below the fields.
+    FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial);
 
     QRadioButton* optServer;
     QRadioButton* optLocal;
@@ -28,11 +27,7 @@ class FtpAccessGroup : public QGroupBox {
     QLineEdit* txtUser;
     QLineEdit* txtPW;
     QPushButton* btnShowPW;
-    NumberField* txtPort;
-
-    // folder: as it is written in the settings, unlike the one among the values.
-    void ShowSettings(const Settings& values, const QString& server, const QString& folder);
-    void ShowTexts();
+    NumberBox* txtPort;
 
     // The name of the local mode, typed as a server, means the local mode.
     void AdoptTypedMode();
@@ -42,28 +37,19 @@ class FtpAccessGroup : public QGroupBox {
     [[nodiscard]] QString Folder() const;
     [[nodiscard]] bool ServerIsExample() const;
 
-    // Puts something below the fields.
-    void AddBelow(QWidget* widget);
-
   signals:
+    // What a trial would try has changed.
     void Edited();
-    void ModeChanged();
 
   private:
-    void LayOut();
-    void ApplyMode();
+    void LayOut(Bindings& bindings, QWidget* trial);
+    void ShowServer(const QString& server);
+    void SwitchFolder();
+    void ShowMode();
     void ChooseFolder();
-    void ShowExamples();
     [[nodiscard]] QString Text(const QString& key) const { return words.Get("frmFTP", key); }
-    void Describe(QWidget* control, const QString& key, const QString& name);
 
     const Texts& words;
-    QVBoxLayout* all;
-    QLabel* lblServer;
-    QLabel* lblPath;
-    QLabel* lblUser;
-    QLabel* lblPassword;
-    QLabel* lblPort;
     FtpExamples examples;
     QString otherFolder;  // of the mode that is not shown
 };

@@ -3,13 +3,14 @@
 #include "base/paths.h"
 #include "base/whole_file.h"
 #include "picture/picture_file.h"
+#include "ui/settings/settings_rows.h"
+#include "ui/widgets/file_chooser.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QFileDialog>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -23,7 +24,8 @@ constexpr int shownCharacters = 16;  // of a name in the list; longer ones are c
 
 }  // namespace
 
-OfflineGroup::OfflineGroup(const Texts& ownWords, std::function<QStringList()> ownPlaces,
+OfflineGroup::OfflineGroup(Bindings& bindings, const Texts& ownWords,
+                           std::function<QStringList()> ownPlaces,
                            std::function<QSize()> ownCameraSize)
     : chkOfflinePic(new QCheckBox),
       chkFilter(new QCheckBox),
@@ -34,53 +36,50 @@ OfflineGroup::OfflineGroup(const Texts& ownWords, std::function<QStringList()> o
       lblOfflineSize(new QLabel),
       words(ownWords),
       places(std::move(ownPlaces)),
-      cameraSize(std::move(ownCameraSize)),
-      lblSelect(new QLabel),
-      lblFolder(new QLabel),
-      lblPreview(new QLabel) {
-    LayOut();
+      cameraSize(std::move(ownCameraSize)) {
+    LayOut(bindings);
     connect(cbOffline, &QComboBox::currentIndexChanged, this, &OfflineGroup::ShowPicture);
     connect(cbOffline, &QComboBox::activated, this, &OfflineGroup::Warn);
     connect(chkFilter, &QCheckBox::clicked, this, &OfflineGroup::Warn);
     connect(btnAddOffline, &QPushButton::clicked, this, &OfflineGroup::ChooseFile);
+    connect(&bindings, &Bindings::TextsShown, this, &OfflineGroup::ShowSizes);
 }
 
-void OfflineGroup::LayOut() {
+void OfflineGroup::LayOut(Bindings& bindings) {
     cbOffline->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cbOffline->setMinimumContentsLength(shownCharacters);
     cbOffline->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
-    lblSelect->setBuddy(cbOffline);
-    lblFolder->setBuddy(txtOfflinePath);
     txtOfflinePath->setReadOnly(true);
     preview->SetCentred(true);
     preview->setFixedSize(previewSize);
     lblOfflineSize->setWordWrap(true);
-    auto* sides = new QHBoxLayout(this);
-    auto* grid = new QGridLayout;
-    grid->addWidget(chkOfflinePic, 0, 0, 1, 2);
-    grid->addWidget(chkFilter, 1, 0, 1, 2);
-    grid->addWidget(lblSelect, 2, 0, 1, 2);
-    grid->addWidget(cbOffline, 3, 0);
-    grid->addWidget(btnAddOffline, 3, 1);
-    grid->addWidget(lblFolder, 4, 0, 1, 2);
-    grid->addWidget(txtOfflinePath, 5, 0, 1, 2);
-    grid->setColumnStretch(0, 1);
-    grid->setRowStretch(6, 1);
-    sides->addLayout(grid, 1);
-    sides->addSpacing(fontMetrics().height());
+    bindings.Add(this, {.Text = "FrameOffline"});
+    auto* rows = new SettingsRows(bindings);
+    rows->Add(chkOfflinePic, {.Key = "OfflinePic", .Text = "OfflineUpload"});
+    rows->Add(chkFilter, {.Key = "UseOfflineFilter", .Text = "OfflineFilter"});
+    rows->AddBelow(cbOffline,
+                   {.Key = "Offlinefile",
+                    .Text = "OfflinePicture",
+                    .Show =
+                        [this](const QString& file) {
+                            added.clear();
+                            List(file);
+                        },
+                    .Value = [this] { return File(); }},
+                   btnAddOffline);
+    bindings.Add(btnAddOffline, {.Text = "AddOffline"});
+    rows->AddBelow(txtOfflinePath, {.Text = "OfflineFolder"});
+    auto* lblPreview = new QLabel;
+    bindings.Add(lblPreview, {.Text = "Preview"});
     auto* look = new QVBoxLayout;
     look->addWidget(lblPreview);
     look->addWidget(preview);
     look->addWidget(lblOfflineSize);
     look->addStretch(1);
+    auto* sides = new QHBoxLayout(this);
+    sides->addLayout(rows, 1);
+    sides->addSpacing(fontMetrics().height());
     sides->addLayout(look);
-}
-
-void OfflineGroup::ShowSettings(bool upload, bool filter, const QString& file) {
-    chkOfflinePic->setChecked(upload);
-    chkFilter->setChecked(filter);
-    added.clear();
-    List(file);
 }
 
 // A picture that is gone stays in the list while it is the one chosen.
@@ -157,12 +156,10 @@ void OfflineGroup::Warn() {
 }
 
 void OfflineGroup::ChooseFile() {
-    auto* chooser = new QFileDialog(this, Text("AddOffline"), {},
-                                    Text("Pictures") + " (*.jpg *.jpeg *.bmp *.png *.gif)");
-    chooser->setAttribute(Qt::WA_DeleteOnClose);
-    chooser->setFileMode(QFileDialog::ExistingFile);
-    connect(chooser, &QFileDialog::fileSelected, this, &OfflineGroup::Add);
-    chooser->open();
+    const QFileDialog& chooser =
+        OpenFileChooser(this, QFileDialog::ExistingFile, Text("AddOffline"), {},
+                        Text("Pictures") + " (*.jpg *.jpeg *.bmp *.png *.gif)");
+    connect(&chooser, &QFileDialog::fileSelected, this, &OfflineGroup::Add);
 }
 
 void OfflineGroup::Add(const QString& path) {
@@ -181,24 +178,4 @@ bool OfflineGroup::CopyAdded() {
     if (folder.isEmpty()) folder = QDir(places().value(0)).filePath("Offline");
     return QDir().mkpath(folder) &&
            WholeFile::Copy(chosen.Path, QDir(folder).filePath(chosen.Name));
-}
-
-void OfflineGroup::ShowTexts() {
-    setTitle(Text("FrameOffline"));
-    chkOfflinePic->setText(Text("OfflineUpload"));
-    chkFilter->setText(Text("OfflineFilter"));
-    lblSelect->setText(Text("OfflinePicture"));
-    lblFolder->setText(Text("OfflineFolder"));
-    lblPreview->setText(Text("Preview"));
-    btnAddOffline->setText(Text("AddOffline"));
-    const auto describe = [this](QWidget* control, const QString& key) {
-        control->setToolTip(Text(key + "Help"));
-        control->setAccessibleName(Text(key));
-    };
-    describe(chkOfflinePic, "OfflineUpload");
-    describe(chkFilter, "OfflineFilter");
-    describe(cbOffline, "OfflinePicture");
-    describe(txtOfflinePath, "OfflineFolder");
-    describe(btnAddOffline, "AddOffline");
-    ShowSizes();
 }

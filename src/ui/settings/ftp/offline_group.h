@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class Bindings;
 class PreviewArea;
 class QCheckBox;
 class QComboBox;
@@ -21,9 +22,9 @@ class OfflineGroup : public QGroupBox {
     Q_OBJECT
 
   public:
-    // places: where the folder "Offline" is looked for, the program folder first. cameraSize: of
-    // the camera's last picture, empty before the first one.
-    OfflineGroup(const Texts& ownWords, std::function<QStringList()> ownPlaces,
+    // bindings: of the window. places: where the folder "Offline" is looked for, the program folder
+    // first. cameraSize: of the camera's last picture, empty before the first one.
+    OfflineGroup(Bindings& bindings, const Texts& ownWords, std::function<QStringList()> ownPlaces,
                  std::function<QSize()> ownCameraSize);
 
     QCheckBox* chkOfflinePic;
@@ -33,9 +34,6 @@ class OfflineGroup : public QGroupBox {
     QLineEdit* txtOfflinePath;  // the folder that the pictures are in
     PreviewArea* preview;
     QLabel* lblOfflineSize;
-
-    void ShowSettings(bool upload, bool filter, const QString& file);
-    void ShowTexts();
 
     [[nodiscard]] QString File() const;  // name of the picture chosen
     [[nodiscard]] int Index() const;     // its place in the list
@@ -56,7 +54,7 @@ class OfflineGroup : public QGroupBox {
     void FoundTooSmall();
 
   private:
-    void LayOut();
+    void LayOut(Bindings& bindings);
     void List(const QString& chosen);
     void ShowPicture();
     void ShowSizes();
@@ -69,9 +67,6 @@ class OfflineGroup : public QGroupBox {
     std::function<QSize()> cameraSize;
     QList<OfflineEntry> entries;
     QList<OfflineEntry> added;  // under the names that they will have
-    QLabel* lblSelect;
-    QLabel* lblFolder;
-    QLabel* lblPreview;
-    QSize pictureSize;  // empty: missing or no picture
+    QSize pictureSize;          // empty: missing or no picture
     bool found = false;
 };

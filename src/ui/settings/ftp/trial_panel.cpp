@@ -1,5 +1,6 @@
 #include "ui/settings/ftp/trial_panel.h"
 
+#include "ui/settings/bindings.h"
 #include "ui/settings/ftp/trial_texts.h"
 
 #include <QHBoxLayout>
@@ -69,15 +70,10 @@ void TrialPanel::Clear() {
     ShowState();
 }
 
-void TrialPanel::ShowTexts() {
-    const auto text = [this](const QString& key) { return words.Get("frmFTP", key); };
-    btnTrial->setText(text("Trial"));
-    btnTrial->setToolTip(text("TrialHelp"));
-    btnTrial->setAccessibleName(text("Trial"));
-    btnStopTrial->setText(text("StopTrial"));
-    btnStopTrial->setToolTip(text("StopTrialHelp"));
-    btnStopTrial->setAccessibleName(text("StopTrial"));
-    ShowState();
+void TrialPanel::Bind(Bindings& bindings) {
+    bindings.Add(btnTrial, {.Text = "Trial"});
+    bindings.Add(btnStopTrial, {.Text = "StopTrial"});
+    connect(&bindings, &Bindings::TextsShown, this, &TrialPanel::ShowState);
 }
 
 void TrialPanel::ShowState() {

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class Bindings;
 class QLabel;
 class QPushButton;
 
@@ -20,11 +21,13 @@ class TrialPanel : public QWidget {
 
     TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWords, Wanted ownWanted);
 
+    // Gives the buttons their texts and their place in the order of the Tab key.
+    void Bind(Bindings& bindings);
+
     QPushButton* btnTrial;
     QPushButton* btnStopTrial;
     QLabel* lblTrial;
 
-    void ShowTexts();
     // Forgets the last outcome, which the fields no longer stand for.
     void Clear();
     // Ends a trial that runs.
