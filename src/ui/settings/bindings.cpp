@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMetaProperty>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -21,28 +22,23 @@ QMetaProperty PropertyOf(const QWidget& control) {
     return list ? about.property(about.indexOfProperty("currentIndex")) : user;
 }
 
-QString TextOrDefault(const SettingRow& row, const QString& written) {
-    return written.isEmpty() ? row.Default.toString() : written;
+// "3Pic" is one of "#Pic".
+const SettingRow& RowOf(const Binding& binding) {
+    static const QRegularExpression number(QStringLiteral("\\d+"));
+    return SettingRowOf(binding.Section, QString(binding.Key).replace(number, "#"));
 }
 
-int NumberOf(const SettingRow& row, const QString& written) {
-    const int number = ValLong(TextOrDefault(row, written));
+QString DefaultOf(const Binding& binding) {
+    return binding.Missing.isEmpty() ? RowOf(binding).Default.toString() : binding.Missing;
+}
+
+int InRange(const SettingRow& row, int number) {
     if (!row.HasRange() || (number >= row.Least && number <= row.Most)) return number;
     return row.Else == u"nearest" ? std::clamp(number, row.Least, row.Most)
                                   : ValLong(row.Else.toString());
 }
 
-void SetValue(QWidget& control, const SettingRow& row, const QString& written) {
-    const QMetaProperty property = PropertyOf(control);
-    if (property.typeId() == QMetaType::Bool) {
-        property.write(&control, Val(TextOrDefault(row, written)) != 0);
-        return;
-    }
-    if (property.typeId() == QMetaType::QString) {
-        property.write(&control, TextOrDefault(row, written));
-        return;
-    }
-    const int number = NumberOf(row, written);
+void SetNumber(QWidget& control, const QMetaProperty& property, int number) {
     const auto* list = qobject_cast<const QComboBox*>(&control);
     // A place that the list does not have.
     const bool none = list && (number < 0 || number >= list->count());
@@ -57,9 +53,18 @@ QString ValueOf(QWidget& control) {
     return value.toString();
 }
 
-void SetRange(NumberBox& number, const SettingRow& row) {
+void SetRange(NumberBox& number, const Binding& binding) {
+    const SettingRow& row = RowOf(binding);
     number.setRange(row.Least, row.Most);
-    number.SetUsual(row.Default.toInt());
+    number.SetUsual(DefaultOf(binding).toInt());
+}
+
+void AddLines(QComboBox& list, int count) {
+    for (int i = 0; i < count; ++i) list.addItem(QString());
+    if (list.sizeAdjustPolicy() != QComboBox::AdjustToContentsOnFirstShow) return;
+    // Other languages have longer lines, which are to be read whole.
+    list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    list.setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
 
 }  // namespace
@@ -72,12 +77,10 @@ void Bindings::Add(QWidget* control, const Binding& binding, QLabel* caption) {
     if (binding.Text.isEmpty()) bound.What.Text = binding.Key;
     if (binding.Help.isEmpty()) bound.What.Help = bound.What.Text + "Help";
     control->setObjectName(binding.Key.isEmpty() ? binding.Text : binding.Key);
-    if (caption) caption->setBuddy(control);
+    if (caption && !qobject_cast<QLabel*>(control)) caption->setBuddy(control);
     auto* number = qobject_cast<NumberBox*>(control);
-    if (number && !binding.Key.isEmpty())
-        SetRange(*number, SettingRowOf(binding.Section, binding.Key));
-    if (auto* list = qobject_cast<QComboBox*>(control))
-        for (int i = 0; i < binding.Items; ++i) list->addItem(QString());
+    if (number && !binding.Key.isEmpty()) SetRange(*number, binding);
+    if (auto* list = qobject_cast<QComboBox*>(control)) AddLines(*list, binding.Items);
     const QMetaMethod changed = PropertyOf(*control).notifySignal();
     if (changed.isValid())
         connect(control, changed, this, metaObject()->method(metaObject()->indexOfSlot("Note()")));
@@ -100,7 +103,7 @@ void Bindings::ShowTexts() {
 }
 
 void Bindings::ShowText(const Bound& bound) const {
-    const QString text = Text(bound.What.Text);
+    const QString text = bound.What.Caption ? bound.What.Caption() : Text(bound.What.Text);
     if (auto* frame = qobject_cast<QGroupBox*>(bound.Control)) {
         frame->setTitle(text);
         return;
@@ -119,17 +122,24 @@ void Bindings::ShowText(const Bound& bound) const {
 
 void Bindings::ShowSettings(const QString& file) {
     showing = true;
-    for (const Bound& bound : std::as_const(all)) {
-        if (bound.What.Key.isEmpty()) continue;
-        const SettingRow& row = SettingRowOf(bound.What.Section, bound.What.Key);
-        const QString written = ReadSetting(file, bound.What.Section, bound.What.Key);
-        if (bound.What.Show)
-            bound.What.Show(TextOrDefault(row, written));
-        else
-            SetValue(*bound.Control, row, written);
-    }
+    for (const Bound& bound : std::as_const(all))
+        if (!bound.What.Key.isEmpty()) ShowSetting(bound, file);
     showing = false;
     ApplyEnabled();
+}
+
+void Bindings::ShowSetting(const Bound& bound, const QString& file) {
+    QString value = ReadSetting(file, bound.What.Section, bound.What.Key);
+    if (value.isEmpty()) value = DefaultOf(bound.What);
+    const QMetaProperty property = PropertyOf(*bound.Control);
+    if (bound.What.Show)
+        bound.What.Show(value);
+    else if (property.typeId() == QMetaType::Bool)
+        property.write(bound.Control, Val(value) != 0);
+    else if (property.typeId() == QMetaType::Int)
+        SetNumber(*bound.Control, property, InRange(RowOf(bound.What), ValLong(value)));
+    else
+        property.write(bound.Control, value);
 }
 
 QList<ProfileEntry> Bindings::Entries() const {

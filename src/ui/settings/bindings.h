@@ -18,8 +18,10 @@ struct Binding {
     QString Text = {};  // name of the caption in the window's texts; empty: the key's
     QString Help = {};  // name of the tool tip there; empty: the caption's with "Help" behind it
     QString Section = QStringLiteral("Einstellungen");  // of the settings file
+    QString Missing = {};  // what is shown for a missing value; empty: the setting's default
     int Items = 0;  // lines of a list, which are the texts named after the caption: "Quality0" ...
-    std::function<bool()> Enabled = {};  // empty: always
+    std::function<QString()> Caption = {};  // when it is put together, in place of Text
+    std::function<bool()> Enabled = {};     // empty: always
     // For a control whose value is no property: shows what the file says, the default when it says
     // nothing, and gives what is to be written.
     std::function<void(const QString&)> Show = {};
@@ -71,6 +73,7 @@ class Bindings : public QObject {
         QLabel* Caption;
         Binding What;
     };
+    static void ShowSetting(const Bound& bound, const QString& file);
     void ShowText(const Bound& bound) const;
 
     const Texts& words;

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMetaProperty>
 
 namespace {
 
@@ -13,45 +14,65 @@ QLayout* Line(QWidget* control, QWidget* beside) {
     return line;
 }
 
+// Options and plain buttons, unlike those that show a value.
+bool CarriesText(const QWidget& control) {
+    const auto* button = qobject_cast<const QAbstractButton*>(&control);
+    return button && qstrcmp(button->metaObject()->userProperty().name(), "checked") == 0;
+}
+
 }  // namespace
 
 SettingsRows::SettingsRows(Bindings& ownBindings, QWidget* frame)
-    : QFormLayout(frame), bindings(ownBindings) {
-    setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    setRowWrapPolicy(QFormLayout::DontWrapRows);
+    : QGridLayout(frame), bindings(ownBindings) {
+    setColumnStretch(1, 1);
+}
+
+// Room that is left is below the last row.
+int SettingsRows::NextRow() {
+    setRowStretch(next, 0);
+    setRowStretch(next + 1, 1);
+    return next++;
 }
 
 void SettingsRows::Add(QWidget* control, const Binding& binding, QWidget* beside) {
-    if (qobject_cast<QAbstractButton*>(control)) {
+    if (CarriesText(*control)) {
         bindings.Add(control, binding);
-        addRow(control);
+        AddWhole(control);
         return;
     }
     auto* caption = new QLabel;
-    if (beside)
-        addRow(caption, Line(control, beside));
-    else
-        addRow(caption, control);
+    AddLine(caption, control, beside);
     bindings.Add(control, binding, caption);
+}
+
+void SettingsRows::AddLine(QLabel* caption, QWidget* control, QWidget* beside) {
+    const int row = NextRow();
+    const bool narrow = control->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
+    addWidget(caption, row, 0);
+    if (beside)
+        addLayout(Line(control, beside), row, 1);
+    else
+        addWidget(control, row, 1, narrow ? Qt::AlignLeft : Qt::Alignment());
 }
 
 void SettingsRows::AddBelow(QWidget* control, const Binding& binding, QWidget* beside) {
     auto* caption = new QLabel;
-    addRow(caption);
+    AddWhole(caption);
     if (beside)
-        addRow(Line(control, beside));
+        AddWhole(Line(control, beside));
     else
-        addRow(control);
+        AddWhole(control);
     bindings.Add(control, binding, caption);
 }
 
 void SettingsRows::AddNote(const Binding& binding) {
     auto* note = new QLabel;
     note->setWordWrap(true);
-    addRow(note);
+    AddWhole(note);
     bindings.Add(note, binding);
 }
 
 void SettingsRows::AddSpace() {
-    addItem(new QSpacerItem(0, 0));  // the spacing of a row more
+    constexpr int space = 5;
+    setRowMinimumHeight(NextRow(), space);
 }

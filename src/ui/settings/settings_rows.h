@@ -2,11 +2,11 @@
 
 #include "ui/settings/bindings.h"
 
-#include <QFormLayout>
+#include <QGridLayout>
 
 // Rows of a settings window, captions on the left and controls on the right, whose controls are
 // bound as they are added.
-class SettingsRows : public QFormLayout {
+class SettingsRows : public QGridLayout {
     Q_OBJECT
 
   public:
@@ -31,7 +31,14 @@ class SettingsRows : public QFormLayout {
     // Words over the whole width.
     void AddNote(const Binding& binding);
     void AddSpace();
+    // The same of what is bound by the caller.
+    void AddLine(QLabel* caption, QWidget* control, QWidget* beside = nullptr);
+    void AddWhole(QWidget* widget) { addWidget(widget, NextRow(), 0, 1, 2); }
+    void AddWhole(QLayout* line) { addLayout(line, NextRow(), 0, 1, 2); }
 
   private:
+    int NextRow();
+
+    int next = 0;
     Bindings& bindings;
 };

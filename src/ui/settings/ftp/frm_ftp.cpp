@@ -82,6 +82,8 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->AddNote({.Text = "DeleteFirst"});
     rows->Add(chkDelete, {.Key = "Delete", .Text = "DeleteOption"});
     rows->AddSpace();
+    cbQuality->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    cbQuality->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     rows->Add(cbQuality, {.Key = "Quali", .Text = "Quality", .Items = qualities.size()});
     rows->AddSpace();
     rows->AddNote({.Text = "DialUp", .Enabled = dials});
