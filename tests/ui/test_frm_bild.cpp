@@ -2,7 +2,7 @@
 #include "ui/overlay_bench.h"
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/picture_list.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -40,15 +40,15 @@ class TestFrmBild : public QObject {
     void KeysInOrder() {
         ListBench bench(2);
         bench.Pictures.List->setCurrentRow(1);
-        bench.Pictures.UB->setText("7");
+        bench.Pictures.UB->setValue(7);
         bench.Pictures.chkCapture->setChecked(true);
         QCOMPARE(bench.Saved(bench.Pictures),
-                 QStringList({"PictureEff=true", "Capture=1", "Pic=1", "0Pic=0.png", "1Pic=1.png",
-                              "PicGes=2", "UB=7"}));
+                 QStringList({"Capture=1", "UB=7", "Pic=1", "0Pic=0.png", "1Pic=1.png", "PicGes=2",
+                              "PictureEff=true"}));
         bench.Pictures.Open();
         QCOMPARE(bench.Pictures.List->Names(), QStringList({"0.png", "1.png"}));
         QCOMPARE(bench.Pictures.List->currentRow(), 1);
-        QCOMPARE(bench.Pictures.UB->text(), QString("7"));
+        QCOMPARE(bench.Pictures.UB->value(), 7);
         QVERIFY(bench.Pictures.chkCapture->isChecked());
     }
 

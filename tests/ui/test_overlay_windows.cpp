@@ -5,13 +5,14 @@
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/texts/messages.h"
 #include "ui/texts/toolkit_texts.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFontDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -40,9 +41,9 @@ class TestOverlayWindows : public QObject {
         OverlayBench bench;
         bench.Window.Open();
         QCOMPARE(bench.Saved(bench.Window).join(u' '),
-                 "Date=0 Time=0 Overlay=0 Text=Date Position=0 PositionX=0 PositionY=0 "
-                 "PositionBild=0 Font= FontIndex=0 Size=0 SizeIndex=0 Color=16777215 BackColor=0 "
-                 "Transparent=0 Bold=0 Italic=0 Underline=0 Overlayfile=Overlay.bmp OverKombi=0 "
+                 "Overlay=0 OverKombi=0 Position=0 PositionBild=0 Color=16777215 BackColor=0 "
+                 "Transparent=0 Date=0 Time=0 Font= FontIndex=0 Size=0 SizeIndex=0 Bold=0 Italic=0 "
+                 "Underline=0 Text=Date PositionX=0 PositionY=0 Overlayfile=Overlay.bmp "
                  "PictureEff=false");
     }
 
@@ -86,11 +87,11 @@ class TestOverlayWindows : public QObject {
         bench.Lines8.Open();
         bench.Lines8.Lin[1]->setText(" \"Hello\" ");
         bench.Lines8.optRows->setChecked(true);
-        bench.Lines8.Pic->setText("12");
+        bench.Lines8.Pic->setValue(12);
         const QStringList saved = bench.Saved(bench.Lines8);
-        QCOMPARE(saved, QStringList({"Overlay=3", "Lin0=", "Lin1=\" \"Hello\" \"", "Lin2=", "Lin3=",
-                                     "Lin4=", "Lin5=", "Lin6=", "Lin7=", "Effect=Zeile", "Pic=12",
-                                     "UB=0"}));
+        QCOMPARE(saved,
+                 QStringList({"Effect=Zeile", "Pic=12", "UB=0", "Lin0=", "Lin1=\" \"Hello\" \"",
+                              "Lin2=", "Lin3=", "Lin4=", "Lin5=", "Lin6=", "Lin7=", "Overlay=3"}));
         bench.Lines8.Open();
         QCOMPARE(bench.Lines8.Lin[1]->text(), QString(" \"Hello\" "));
         QVERIFY(bench.Lines8.optRows->isChecked() && bench.Lines8.chkDateFirst->isChecked());
@@ -238,7 +239,7 @@ class TestOverlayWindows : public QObject {
         for (QLineEdit* line : bench.Lines8.Lin)
             QVERIFY(renews(textAt, [line] { line->setText("x"); }));
         QVERIFY(renews(textAt, [&] { bench.Lines8.optRows->setChecked(true); }));
-        QVERIFY(renews(textAt, [&] { bench.Lines8.Pic->setText("9"); }));
+        QVERIFY(renews(textAt, [&] { bench.Lines8.Pic->setValue(9); }));
         QVERIFY(renews(textAt, [&] { bench.Lines8.chkDateFirst->toggle(); }));
     }
 

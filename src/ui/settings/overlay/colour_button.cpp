@@ -6,6 +6,7 @@
 namespace {
 
 constexpr QSize swatch(48, 16);
+constexpr int levels = 256;  // of a colour's parts
 
 }  // namespace
 
@@ -38,7 +39,10 @@ void ColourButton::Choose() {
     chooser->open();
 }
 
-int ColourNumber(const QColor& colour) {
-    constexpr int levels = 256;
+int ColourButton::Number() const {
     return colour.red() + levels * (colour.green() + levels * colour.blue());
+}
+
+void ColourButton::SetNumber(int number) {
+    SetColour({number % levels, number / levels % levels, number / levels / levels % levels});
 }

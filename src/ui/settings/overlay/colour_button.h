@@ -7,12 +7,16 @@
 // is open every colour pointed at counts, until it is cancelled.
 class ColourButton : public QPushButton {
     Q_OBJECT
+    Q_PROPERTY(int number READ Number WRITE SetNumber NOTIFY Changed USER true)
 
   public:
     explicit ColourButton(QWidget* parent = nullptr);
 
     [[nodiscard]] QColor Colour() const { return colour; }
     void SetColour(const QColor& newColour);
+    // The same as the settings have it: red + 256 x green + 65536 x blue.
+    [[nodiscard]] int Number() const;
+    void SetNumber(int number);
 
   signals:
     void Changed();
@@ -22,6 +26,3 @@ class ColourButton : public QPushButton {
 
     QColor colour = Qt::black;
 };
-
-// The number of a colour in the settings: red + 256 x green + 65536 x blue.
-[[nodiscard]] int ColourNumber(const QColor& colour);

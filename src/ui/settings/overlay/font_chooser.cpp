@@ -1,6 +1,6 @@
 #include "ui/settings/overlay/font_chooser.h"
 
-#include "ui/texts/texts.h"
+#include "ui/settings/bindings.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -30,11 +30,10 @@ int FontChooser::Choice::PointsIndex() const {
     return static_cast<int>(qMax<qsizetype>(QFontDatabase::standardSizes().indexOf(Points), 0));
 }
 
-FontChooser::FontChooser(const Texts& ownWords, QWidget* parent)
-    : QWidget(parent),
-      btnFont(new QPushButton(this)),
+FontChooser::FontChooser(Bindings& bindings, std::function<bool()> enabled)
+    : btnFont(new QPushButton(this)),
       chkUsualSize(new QCheckBox(this)),
-      words(ownWords),
+      words(bindings),
       lblFont(new QLabel(this)) {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins({});
@@ -44,6 +43,9 @@ FontChooser::FontChooser(const Texts& ownWords, QWidget* parent)
     grid->addWidget(lblFont, 0, 1);
     grid->addWidget(chkUsualSize, 1, 0, 1, 2);
     grid->setColumnStretch(1, 1);
+    bindings.Add(btnFont, {.Text = "FontButton", .Help = "FontHelp", .Enabled = enabled});
+    bindings.Add(lblFont, {.Caption = [this] { return Described(); }, .Enabled = enabled});
+    bindings.Add(chkUsualSize, {.Text = "UsualSize", .Enabled = enabled});
     connect(btnFont, &QPushButton::clicked, this, &FontChooser::Choose);
     connect(chkUsualSize, &QCheckBox::toggled, this, [this](bool usual) {
         Choice changed = choice;
@@ -57,7 +59,7 @@ void FontChooser::SetChoice(const Choice& newChoice) {
     choice = newChoice;
     const QSignalBlocker quiet(chkUsualSize);
     chkUsualSize->setChecked(choice.Points == 0);
-    Describe();
+    lblFont->setText(Described());
     if (other) emit Changed();
 }
 
@@ -72,7 +74,7 @@ void FontChooser::Choose() {
     auto* chooser = new QFontDialog(font, this);
     chooser->setAttribute(Qt::WA_DeleteOnClose);
     chooser->setOption(QFontDialog::DontUseNativeDialog);
-    chooser->setWindowTitle(words.Get("frmOverlay", "FontButton"));
+    chooser->setWindowTitle(words.Text("FontButton"));
     HideStrikeOut(*chooser);
     connect(chooser, &QFontDialog::currentFontChanged, this,
             [this, points](const QFont& chosen) { Take(chosen, points); });
@@ -87,23 +89,11 @@ void FontChooser::Take(const QFont& font, int beginPoints) {
                font.underline()});
 }
 
-void FontChooser::ShowTexts() {
-    const auto text = [this](const QString& key) { return words.Get("frmOverlay", key); };
-    btnFont->setText(text("FontButton"));
-    btnFont->setToolTip(text("FontHelp"));
-    btnFont->setAccessibleName(text("FontButton"));
-    chkUsualSize->setText(text("UsualSize"));
-    chkUsualSize->setToolTip(text("UsualSizeHelp"));
-    chkUsualSize->setAccessibleName(text("UsualSize"));
-    Describe();
-}
-
-void FontChooser::Describe() {
-    const auto text = [this](const QString& key) { return words.Get("frmOverlay", key); };
-    QStringList parts{choice.Name.isEmpty() ? text("UsualFont") : choice.Name};
-    if (choice.Points != 0) parts << text("Points").arg(choice.Points);
-    if (choice.Bold) parts << text("Bold");
-    if (choice.Italic) parts << text("Italic");
-    if (choice.Underline) parts << text("Underline");
-    lblFont->setText(parts.join(", "));
+QString FontChooser::Described() const {
+    QStringList parts{choice.Name.isEmpty() ? words.Text("UsualFont") : choice.Name};
+    if (choice.Points != 0) parts << words.Text("Points").arg(choice.Points);
+    if (choice.Bold) parts << words.Text("Bold");
+    if (choice.Italic) parts << words.Text("Italic");
+    if (choice.Underline) parts << words.Text("Underline");
+    return parts.join(", ");
 }

@@ -2,11 +2,13 @@
 
 #include <QWidget>
 
+#include <functional>
+
+class Bindings;
 class QCheckBox;
 class QFontDialog;
 class QLabel;
 class QPushButton;
-class Texts;
 
 // The font of the text on the pictures: a button for the toolkit's chooser, what was chosen in
 // words, and the size that suits any picture. While the chooser is open every font pointed at
@@ -28,8 +30,8 @@ class FontChooser : public QWidget {
         [[nodiscard]] int PointsIndex() const;
     };
 
-    // The texts outlive this.
-    explicit FontChooser(const Texts& ownWords, QWidget* parent = nullptr);
+    // bindings: of the window. enabled: whether there is a font to choose.
+    FontChooser(Bindings& bindings, std::function<bool()> enabled);
 
     QPushButton* btnFont;
     QCheckBox* chkUsualSize;
@@ -38,7 +40,6 @@ class FontChooser : public QWidget {
     void SetChoice(const Choice& newChoice);
     // The size in points that suits the pictures of today; what the chooser begins with.
     void SetUsualPoints(int points) { usualPoints = points; }
-    void ShowTexts();
 
   signals:
     void Changed();
@@ -46,9 +47,9 @@ class FontChooser : public QWidget {
   private:
     void Choose();
     void Take(const QFont& font, int beginPoints);
-    void Describe();
+    [[nodiscard]] QString Described() const;
 
-    const Texts& words;
+    const Bindings& words;
     QLabel* lblFont;
     Choice choice;
     int usualPoints = 12;

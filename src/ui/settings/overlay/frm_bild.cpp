@@ -3,17 +3,19 @@
 #include "base/message_boxes.h"
 #include "base/paths.h"
 #include "core/program.h"
-#include "core/settings/load_settings.h"
 #include "core/settings/setting_table.h"
 #include "ui/settings/overlay/overlay_files.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/file_chooser.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QFile>
-#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 
@@ -31,6 +33,107 @@ QString PictureKey(qsizetype number) {
 
 }  // namespace
 
+frmBild::frmBild(const Surroundings& surroundings, QWidget* parent)
+    : SettingsWindow(surroundings, "frmBild", parent),
+      List(new PictureList),
+      btnAdd(new QPushButton),
+      btnRemove(new QPushButton),
+      btnUp(new QPushButton),
+      btnDown(new QPushButton),
+      btnDeleteList(new QPushButton),
+      chkCapture(new QCheckBox),
+      UB(new NumberBox),
+      lblPicture(new QLabel),
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
+    LayOut();
+    ConnectControls();
+    Finish();
+}
+
+void frmBild::LayOut() {
+    auto* columns = new QHBoxLayout;
+    columns->addWidget(ListFrame(), 1);
+    auto* right = new QVBoxLayout;
+    right->addWidget(EffectFrame());
+    QGroupBox* framePreview = Controls.Frame("FramePreview");
+    (new QVBoxLayout(framePreview))->addWidget(Preview);
+    right->addWidget(framePreview, 1);
+    columns->addLayout(right, 1);
+    Body().addLayout(columns);
+}
+
+QWidget* frmBild::ListFrame() {
+    QGroupBox* frame = Controls.Frame("FrameList");
+    auto* grid = new QGridLayout(frame);
+    constexpr int usualName = 16;
+    List->setMinimumWidth(List->iconSize().width() +
+                          usualName * List->fontMetrics().averageCharWidth());
+    grid->addWidget(List, 0, 0);
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* button : {btnAdd, btnRemove, btnUp, btnDown}) buttons->addWidget(button);
+    buttons->addStretch(1);
+    buttons->addWidget(btnDeleteList);
+    grid->addLayout(buttons, 0, 1);
+    lblPicture->setTextFormat(Qt::PlainText);
+    grid->addWidget(lblPicture, 1, 0, 1, 2);
+    grid->setRowStretch(0, 1);
+    grid->setColumnStretch(0, 1);
+    const auto row = [this] { return List->currentRow(); };
+    const auto last = [this] { return List->count() - 1; };
+    Controls.Add(List, {.Text = "FrameList", .Help = "ListHelp"});
+    Controls.Add(btnAdd, {.Text = "Add", .Enabled = [=] { return last() + 1 < MostPictures(); }});
+    Controls.Add(btnRemove, {.Text = "Remove", .Enabled = [=] { return row() >= 0; }});
+    Controls.Add(btnUp, {.Text = "Up", .Enabled = [=] { return row() > 0; }});
+    Controls.Add(btnDown,
+                 {.Text = "Down", .Enabled = [=] { return row() >= 0 && row() < last(); }});
+    Controls.Add(btnDeleteList, {.Text = "DeleteList", .Enabled = [=] { return last() >= 0; }});
+    return frame;
+}
+
+QWidget* frmBild::EffectFrame() {
+    QGroupBox* frame = Controls.Frame("FrameEffect");
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->Add(chkCapture, {.Key = "Capture", .Text = "OnlyOverlay", .Section = listSection});
+    auto* change = new QHBoxLayout;
+    auto* lblBefore = new QLabel;
+    auto* lblAfter = new QLabel;
+    for (QWidget* each : std::initializer_list<QWidget*>{lblBefore, UB, lblAfter})
+        change->addWidget(each);
+    change->addStretch(1);
+    rows->AddWhole(change);
+    // Whoever has set no number wants pictures that take turns.
+    Controls.Add(UB,
+                 {.Key = "UB",
+                  .Text = "ChangeAfter",
+                  .Section = listSection,
+                  .Missing = "1",
+                  .Enabled = [this] { return List->count() > 1; }},
+                 lblBefore);
+    Controls.Add(lblAfter, {.Text = "ChangeAfterEnd"});
+    return frame;
+}
+
+void frmBild::ConnectControls() {
+    connect(btnAdd, &QPushButton::clicked, this, &frmBild::ChooseFiles);
+    connect(btnRemove, &QPushButton::clicked, List, &PictureList::RemoveChosen);
+    connect(btnUp, &QPushButton::clicked, this, [this] { List->MoveChosen(-1); });
+    connect(btnDown, &QPushButton::clicked, this, [this] { List->MoveChosen(1); });
+    connect(btnDeleteList, &QPushButton::clicked, this, &frmBild::DeleteList);
+    connect(List, &PictureList::Changed, this, &frmBild::ShowState);
+    connect(List, &QListWidget::currentRowChanged, this, &frmBild::ShowState);
+    connect(chkCapture, &QCheckBox::toggled, this, &frmBild::WarnOfSizes);
+    connect(&Controls, &Bindings::Edited, Preview, &OverlayPreview::Renew);
+    connect(&Controls, &Bindings::TextsShown, this, [this] {
+        UB->setAccessibleName(Text("ChangeAfter") + " … " + Text("ChangeAfterEnd").chopped(1));
+        ShowPicture();
+    });
+    connect(&Controls, &Bindings::TextsShown, Preview, &OverlayPreview::Renew);
+    // The camera's size may become known only now.
+    connect(Preview, &OverlayPreview::Renewed, this, &frmBild::WarnOfSizes);
+    connect(this, &SettingsWindow::Saved, this, [this] { RemoveCopies(List->Names()); });
+    Preview->SetEntries([this] { return PreviewEntries(); });
+}
+
 QStringList frmBild::Places() const {
     return Core().PictureValues.ReadingFolders();
 }
@@ -45,12 +148,8 @@ void frmBild::ShowSettings() {
         List->AddName(name);
     }
     warning.Begin(List->Names());
-    const Settings now = LoadSettings(Core().SettingsFile());
-    chkCapture->setChecked(now.PictureCapture);
-    // Whoever has set none wants pictures that take turns.
-    const QString interval = Setting("UB", listSection);
-    UB->SetValue(interval.isEmpty() ? 1 : now.PictureUB);
-    List->setCurrentRow(qMin(qMax(0, now.PicturePic), List->count() - 1));
+    SettingsWindow::ShowSettings();
+    List->setCurrentRow(qMin(qMax(0, ValLong(Setting("Pic", listSection))), List->count() - 1));
     List->setFocus();
     ShowState();
     ReadSoon();
@@ -66,16 +165,15 @@ QList<ProfileEntry> frmBild::Entries() const {
     const auto entry = [](const QString& key, const QString& value) {
         return ProfileEntry{listSection, key, value};
     };
-    QList<ProfileEntry> entries{
-        Entry("PictureEff", names.isEmpty() ? QString("false") : QString("true")),
-        entry("Capture", chkCapture->isChecked() ? "1" : "0"),
-        entry("Pic", QString::number(qMax(List->currentRow(), 0)))};
+    QList<ProfileEntry> entries = Controls.Entries()
+                                  << Entry("PictureEff",
+                                           names.isEmpty() ? QString("false") : QString("true"))
+                                  << entry("Pic", QString::number(qMax(List->currentRow(), 0)));
     for (qsizetype i = 0; i < names.size(); ++i) entries << entry(PictureKey(i), names[i]);
     // What is left of a longer list, beyond gaps too, would go on behind this one.
     for (qsizetype i = names.size(); i <= MostPictures(); ++i)
         if (!Setting(PictureKey(i), listSection).isEmpty()) entries << entry(PictureKey(i), "");
-    return entries << entry("PicGes", QString::number(names.size()))
-                   << entry("UB", QString::number(UB->Value().value_or(1)));
+    return entries << entry("PicGes", QString::number(names.size()));
 }
 
 // The list begins with the picture that is chosen.
@@ -90,12 +188,10 @@ QList<ProfileEntry> frmBild::PreviewEntries() const {
 
 void frmBild::ChooseFiles() {
     const QString folder = Paths::Find(Places().value(0), "overlay");
-    auto* chooser = new QFileDialog(this, Text("AddTitle"), folder,
-                                    Text("AddFilter") + " (*.bmp *.jpg *.jpeg *.png *.gif)");
-    chooser->setAttribute(Qt::WA_DeleteOnClose);
-    chooser->setFileMode(QFileDialog::ExistingFiles);
-    connect(chooser, &QFileDialog::filesSelected, this, &frmBild::Add);
-    chooser->open();
+    const QFileDialog& chooser =
+        OpenFileChooser(this, QFileDialog::ExistingFiles, Text("AddTitle"), folder,
+                        Text("AddFilter") + " (*.bmp *.jpg *.jpeg *.png *.gif)");
+    connect(&chooser, &QFileDialog::filesSelected, this, &frmBild::Add);
 }
 
 void frmBild::Add(const QStringList& files) {
@@ -172,13 +268,7 @@ void frmBild::WarnOfSizes() {
 }
 
 void frmBild::ShowState() {
-    const int row = List->currentRow();
-    btnAdd->setEnabled(List->count() < MostPictures());
-    btnRemove->setEnabled(row >= 0);
-    btnUp->setEnabled(row > 0);
-    btnDown->setEnabled(row >= 0 && row < List->count() - 1);
-    btnDeleteList->setEnabled(List->count() > 0);
-    UB->setEnabled(List->count() > 1);
+    Controls.ApplyEnabled();
     ShowPicture();
     Preview->Restart();
 }

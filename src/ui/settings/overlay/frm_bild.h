@@ -6,10 +6,9 @@
 #include <functional>
 
 class OverlayPreview;
-class NumberField;
+class NumberBox;
 class PictureList;
 class QCheckBox;
-class QGroupBox;
 
 // The list of overlay pictures that take turns on the camera's picture, or in its place. With a
 // list the pictures use it from the next one on; without one they use the single overlay again.
@@ -30,7 +29,7 @@ class frmBild : public SettingsWindow {
     QPushButton* btnDown;
     QPushButton* btnDeleteList;
     QCheckBox* chkCapture;
-    NumberField* UB;
+    NumberBox* UB;
     QLabel* lblPicture;  // how many there are, and about the one that is chosen
     OverlayPreview* Preview;
 
@@ -43,14 +42,12 @@ class frmBild : public SettingsWindow {
     void ShowSettings() override;
     [[nodiscard]] bool Check() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
-    void ShowTexts() override;
 
   private:
     void LayOut();
     [[nodiscard]] QWidget* ListFrame();
     [[nodiscard]] QWidget* EffectFrame();
     void ConnectControls();
-    void SetTabOrder();
     void ChooseFiles();
     void DeleteList();
     void ReadSoon();
@@ -60,7 +57,6 @@ class frmBild : public SettingsWindow {
     void ShowPicture();
     void WarnOfSizes();
     void RemoveCopies(const QStringList& kept);
-    void Name(QWidget& control, const QString& name, const QString& helpKey);
     [[nodiscard]] QStringList Places() const;
     [[nodiscard]] QList<ProfileEntry> PreviewEntries() const;
 
@@ -70,9 +66,4 @@ class frmBild : public SettingsWindow {
     QStringList refused;  // what is wrong with those that were no pictures
     QStringList copies;   // that were made since the window was opened
     bool reading = false;
-    QGroupBox* frameList;
-    QGroupBox* frameEffect;
-    QGroupBox* framePreview;
-    QLabel* lblBefore;
-    QLabel* lblAfter;
 };

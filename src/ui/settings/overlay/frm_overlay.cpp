@@ -2,8 +2,8 @@
 
 #include "base/message_boxes.h"
 #include "core/program.h"
-#include "core/settings/load_settings.h"
 #include "core/settings/setting_table.h"
+#include "picture/overlay_text_date.h"
 #include "picture/overlay_text_style.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
@@ -13,61 +13,186 @@
 #include "ui/settings/overlay/overlay_files.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
 
-#include <algorithm>
 #include <array>
 
-namespace {
-
-// A place in a list; the first one for what is none.
-int PlaceIn(const QString& written, int count) {
-    const int place = ValLong(written);
-    return place >= 0 && place < count ? place : 0;
+frmOverlay::frmOverlay(const Surroundings& surroundings, frmText& textWindow,
+                       frmBild& pictureWindow, QWidget* parent)
+    : SettingsWindow(surroundings, "frmOverlay", parent),
+      lstEffect(new HeadedList),
+      btnText(new QPushButton),
+      cbPicture(new QComboBox),
+      btnPicture(new QPushButton),
+      chkKombi(new QCheckBox),
+      lstPosition(new HeadedList),
+      lstPositionBild(new HeadedList),
+      cbDate(new QComboBox),
+      cbTime(new QComboBox),
+      Font(nullptr),
+      btnColor(new ColourButton),
+      btnBackColor(new ColourButton),
+      chkTransparent(new QCheckBox),
+      lblText(new QLabel),
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
+    LayOut();
+    ConnectControls();
+    ConnectWindows(textWindow, pictureWindow);
+    Finish();
 }
 
-QColor ColourOf(int number) {
-    return ColorOf(QString::number(number)).value_or(Qt::black);
+void frmOverlay::LayOut() {
+    auto* left = new QVBoxLayout;
+    left->addWidget(EffectFrame());
+    left->addWidget(PositionFrame());
+    left->addWidget(FontFrame());
+    left->addStretch(1);
+    auto* right = new QVBoxLayout;
+    right->addWidget(PreviewFrame(), 1);
+    right->addWidget(FormatFrame());
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(left);
+    columns->addLayout(right, 1);
+    Body().addLayout(columns);
 }
 
-}  // namespace
+QWidget* frmOverlay::EffectFrame() {
+    // File names may be longer than any window is wide.
+    constexpr int usualName = 14;
+    cbPicture->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    cbPicture->setMinimumContentsLength(usualName);
+    cbPicture->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cbPicture->view()->setTextElideMode(Qt::ElideMiddle);
+    lblText->setTextFormat(Qt::PlainText);
+    const auto ownText = [this] {
+        return lstEffect->Place() == DateTimeText || lstEffect->Place() == SpecialText;
+    };
+    QGroupBox* frame = Controls.Frame("FrameEffect");
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->Add(lstEffect, {.Key = "Overlay", .Text = "Selection"});
+    rows->Add(lblText, {.Text = "SpecialText", .Enabled = ownText}, btnText);
+    Controls.Add(btnText, {.Text = "TextButton"});
+    rows->Add(cbPicture, {.Text = "SpecialPicture", .Enabled = [this] { return WithPicture(); }},
+              btnPicture);
+    Controls.Add(btnPicture, {.Text = "PictureButton"});
+    rows->Add(chkKombi, {.Key = "OverKombi", .Text = "Combination", .Enabled = [this] {
+                             return WithText();
+                         }});
+    return frame;
+}
+
+QWidget* frmOverlay::PositionFrame() {
+    QGroupBox* frame = Controls.Frame("FramePosition");
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->Add(lstPosition, {.Key = "Position", .Text = "TextPosition", .Enabled = [this] {
+                                return WithText();
+                            }});
+    rows->Add(lstPositionBild, {.Key = "PositionBild",
+                                .Text = "PicturePosition",
+                                .Enabled = [this] { return WithPicture(); }});
+    return frame;
+}
+
+QWidget* frmOverlay::FontFrame() {
+    const auto withText = [this] { return WithText(); };
+    QGroupBox* frame = Controls.Frame("FrameFont");
+    auto* rows = new SettingsRows(Controls, frame);
+    Font = new FontChooser(Controls, withText);
+    rows->AddWhole(Font);
+    rows->Add(btnColor, {.Key = "Color", .Text = "TextColor", .Enabled = withText});
+    rows->Add(btnBackColor,
+              {.Key = "BackColor",
+               .Enabled = [this] { return WithText() && !chkTransparent->isChecked(); }},
+              chkTransparent);
+    Controls.Add(chkTransparent, {.Key = "Transparent", .Enabled = withText});
+    return frame;
+}
+
+QWidget* frmOverlay::PreviewFrame() {
+    QGroupBox* frame = Controls.Frame("FramePreview");
+    (new QVBoxLayout(frame))->addWidget(Preview);
+    return frame;
+}
+
+QWidget* frmOverlay::FormatFrame() {
+    QGroupBox* frame = Controls.Frame("FrameDateTime");
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->Add(cbDate, {.Key = "Date", .Text = "DateFormat", .Enabled = [this] {
+                           return WithText() && lstEffect->Place() != Time;
+                       }});
+    rows->Add(cbTime, {.Key = "Time", .Text = "TimeFormat", .Enabled = [this] {
+                           return WithText() && lstEffect->Place() != Date;
+                       }});
+    return frame;
+}
+
+void frmOverlay::ConnectControls() {
+    connect(&Controls, &Bindings::Edited, this, &frmOverlay::ShowNote);
+    connect(&Controls, &Bindings::Edited, Preview, &OverlayPreview::Renew);
+    connect(&Controls, &Bindings::TextsShown, this, &frmOverlay::ShowLists);
+    connect(&Controls, &Bindings::TextsShown, Preview, &OverlayPreview::Renew);
+    connect(cbPicture, &QComboBox::activated, this, &frmOverlay::ChoosePicture);
+    connect(Font, &FontChooser::Changed, Preview, &OverlayPreview::Renew);
+    connect(Preview, &OverlayPreview::Renewed, this, &frmOverlay::ShowNote);
+    // The camera's size may become known only now.
+    connect(Preview, &OverlayPreview::Renewed, this, &frmOverlay::WarnOfSize);
+    // It may be as large as all the rest of the program.
+    connect(this, &SettingsWindow::Saved, this, [this] { file = {}; });
+    connect(this, &QDialog::rejected, this, [this] { file = {}; });
+    // The other windows go by what is chosen here.
+    connect(this, &QDialog::rejected, this, &frmOverlay::ShowSettings);
+    Preview->SetEntries([this] { return Entries(); });
+}
+
+void frmOverlay::ConnectWindows(frmText& textWindow, frmBild& pictureWindow) {
+    textWindow.SetBase([this] { return Entries(); });
+    pictureWindow.SetBase([this] { return EntriesWithPicture(); });
+    connect(btnText, &QPushButton::clicked, &textWindow, &SettingsWindow::Open);
+    connect(btnPicture, &QPushButton::clicked, &pictureWindow, &SettingsWindow::Open);
+    connect(&textWindow, &SettingsWindow::Saved, this, &frmOverlay::TakeText);
+    connect(&pictureWindow, &SettingsWindow::Saved, this, &frmOverlay::TakePictures);
+}
 
 void frmOverlay::ShowSettings() {
-    const Settings now = LoadSettings(Core().SettingsFile());
-    lstEffect->SetPlace(now.Overlay);
-    chkKombi->setChecked(now.OverKombi);
-    lstPosition->SetPlace(now.Position);
-    lstPositionBild->SetPlace(PlaceIn(Setting("PositionBild"), lstPositionBild->count() - 1));
-    cbDate->setCurrentIndex(PlaceIn(now.Date, cbDate->count()));
-    cbTime->setCurrentIndex(PlaceIn(now.Time, cbTime->count()));
-    freeX = now.PositionX;
-    freeY = now.PositionY;
-    single = now.Overlayfile;
-    warning.Begin({single});
-    ShowLook(now);
     ShowFormats();
+    single = Setting("Overlayfile");
+    if (single.isEmpty())
+        single = SettingRowOf(u"Einstellungen", u"Overlayfile").Default.toString();
+    freeX = ValLong(Setting("PositionX"));
+    freeY = ValLong(Setting("PositionY"));
+    warning.Begin({single});
     ShowPictures();
-    cbPicture->setCurrentIndex(now.PictureEff ? 0 : qMax(1, cbPicture->findData(single)));
+    SettingsWindow::ShowSettings();
+    ShowFont();
+    // Nobody has chosen black on black: what can be read is what is drawn.
+    if (!chkTransparent->isChecked())
+        btnColor->SetColour(Readable(btnColor->Colour(), btnBackColor->Colour()));
+    const bool list = Setting("PictureEff") == "true";
+    cbPicture->setCurrentIndex(list ? 0 : qMax(1, cbPicture->findData(single)));
     ShowOwnText();
-    ShowState();
+    ShowNote();
     Preview->Restart();
     lstEffect->setFocus();
 }
 
-void frmOverlay::ShowLook(const Settings& now) {
+void frmOverlay::ShowFont() {
     const int height = Preview->CameraSize().isEmpty() ? 720 : Preview->CameraSize().height();
     constexpr double pointsPerPixel = 0.75;
     Font->SetUsualPoints(qRound(UsualFontPixels(height) * pointsPerPixel));
-    Font->SetChoice({now.Font, now.Size, now.Bold, now.Italic, now.Underline});
-    chkTransparent->setChecked(now.Transparent);
-    btnBackColor->SetColour(ColourOf(now.BackColor));
-    const QColor text = ColourOf(now.Color);
-    // Nobody has chosen black on black: what can be read is what is drawn.
-    btnColor->SetColour(now.Transparent ? text : Readable(text, btnBackColor->Colour()));
+    const SettingRow& size = SettingRowOf(u"Einstellungen", u"Size");
+    const int points = ValLong(Setting("Size"));
+    const bool usual = points < size.Least || points > size.Most;
+    Font->SetChoice(
+        {Setting("Font"), usual ? 0 : points, Flag("Bold"), Flag("Italic"), Flag("Underline")});
 }
 
 bool frmOverlay::WithText() const {
@@ -87,31 +212,17 @@ QString frmOverlay::TextKind() const {
 
 QList<ProfileEntry> frmOverlay::Entries() const {
     const bool list = cbPicture->currentIndex() == 0;
-    return QList<ProfileEntry>{Entry("Date", cbDate->currentIndex()),
-                               Entry("Time", cbTime->currentIndex()),
-                               Entry("Overlay", lstEffect->Place()),
-                               Entry("Text", TextKind()),
-                               Entry("Position", lstPosition->Place()),
-                               Entry("PositionX", freeX),
-                               Entry("PositionY", freeY),
-                               Entry("PositionBild", lstPositionBild->Place())} +
-           LookEntries() +
-           QList<ProfileEntry>{Entry("Overlayfile", single),
-                               Entry("OverKombi", chkKombi->isChecked()),
-                               Entry("PictureEff", list ? QString("true") : QString("false"))};
+    return Controls.Entries() + FontEntries()
+           << Entry("Text", TextKind()) << Entry("PositionX", freeX) << Entry("PositionY", freeY)
+           << Entry("Overlayfile", single)
+           << Entry("PictureEff", list ? QString("true") : QString("false"));
 }
 
-QList<ProfileEntry> frmOverlay::LookEntries() const {
+QList<ProfileEntry> frmOverlay::FontEntries() const {
     const FontChooser::Choice& font = Font->Chosen();
-    return {Entry("Font", font.Name),
-            Entry("FontIndex", font.NameIndex()),
-            Entry("Size", font.Points),
-            Entry("SizeIndex", font.PointsIndex()),
-            Entry("Color", ColourNumber(btnColor->Colour())),
-            Entry("BackColor", ColourNumber(btnBackColor->Colour())),
-            Entry("Transparent", chkTransparent->isChecked()),
-            Entry("Bold", font.Bold),
-            Entry("Italic", font.Italic),
+    return {Entry("Font", font.Name),          Entry("FontIndex", font.NameIndex()),
+            Entry("Size", font.Points),        Entry("SizeIndex", font.PointsIndex()),
+            Entry("Bold", font.Bold),          Entry("Italic", font.Italic),
             Entry("Underline", font.Underline)};
 }
 
@@ -127,7 +238,7 @@ void frmOverlay::TakeText() {
     ShowOwnText();
     const int own = lstEffect->Place();
     if (own != DateTimeText && own != SpecialText)
-        lstEffect->SetPlace(PlaceIn(Setting("Overlay"), NoOverlay + 1));
+        lstEffect->SetPlace(qBound(0, ValLong(Setting("Overlay")), int{NoOverlay}));
     Preview->Restart();
 }
 
@@ -138,7 +249,7 @@ void frmOverlay::TakePictures() {
     cbPicture->setCurrentIndex(list ? 0 : qMax(1, cbPicture->findData(single)));
     if (list && lstEffect->Place() == NoOverlay) lstEffect->SetPlace(Picture);
     if (list && WithText()) chkKombi->setChecked(true);
-    ShowState();
+    ShowNote();
     Preview->Restart();
 }
 
@@ -176,19 +287,61 @@ void frmOverlay::ShowNote() {
     Preview->SetNote(note);
 }
 
-// What does nothing with the effect that is chosen cannot be set.
-void frmOverlay::ShowState() {
-    const int effect = lstEffect->Place();
-    chkKombi->setEnabled(WithText());
-    cbPicture->setEnabled(WithPicture());
-    lstPositionBild->setEnabled(WithPicture());
-    for (QWidget* each :
-         std::initializer_list<QWidget*>{lstPosition, Font, btnColor, chkTransparent})
-        each->setEnabled(WithText());
-    btnBackColor->setEnabled(WithText() && !chkTransparent->isChecked());
-    cbDate->setEnabled(WithText() && effect != Time);
-    cbTime->setEnabled(WithText() && effect != Date);
-    lblText->setEnabled(effect == DateTimeText || effect == SpecialText);
+void frmOverlay::ShowLists() {
+    QStringList effects;
+    for (int i = Date; i <= NoOverlay; ++i) effects << Text("Effect" + QString::number(i));
+    lstEffect->SetTexts(Text("EffectHeading"), effects);
+    QStringList positions;
+    constexpr int count = 7;
+    for (int i = 0; i < count; ++i) positions << Text("Position" + QString::number(i));
+    lstPosition->SetTexts(Text("TextPositionHeading"), positions);
+    lstPositionBild->SetTexts(Text("PicturePositionHeading"), positions);
+    ShowFormats();
+    ShowPictures();
+    ShowOwnText();
     ShowNote();
-    Preview->Renew();
+}
+
+// Each form with the date and time of now, in the language in which the pictures have it.
+void frmOverlay::ShowFormats() {
+    const QDateTime now = Core().Wait.OwnClock().Now();
+    const QLocale& locale = Core().PictureValues.Locale;
+    const auto fill = [](QComboBox& list, const auto& format) {
+        const QSignalBlocker quiet(&list);
+        const int chosen = qMax(list.currentIndex(), 0);
+        list.clear();
+        while (const auto example = format(QString::number(list.count()))) list.addItem(*example);
+        list.setCurrentIndex(chosen);
+    };
+    fill(*cbDate, [&](const QString& index) { return FormatDate(index, now.date(), locale); });
+    fill(*cbTime, [&](const QString& index) { return FormatTime(index, now.time(), locale); });
+}
+
+// The list of pictures and the files of the overlay folder, the one of the settings among them.
+void frmOverlay::ShowPictures() {
+    const QSignalBlocker quiet(cbPicture);
+    const bool list = cbPicture->currentIndex() == 0 && cbPicture->count() > 0;
+    cbPicture->clear();
+    int count = 0;
+    while (!Setting(QString::number(count) + "Pic", "Picture").isEmpty()) ++count;
+    cbPicture->addItem(Text("PictureList").arg(PicturesText(Words(), count)));
+    QStringList names = OverlayNames(Core().PictureValues.ReadingFolders());
+    if (!names.contains(single)) {
+        names.removeIf(
+            [this](const QString& name) { return name.compare(single, Qt::CaseInsensitive) == 0; });
+        names << single;
+    }
+    for (const QString& name : std::as_const(names)) cbPicture->addItem(name, name);
+    cbPicture->setCurrentIndex(list ? 0 : cbPicture->findData(single));
+}
+
+// As much of it as tells one text from another.
+void frmOverlay::ShowOwnText() {
+    constexpr int rows = 8;
+    constexpr int letters = 24;
+    QString text;
+    for (int i = 0; i < rows && text.isEmpty(); ++i)
+        text = Setting("Lin" + QString::number(i), "Text");
+    if (text.size() > letters) text = text.left(letters).trimmed() + u'…';
+    lblText->setText(text.isEmpty() ? Text("NoText") : text);
 }

@@ -10,8 +10,6 @@ class HeadedList;
 class OverlayPreview;
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
-class QGroupBox;
 class frmBild;
 class frmText;
 
@@ -45,56 +43,38 @@ class frmOverlay : public SettingsWindow {
   protected:
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
-    void ShowTexts() override;
 
   private:
     // Effects by their place in the list.
     enum Effect { Date, Time, DateTimeText, SpecialText, Picture, NoOverlay };
 
     void LayOut();
-    void LayOutEffect();
-    void LayOutPosition();
-    void LayOutFormats();
-    void LayOutFont();
-    void AddRow(QGridLayout& grid, QLabel& caption, QWidget& control, QWidget* more = nullptr);
+    [[nodiscard]] QWidget* EffectFrame();
+    [[nodiscard]] QWidget* PositionFrame();
+    [[nodiscard]] QWidget* FontFrame();
+    [[nodiscard]] QWidget* FormatFrame();
+    [[nodiscard]] QWidget* PreviewFrame();
     void ConnectControls();
     void ConnectWindows(frmText& textWindow, frmBild& pictureWindow);
-    void SetTabOrder();
-    void ShowLook(const struct Settings& now);
+    void ShowFont();
+    void ShowLists();
     void ShowFormats();
     void ShowPictures();
     void ShowOwnText();
-    void ShowState();
     void ShowNote();
     void ChoosePicture();
     void TakeText();
     void TakePictures();
     void WarnOfSize();
-    void ShowLists();
-    void Name(QWidget& control, const QString& name, const QString& helpKey);
     [[nodiscard]] bool WithText() const;
     [[nodiscard]] bool WithPicture() const;
     [[nodiscard]] QString TextKind() const;
-    [[nodiscard]] QList<ProfileEntry> LookEntries() const;
+    [[nodiscard]] QList<ProfileEntry> FontEntries() const;
     [[nodiscard]] QList<ProfileEntry> EntriesWithPicture() const;
 
     QString single = "Overlay.bmp";  // the overlay picture when it is not the list
-    int freeX = 0;                   // kept for programs that place the text by it
+    int freeX = 0;  // where the text is to stand, in pixels: kept, nothing here changes it
     int freeY = 0;
     SizeWarning warning;
     PictureOverlayFile file;  // the single picture
-    QGroupBox* frameEffect;
-    QGroupBox* framePosition;
-    QGroupBox* frameFormats;
-    QGroupBox* frameFont;
-    QGroupBox* framePreview;
-    QLabel* lblSelection;
-    QLabel* lblSpecialText;
-    QLabel* lblSpecialPicture;
-    QLabel* lblPosition;
-    QLabel* lblPositionBild;
-    QLabel* lblDate;
-    QLabel* lblTime;
-    QLabel* lblColor;
-    QLabel* lblBackColor;
 };

@@ -1,17 +1,15 @@
 #include "ui/settings/overlay/frm_text.h"
 
 #include "core/program.h"
-#include "core/settings/load_settings.h"
-#include "core/settings/setting_table.h"
 #include "ui/settings/overlay/overlay_preview.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
-#include "ui/widgets/number_field.h"
+#include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
+#include <QLineEdit>
 #include <QRadioButton>
 
 namespace {
@@ -32,103 +30,92 @@ frmText::frmText(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "frmText", parent),
       optWhole(new QRadioButton),
       optRows(new QRadioButton),
-      Pic(new NumberField(SettingRowOf(u"Text", u"Pic").Least, SettingRowOf(u"Text", u"Pic").Most)),
+      Pic(new NumberBox),
       chkDateFirst(new QCheckBox),
-      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)),
-      frameEffect(new QGroupBox),
-      frameText(new QGroupBox),
-      framePreview(new QGroupBox),
-      lblOrientation(new QLabel),
-      lblPictures(new QLabel),
-      lblHint(new QLabel) {
+      Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
-    connect(optRows, &QRadioButton::toggled, this, &frmText::ShowState);
     connect(optRows, &QRadioButton::toggled, Preview, &OverlayPreview::Restart);
-    connect(chkDateFirst, &QCheckBox::toggled, Preview, &OverlayPreview::Renew);
-    connect(Pic, &QLineEdit::textChanged, Preview, &OverlayPreview::Renew);
-    for (QLineEdit* line : Lin)
-        connect(line, &QLineEdit::textChanged, Preview, &OverlayPreview::Renew);
+    connect(&Controls, &Bindings::Edited, Preview, &OverlayPreview::Renew);
+    connect(&Controls, &Bindings::TextsShown, Preview, &OverlayPreview::Renew);
     Preview->SetEntries([this] { return PreviewEntries(); });
     Finish();
-    SetTabOrder();
 }
 
 void frmText::LayOut() {
-    Body().addWidget(EffectFrame());
+    AddEffect();
     auto* columns = new QHBoxLayout;
-    auto* inside = new QVBoxLayout(framePreview);
-    inside->addWidget(Preview);
     columns->addWidget(TextFrame(), 2);
+    QGroupBox* framePreview = Controls.Frame("FramePreview");
+    (new QVBoxLayout(framePreview))->addWidget(Preview);
     columns->addWidget(framePreview, 3);
     Body().addLayout(columns, 1);
 }
 
-QWidget* frmText::EffectFrame() {
-    auto* grid = new QGridLayout(frameEffect);
-    auto* rows = new QHBoxLayout;
-    rows->addWidget(optRows);
-    rows->addWidget(Pic);
-    rows->addWidget(lblPictures);
-    rows->addStretch(1);
-    grid->addWidget(lblOrientation, 0, 0);
-    grid->addWidget(optWhole, 1, 0);
-    grid->addLayout(rows, 2, 0);
-    grid->addWidget(chkDateFirst, 3, 0);
-    return frameEffect;
+void frmText::AddEffect() {
+    const auto inTurn = [this] { return optRows->isChecked(); };
+    QGroupBox* frame = Controls.Frame("FrameEffect");
+    Body().addWidget(frame);
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->AddNote({.Text = "Orientation"});
+    rows->Add(optWhole, {.Text = "CompleteText"});
+    auto* line = new QHBoxLayout;
+    auto* lblPictures = new QLabel;
+    for (QWidget* each : std::initializer_list<QWidget*>{optRows, Pic, lblPictures})
+        line->addWidget(each);
+    line->addStretch(1);
+    rows->AddWhole(line);
+    Controls.Add(optRows, {.Key = "Effect",
+                           .Text = "InRows",
+                           .Section = textSection,
+                           .Show = [this](const QString& written) { ShowEffect(written); },
+                           .Value = [inTurn] { return inTurn() ? inRows : asWhole; }});
+    // Whoever has set no number wants rows that move on.
+    const auto name = [this] {
+        return Text("InRows").trimmed() + " … " + Text("InRowsEnd").chopped(1);
+    };
+    Controls.Add(
+        Pic,
+        {.Key = "Pic", .Section = textSection, .Missing = "1", .Caption = name, .Enabled = inTurn});
+    Controls.Add(lblPictures, {.Text = "InRowsEnd"});
+    rows->Add(
+        chkDateFirst,
+        {.Key = "UB",
+         .Text = "DateTimeFirst",
+         .Section = textSection,
+         .Enabled = inTurn,
+         .Show = [this](const QString& above) { chkDateFirst->setChecked(above != "1"); },
+         .Value = [this] { return chkDateFirst->isChecked() ? QString("0") : QString("1"); }});
 }
 
 QWidget* frmText::TextFrame() {
-    auto* grid = new QGridLayout(frameText);
-    for (std::size_t i = 0; i < Lin.size(); ++i) {
-        Lin[i] = new QLineEdit;
-        lblRow[i] = new QLabel;
-        lblRow[i]->setBuddy(Lin[i]);
-        grid->addWidget(lblRow[i], static_cast<int>(i), 0);
-        grid->addWidget(Lin[i], static_cast<int>(i), 1);
+    QGroupBox* frame = Controls.Frame("FrameText");
+    auto* rows = new SettingsRows(Controls, frame);
+    for (int i = 0; i < static_cast<int>(Lin.size()); ++i) {
+        auto* line = Lin[static_cast<std::size_t>(i)] = new QLineEdit;
+        rows->Add(line, {.Key = "Lin" + QString::number(i),
+                         .Help = "LineHelp",
+                         .Section = textSection,
+                         .Caption = [this, i] { return RowLabel(Words(), i); }});
     }
     constexpr int usualLetters = 22;
     Lin[0]->setMinimumWidth(usualLetters * Lin[0]->fontMetrics().averageCharWidth());
-    lblHint->setWordWrap(true);
-    grid->addWidget(lblHint, static_cast<int>(Lin.size()), 0, 1, 2);
-    grid->setRowStretch(static_cast<int>(Lin.size()) + 1, 1);
-    return frameText;
+    rows->AddNote({.Text = "Hint"});
+    return frame;
 }
 
-void frmText::SetTabOrder() {
-    QWidgetList order{optWhole, optRows, Pic, chkDateFirst};
-    for (QLineEdit* line : Lin) order << line;
-    order << btnSave << btnClose;
-    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+void frmText::ShowEffect(const QString& written) {
+    (written == inRows ? optRows : optWhole)->setChecked(true);
 }
 
 void frmText::ShowSettings() {
-    for (std::size_t i = 0; i < Lin.size(); ++i)
-        Lin[i]->setText(Setting("Lin" + QString::number(i), textSection));
-    const bool rows = Setting("Effect", textSection) == inRows;
-    (rows ? optRows : optWhole)->setChecked(true);
-    // Whoever has set none wants rows that move on.
-    const QString pictures = Setting("Pic", textSection);
-    Pic->SetValue(pictures.isEmpty() ? 1 : LoadSettings(Core().SettingsFile()).TextPic);
-    chkDateFirst->setChecked(ValLong(Setting("UB", textSection)) != 1);
+    SettingsWindow::ShowSettings();
     Lin[0]->setFocus();
-    ShowState();
     Preview->Restart();
-}
-
-void frmText::ShowState() {
-    Pic->setEnabled(optRows->isChecked());
-    chkDateFirst->setEnabled(optRows->isChecked());
 }
 
 QList<ProfileEntry> frmText::Entries() const {
     const QString mode = Setting("Overlay");
-    QList<ProfileEntry> entries{Entry("Overlay", mode == withDateTime ? mode : special)};
-    for (std::size_t i = 0; i < Lin.size(); ++i)
-        entries << ProfileEntry{textSection, "Lin" + QString::number(i), Lin[i]->text()};
-    entries << ProfileEntry{textSection, "Effect", optRows->isChecked() ? inRows : asWhole}
-            << ProfileEntry{textSection, "Pic", QString::number(Pic->Value().value_or(1))}
-            << ProfileEntry{textSection, "UB", chkDateFirst->isChecked() ? "0" : "1"};
-    return entries;
+    return Controls.Entries() << Entry("Overlay", mode == withDateTime ? mode : special);
 }
 
 // A kind of overlay that was chosen but not saved stays when it shows the lines.
@@ -138,32 +125,4 @@ QList<ProfileEntry> frmText::PreviewEntries() const {
     for (const ProfileEntry& entry : chosen)
         if (entry.Key == "Overlay" && ShowsLines(entry.Value)) entries << entry;
     return entries;
-}
-
-void frmText::Name(QWidget& control, const QString& name, const QString& helpKey) {
-    control.setAccessibleName(name);
-    control.setToolTip(Text(helpKey));
-}
-
-void frmText::ShowTexts() {
-    frameEffect->setTitle(Text("FrameEffect"));
-    frameText->setTitle(Text("FrameText"));
-    framePreview->setTitle(Words().Get("frmOverlay", "FramePreview"));
-    lblOrientation->setText(Text("Orientation"));
-    optWhole->setText(Text("CompleteText"));
-    optRows->setText(Text("InRows"));
-    lblPictures->setText(Text("InRowsEnd"));
-    chkDateFirst->setText(Text("DateTimeFirst"));
-    lblHint->setText(Text("Hint"));
-    for (std::size_t i = 0; i < Lin.size(); ++i) {
-        const QString label = RowLabel(Words(), static_cast<int>(i));
-        lblRow[i]->setText(label);
-        Name(*Lin[i], label, "LineHelp");
-    }
-    Name(*optWhole, Text("CompleteText"), "CompleteTextHelp");
-    Name(*optRows, Text("InRows"), "InRowsHelp");
-    Name(*Pic, Text("InRows").trimmed() + " … " + Text("InRowsEnd").chopped(1), "PicHelp");
-    Name(*chkDateFirst, Text("DateTimeFirst"), "DateTimeFirstHelp");
-    SettingsWindow::ShowTexts();
-    Preview->Renew();
 }

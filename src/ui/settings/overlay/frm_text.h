@@ -6,9 +6,8 @@
 #include <functional>
 
 class OverlayPreview;
-class NumberField;
+class NumberBox;
 class QCheckBox;
-class QGroupBox;
 class QLineEdit;
 class QRadioButton;
 
@@ -26,30 +25,20 @@ class frmText : public SettingsWindow {
     std::array<QLineEdit*, 8> Lin{};
     QRadioButton* optWhole;
     QRadioButton* optRows;
-    NumberField* Pic;
+    NumberBox* Pic;
     QCheckBox* chkDateFirst;
     OverlayPreview* Preview;
 
   protected:
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
-    void ShowTexts() override;
 
   private:
     void LayOut();
-    [[nodiscard]] QWidget* EffectFrame();
+    void AddEffect();
     [[nodiscard]] QWidget* TextFrame();
-    void SetTabOrder();
-    void ShowState();
-    void Name(QWidget& control, const QString& name, const QString& helpKey);
+    void ShowEffect(const QString& written);
     [[nodiscard]] QList<ProfileEntry> PreviewEntries() const;
 
     std::function<QList<ProfileEntry>()> base;
-    QGroupBox* frameEffect;
-    QGroupBox* frameText;
-    QGroupBox* framePreview;
-    QLabel* lblOrientation;
-    QLabel* lblPictures;
-    QLabel* lblHint;
-    std::array<QLabel*, 8> lblRow{};
 };

@@ -5,6 +5,7 @@
 // A list to choose from whose first line is a heading. The lines below it are counted from 0.
 class HeadedList : public QComboBox {
     Q_OBJECT
+    Q_PROPERTY(int place READ Place WRITE SetPlace NOTIFY PlaceChanged USER true)
 
   public:
     explicit HeadedList(QWidget* parent = nullptr);
