@@ -10,8 +10,8 @@ die() {
 
 build_packages=(
   ca-certificates ccache cmake g++ git ninja-build pkg-config
-  qt6-base-dev qt6-svg-dev libgl-dev libavcodec-dev libavformat-dev libavutil-dev libswscale-dev
-  libturbojpeg0-dev
+  qt6-base-dev qt6-svg-dev qt6-translations-l10n libgl-dev libavcodec-dev libavformat-dev
+  libavutil-dev libswscale-dev libturbojpeg0-dev
 )
 test_packages=(
   busybox-static clang-format clang-tidy dbus iproute2 kmod python3 python3-dbusmock python3-pyftpdlib

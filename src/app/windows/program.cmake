@@ -35,3 +35,8 @@ foreach(plugin imageformats/qgif imageformats/qico imageformats/qjpeg platforms/
       "${STILLPOST_WINDOWS_PREFIX}/plugins/${plugin}.dll" "${program}/${folder}"
     VERBATIM)
 endforeach()
+# Its words in other languages; the tests look for them beside themselves.
+foreach(place "${program}" "${CMAKE_BINARY_DIR}/tests")
+  file(COPY "${QT_HOST_PATH}/share/qt6/translations/qtbase_de.qm"
+    "${QT_HOST_PATH}/share/qt6/translations/qtbase_fr.qm" DESTINATION "${place}/translations")
+endforeach()
