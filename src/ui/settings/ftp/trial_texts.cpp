@@ -4,55 +4,32 @@ namespace {
 
 const QString section = QStringLiteral("frmFTP");
 
+// Named after the results, in their order.
 QString KeyOf(TrialResult result, bool local) {
-    using enum TrialResult;
-    switch (result) {
-        case Fine:
-            return local ? QString("TrialFineLocal") : QString("TrialFine");
-        case Cancelled:
-            return "TrialCancelled";
-        case TooSlow:
-            return "TrialTooSlow";
-        case HostNotFound:
-            return "TrialHostNotFound";
-        case Refused:
-            return "TrialRefused";
-        case Unreachable:
-            return "TrialUnreachable";
-        case NoAnswer:
-            return "TrialNoAnswer";
-        case NotFtp:
-            return "TrialNotFtp";
-        case ServerRefused:
-            return "TrialServerRefused";
-        case EncryptionNeeded:
-            return "TrialEncryptionNeeded";
-        case LoginRefused:
-            return "TrialLoginRefused";
-        case FolderMissing:
-            return "TrialFolderMissing";
-        case DataBlocked:
-            return "TrialDataBlocked";
-        case MayNotStore:
-            return "TrialMayNotStore";
-        case NoRoom:
-            return "TrialNoRoom";
-        case RenameRefused:
-            return "TrialRenameRefused";
-        case ReplaceRefused:
-            return "TrialReplaceRefused";
-        case DeleteRefused:
-            return "TrialDeleteRefused";
-        case ConnectionLost:
-            return "TrialConnectionLost";
-        case LocalFolderMissing:
-            return "TrialLocalFolderMissing";
-        case LocalNotWritable:
-            return "TrialLocalNotWritable";
-        case NoScratchFile:
-            return "TrialNoScratchFile";
-    }
-    return {};
+    static const QStringList keys{"TrialFine",
+                                  "TrialCancelled",
+                                  "TrialTooSlow",
+                                  "TrialHostNotFound",
+                                  "TrialRefused",
+                                  "TrialUnreachable",
+                                  "TrialNoAnswer",
+                                  "TrialNotFtp",
+                                  "TrialServerRefused",
+                                  "TrialEncryptionNeeded",
+                                  "TrialLoginRefused",
+                                  "TrialFolderMissing",
+                                  "TrialDataBlocked",
+                                  "TrialMayNotStore",
+                                  "TrialNoRoom",
+                                  "TrialRenameRefused",
+                                  "TrialReplaceRefused",
+                                  "TrialDeleteRefused",
+                                  "TrialConnectionLost",
+                                  "TrialLocalFolderMissing",
+                                  "TrialLocalNotWritable",
+                                  "TrialNoScratchFile"};
+    const QString key = keys.value(static_cast<int>(result));
+    return local && result == TrialResult::Fine ? key + "Local" : key;
 }
 
 // Puts the values in place of %1, %2 ... in one pass: a value may have such a mark in itself.
