@@ -9,10 +9,7 @@
 #include "ui/settings/ftp/trial_panel.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"
-#include "ui/widgets/number_box.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -32,14 +29,6 @@ frmFTP::frmFTP(const Surroundings& surroundings, const Languages& ownLanguages, 
       Trial(new TrialPanel(Core().Wait, Core().Display, Words(), [this] { return WantedTrial(); })),
       Access(new FtpAccessGroup(Controls, Words(), Trial)),
       Offline(nullptr),
-      chkHistory(new QCheckBox),
-      txtHistory(new NumberBox),
-      chkDelete(new QCheckBox),
-      cbQuality(new QComboBox),
-      cbConnection(new QComboBox),
-      chkAnwahl(new QCheckBox),
-      chkAbwahl(new QCheckBox),
-      chkAutostart(new QCheckBox),
       languages(ownLanguages) {
     Trial->Bind(Controls);
     Offline = new OfflineGroup(

@@ -2,13 +2,14 @@
 
 #include "ui/settings/settings_window.h"
 #include "ui/texts/messages.h"
+#include "ui/widgets/number_box.h"
+
+#include <QCheckBox>
+#include <QComboBox>
 
 class FtpAccessGroup;
 class Languages;
-class NumberBox;
 class OfflineGroup;
-class QCheckBox;
-class QComboBox;
 class QGroupBox;
 class TrialPanel;
 struct TrialAccess;
@@ -25,14 +26,14 @@ class frmFTP : public SettingsWindow {
     TrialPanel* Trial;
     FtpAccessGroup* Access;
     OfflineGroup* Offline;
-    QCheckBox* chkHistory;
-    NumberBox* txtHistory;
-    QCheckBox* chkDelete;
-    QComboBox* cbQuality;
-    QComboBox* cbConnection;
-    QCheckBox* chkAnwahl;
-    QCheckBox* chkAbwahl;
-    QCheckBox* chkAutostart;
+    QCheckBox* chkHistory = new QCheckBox;
+    NumberBox* txtHistory = new NumberBox;
+    QCheckBox* chkDelete = new QCheckBox;
+    QComboBox* cbQuality = new QComboBox;
+    QComboBox* cbConnection = new QComboBox;
+    QCheckBox* chkAnwahl = new QCheckBox;
+    QCheckBox* chkAbwahl = new QCheckBox;
+    QCheckBox* chkAutostart = new QCheckBox;
 
     // The folder of the offline pictures as the window shows it, which a message names.
     [[nodiscard]] QString OfflinePath() const;

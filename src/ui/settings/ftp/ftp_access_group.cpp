@@ -3,11 +3,6 @@
 #include "base/paths.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/widgets/file_chooser.h"
-#include "ui/widgets/number_box.h"
-
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <utility>
 
@@ -29,17 +24,7 @@ bool IsExample(const QString& server) {
 }  // namespace
 
 FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial)
-    : optServer(new QRadioButton),
-      optLocal(new QRadioButton),
-      txtServer(new QLineEdit),
-      txtVerzeichnis(new QLineEdit),
-      btnFolder(new QPushButton),
-      txtUser(new QLineEdit),
-      txtPW(new QLineEdit),
-      btnShowPW(new QPushButton),
-      txtPort(new NumberBox),
-      words(ownWords),
-      examples(FtpExamplesOf(ownWords.Current())) {
+    : words(ownWords), examples(FtpExamplesOf(ownWords.Current())) {
     LayOut(bindings, trial);
     optServer->setChecked(true);
     txtPW->setEchoMode(QLineEdit::Password);

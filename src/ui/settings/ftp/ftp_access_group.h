@@ -1,14 +1,14 @@
 #pragma once
 
 #include "ui/texts/ftp_examples.h"
+#include "ui/widgets/number_box.h"
 
 #include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 
 class Bindings;
-class NumberBox;
-class QLineEdit;
-class QPushButton;
-class QRadioButton;
 
 // Where pictures go: a server with its account, or a folder of this computer. Examples stand in
 // empty fields as hints only, so that none can be saved or tried by mistake.
@@ -19,15 +19,15 @@ class FtpAccessGroup : public QGroupBox {
     // bindings: of the window. trial: stands below the fields.
     FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial);
 
-    QRadioButton* optServer;
-    QRadioButton* optLocal;
-    QLineEdit* txtServer;
-    QLineEdit* txtVerzeichnis;
-    QPushButton* btnFolder;
-    QLineEdit* txtUser;
-    QLineEdit* txtPW;
-    QPushButton* btnShowPW;
-    NumberBox* txtPort;
+    QRadioButton* optServer = new QRadioButton;
+    QRadioButton* optLocal = new QRadioButton;
+    QLineEdit* txtServer = new QLineEdit;
+    QLineEdit* txtVerzeichnis = new QLineEdit;
+    QPushButton* btnFolder = new QPushButton;
+    QLineEdit* txtUser = new QLineEdit;
+    QLineEdit* txtPW = new QLineEdit;
+    QPushButton* btnShowPW = new QPushButton;
+    NumberBox* txtPort = new NumberBox;
 
     // The name of the local mode, typed as a server, means the local mode.
     void AdoptTypedMode();

@@ -5,15 +5,9 @@
 #include "picture/picture_file.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/widgets/file_chooser.h"
-#include "ui/widgets/preview_area.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include <algorithm>
 
@@ -27,16 +21,7 @@ constexpr int shownCharacters = 16;  // of a name in the list; longer ones are c
 OfflineGroup::OfflineGroup(Bindings& bindings, const Texts& ownWords,
                            std::function<QStringList()> ownPlaces,
                            std::function<QSize()> ownCameraSize)
-    : chkOfflinePic(new QCheckBox),
-      chkFilter(new QCheckBox),
-      cbOffline(new QComboBox),
-      btnAddOffline(new QPushButton),
-      txtOfflinePath(new QLineEdit),
-      preview(new PreviewArea),
-      lblOfflineSize(new QLabel),
-      words(ownWords),
-      places(std::move(ownPlaces)),
-      cameraSize(std::move(ownCameraSize)) {
+    : words(ownWords), places(std::move(ownPlaces)), cameraSize(std::move(ownCameraSize)) {
     LayOut(bindings);
     connect(cbOffline, &QComboBox::currentIndexChanged, this, &OfflineGroup::ShowPicture);
     connect(cbOffline, &QComboBox::activated, this, &OfflineGroup::Warn);

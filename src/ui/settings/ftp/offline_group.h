@@ -2,19 +2,19 @@
 
 #include "ui/settings/ftp/offline_list.h"
 #include "ui/texts/texts.h"
+#include "ui/widgets/preview_area.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QSize>
 
 #include <functional>
 
 class Bindings;
-class PreviewArea;
-class QCheckBox;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 
 // Which picture is published when publishing stops, with a look at it. A picture from elsewhere can
 // be added; it is copied into the program's folder when the settings are saved.
@@ -27,13 +27,13 @@ class OfflineGroup : public QGroupBox {
     OfflineGroup(Bindings& bindings, const Texts& ownWords, std::function<QStringList()> ownPlaces,
                  std::function<QSize()> ownCameraSize);
 
-    QCheckBox* chkOfflinePic;
-    QCheckBox* chkFilter;
-    QComboBox* cbOffline;
-    QPushButton* btnAddOffline;
-    QLineEdit* txtOfflinePath;  // the folder that the pictures are in
-    PreviewArea* preview;
-    QLabel* lblOfflineSize;
+    QCheckBox* chkOfflinePic = new QCheckBox;
+    QCheckBox* chkFilter = new QCheckBox;
+    QComboBox* cbOffline = new QComboBox;
+    QPushButton* btnAddOffline = new QPushButton;
+    QLineEdit* txtOfflinePath = new QLineEdit;  // the folder that the pictures are in
+    PreviewArea* preview = new PreviewArea;
+    QLabel* lblOfflineSize = new QLabel;
 
     [[nodiscard]] QString File() const;  // name of the picture chosen
     [[nodiscard]] int Index() const;     // its place in the list

@@ -6,18 +6,13 @@
 #include "core/settings/setting_table.h"
 #include "ui/settings/overlay/overlay_files.h"
 #include "ui/settings/overlay/overlay_preview.h"
-#include "ui/settings/overlay/picture_list.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
 #include "ui/widgets/file_chooser.h"
-#include "ui/widgets/number_box.h"
 
-#include <QCheckBox>
 #include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 
 namespace {
 
@@ -35,15 +30,6 @@ QString PictureKey(qsizetype number) {
 
 frmBild::frmBild(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "frmBild", parent),
-      List(new PictureList),
-      btnAdd(new QPushButton),
-      btnRemove(new QPushButton),
-      btnUp(new QPushButton),
-      btnDown(new QPushButton),
-      btnDeleteList(new QPushButton),
-      chkCapture(new QCheckBox),
-      UB(new NumberBox),
-      lblPicture(new QLabel),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
     ConnectControls();

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "ui/settings/overlay/picture_list.h"
 #include "ui/settings/overlay/size_warning.h"
 #include "ui/settings/settings_window.h"
+#include "ui/widgets/number_box.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
 
 #include <functional>
 
 class OverlayPreview;
-class NumberBox;
-class PictureList;
-class QCheckBox;
 
 // The list of overlay pictures that take turns on the camera's picture, or in its place. With a
 // list the pictures use it from the next one on; without one they use the single overlay again.
@@ -22,15 +25,15 @@ class frmBild : public SettingsWindow {
     // The settings of other windows that count for the preview though they are not saved.
     void SetBase(std::function<QList<ProfileEntry>()> source) { base = std::move(source); }
 
-    PictureList* List;
-    QPushButton* btnAdd;
-    QPushButton* btnRemove;
-    QPushButton* btnUp;
-    QPushButton* btnDown;
-    QPushButton* btnDeleteList;
-    QCheckBox* chkCapture;
-    NumberBox* UB;
-    QLabel* lblPicture;  // how many there are, and about the one that is chosen
+    PictureList* List = new PictureList;
+    QPushButton* btnAdd = new QPushButton;
+    QPushButton* btnRemove = new QPushButton;
+    QPushButton* btnUp = new QPushButton;
+    QPushButton* btnDown = new QPushButton;
+    QPushButton* btnDeleteList = new QPushButton;
+    QCheckBox* chkCapture = new QCheckBox;
+    NumberBox* UB = new NumberBox;
+    QLabel* lblPicture = new QLabel;  // how many there are, and about the one that is chosen
     OverlayPreview* Preview;
 
     // Puts picture files from anywhere at the end of the list. What is no picture is told.

@@ -5,11 +5,9 @@
 #include "core/settings/setting_table.h"
 #include "picture/overlay_text_date.h"
 #include "picture/overlay_text_style.h"
-#include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
 #include "ui/settings/overlay/frm_bild.h"
 #include "ui/settings/overlay/frm_text.h"
-#include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/overlay_files.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
@@ -17,11 +15,7 @@
 #include "ui/texts/messages.h"
 
 #include <QAbstractItemView>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QSignalBlocker>
 
 #include <array>
@@ -29,20 +23,7 @@
 frmOverlay::frmOverlay(const Surroundings& surroundings, frmText& textWindow,
                        frmBild& pictureWindow, QWidget* parent)
     : SettingsWindow(surroundings, "frmOverlay", parent),
-      lstEffect(new HeadedList),
-      btnText(new QPushButton),
-      cbPicture(new QComboBox),
-      btnPicture(new QPushButton),
-      chkKombi(new QCheckBox),
-      lstPosition(new HeadedList),
-      lstPositionBild(new HeadedList),
-      cbDate(new QComboBox),
-      cbTime(new QComboBox),
       Font(nullptr),
-      btnColor(new ColourButton),
-      btnBackColor(new ColourButton),
-      chkTransparent(new QCheckBox),
-      lblText(new QLabel),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
     ConnectControls();

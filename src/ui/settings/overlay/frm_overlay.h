@@ -1,15 +1,18 @@
 #pragma once
 
 #include "picture/picture_overlay_file.h"
+#include "ui/settings/overlay/colour_button.h"
+#include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/size_warning.h"
 #include "ui/settings/settings_window.h"
 
-class ColourButton;
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+
 class FontChooser;
-class HeadedList;
 class OverlayPreview;
-class QCheckBox;
-class QComboBox;
 class frmBild;
 class frmText;
 
@@ -24,20 +27,21 @@ class frmOverlay : public SettingsWindow {
     frmOverlay(const Surroundings& surroundings, frmText& textWindow, frmBild& pictureWindow,
                QWidget* parent);
 
-    HeadedList* lstEffect;
-    QPushButton* btnText;
-    QComboBox* cbPicture;  // the list of pictures first, then each file of the overlay folder
-    QPushButton* btnPicture;
-    QCheckBox* chkKombi;
-    HeadedList* lstPosition;
-    HeadedList* lstPositionBild;
-    QComboBox* cbDate;
-    QComboBox* cbTime;
+    HeadedList* lstEffect = new HeadedList;
+    QPushButton* btnText = new QPushButton;
+    QComboBox* cbPicture =
+        new QComboBox;  // the list of pictures first, then each file of the overlay folder
+    QPushButton* btnPicture = new QPushButton;
+    QCheckBox* chkKombi = new QCheckBox;
+    HeadedList* lstPosition = new HeadedList;
+    HeadedList* lstPositionBild = new HeadedList;
+    QComboBox* cbDate = new QComboBox;
+    QComboBox* cbTime = new QComboBox;
     FontChooser* Font;
-    ColourButton* btnColor;
-    ColourButton* btnBackColor;
-    QCheckBox* chkTransparent;
-    QLabel* lblText;  // how the operator's text begins
+    ColourButton* btnColor = new ColourButton;
+    ColourButton* btnBackColor = new ColourButton;
+    QCheckBox* chkTransparent = new QCheckBox;
+    QLabel* lblText = new QLabel;  // how the operator's text begins
     OverlayPreview* Preview;
 
   protected:

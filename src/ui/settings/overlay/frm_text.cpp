@@ -4,13 +4,10 @@
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
-#include "ui/widgets/number_box.h"
 
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRadioButton>
 
 namespace {
 
@@ -28,10 +25,6 @@ bool ShowsLines(const QString& mode) {
 
 frmText::frmText(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "frmText", parent),
-      optWhole(new QRadioButton),
-      optRows(new QRadioButton),
-      Pic(new NumberBox),
-      chkDateFirst(new QCheckBox),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
     connect(optRows, &QRadioButton::toggled, Preview, &OverlayPreview::Restart);

@@ -1,15 +1,16 @@
 #pragma once
 
 #include "ui/settings/settings_window.h"
+#include "ui/widgets/number_box.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
 
 #include <array>
 #include <functional>
 
 class OverlayPreview;
-class NumberBox;
-class QCheckBox;
 class QLineEdit;
-class QRadioButton;
 
 // The eight lines of the overlay text and whether they are shown all at once or in turn. Saving
 // makes the pictures show them: with the date and time where that was chosen, else alone.
@@ -23,10 +24,10 @@ class frmText : public SettingsWindow {
     void SetBase(std::function<QList<ProfileEntry>()> source) { base = std::move(source); }
 
     std::array<QLineEdit*, 8> Lin{};
-    QRadioButton* optWhole;
-    QRadioButton* optRows;
-    NumberBox* Pic;
-    QCheckBox* chkDateFirst;
+    QRadioButton* optWhole = new QRadioButton;
+    QRadioButton* optRows = new QRadioButton;
+    NumberBox* Pic = new NumberBox;
+    QCheckBox* chkDateFirst = new QCheckBox;
     OverlayPreview* Preview;
 
   protected:
