@@ -12,12 +12,12 @@
 #include "base/message_boxes.h"
 #include "base/status_hub.h"
 #include "base/waiting.h"
-#include "picture/bitmap_file.h"
+#include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/picture_surface.h"
 #include "picture/offline_filter.h"
-#include "picture/picture_overlay.h"
+#include "picture/overlay/picture_overlay.h"
+#include "picture/overlay/text_overlay.h"
 #include "picture/picture_pipeline.h"
-#include "picture/picture_surface.h"
-#include "picture/text_overlay.h"
 
 #include <turbojpeg.h>
 #include <QDir>

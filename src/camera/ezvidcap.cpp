@@ -3,7 +3,7 @@
 #include "camera/camera_adjustments.h"
 #include "camera/capture_format.h"
 #include "camera/capture_session.h"
-#include "picture/bitmap_file.h"
+#include "picture/bitmap/bitmap_file.h"
 
 #include <algorithm>
 #include <utility>

@@ -10,7 +10,7 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
-#include "picture/overlays.h"
+#include "picture/overlay/overlays.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/message_boxes.h"
-#include "picture/picture_state.h"
+#include "picture/overlay/picture_state.h"
 
 #include <QDateTime>
 

@@ -1,8 +1,8 @@
 #include "picture/offline_filter.h"
 
 #include "base/profile_file.h"
+#include "picture/bitmap/picture_surface.h"
 #include "picture/imaging.h"
-#include "picture/picture_surface.h"
 
 #include <QScopedValueRollback>
 

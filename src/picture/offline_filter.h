@@ -2,7 +2,7 @@
 
 #include "base/status_display.h"
 #include "base/waiting.h"
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 #include "picture/picture_pipeline.h"
 
 // One colour channel (0 to 255) of two pictures, `percent` (0 to 100) of the offline picture in it,

@@ -1,8 +1,8 @@
 #include "picture/picture_pipeline.h"
 
 #include "base/profile_file.h"
+#include "picture/bitmap/picture_surface.h"
 #include "picture/encode_jpeg.h"
-#include "picture/picture_surface.h"
 
 #include <QFile>
 

@@ -3,8 +3,8 @@
 #include "base/message_boxes.h"
 #include "base/waiting.h"
 #include "picture/capture_control.h"
-#include "picture/overlay_steps.h"
-#include "picture/picture_state.h"
+#include "picture/overlay/overlay_steps.h"
+#include "picture/overlay/picture_state.h"
 
 // Makes the pictures: one frame of the camera becomes "1pw.jpg" in the working folder, by way of
 // the bitmap "1pw.bmp", on which the overlays are put. Keeping one cycle from starting inside

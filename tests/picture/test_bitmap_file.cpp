@@ -1,6 +1,6 @@
+#include "picture/bitmap/picture_surface.h"
 #include "picture/bitmap_bytes.h"
 #include "picture/imaging.h"
-#include "picture/picture_surface.h"
 #include "support/data_rows.h"
 
 #include <QRandomGenerator>

@@ -1,7 +1,7 @@
+#include "picture/bitmap/picture_surface.h"
 #include "picture/decoded_jpeg.h"
 #include "picture/encode_jpeg.h"
 #include "picture/imaging.h"
-#include "picture/picture_surface.h"
 #include "support/answering_boxes.h"
 #include "support/data_rows.h"
 

@@ -1,6 +1,6 @@
 #include "picture/bitmap_bytes.h"
-#include "picture/overlay_text_date.h"
-#include "picture/text_overlay.h"
+#include "picture/overlay/date_time_form.h"
+#include "picture/overlay/text_overlay.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 

@@ -1,8 +1,8 @@
+#include "picture/bitmap/picture_surface.h"
 #include "picture/bitmap_bytes.h"
 #include "picture/decoded_jpeg.h"
-#include "picture/picture_overlay.h"
-#include "picture/picture_surface.h"
-#include "picture/transparent_copy.h"
+#include "picture/overlay/picture_overlay.h"
+#include "picture/overlay/transparent_copy.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 
@@ -131,19 +131,6 @@ class TestPictureOverlay : public QObject {
             TransparentCopy(result, at, size, source, from, red);
             QCOMPARE(result, ByMask(before, at, size, source, from, red));
         }
-    }
-
-    void MixesTransparency() {
-        QImage under(5, 1, QImage::Format_BGR888);
-        under.fill(QColor(0, 200, 100));
-        QImage source(4, 2, QImage::Format_ARGB32);
-        const QRgb pixels[] = {qRgba(255, 255, 255, 0), qRgba(1, 2, 3, 255),
-                               qRgba(255, 0, 100, 85)};
-        for (int x = 0; x < 4; ++x) source.setPixel(x, 1, pixels[std::min(x, 2)]);
-        AlphaCopy(under, {2, -1}, source);
-        const QRgb expected[] = {qRgb(0, 200, 100), qRgb(0, 200, 100), qRgb(0, 200, 100),
-                                 qRgb(1, 2, 3), qRgb(85, 133, 100)};
-        for (int x = 0; x < 5; ++x) QCOMPARE(under.pixel(x, 0), expected[x]);
     }
 
     void StampsEveryKindOfFile_data() {

@@ -1,6 +1,6 @@
+#include "picture/bitmap/picture_surface.h"
 #include "picture/decoded_jpeg.h"
 #include "picture/picture_pipeline.h"
-#include "picture/picture_surface.h"
 #include "support/answering_boxes.h"
 #include "support/data_rows.h"
 #include "support/test_clock.h"

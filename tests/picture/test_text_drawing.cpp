@@ -1,6 +1,6 @@
 #include "picture/bitmap_bytes.h"
-#include "picture/overlay_text_style.h"
-#include "picture/text_overlay.h"
+#include "picture/overlay/text_overlay.h"
+#include "picture/overlay/text_style.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 

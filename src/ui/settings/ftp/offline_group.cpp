@@ -2,9 +2,10 @@
 
 #include "base/paths.h"
 #include "base/whole_file.h"
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/widgets/file_chooser.h"
+#include "ui/widgets/preview_area.h"
 
 #include <QDir>
 #include <QHBoxLayout>

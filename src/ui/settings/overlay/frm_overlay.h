@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/picture_overlay_file.h"
+#include "picture/overlay/overlay_file.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/size_warning.h"

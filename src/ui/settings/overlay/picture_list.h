@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 
 #include <QListWidget>
 

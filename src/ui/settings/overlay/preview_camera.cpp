@@ -1,9 +1,9 @@
 #include "ui/settings/overlay/preview_camera.h"
 
 #include "core/program.h"
-#include "picture/bitmap_file.h"
-#include "picture/picture_surface.h"
-#include "picture/text_drawing.h"
+#include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/picture_surface.h"
+#include "picture/overlay/text_drawing.h"
 #include "ui/texts/texts.h"
 
 #include <QPainter>

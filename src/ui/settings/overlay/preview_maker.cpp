@@ -3,7 +3,7 @@
 #include "core/program.h"
 #include "core/public_names.h"
 #include "core/settings/setting_table.h"
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 
 #include <QFile>
 

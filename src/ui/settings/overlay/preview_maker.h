@@ -3,7 +3,7 @@
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
 #include "base/status_hub.h"
-#include "picture/overlays.h"
+#include "picture/overlay/overlays.h"
 #include "picture/picture_pipeline.h"
 #include "ui/settings/overlay/preview_camera.h"
 

@@ -1,15 +1,15 @@
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 
 #include "base/paths.h"
-#include "picture/bitmap_file.h"
-#include "picture/picture_surface.h"
-#include "picture/transparent_copy.h"
+#include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/picture_surface.h"
 
 #include <turbojpeg.h>
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QPainter>
 #include <QtEndian>
 
 #include <algorithm>
@@ -142,6 +142,6 @@ QImage OpaquePicture(const QImage& image) {
     if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_BGR888);
     QImage ground(image.size(), QImage::Format_BGR888);
     ground.fill(Qt::white);
-    AlphaCopy(ground, {}, image.convertToFormat(QImage::Format_ARGB32));
+    QPainter(&ground).drawImage(0, 0, image);
     return ground;
 }

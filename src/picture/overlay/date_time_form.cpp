@@ -1,4 +1,4 @@
-#include "picture/overlay_text_date.h"
+#include "picture/overlay/date_time_form.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "picture/picture_overlay_file.h"
+#include "picture/overlay/overlay_file.h"
 
 #include <QDateTime>
 #include <QFileInfo>

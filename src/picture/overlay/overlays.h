@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/clock.h"
-#include "picture/overlay_steps.h"
-#include "picture/picture_overlay.h"
-#include "picture/text_overlay.h"
+#include "picture/overlay/overlay_steps.h"
+#include "picture/overlay/picture_overlay.h"
+#include "picture/overlay/text_overlay.h"
 
 // Everything that is put on a frame: the overlay picture, and over it the text.
 class Overlays : public OverlaySteps {

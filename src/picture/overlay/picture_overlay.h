@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/status_display.h"
-#include "picture/overlay_list.h"
-#include "picture/picture_overlay_file.h"
-#include "picture/picture_state.h"
+#include "picture/overlay/overlay_file.h"
+#include "picture/overlay/overlay_list.h"
+#include "picture/overlay/picture_state.h"
 
 #include <QMap>
 #include <QPoint>

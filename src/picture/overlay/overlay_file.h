@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/picture_file.h"
+#include "picture/bitmap/picture_file.h"
 
 // Keeps the overlay decoded that was read last, because the next picture most likely wants the same
 // one. It is read again when path, size or time of modification are others than before.

@@ -12,7 +12,3 @@
 // black being the neutral colour of SRCPAINT and white that of SRCAND.
 void TransparentCopy(QImage& destination, QPoint at, QSize size, const QImage& source, QPoint from,
                      QRgb transparent);
-
-// Puts all of `source` (Format_ARGB32) onto `destination` (Format_BGR888) at `at`, each pixel as
-// opaque as it says. What lies outside the destination is left out.
-void AlphaCopy(QImage& destination, QPoint at, const QImage& source);

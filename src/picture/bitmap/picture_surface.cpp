@@ -1,6 +1,6 @@
-#include "picture/picture_surface.h"
+#include "picture/bitmap/picture_surface.h"
 
-#include "picture/bitmap_file.h"
+#include "picture/bitmap/bitmap_file.h"
 
 bool LoadSurface(QImage& surface, const QString& file) {
     BitmapReader reader;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/bitmap_file.h"
+#include "picture/bitmap/bitmap_file.h"
 
 #include <QImage>
 #include <QLocale>

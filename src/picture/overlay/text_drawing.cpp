@@ -1,4 +1,4 @@
-#include "picture/text_drawing.h"
+#include "picture/overlay/text_drawing.h"
 
 #include <QFontMetrics>
 #include <QPainter>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/status_display.h"
-#include "picture/overlay_text.h"
-#include "picture/picture_state.h"
-#include "picture/text_drawing.h"
+#include "picture/overlay/picture_state.h"
+#include "picture/overlay/special_text.h"
+#include "picture/overlay/text_drawing.h"
 
 #include <QDateTime>
 #include <QMap>

@@ -1,10 +1,11 @@
-#include "picture/picture_overlay.h"
+#include "picture/overlay/picture_overlay.h"
 
 #include "base/profile_file.h"
-#include "picture/picture_surface.h"
-#include "picture/transparent_copy.h"
+#include "picture/bitmap/picture_surface.h"
+#include "picture/overlay/transparent_copy.h"
 
 #include <QFile>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -107,7 +108,7 @@ void PictureOverlay::PlaceOverlay(const QImage& overlay) {
     QImage& frame = state.Picture2;
     const QPoint at = OverlayPosition(position, frame.size(), overlay.size());
     if (overlay.hasAlphaChannel())
-        AlphaCopy(frame, at, overlay);
+        QPainter(&frame).drawImage(at, overlay);
     else
         TransparentCopy(frame, at, overlay.size(), overlay, {}, overlay.pixel(0, 0));
 }

@@ -1,4 +1,4 @@
-#include "picture/overlay_text.h"
+#include "picture/overlay/special_text.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "picture/overlay_list.h"
+#include "picture/overlay/overlay_list.h"
 
 QString OverlayList::Next(int interval, const std::function<QString(int)>& entry) {
     if (interval != changeInterval) countdown = changeInterval = interval;

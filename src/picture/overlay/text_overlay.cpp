@@ -1,9 +1,9 @@
-#include "picture/text_overlay.h"
+#include "picture/overlay/text_overlay.h"
 
 #include "base/profile_file.h"
-#include "picture/overlay_text_date.h"
-#include "picture/overlay_text_style.h"
-#include "picture/text_drawing.h"
+#include "picture/overlay/date_time_form.h"
+#include "picture/overlay/text_drawing.h"
+#include "picture/overlay/text_style.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

@@ -1,4 +1,4 @@
-#include "picture/overlay_text_style.h"
+#include "picture/overlay/text_style.h"
 
 #include "base/profile_file.h"
 

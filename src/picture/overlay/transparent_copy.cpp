@@ -1,4 +1,4 @@
-#include "picture/transparent_copy.h"
+#include "picture/overlay/transparent_copy.h"
 
 #include <cstring>
 
@@ -27,10 +27,6 @@ QRect Visible(const QImage& destination, QPoint at, QPoint from, QSize size, con
     return part.translated(at - from) & destination.rect();
 }
 
-uchar Mix(int over, int under, int alpha) {
-    return static_cast<uchar>((over * alpha + under * (255 - alpha) + 127) / 255);
-}
-
 }  // namespace
 
 void TransparentCopy(QImage& destination, QPoint at, QSize size, const QImage& source, QPoint from,
@@ -44,20 +40,4 @@ void TransparentCopy(QImage& destination, QPoint at, QSize size, const QImage& s
     for (int y = 0; y < visible.height(); ++y)
         CopyRow(destination.scanLine(visible.top() + y) + visible.left() * PixelBytes,
                 source.constScanLine(start.y() + y) + start.x() * PixelBytes, visible.width(), key);
-}
-
-void AlphaCopy(QImage& destination, QPoint at, const QImage& source) {
-    const QRect visible = Visible(destination, at, {}, source.size(), source);
-    if (visible.isEmpty()) return;
-    const QPoint start = visible.topLeft() - at;
-    for (int y = 0; y < visible.height(); ++y) {
-        uchar* to = destination.scanLine(visible.top() + y) + visible.left() * PixelBytes;
-        const auto* const row = reinterpret_cast<const QRgb*>(source.constScanLine(start.y() + y));
-        for (int x = 0; x < visible.width(); ++x, to += PixelBytes) {
-            const QRgb over = row[start.x() + x];
-            to[0] = Mix(qBlue(over), to[0], qAlpha(over));
-            to[1] = Mix(qGreen(over), to[1], qAlpha(over));
-            to[2] = Mix(qRed(over), to[2], qAlpha(over));
-        }
-    }
 }

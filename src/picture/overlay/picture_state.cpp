@@ -1,4 +1,4 @@
-#include "picture/picture_state.h"
+#include "picture/overlay/picture_state.h"
 
 #include <limits>
 

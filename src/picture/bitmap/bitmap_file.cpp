@@ -1,0 +1,252 @@
+#include "picture/bitmap/bitmap_file.h"
+
+#include "base/whole_file.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+constexpr int FileHeaderSize = 14;
+constexpr quint32 CoreHeaderSize = 12;
+constexpr quint32 InfoHeaderSize = 40;
+constexpr quint32 HeadersSize = FileHeaderSize + InfoHeaderSize;
+constexpr quint32 Uncompressed = 0;
+constexpr quint32 BitFields = 3;
+
+template <class Number>
+Number Get(const QByteArray& bytes, int offset) {
+    return qFromLittleEndian<Number>(bytes.constData() + offset);
+}
+
+bool KnownHeader(quint32 size) {
+    constexpr quint32 known[] = {CoreHeaderSize, InfoHeaderSize, 52, 56, 108, 124};
+    return std::find(std::begin(known), std::end(known), size) != std::end(known);
+}
+
+BITMAPINFOHEADER ParseCoreHeader(const QByteArray& bytes) {
+    BITMAPINFOHEADER header;
+    header.Width = Get<quint16>(bytes, 18);
+    header.Height = Get<quint16>(bytes, 20);
+    header.Planes = Get<quint16>(bytes, 22);
+    header.BitCount = Get<quint16>(bytes, 24);
+    return header;
+}
+
+BITMAPINFOHEADER ParseInfoHeader(const QByteArray& bytes) {
+    BITMAPINFOHEADER header;
+    header.Width = Get<qint32>(bytes, 18);
+    header.Height = Get<qint32>(bytes, 22);
+    header.Planes = Get<quint16>(bytes, 26);
+    header.BitCount = Get<quint16>(bytes, 28);
+    header.Compression = Get<quint32>(bytes, 30);
+    header.ImageSize = Get<quint32>(bytes, 34);
+    header.XPelsPerMeter = Get<qint32>(bytes, 38);
+    header.YPelsPerMeter = Get<qint32>(bytes, 42);
+    header.ColoursUsed = Get<quint32>(bytes, 46);
+    header.ColoursImportant = Get<quint32>(bytes, 50);
+    return header;
+}
+
+template <class Number>
+void Put(uchar* bytes, int offset, Number value) {
+    qToLittleEndian<Number>(value, bytes + offset);
+}
+
+bool WriteAll(QFile& file, const uchar* bytes, qint64 count) {
+    return file.write(reinterpret_cast<const char*>(bytes), count) == count;
+}
+
+bool WriteHeaders(QFile& file, int width, int height) {
+    const auto pixels = static_cast<quint32>(BitmapStride(width, 24) * height);
+    uchar head[HeadersSize] = {'B', 'M'};
+    Put<quint32>(head, 2, HeadersSize + pixels);
+    Put<quint32>(head, 10, HeadersSize);
+    Put<quint32>(head, 14, InfoHeaderSize);
+    Put<qint32>(head, 18, width);
+    Put<qint32>(head, 22, height);
+    Put<quint16>(head, 26, 1);
+    Put<quint16>(head, 28, 24);
+    Put<quint32>(head, 34, pixels);
+    return WriteAll(file, head, HeadersSize);
+}
+
+bool WriteRows(QFile& file, int width, int height, const BitmapRows& rows) {
+    const qint64 stride = BitmapStride(width, 24);
+    const uchar* bottom = rows.Top + (height - 1) * rows.Step;
+    if (rows.Step == -stride) return WriteAll(file, bottom, stride * height);
+    const int rowsAtOnce = static_cast<int>(std::max<qint64>(1, BitmapPiece / stride));
+    std::vector<uchar> piece(static_cast<size_t>(rowsAtOnce * stride));
+    for (int done = 0; done < height;) {
+        const int count = std::min(rowsAtOnce, height - done);
+        for (int i = 0; i < count; ++i)
+            std::memcpy(piece.data() + i * stride, bottom - (done + i) * rows.Step,
+                        static_cast<size_t>(width) * 3);
+        if (!WriteAll(file, piece.data(), count * stride)) return false;
+        done += count;
+    }
+    return true;
+}
+
+}  // namespace
+
+int BitmapReader::Open(const QString& name) {
+    file.setFileName(name);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return ImagingCannotRead;
+    if (const int fault = ReadHeader()) return fault;
+    if (const int fault = CheckHeader()) return fault;
+    if (const int fault = ReadPalette()) return fault;
+    return header.BitCount == 16 || header.BitCount == 32 ? ReadMasks() : ImagingDone;
+}
+
+int BitmapReader::ReadHeader() {
+    const QByteArray bytes = file.read(FileHeaderSize + InfoHeaderSize);
+    if (bytes.isEmpty()) return ImagingCannotRead;
+    if (!bytes.startsWith("BM")) return ImagingNotABitmap;
+    if (bytes.size() < FileHeaderSize + static_cast<int>(CoreHeaderSize)) return ImagingCannotRead;
+    pixelOffset = Get<quint32>(bytes, 10);
+    headerSize = Get<quint32>(bytes, 14);
+    if (!KnownHeader(headerSize)) return ImagingUnsupported;
+    if (headerSize == CoreHeaderSize) {
+        header = ParseCoreHeader(bytes);
+        return ImagingDone;
+    }
+    if (bytes.size() < FileHeaderSize + static_cast<int>(InfoHeaderSize)) return ImagingCannotRead;
+    header = ParseInfoHeader(bytes);
+    return ImagingDone;
+}
+
+int BitmapReader::CheckHeader() {
+    constexpr int depths[] = {1, 4, 8, 16, 24, 32};
+    if (std::find(std::begin(depths), std::end(depths), header.BitCount) == std::end(depths))
+        return ImagingUnsupported;
+    const bool masked = header.BitCount == 16 || header.BitCount == 32;
+    if (header.Compression != Uncompressed && !(masked && header.Compression == BitFields))
+        return ImagingUnsupported;
+    // Compared without qAbs: the lowest number has no opposite.
+    if (header.Planes != 1 || header.Width < 1 || header.Width > LongestBitmapSide ||
+        header.Height == 0 || header.Height > LongestBitmapSide ||
+        header.Height < -LongestBitmapSide)
+        return ImagingDamaged;
+    if (pixelOffset < FileHeaderSize + qint64{headerSize}) return ImagingDamaged;
+    const qint64 pixels = BitmapStride(Width(), header.BitCount) * Height();
+    return pixelOffset + pixels <= file.size() ? ImagingDone : ImagingCannotRead;
+}
+
+int BitmapReader::ReadPalette() {
+    if (header.BitCount > 8) return ImagingDone;
+    const quint32 most = 1U << header.BitCount;
+    if (header.ColoursUsed > most) return ImagingDamaged;
+    const qint64 count = header.ColoursUsed ? header.ColoursUsed : most;
+    const qint64 entrySize = headerSize == CoreHeaderSize ? 3 : 4;
+    const qint64 start = FileHeaderSize + headerSize;
+    if (start + count * entrySize > pixelOffset) return ImagingDamaged;
+    file.seek(start);
+    const QByteArray bytes = file.read(count * entrySize);
+    if (bytes.size() != count * entrySize) return ImagingCannotRead;
+    for (qint64 i = 0; i < count; ++i)
+        std::memcpy(&palette[static_cast<size_t>(i)], bytes.constData() + i * entrySize, 3);
+    return ImagingDone;
+}
+
+int BitmapReader::ReadMasks() {
+    std::array<quint32, 3> masks = {0x0000FF, 0x00FF00, 0xFF0000};  // blue, green, red
+    if (header.BitCount == 16) masks = {0x001F, 0x03E0, 0x7C00};
+    if (header.Compression == BitFields) {
+        // They follow the 40 bytes in every header, be it longer or not.
+        constexpr int start = FileHeaderSize + static_cast<int>(InfoHeaderSize);
+        if (pixelOffset < start + 12) return ImagingDamaged;
+        file.seek(start);
+        const QByteArray bytes = file.read(12);
+        if (bytes.size() != 12) return ImagingCannotRead;
+        masks = {Get<quint32>(bytes, 8), Get<quint32>(bytes, 4), Get<quint32>(bytes, 0)};
+        if (header.BitCount == 16 && ((masks[0] | masks[1] | masks[2]) >> 16))
+            return ImagingDamaged;
+    }
+    for (size_t i = 0; i < masks.size(); ++i)
+        if (!MakeChannel(masks[i], channels[i])) return ImagingDamaged;
+    return ImagingDone;
+}
+
+bool BitmapReader::MakeChannel(quint32 mask, Channel& channel) {
+    if (mask == 0) return false;
+    channel.Shift = std::countr_zero(mask);
+    const int width = std::popcount(mask);
+    if ((mask >> channel.Shift) != (width == 32 ? ~0U : (1U << width) - 1)) return false;
+    channel.Mask = mask;
+    // Of a wider channel the upper eight bits count.
+    const int used = std::min(width, 8);
+    channel.Shift += width - used;
+    const int highest = (1 << used) - 1;
+    for (int level = 0; level <= highest; ++level)
+        channel.Levels[static_cast<size_t>(level)] =
+            static_cast<uchar>((level * 255 + highest / 2) / highest);
+    return true;
+}
+
+int BitmapReader::ReadPixels(const BitmapRows& rows, int bits) {
+    const qint64 stride = BitmapStride(Width(), header.BitCount);
+    const bool topDown = header.Height < 0;
+    const qptrdiff step = topDown ? rows.Step : -rows.Step;  // in the order of the file
+    uchar* const first = topDown ? rows.Top : rows.Top + (Height() - 1) * rows.Step;
+    if (!file.seek(pixelOffset)) return ImagingCannotRead;
+    if (bits == header.BitCount && step == stride) {
+        char* const all = reinterpret_cast<char*>(first);
+        return file.read(all, stride * Height()) == stride * Height() ? ImagingDone
+                                                                      : ImagingCannotRead;
+    }
+    const int rowsAtOnce = static_cast<int>(std::max<qint64>(1, BitmapPiece / stride));
+    std::vector<char> piece(static_cast<size_t>(rowsAtOnce * stride));
+    for (int done = 0; done < Height();) {
+        const int count = std::min(rowsAtOnce, Height() - done);
+        if (file.read(piece.data(), count * stride) != count * stride) return ImagingCannotRead;
+        for (int i = 0; i < count; ++i)
+            ConvertRow(reinterpret_cast<const uchar*>(piece.data()) + i * stride,
+                       first + (done + i) * step, bits);
+        done += count;
+    }
+    return ImagingDone;
+}
+
+void BitmapReader::ConvertRow(const uchar* from, uchar* to, int bits) const {
+    if (bits == header.BitCount) {
+        const qint64 bytes = (qint64{Width()} * bits + 7) / 8;
+        std::memcpy(to, from, static_cast<size_t>(bytes));
+    } else if (header.BitCount <= 8) {
+        ResolveIndexes(from, header.BitCount, Width(), palette, to);
+    } else {
+        ConvertPixels(from, to);
+    }
+}
+
+void BitmapReader::ConvertPixels(const uchar* from, uchar* to) const {
+    const int size = header.BitCount / 8;
+    for (int x = 0; x < Width(); ++x, from += size) {
+        const quint32 pixel =
+            size == 2 ? qFromLittleEndian<quint16>(from) : qFromLittleEndian<quint32>(from);
+        for (const Channel& channel : channels)
+            *to++ = channel.Levels[(pixel & channel.Mask) >> channel.Shift];
+    }
+}
+
+void ResolveIndexes(const uchar* from, int bits, int width, const BitmapPalette& palette,
+                    uchar* to) {
+    const int perByte = 8 / bits;
+    const int mask = (1 << bits) - 1;
+    for (int x = 0; x < width; ++x, to += 3) {
+        const int shift = 8 - bits * (x % perByte + 1);
+        const int index = (from[x / perByte] >> shift) & mask;
+        std::memcpy(to, &palette[static_cast<size_t>(index)], 3);
+    }
+}
+
+int WriteBitmap(const QString& name, int width, int height, const BitmapRows& rows) {
+    const bool written = WholeFile::Replace(name, [&](QFile& file) {
+        return WriteHeaders(file, width, height) && WriteRows(file, width, height, rows);
+    });
+    return written ? ImagingDone : ImagingCannotWrite;
+}
