@@ -49,7 +49,7 @@ QString Find(const QString& folder, const QString& name) {
 QString Find(const QStringList& folders, const QString& name) {
     QString found;
     for (const QString& folder : folders)
-        if (found.isEmpty()) found = Find(folder, name);
+        if (found.isEmpty() && !folder.isEmpty()) found = Find(folder, name);
     return found;
 }
 

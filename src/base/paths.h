@@ -17,7 +17,7 @@ namespace Paths {
 // found without regard to case, an exact match first; empty when there is none.
 [[nodiscard]] QString Find(const QString& folder, const QString& name);
 
-// The same in the first of the folders that has it.
+// The same in the first of the folders that has it; empty ones do not count.
 [[nodiscard]] QString Find(const QStringList& folders, const QString& name);
 
 }  // namespace Paths

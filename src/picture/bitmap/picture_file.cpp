@@ -130,12 +130,7 @@ FilePicture ReadPicture(const QString& path) {
 QString FindPicture(const QStringList& places, const QString& folder, const QString& name) {
     const QStringList steps = QString(name).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
     if (steps.isEmpty() || steps.contains("..")) return {};
-    for (const QString& place : places) {
-        const QString found =
-            place.isEmpty() ? QString() : Paths::Find(place, folder + u'/' + name);
-        if (!found.isEmpty()) return found;
-    }
-    return {};
+    return Paths::Find(places, folder + u'/' + name);
 }
 
 QImage OpaquePicture(const QImage& image) {
