@@ -6,7 +6,7 @@
 // frame with FOLDER as the working folder, in turn with libjpeg-turbo alone on the same frame, then
 // the offline filter on pictures of that size, and prints the median processor times as lines
 // "name value unit". FOLDER/frame.bmp is the frame, FOLDER/1pw.jpg the picture afterwards;
-// FOLDER/ftpOptions.ini, FOLDER/overlay and FOLDER/Offline are overwritten.
+// FOLDER/overlay and FOLDER/Offline are overwritten.
 
 #include "base/clock.h"
 #include "base/message_boxes.h"
@@ -90,53 +90,47 @@ double ProcessorMilliseconds() {
     return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
 }
 
-// The overlays of a picture, and what they cost.
-class MeasuredOverlays : public OverlaySteps {
+// The settings of a picture as operators publish it.
+PictureSettings UsualSettings() {
+    PictureSettings settings;
+    settings.Overlay = OverlayMode::DateTimeText;
+    settings.OverKombi = true;
+    settings.Date = DateForm::NamedMonth;
+    settings.Position = OverlayPlace::DownRight;
+    settings.Size = 20;
+    settings.Color = Qt::white;
+    settings.Lin[0] = QStringLiteral("Harbour, north pier");
+    settings.Lin[1] = QStringLiteral("Water 14 degrees");
+    return settings;
+}
+
+// The overlays of a picture one by one, and what they cost.
+class MeasuredOverlays {
   public:
-    MeasuredOverlays(PictureState& pictureState, Clock& ownClock, StatusDisplay& display)
-        : state(pictureState),
-          clock(ownClock),
-          text(pictureState, display),
-          picture(pictureState, display) {}
+    MeasuredOverlays(const PictureState& state, StatusDisplay& display)
+        : text(display, state.Locale), overlay(display, state.ReadingFolders()) {}
 
     std::vector<double> TextTimes;
-    std::vector<double> OverlayTimes;  // with the loading of the frame
+    std::vector<double> OverlayTimes;
 
-    void BuildOverlayText() override {
+    bool PutOn(QImage& picture, const OverlaySettings& settings, const QDateTime& now) {
         const double start = ProcessorMilliseconds();
         // Another minute for each picture, so that no text is as the last one.
-        text.BuildOverlayText(state.OverlayMode, clock.Now().addSecs(60 * ++pictures));
-        TextTimes.push_back(ProcessorMilliseconds() - start);
-    }
-    bool StampOverlayPicture() override {
-        const double start = ProcessorMilliseconds();
-        const bool stamped = picture.StampOverlayPicture();
-        OverlayTimes.push_back(ProcessorMilliseconds() - start);
+        text.BuildOverlayText(settings, now.addSecs(60 * ++pictures));
+        const double built = ProcessorMilliseconds();
+        const bool stamped = overlay.StampOverlayPicture(picture, settings);
+        const double end = ProcessorMilliseconds();
+        text.DrawOverlayText(picture, settings);
+        TextTimes.push_back(built - start + ProcessorMilliseconds() - end);
+        OverlayTimes.push_back(end - built);
         return stamped;
-    }
-    void DrawOverlayText() override {
-        const double start = ProcessorMilliseconds();
-        text.DrawOverlayText();
-        TextTimes.back() += ProcessorMilliseconds() - start;
     }
 
   private:
-    PictureState& state;
-    Clock& clock;
     TextOverlay text;
-    PictureOverlay picture;
+    PictureOverlay overlay;
     int pictures = 0;
 };
-
-// The settings of a picture as operators publish it.
-bool WriteSettings(const QString& path) {
-    QFile file(path);
-    const QByteArray settings =
-        "[Einstellungen]\r\nOverlay=2\r\nOverKombi=1\r\nDate=3\r\nPosition=3\r\nSize=20\r\nColor="
-        "16777215\r\n"
-        "[Text]\r\nLin0=Harbour, north pier\r\nLin1=Water 14 degrees\r\n";
-    return file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size();
-}
 
 // A logo of 200x80 with a transparent ground, and a file of the frame's size for the filter.
 bool WritePictures(const QString& folder, const std::vector<uchar>& frame) {
@@ -190,15 +184,15 @@ double Median(std::vector<double> values) {
 // The blend of two pictures in memory, pending events handled as the filter does it, and the whole
 // filter from file to file.
 bool MeasureFilter(PictureState& state, PicturePipeline& pipeline, Waiting& waiting,
-                   StatusDisplay& display, int runs) {
+                   StatusDisplay& display, const PictureSettings& settings, int runs) {
     OfflineFilter filter(state, pipeline, waiting, display);
-    const QImage offline = OpaquePicture(filter.ReadOffline().Image);
+    const QImage offline = OpaquePicture(filter.ReadOffline(settings).Image);
     QImage camera = offline.mirrored();
     std::vector<double> blends;
     std::vector<double> filters;
     for (int run = 0; run < runs; ++run) {
         const bool done = Measure(blends, [&] { return filter.Blend(camera, offline, 50); }) &&
-                          Measure(filters, [&] { return filter.ApplyOfflineFilter(50); });
+                          Measure(filters, [&] { return filter.ApplyOfflineFilter(50, settings); });
         if (!done) return false;
     }
     std::printf("blend %.2f ms\n", Median(blends));
@@ -216,11 +210,10 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: picture_bench FOLDER [QUALITY [RUNS]]\n");
         return 2;
     }
-    PictureState state;
-    state.WorkPath = QDir(words.at(1)).absolutePath() + u'/';
-    state.ProgramFolder = state.WorkPath;
-    state.SettingsFile = state.WorkPath + QStringLiteral("ftpOptions.ini");
-    state.JPGQuality = words.value(2, QStringLiteral("75"));
+    PictureSettings settings = UsualSettings();
+    settings.WorkPath = QDir(words.at(1)).absolutePath() + u'/';
+    settings.JPGQuality = words.value(2, QStringLiteral("75")).toInt();
+    PictureState state{settings.WorkPath};
     state.CameraRunning = true;
     const int runs = std::max(1, words.value(3, QStringLiteral("101")).toInt());
 
@@ -230,21 +223,21 @@ int main(int argc, char** argv) {
     Waiting waiting(clock);
     StandardErrorBoxes boxes;
     StatusHub nobody;
-    MeasuredOverlays overlays(state, clock, nobody);
-    PicturePipeline pipeline(state, capture, waiting, boxes);
-    pipeline.SetOverlaySteps(&overlays);
-    BareEncoder encoder(state.JPGQuality.toInt());
+    MeasuredOverlays overlays(state, nobody);
+    PicturePipeline pipeline(state, capture, waiting, boxes, nobody);
+    BareEncoder encoder(settings.JPGQuality);
+    const QString loaded = settings.WorkFile(QStringLiteral("frame.bmp"));
+    QImage surface;
 
-    bool done = WriteSettings(state.SettingsFile) && WritePictures(state.WorkPath, frame) &&
-                capture.SaveDIB(state.WorkPath + QStringLiteral("frame.bmp"));
+    bool done = WritePictures(settings.WorkPath, frame) && capture.SaveDIB(loaded);
     std::vector<double> alone;
     std::vector<double> whole;
     std::vector<double> loads;  // of the frame alone
     for (int run = -3; run < runs && done; ++run) {
         done = Measure(alone, [&] { return encoder.Encode(frame); }) &&
-               Measure(loads,
-                       [&] { return LoadSurface(state.Picture2, state.WorkPath + "frame.bmp"); }) &&
-               Measure(whole, [&] { return pipeline.MakePicture(); });
+               Measure(loads, [&] { return LoadSurface(surface, loaded); }) &&
+               overlays.PutOn(surface, settings, clock.Now()) &&
+               Measure(whole, [&] { return pipeline.MakePicture(settings); });
         if (run >= 0) continue;  // warming up
         alone.clear();
         loads.clear();
@@ -256,15 +249,15 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "picture_bench: no picture was made\n");
         return 1;
     }
-    const QFileInfo picture(state.WorkPath + QStringLiteral("1pw.jpg"));
+    const QFileInfo picture(settings.WorkFile(QStringLiteral("1pw.jpg")));
     std::printf("encode_alone %.2f ms\n", Median(alone));
     std::printf("text %.2f ms\n", Median(overlays.TextTimes));
     std::printf("load_frame %.2f ms\n", Median(loads));
-    std::printf("load_and_overlay %.2f ms\n", Median(overlays.OverlayTimes));
+    std::printf("overlay %.2f ms\n", Median(overlays.OverlayTimes));
     std::printf("make_picture %.2f ms\n", Median(whole));
     std::printf("ratio %.2f times\n", Median(whole) / Median(alone));
     std::printf("picture_size %lld bytes\n", static_cast<long long>(picture.size()));
-    if (MeasureFilter(state, pipeline, waiting, nobody, std::max(1, runs / 3))) return 0;
+    if (MeasureFilter(state, pipeline, waiting, nobody, settings, std::max(1, runs / 3))) return 0;
     std::fprintf(stderr, "picture_bench: the offline filter failed\n");
     return 1;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/settings/settings.h"
+#include "core/settings/load_settings.h"
 
 #include <QString>
 
@@ -10,11 +10,20 @@ struct MainState {
     QString SkinName = "Default";  // the skin in use; "Default" when the chosen one is missing
     bool MenuOpen = false;         // the options menu is shown
     bool StatusShown = false;      // the status window is shown; nothing updates it otherwise
+    QString SettingsFile;          // full path
     Settings Values;               // as LoadSettings read them last
     bool LangEnglish = true;       // exactly one of the three is true
     bool LangGerman = false;
     bool LangFrench = false;
     bool PathForArchive = false;  // the path chooser serves the archive's folder, not the pictures'
 
-    [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkPath + name; }
+    [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkFile(name); }
+
+    // The settings for one more picture. What it looks like the file says, which may have been
+    // edited by hand since the last one; where it goes stays as it is in force.
+    [[nodiscard]] Settings ForPicture() const {
+        Settings settings = LoadSettings(SettingsFile);
+        static_cast<PictureTarget&>(settings) = Values;
+        return settings;
+    }
 };

@@ -1,6 +1,5 @@
 #include "core/offline_picture.h"
 
-#include "base/profile_file.h"
 #include "base/whole_file.h"
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
@@ -18,16 +17,12 @@ constexpr int filterPercent = 50;
 OfflinePicture::OfflinePicture(const Parts& ownParts)
     : parts(ownParts), filter(parts.Picture, parts.Pictures, parts.Wait, parts.Display) {}
 
-QString OfflinePicture::Setting(const QString& key) const {
-    return ReadSetting(parts.Picture.SettingsFile, "Einstellungen", key);
-}
-
 QString OfflinePicture::LocalTarget() const {
-    return parts.Picture.Verzeichnis + PublicNames::Picture;
+    return parts.State.Values.Verzeichnis + PublicNames::Picture;
 }
 
 bool OfflinePicture::Wanted() const {
-    return Val(Setting("OfflinePic")) != 0;
+    return parts.State.ForPicture().OfflinePic;
 }
 
 bool OfflinePicture::SendOfflinePicture() {
@@ -46,27 +41,27 @@ bool OfflinePicture::SendOfflinePicture() {
 }
 
 bool OfflinePicture::Prepare(QString& file) {
-    if (parts.State.Values.LocalMode() && parts.Picture.Verzeichnis.isEmpty()) {
+    const Settings settings = parts.State.ForPicture();
+    if (settings.LocalMode() && settings.Verzeichnis.isEmpty()) {
         parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
         return false;
     }
     // Before the camera is asked: without this file the last picture stays as it is.
-    const FilePicture offline = filter.ReadOffline();
+    const FilePicture offline = filter.ReadOffline(settings);
     if (offline.Fault != PictureFault::None) return false;
-    if (Val(Setting("UseOfflineFilter")) != 0) {
-        parts.Pictures.DeleteWorkingFiles();
-        const bool made = parts.Pictures.MakePicture();
+    if (settings.UseOfflineFilter) {
+        parts.Pictures.DeleteWorkingFiles(settings);
+        const bool made = parts.Pictures.MakePicture(settings);
         if (parts.Wait.Closing()) return false;
         file = parts.State.WorkFile(PublicNames::Sending);
-        if (made) return filter.ApplyOfflineFilter(filterPercent);
+        if (made) return filter.ApplyOfflineFilter(filterPercent, settings);
         parts.Display.ShowStatus("No camera picture: the offline picture is sent as it is");
     }
-    return PreparePlain(offline, file);
+    file = filter.OfflinePath(settings);
+    return offline.Jpeg || PreparePlain(offline, file);
 }
 
 bool OfflinePicture::PreparePlain(const FilePicture& offline, QString& file) {
-    file = filter.OfflinePath();
-    if (offline.Jpeg) return true;
     // Under the public name everybody expects a JPEG.
     file = parts.State.WorkFile(PublicNames::Sending);
     if (OfflineFilter::SaveAsJpeg(offline.Image, file)) return true;

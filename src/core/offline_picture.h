@@ -35,7 +35,6 @@ class OfflinePicture {
     [[nodiscard]] bool SendOfflinePicture();
 
   private:
-    [[nodiscard]] QString Setting(const QString& key) const;
     [[nodiscard]] bool Prepare(QString& file);
     [[nodiscard]] bool PreparePlain(const FilePicture& offline, QString& file);
     [[nodiscard]] bool PutLocal(const QString& file);

@@ -28,8 +28,8 @@ Program::Program(const Surroundings& ownSurroundings)
           ownSurroundings.Page),
       FTP1(Wait, Display),
       ezVidCap1(Wait, *ownSurroundings.System.Cameras),
-      Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes),
-      PictureOverlays(PictureValues, Display, ownSurroundings.Time),
+      PictureValues{ownSurroundings.Folder, ownSurroundings.InstalledFolders},
+      Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes, Display),
       Run(ownSurroundings.Time, Display),
       Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State, Run),
       Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
@@ -38,7 +38,7 @@ Program::Program(const Surroundings& ownSurroundings)
       surroundings(ownSurroundings),
       cameraWatch(ownSurroundings.Time, cameraWatchMilliseconds) {
     FTP1.SetProgramFolder(surroundings.Folder);
-    Pictures.SetOverlaySteps(&PictureOverlays);
+    State.SettingsFile = SettingsFile();
     Cycle.SetOfflinePicture(&Offline);
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         if (!fault.isEmpty()) Display.ShowStatus(fault);
@@ -67,8 +67,7 @@ void Program::Load(bool autostarter) {
     ezVidCap1.SetEnabled(State.DriverPresent);
     PictureValues.CameraRunning = State.DriverPresent;
     emit Loaded();
-    const QString autostart = ReadSetting(SettingsFile(), "Einstellungen", "Autostart");
-    if (autostart == "1" && autostarter) Cycle.Start();
+    if (State.Values.Autostart && autostarter) Cycle.Start();
 }
 
 void Program::Start() {
@@ -160,14 +159,24 @@ void Program::LoadSettings() {
     const Settings& values = State.Values;
     ApplyAccess(before);
     Net.SetDialling(values.Anwahl, values.AWName);
-    ApplyPictureValues();
     ezVidCap1.SetAdjustments(values.CameraControls);
     ezVidCap1.SetCaptureFormat(values.CaptureFormat);
     SelectDriver(WantedDriver());
     ezVidCap1.SetPreview(values.Preview);
-    Cycle.ApplyInterval();
+    // The time to the next picture goes on running when something else has changed.
+    if (before.TotalInterval() != values.TotalInterval()) Cycle.ApplyInterval();
     ApplyLanguage();
     emit SettingsLoaded();
+}
+
+bool Program::ChangeSettings(const QList<ProfileEntry>& entries) {
+    if (WriteSettings(SettingsFile(), entries) == 0) return false;
+    LoadSettings();
+    return true;
+}
+
+void Program::Remember(const QList<ProfileEntry>& entries) const {
+    (void)WriteSettings(SettingsFile(), entries);
 }
 
 void Program::ApplyAccess(const Settings& before) {
@@ -195,27 +204,13 @@ int Program::WantedDriver() const {
     return static_cast<int>(drivers.indexOf(named));
 }
 
-void Program::ApplyPictureValues() {
-    const Settings& values = State.Values;
-    PictureValues.ProgramFolder = surroundings.Folder;
-    PictureValues.InstalledFolders = surroundings.InstalledFolders;
-    PictureValues.SettingsFile = SettingsFile();
-    PictureValues.WorkPath = values.WorkPath;
-    PictureValues.JPGQuality = values.JPGQuality;
-    PictureValues.LocalMode = values.LocalMode();
-    PictureValues.Verzeichnis = values.Verzeichnis;
-    PictureValues.DeleteFirst = values.Delete;
-    PictureValues.Archive = values.Archive;
-    PictureValues.ArchivePath = values.ArchivePath;
-}
-
 void Program::DeleteOldFiles() {
     for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "pw.bmp"})
         QFile::remove(State.WorkFile(QString::fromLatin1(name)));
 }
 
 void Program::Leave() {
-    const bool always = Val(ReadSetting(SettingsFile(), "Einstellungen", "Abwahl")) != 0;
+    const bool always = ::LoadSettings(SettingsFile()).Abwahl;
     if (question && !exiting && !always && Net.DialConnection() != 0)
         question->Ask(Net.DialledEntry());
     else

@@ -10,7 +10,6 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
-#include "picture/overlay/overlays.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"
 
@@ -45,7 +44,6 @@ class Program : public QObject {
     ezVidCap ezVidCap1;
     PictureState PictureValues;
     PicturePipeline Pictures;
-    Overlays PictureOverlays;
     RunStatus Run;
     UploadTransaction Transaction;
     OfflinePicture Offline;
@@ -61,6 +59,12 @@ class Program : public QObject {
 
     // Reads all settings again and hands them to everybody concerned.
     void LoadSettings();
+
+    // Writes settings, all of them or none, and loads them. Returns false when the file cannot be
+    // written; nothing has changed then.
+    [[nodiscard]] bool ChangeSettings(const QList<ProfileEntry>& entries);
+    // Writes what only the next start asks for. Whether it can be written makes no difference now.
+    void Remember(const QList<ProfileEntry>& entries) const;
 
     // Looks for capture devices again: one that was plugged in meanwhile can be used. On Linux
     // that makes no sound.
@@ -110,7 +114,6 @@ class Program : public QObject {
     void ApplyLanguage();
     [[nodiscard]] int WantedDriver() const;
     void ApplyAccess(const Settings& before);
-    void ApplyPictureValues();
     void DeleteOldFiles();
     [[nodiscard]] QString NoDriverText() const;
 

@@ -204,7 +204,7 @@ bool UploadCycle::Online() {
 bool UploadCycle::MakePicture() {
     run.Enter(RunState::TakingPicture);
     const qint64 start = parts.Wait.OwnClock().Milliseconds();
-    const bool made = parts.Pictures.MakePicture();
+    const bool made = parts.Pictures.MakePicture(parts.State.ForPicture());
     if (made) madeAt = start;
     if (!made && !parts.Pictures.Unwritten().isEmpty()) parts.Display.ShowStatus(NoPicture());
     return made;

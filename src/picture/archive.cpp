@@ -1,16 +1,11 @@
 #include "picture/archive.h"
 
 #include "base/whole_file.h"
-
-#include <QRegularExpression>
+#include "picture/overlay/date_time_form.h"
 
 QString ArchiveName(const QDateTime& time, const QLocale& locale) {
-    // Short dates differ in the year: systems write four digits where the locale data has two.
-    static const QRegularExpression twoDigits(QStringLiteral("(?<!y)yy(?!y)"));
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    format.replace(twoDigits, QStringLiteral("yyyy"));
-    return locale.toString(time.date(), format) + u'-' +
-           time.time().toString(QStringLiteral("HHmmss")) + QStringLiteral(".jpg");
+    return ShortDate(time.date(), locale) + u'-' + time.time().toString(QStringLiteral("HHmmss")) +
+           QStringLiteral(".jpg");
 }
 
 void ArchivePicture(const QString& picture, const QString& folder, const QDateTime& time,

@@ -50,31 +50,33 @@ bool SaveAfterDelete(const QString& target, const imgdes& image, int quality) {
     return false;
 }
 
-bool SavePicture(PictureState& state, const imgdes& image, const QString& picture) {
-    const int quality = WholeNumber(state.JPGQuality);
-    const QString target = state.LocalMode ? state.Verzeichnis + QStringLiteral("pw.jpg") : picture;
-    const bool saved = state.LocalMode && state.DeleteFirst
-                           ? SaveAfterDelete(target, image, quality)
-                           : savejpg(target, image, quality) == ImagingDone;
-    if (saved && (!state.LocalMode || WholeFile::Copy(target, picture))) return true;
-    state.Unwritten = saved ? picture : target;
-    return false;
+// Gives the file that could not be written; empty: none.
+QString SavePicture(const PictureTarget& target, const imgdes& image, const QString& picture) {
+    const bool local = target.LocalMode();
+    const QString first = local ? target.Verzeichnis + QStringLiteral("pw.jpg") : picture;
+    const bool saved = local && target.Delete
+                           ? SaveAfterDelete(first, image, target.JPGQuality)
+                           : savejpg(first, image, target.JPGQuality) == ImagingDone;
+    if (!saved) return first;
+    return !local || WholeFile::Copy(first, picture) ? QString() : picture;
 }
 
 }  // namespace
 
-bool EncodeJpeg(PictureState& state, const QDateTime& time, MessageBoxes& boxes) {
-    const QString source = state.WorkPath + QStringLiteral("1pw.bmp");
-    const QString picture = state.WorkPath + QStringLiteral("1pw.jpg");
+bool EncodeJpeg(PictureState& state, const PictureTarget& target, const QDateTime& time,
+                MessageBoxes& boxes) {
+    const QString source = target.WorkFile(QStringLiteral("1pw.bmp"));
+    const QString picture = target.WorkFile(QStringLiteral("1pw.jpg"));
     BITMAPINFOHEADER header;
     imgdes image;
     if (!LoadSource(source, header, image, boxes)) return false;
-    const bool made = SavePicture(state, image, picture);
+    state.Unwritten = SavePicture(target, image, picture);
+    const bool made = state.Unwritten.isEmpty();
     freeimage(image);
     // A picture that was not saved stops nothing here, but what lies under its name is then an
     // older picture: in the archive it would get a time at which it was not taken, and in local
     // mode it would come back as a new "1pw.jpg" and be counted and published once more.
-    if (made && state.Archive) ArchivePicture(picture, state.ArchivePath, time, state.Locale);
+    if (made && target.Archive) ArchivePicture(picture, target.ArchivePath, time, state.Locale);
     QFile::remove(source);
     if (made) state.LastHeader = header;
     return made;

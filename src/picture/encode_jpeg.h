@@ -1,7 +1,8 @@
 #pragma once
 
 #include "base/message_boxes.h"
-#include "picture/overlay/picture_state.h"
+#include "picture/picture_settings.h"
+#include "picture/picture_state.h"
 
 #include <QDateTime>
 
@@ -9,4 +10,5 @@
 // bitmap. In local mode the picture is made as "pw.jpg" in the target folder and copied to
 // "1pw.jpg". time: names the archive file. Returns whether there is a new "1pw.jpg"; otherwise the
 // older one, if any, is as it was. A missing source and a lack of memory are told through `boxes`.
-bool EncodeJpeg(PictureState& state, const QDateTime& time, MessageBoxes& boxes);
+bool EncodeJpeg(PictureState& state, const PictureTarget& target, const QDateTime& time,
+                MessageBoxes& boxes);

@@ -1,6 +1,5 @@
 #include "picture/offline_filter.h"
 
-#include "base/profile_file.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/imaging.h"
 
@@ -59,15 +58,12 @@ OfflineFilter::OfflineFilter(PictureState& pictureState, PicturePipeline& pictur
                              Waiting& wait, StatusDisplay& statusDisplay)
     : state(pictureState), pictures(picturePipeline), waiting(wait), display(statusDisplay) {}
 
-QString OfflineFilter::OfflinePath() const {
-    const QString name = ReadSetting(state.SettingsFile, QStringLiteral("Einstellungen"),
-                                     QStringLiteral("Offlinefile"));
-    return FindPicture(state.ReadingFolders(), QStringLiteral("Offline"),
-                       name.isEmpty() ? QStringLiteral("Offline.jpg") : name);
+QString OfflineFilter::OfflinePath(const PictureSettings& settings) const {
+    return FindPicture(state.ReadingFolders(), QStringLiteral("Offline"), settings.Offlinefile);
 }
 
-FilePicture OfflineFilter::ReadOffline() {
-    FilePicture picture = ReadPicture(OfflinePath());
+FilePicture OfflineFilter::ReadOffline(const PictureSettings& settings) {
+    FilePicture picture = ReadPicture(OfflinePath(settings));
     switch (picture.Fault) {
         case PictureFault::None:
             break;
@@ -84,12 +80,13 @@ FilePicture OfflineFilter::ReadOffline() {
     return picture;
 }
 
-bool OfflineFilter::ApplyOfflineFilter(int percent) {
+bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& settings) {
     const QScopedValueRollback now(busy, true);
-    const FilePicture offline = ReadOffline();
+    const FilePicture offline = ReadOffline(settings);
     if (offline.Fault != PictureFault::None) return false;
-    FilePicture camera = ReadPicture(state.LocalMode ? state.Verzeichnis + QStringLiteral("pw.jpg")
-                                                     : state.WorkPath + QStringLiteral("1pw.jpg"));
+    FilePicture camera =
+        ReadPicture(settings.LocalMode() ? settings.Verzeichnis + QStringLiteral("pw.jpg")
+                                         : settings.WorkFile(QStringLiteral("1pw.jpg")));
     if (camera.Fault != PictureFault::None) {
         display.ShowStatus("The camera picture cannot be read");
         return false;
@@ -97,7 +94,7 @@ bool OfflineFilter::ApplyOfflineFilter(int percent) {
     display.ShowStatus("create Offline - Picture");
     if (!Blend(camera.Image, OpaquePicture(offline.Image), std::clamp(percent, 0, WholePercent)))
         return false;
-    if (!EncodeBlend(camera.Image)) {
+    if (!EncodeBlend(camera.Image, settings)) {
         display.ShowStatus("Cannot write the offline picture");
         return false;
     }
@@ -115,12 +112,11 @@ bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
     return true;
 }
 
-bool OfflineFilter::EncodeBlend(const QImage& picture) {
-    // No event is handled before the end: settings that are loaded meanwhile cannot get lost.
-    const QScopedValueRollback quality(state.JPGQuality, QString::number(OfflineQuality));
+bool OfflineFilter::EncodeBlend(const QImage& picture, PictureSettings settings) {
+    settings.JPGQuality = OfflineQuality;
     state.Picture2 = picture;
-    return SaveSurface(state.Picture2, state.WorkPath + QStringLiteral("1pw.bmp")) &&
-           pictures.EncodeJpeg();
+    return SaveSurface(state.Picture2, settings.WorkFile(QStringLiteral("1pw.bmp"))) &&
+           pictures.EncodeJpeg(settings);
 }
 
 bool OfflineFilter::SaveAsJpeg(const QImage& picture, const QString& target) {

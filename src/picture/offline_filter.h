@@ -23,15 +23,15 @@ class OfflineFilter {
                   StatusDisplay& display);
 
     // The full path of the setting Offlinefile below the program folder; empty: no such file.
-    [[nodiscard]] QString OfflinePath() const;
+    [[nodiscard]] QString OfflinePath(const PictureSettings& settings) const;
 
     // Reads the offline file; what is wrong with it, the status says.
-    [[nodiscard]] FilePicture ReadOffline();
+    [[nodiscard]] FilePicture ReadOffline(const PictureSettings& settings);
 
     // Blends `percent` of the offline file into the picture that MakePicture made last and encodes
     // the result in its place. Handles pending events all the while. Returns whether it was made;
     // the status says why not.
-    [[nodiscard]] bool ApplyOfflineFilter(int percent);
+    [[nodiscard]] bool ApplyOfflineFilter(int percent, const PictureSettings& settings);
 
     // The blend alone, in place in the camera picture; both are Format_BGR888. Returns false when
     // the program closes meanwhile.
@@ -45,7 +45,7 @@ class OfflineFilter {
     [[nodiscard]] bool Busy() const { return busy; }
 
   private:
-    [[nodiscard]] bool EncodeBlend(const QImage& picture);
+    [[nodiscard]] bool EncodeBlend(const QImage& picture, PictureSettings settings);
 
     PictureState& state;
     PicturePipeline& pictures;

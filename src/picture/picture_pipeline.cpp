@@ -1,6 +1,5 @@
 #include "picture/picture_pipeline.h"
 
-#include "base/profile_file.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/encode_jpeg.h"
 
@@ -10,78 +9,59 @@ namespace {
 
 constexpr int PreviewRate = 10;
 constexpr int MostDeleteAttempts = 1000;
-constexpr int PictureOnly = 4;
-constexpr int NoOverlay = 5;
 
-const QString General = QStringLiteral("Einstellungen");
+const QString FrameName = QStringLiteral("1pw.bmp");
 
 }  // namespace
 
 PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& captureControl,
-                                 Waiting& wait, MessageBoxes& messageBoxes)
-    : state(pictureState), capture(captureControl), waiting(wait), boxes(messageBoxes) {}
+                                 Waiting& wait, MessageBoxes& messageBoxes, StatusDisplay& display)
+    : state(pictureState),
+      capture(captureControl),
+      waiting(wait),
+      boxes(messageBoxes),
+      overlays(display, pictureState.ReadingFolders(), pictureState.Locale) {}
 
-bool PicturePipeline::MakePicture() {
+bool PicturePipeline::MakePicture(const PictureSettings& settings) {
+    const QString frame = settings.WorkFile(FrameName);
     state.Unwritten.clear();
-    if (!CaptureFrame()) return false;
-    ReadOverlaySettings();
-    if (overlays) overlays->BuildOverlayText();
+    if (!CaptureFrame(settings)) return false;
     // Without this cycle's frame the surface still holds the last picture: better none than that
     // one again under a new time.
-    if (!LoadFrame()) return false;
-    const bool withText = state.OverlayMode != PictureOnly && state.OverlayMode != NoOverlay;
-    if (overlays && withText) overlays->DrawOverlayText();
-    // The overlay may be there to cover the raw frame: that must not be published when the surface
-    // cannot be saved. Removed beforehand, it also never reaches the disk, whereas a file system
-    // that is careful with renames starts writing a replaced file at once.
-    QFile::remove(FramePath());
-    if (SaveSurface(state.Picture2, FramePath())) return EncodeJpeg();
-    state.Unwritten = FramePath();
+    if (!LoadSurface(state.Picture2, frame)) return false;
+    const bool publishable = overlays.PutOn(state.Picture2, settings, waiting.OwnClock().Now());
+    // The overlay may be there to cover the raw frame: that must not be published when there is no
+    // overlay or the surface cannot be saved. Removed beforehand, it also never reaches the disk,
+    // whereas a file system that is careful with renames starts writing a replaced file at once.
+    QFile::remove(frame);
+    if (!publishable) return false;
+    if (SaveSurface(state.Picture2, frame)) return EncodeJpeg(settings);
+    state.Unwritten = frame;
     return false;
 }
 
-bool PicturePipeline::CaptureFrame() {
+bool PicturePipeline::CaptureFrame(const PictureSettings& settings) {
+    const QString frame = settings.WorkFile(FrameName);
     const bool grabbed = capture.GrabFrame();
-    const bool saved = capture.SaveDIB(FramePath());
-    SetPreview();
-    if (grabbed && !saved) state.Unwritten = FramePath();
+    const bool saved = capture.SaveDIB(frame);
+    capture.SetPreviewRate(PreviewRate);
+    if (!state.PreviewLock) capture.SetPreview(settings.CapturePreview);
+    if (grabbed && !saved) state.Unwritten = frame;
     return state.CameraRunning && capture.Running() && grabbed && saved;
 }
 
-void PicturePipeline::SetPreview() {
-    capture.SetPreviewRate(PreviewRate);
-    if (state.PreviewLock) return;
-    const QString preview = Setting(General, QStringLiteral("Preview"));
-    capture.SetPreview(preview.isEmpty() || WholeNumber(preview) != 0);
+bool PicturePipeline::EncodeJpeg(const PictureSettings& settings) {
+    return ::EncodeJpeg(state, settings, waiting.OwnClock().Now(), boxes);
 }
 
-void PicturePipeline::ReadOverlaySettings() {
-    state.OverlayMode = WholeNumber(Setting(General, QStringLiteral("Overlay")));
-    if (state.OverlayMode < 0 || state.OverlayMode > NoOverlay) state.OverlayMode = NoOverlay;
-    state.OnlyOverlay =
-        WholeNumber(Setting(QStringLiteral("Picture"), QStringLiteral("Capture"))) != 0;
-    state.CombineOverlay = WholeNumber(Setting(General, QStringLiteral("OverKombi"))) != 0;
-    if (state.OverlayMode == PictureOnly) state.CombineOverlay = true;
-    if (state.OverlayMode == NoOverlay) state.CombineOverlay = false;
-}
-
-bool PicturePipeline::LoadFrame() {
-    if (overlays && state.CombineOverlay) return overlays->StampOverlayPicture();
-    return LoadSurface(state.Picture2, FramePath());
-}
-
-bool PicturePipeline::EncodeJpeg() {
-    return ::EncodeJpeg(state, waiting.OwnClock().Now(), boxes);
-}
-
-void PicturePipeline::SaveCamPreview() {
+void PicturePipeline::SaveCamPreview(const PictureTarget& target) {
     if (!capture.GrabFrame() || !state.CameraRunning || !capture.Running()) return;
-    (void)capture.SaveDIB(state.WorkPath + QStringLiteral("cam.bmp"));
+    (void)capture.SaveDIB(target.WorkFile(QStringLiteral("cam.bmp")));
 }
 
-void PicturePipeline::DeleteWorkingFiles() {
-    DeleteWorkingFile(state.WorkPath + QStringLiteral("1pw.jpg"));
-    DeleteWorkingFile(FramePath());
+void PicturePipeline::DeleteWorkingFiles(const PictureTarget& target) {
+    DeleteWorkingFile(target.WorkFile(QStringLiteral("1pw.jpg")));
+    DeleteWorkingFile(target.WorkFile(FrameName));
 }
 
 void PicturePipeline::DeleteWorkingFile(const QString& file) {
@@ -89,12 +69,4 @@ void PicturePipeline::DeleteWorkingFile(const QString& file) {
         QFile::remove(file);
         waiting.Yield();
     }
-}
-
-QString PicturePipeline::Setting(const QString& section, const QString& key) const {
-    return ReadSetting(state.SettingsFile, section, key);
-}
-
-QString PicturePipeline::FramePath() const {
-    return state.WorkPath + QStringLiteral("1pw.bmp");
 }

@@ -3,50 +3,44 @@
 #include "base/message_boxes.h"
 #include "base/waiting.h"
 #include "picture/capture_control.h"
-#include "picture/overlay/overlay_steps.h"
-#include "picture/overlay/picture_state.h"
+#include "picture/overlay/overlays.h"
+#include "picture/picture_settings.h"
+#include "picture/picture_state.h"
 
 // Makes the pictures: one frame of the camera becomes "1pw.jpg" in the working folder, by way of
 // the bitmap "1pw.bmp", on which the overlays are put. Keeping one cycle from starting inside
 // another is the caller's business.
 class PicturePipeline {
   public:
-    // All of them must outlive the pipeline.
+    // All of them must outlive the pipeline. The folders and the locale of `state` stay as they
+    // are.
     PicturePipeline(PictureState& state, CaptureControl& capture, Waiting& waiting,
-                    MessageBoxes& boxes);
-
-    // The steps that put overlays on the frame; none: the frame is published as it is.
-    void SetOverlaySteps(OverlaySteps* steps) { overlays = steps; }
+                    MessageBoxes& boxes, StatusDisplay& display);
 
     // Runs one cycle. Returns whether there is a new "1pw.jpg"; whatever fails, an older one stays
     // as it was.
-    bool MakePicture();
+    bool MakePicture(const PictureSettings& settings);
 
     // The file that the last cycle could not write; empty when it failed otherwise or not at all.
     [[nodiscard]] const QString& Unwritten() const { return state.Unwritten; }
 
     // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.
-    bool EncodeJpeg();
+    bool EncodeJpeg(const PictureSettings& settings);
 
     // Grabs a frame into "cam.bmp" of the working folder. Without one an older file stays.
-    void SaveCamPreview();
+    void SaveCamPreview(const PictureTarget& target);
 
     // Removes "1pw.jpg" and "1pw.bmp". Tries each up to 1000 times, pending events handled
     // between, because another program may hold them for a moment.
-    void DeleteWorkingFiles();
+    void DeleteWorkingFiles(const PictureTarget& target);
 
   private:
-    [[nodiscard]] bool CaptureFrame();
-    void SetPreview();
-    void ReadOverlaySettings();
-    [[nodiscard]] bool LoadFrame();
+    [[nodiscard]] bool CaptureFrame(const PictureSettings& settings);
     void DeleteWorkingFile(const QString& file);
-    [[nodiscard]] QString Setting(const QString& section, const QString& key) const;
-    [[nodiscard]] QString FramePath() const;
 
     PictureState& state;
     CaptureControl& capture;
     Waiting& waiting;
     MessageBoxes& boxes;
-    OverlaySteps* overlays = nullptr;
+    Overlays overlays;
 };

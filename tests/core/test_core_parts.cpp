@@ -30,14 +30,15 @@ class TestCoreParts : public QObject {
     }
 
     void IntervalIsRead() {
-        const QList<std::pair<QString, int>> texts{{"", 500},
-                                                   {"x", 60'000},
-                                                   {"1", 1},
-                                                   {"60000", 60'000},
-                                                   {"-5", 59'995},
-                                                   {"-99999999999", 1},
-                                                   {"99999999999", 23'647}};
-        for (const auto& [text, milliseconds] : texts) QCOMPARE(ReadInterval(text), milliseconds);
+        const QList<std::pair<int, int>> numbers{{0, 60'000},
+                                                 {1, 1},
+                                                 {60'000, 60'000},
+                                                 {60'001, 1},
+                                                 {-5, 59'995},
+                                                 {-60'001, 1},
+                                                 {std::numeric_limits<int>::max(), 23'647}};
+        for (const auto& [written, milliseconds] : numbers)
+            QCOMPARE(WithoutWholeMinutes(written), milliseconds);
     }
 
     void FolderIsChosen_data() {

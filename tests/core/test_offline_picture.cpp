@@ -108,7 +108,7 @@ class TestOfflinePicture : public QObject {
         const QColor blue(0, 0, 100);
         const QByteArray file = Plain(blue, format.constData());
         f.Write("Offline/OFF.any", file);
-        f.Picture.JPGQuality = "30";
+        f.State.Values.JPGQuality = 30;
         if (local) f.GoLocal();
         if (local) f.System.Online.Set(false);
         QVERIFY(f.Begin());
@@ -126,7 +126,7 @@ class TestOfflinePicture : public QObject {
         } else {
             QCOMPARE(seen, file);
         }
-        QCOMPARE(f.Picture.JPGQuality, "30");
+        QCOMPARE(f.State.Values.JPGQuality, 30);
         QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
         QCOMPARE(f.Display.Statuses.last(), "Offline");
         QCOMPARE(f.Run.Is(), RunState::Offline);

@@ -22,27 +22,25 @@ class TestEncodeJpeg : public QObject {
         folder = std::make_unique<QTemporaryDir>();
         boxes = {};
         state = {};
+        target = {};
         for (const QString& name : QStringList{"work", "site", "archive"})
             QVERIFY(QDir().mkpath(Path(name)));
-        state.WorkPath = Path("work/");
-        state.Verzeichnis = Path("site/");
-        state.ArchivePath = Path("archive/");
+        target.WorkPath = Path("work/");
+        target.Verzeichnis = Path("site/");
+        target.ArchivePath = Path("archive/");
         state.Locale = QLocale(QLocale::German, QLocale::Germany);
         QVERIFY(SaveSurface(FourQuarters(80, 60), Path("work/1pw.bmp")));
     }
 
-    void EncodesAtTheWholeQuality_data() {
-        Rows<QString, int>(
-            {{"75.9", 75}, {"  +40 %", 40}, {"0", 1}, {"best", 1}, {"4294967297", 100}});
-    }
-    void EncodesAtTheWholeQuality() {
-        const auto [text, quality] = Row<QString, int>();
+    void EncodesAtTheQuality_data() { Rows<int, int>({{75, 75}, {0, 1}, {101, 100}}); }
+    void EncodesAtTheQuality() {
+        const auto [set, quality] = Row<int, int>();
         imgdes image;
         QCOMPARE(allocimage(image, 80, 60, 24), 0);
         QCOMPARE(loadbmp(Path("work/1pw.bmp"), image), 0);
         QCOMPARE(savejpg(Path("expected.jpg"), image, quality), 0);
-        state.JPGQuality = text;
-        QVERIFY(EncodeJpeg(state, Taken, boxes));
+        target.JPGQuality = set;
+        QVERIFY(EncodeJpeg(state, target, Taken, boxes));
         QCOMPARE(ReadBytes(Path("work/1pw.jpg")), ReadBytes(Path("expected.jpg")));
     }
 
@@ -62,8 +60,8 @@ class TestEncodeJpeg : public QObject {
                                 .GreyPalette = grey,
                                 .Block = 32};
         QVERIFY(WriteBytes(Path("work/1pw.bmp"), shape.Bytes()));
-        state.JPGQuality = "95";
-        QVERIFY(EncodeJpeg(state, Taken, boxes));
+        target.JPGQuality = 95;
+        QVERIFY(EncodeJpeg(state, target, Taken, boxes));
         const DecodedJpeg decoded(Path("work/1pw.jpg"));
         QCOMPARE(decoded.Picture.size(), QSize(150, 99));
         QCOMPARE(decoded.Sampling, int{grey ? TJSAMP_GRAY : TJSAMP_420});
@@ -80,10 +78,10 @@ class TestEncodeJpeg : public QObject {
     void LocalMode() {
         const auto [deleteFirst, oldPicture] = Row<bool, bool>();
         if (oldPicture) QVERIFY(WriteBytes(Path("site/pw.jpg"), "old"));
-        state.LocalMode = true;
-        state.DeleteFirst = deleteFirst;
-        state.Archive = true;
-        QVERIFY(EncodeJpeg(state, Taken, boxes));
+        target.Server = "Local";
+        target.Delete = deleteFirst;
+        target.Archive = true;
+        QVERIFY(EncodeJpeg(state, target, Taken, boxes));
         QCOMPARE(Files("site"), QStringList{"pw.jpg"});
         QCOMPARE(Files("work"), QStringList{"1pw.jpg"});
         const QByteArray picture = ReadBytes(Path("site/pw.jpg"));
@@ -103,18 +101,18 @@ class TestEncodeJpeg : public QObject {
         row("local, a file as folder", good, true, "site/pw.jpg/", {}, false);
     }
     void FaultsKeepTheOldPicture() {
-        const auto [source, localMode, target, messages, sourceStays] =
+        const auto [source, localMode, folderName, messages, sourceStays] =
             Row<QByteArray, bool, QString, QStringList, bool>();
         QFile::remove(Path("work/1pw.bmp"));
         if (!source.isEmpty()) QVERIFY(WriteBytes(Path("work/1pw.bmp"), source));
         QVERIFY(WriteBytes(Path("work/1pw.jpg"), "old"));
         QVERIFY(WriteBytes(Path("site/pw.jpg"), "old on the site"));
-        state.LocalMode = localMode;
-        state.DeleteFirst = true;
-        state.Verzeichnis = Path(target);
-        state.Archive = true;
+        if (localMode) target.Server = "local";
+        target.Delete = true;
+        target.Verzeichnis = Path(folderName);
+        target.Archive = true;
         state.LastHeader.Width = 4711;
-        QVERIFY(!EncodeJpeg(state, Taken, boxes));
+        QVERIFY(!EncodeJpeg(state, target, Taken, boxes));
         QCOMPARE(boxes.Shown, messages);
         QCOMPARE(ReadBytes(Path("work/1pw.jpg")), QByteArray("old"));
         QCOMPARE(ReadBytes(Path("site/pw.jpg")), QByteArray("old on the site"));
@@ -129,7 +127,7 @@ class TestEncodeJpeg : public QObject {
         BitmapShape::Put(bytes, 22, 10000, 4);
         QVERIFY(WriteBytes(Path("work/1pw.bmp"), bytes));
         QVERIFY(QFile::resize(Path("work/1pw.bmp"), 62 + 10016 / 8 * 10000));
-        QVERIFY(!EncodeJpeg(state, Taken, boxes));
+        QVERIFY(!EncodeJpeg(state, target, Taken, boxes));
         QCOMPARE(boxes.Shown, QStringList{"Error encountered!: Not enough memory"});
         QImage surface;
         QVERIFY(!LoadSurface(surface, Path("work/1pw.bmp")));
@@ -152,14 +150,14 @@ class TestEncodeJpeg : public QObject {
         const auto [on, path, locale, archived] = Row<bool, QString, QLocale, QStringList>();
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(Path("site")));
-        state.Archive = on;
-        state.ArchivePath = path.isEmpty() ? path : Path(path);
+        target.Archive = on;
+        target.ArchivePath = path.isEmpty() ? path : Path(path);
         state.Locale = locale;
         QVERIFY(WriteBytes(Path("archive/14.11.2026-090506.jpg"), "the second before"));
         if (!archived.isEmpty())
             QVERIFY(WriteBytes(Path("archive/") + archived.first(), "same second"));
         QVERIFY(WriteBytes(Path("work/1pw.jpg"), "old"));
-        QVERIFY(EncodeJpeg(state, Taken, boxes));
+        QVERIFY(EncodeJpeg(state, target, Taken, boxes));
         QVERIFY(QDir::setCurrent(before));
         QVERIFY(DecodedJpeg(Path("work/1pw.jpg")).Shows(70, 10, Qt::green));
         QVERIFY(state.LastHeader.Width == 80 && state.LastHeader.BitCount == 24);
@@ -178,6 +176,7 @@ class TestEncodeJpeg : public QObject {
 
     std::unique_ptr<QTemporaryDir> folder;
     PictureState state;
+    PictureTarget target;
     AnsweringBoxes boxes;
 };
 

@@ -38,24 +38,25 @@ class TestFullDisk : public QObject {
         for (const QString& name : QStringList{"work", "site", "archive"})
             QVERIFY(dir.mkpath(name));
         PictureState state;
-        state.WorkPath = folder.filePath("work/");
-        state.Verzeichnis = folder.filePath("site/");
-        state.ArchivePath = folder.filePath("archive/");
-        state.Archive = true;
-        state.LocalMode = localMode;
-        state.DeleteFirst = deleteFirst;
+        PictureTarget target;
+        target.WorkPath = folder.filePath("work/");
+        target.Verzeichnis = folder.filePath("site/");
+        target.ArchivePath = folder.filePath("archive/");
+        target.Archive = true;
+        if (localMode) target.Server = "Local";
+        target.Delete = deleteFirst;
         AnsweringBoxes boxes;
         for (const rlim_t room : {0, 10, 1000}) {
             QVERIFY(SaveSurface(FourQuarters(400, 300), folder.filePath("work/1pw.bmp")));
             QVERIFY(WriteBytes(folder.filePath("work/1pw.jpg"), "old"));
             QVERIFY(WriteBytes(folder.filePath("site/pw.jpg"), "old"));
             const FullDisk full(room);
-            QVERIFY(!EncodeJpeg(state, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes));
+            QVERIFY(!EncodeJpeg(state, target, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes));
             QCOMPARE(ReadBytes(folder.filePath("work/1pw.jpg")), QByteArray("old"));
             QCOMPARE(ReadBytes(folder.filePath("site/pw.jpg")), QByteArray("old"));
-            QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
-            QCOMPARE(QDir(state.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
-            QVERIFY(QDir(state.ArchivePath).entryList(QDir::Files).isEmpty());
+            QCOMPARE(QDir(target.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
+            QCOMPARE(QDir(target.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
+            QVERIFY(QDir(target.ArchivePath).entryList(QDir::Files).isEmpty());
         }
     }
 };

@@ -69,13 +69,12 @@ class TestOfflineFilter : public QObject {
         QVERIFY(QDir(folder->path()).mkpath("web"));
         display = {};
         boxes = {};
-        state = {};
-        state.ProgramFolder = folder->path();
-        state.WorkPath = folder->path() + '/';
-        state.SettingsFile = Path("ftpOptions.ini");
-        state.JPGQuality = "30";
+        state = {folder->path()};
+        settings = {};
+        settings.WorkPath = folder->path() + '/';
+        settings.JPGQuality = 30;
         waiting = std::make_unique<Waiting>(clock);
-        pipeline = std::make_unique<PicturePipeline>(state, capture, *waiting, boxes);
+        pipeline = std::make_unique<PicturePipeline>(state, capture, *waiting, boxes, display);
         filter = std::make_unique<OfflineFilter>(state, *pipeline, *waiting, display);
     }
 
@@ -100,9 +99,9 @@ class TestOfflineFilter : public QObject {
     }
     void BlendsWholePictures() {
         const auto [offlineSize, percent, local] = Row<QSize, int, bool>();
-        state.LocalMode = local;
-        state.Verzeichnis = Path("web/");
-        QVERIFY(WriteBytes(state.SettingsFile, "[Einstellungen]\r\nOfflinefile=OFF.png\r\n"));
+        if (local) settings.Server = "Local";
+        settings.Verzeichnis = Path("web/");
+        settings.Offlinefile = "OFF.png";
         const QImage offline = Slope(offlineSize.width(), offlineSize.height(), 40);
         QVERIFY(offline.save(Path("Offline/off.PNG"), "PNG"));
         const QString source = local ? Path("web/pw.jpg") : Path("1pw.jpg");
@@ -110,14 +109,13 @@ class TestOfflineFilter : public QObject {
         const QImage expected =
             BlendedPicture(DecodedJpeg(source).Picture, offline, std::min(percent, 100));
 
-        QVERIFY(filter->ApplyOfflineFilter(percent));
+        QVERIFY(filter->ApplyOfflineFilter(percent, settings));
         QCOMPARE(state.Picture2.convertToFormat(QImage::Format_RGB888), expected);
         for (const QString& made :
              local ? QStringList{source, Path("1pw.jpg")} : QStringList{source}) {
             QCOMPARE(Quantisation(made), 6);
             QVERIFY(DecodedJpeg(made).Shows(20, 3, expected.pixelColor(20, 3), 25));
         }
-        QCOMPARE(state.JPGQuality, "30");
         QVERIFY(!QFile::exists(Path("1pw.bmp")));
         QCOMPARE(display.Statuses.count("processing Offline-Picture"), 5);
         display.Statuses.removeAll("processing Offline-Picture");
@@ -143,10 +141,9 @@ class TestOfflineFilter : public QObject {
         if (fault == "camera") QVERIFY(WriteBytes(Path("1pw.jpg"), before.chopped(40)));
         // A folder in the way of the bitmap.
         if (fault == "target") QVERIFY(QDir().mkpath(Path("1pw.bmp/x")));
-        QVERIFY(!filter->ApplyOfflineFilter(50));
+        QVERIFY(!filter->ApplyOfflineFilter(50, settings));
         QCOMPARE(display.Statuses.last(), status);
         QVERIFY(before.startsWith(ReadBytes(Path("1pw.jpg"))));
-        QCOMPARE(state.JPGQuality, "30");
         QVERIFY(!filter->Busy());
     }
 
@@ -155,16 +152,10 @@ class TestOfflineFilter : public QObject {
         QVERIFY(Slope(200, 20, 99).save(Path("1pw.jpg"), "JPG"));
         int events = 0;
         QTimer often;
-        connect(&often, &QTimer::timeout, this, [&] {
-            ++events;
-            // What the operator sets meanwhile stays.
-            state.JPGQuality = "44";
-        });
+        connect(&often, &QTimer::timeout, this, [&] { ++events; });
         often.start(0);
-        QVERIFY(filter->ApplyOfflineFilter(50));
+        QVERIFY(filter->ApplyOfflineFilter(50, settings));
         QVERIFY2(events >= 20, qPrintable(QString::number(events)));
-        QCOMPARE(Quantisation(Path("1pw.jpg")), 6);
-        QCOMPARE(state.JPGQuality, "44");
     }
 
   private:
@@ -176,6 +167,7 @@ class TestOfflineFilter : public QObject {
     RecordingDisplay display;
     NoCapture capture;
     PictureState state;
+    PictureSettings settings;
     std::unique_ptr<Waiting> waiting;
     std::unique_ptr<PicturePipeline> pipeline;
     std::unique_ptr<OfflineFilter> filter;

@@ -1,11 +1,8 @@
-#include "picture/bitmap_bytes.h"
-#include "picture/overlay/date_time_form.h"
 #include "picture/overlay/text_overlay.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 
-#include <QTemporaryDir>
-#include <QTest>
+#include <QRegularExpression>
 
 namespace {
 
@@ -16,8 +13,9 @@ SpecialText Text(const char* lines, int picturesPerRow = 0) {
     SpecialText text;
     const QStringList words = QString::fromUtf8(lines).split('|');
     std::copy(words.begin(), words.end(), text.Lin.begin());
-    text.InRows = picturesPerRow > 0;
-    text.PicturesPerRow = picturesPerRow;
+    text.TextInRows = picturesPerRow > 0;
+    text.TextRowsAlone = true;
+    text.TextPic = picturesPerRow;
     return text;
 }
 
@@ -30,17 +28,6 @@ QString RowsShown(const SpecialText& text, RowTurns& turns, int pictures) {
     return shown.join(' ');
 }
 
-struct Bench {
-    Bench() {
-        State.SettingsFile = Folder.filePath("ftpOptions.ini");
-        State.Locale = QLocale("de_DE");
-    }
-    QTemporaryDir Folder;
-    PictureState State;
-    RecordingDisplay Display;
-    TextOverlay Overlay{State, Display};
-};
-
 }  // namespace
 
 class TestOverlayText : public QObject {
@@ -48,8 +35,8 @@ class TestOverlayText : public QObject {
 
   private slots:
     void FormatsDate_data() {
-        // locale and index; nothing: no such form
-        Rows<QString, QString>({{"de_DE ", "14.11.2026"},
+        // locale and index
+        Rows<QString, QString>({{"de_DE 0", "14.11.2026"},
                                 {"de_DE 1", "14.11.2026"},
                                 {"de_DE 2", "Samstag, 14. November 2026"},
                                 {"de_DE 3", "Sa, 14. November 2026"},
@@ -57,21 +44,17 @@ class TestOverlayText : public QObject {
                                 {"en_US 0", "11/14/2026"},
                                 {"en_US 1", "14.11.2026"},
                                 {"en_US 2", "Saturday, November 14, 2026"},
-                                {"fr_FR 4", "sam., 14. nov. 2026"},
-                                {"de_DE 5", ""},
-                                {"de_DE -1", ""},
-                                {"de_DE 01", ""}});
+                                {"fr_FR 4", "sam., 14. nov. 2026"}});
     }
     void FormatsDate() {
         const auto [form, expected] = Row<QString, QString>();
         const QLocale locale(form.section(' ', 0, 0));
-        const auto text = FormatDate(form.section(' ', 1), Evening.date(), locale);
-        QCOMPARE(text.value_or(QString()), expected);
+        const DateForm index{form.section(' ', 1).toInt()};
+        QCOMPARE(FormatDate(index, Evening.date(), locale), expected);
     }
 
     void FormatsTime_data() {
-        Rows<QString, QString>({{"de_DE  21:40:15", "21:40:15"},
-                                {"de_DE 0 09:15:00", "09:15:00"},
+        Rows<QString, QString>({{"de_DE 0 09:15:00", "09:15:00"},
                                 {"de_DE 1 21:40:15", "21:40"},
                                 {"de_DE 2 21:40:15", "PM 21:40:15"},
                                 {"de_DE 3 00:00:00", "AM 00:00"},
@@ -79,16 +62,14 @@ class TestOverlayText : public QObject {
                                 {"de_DE 3 12:00:00", "PM 12:00"},
                                 {"en_US 0 21:40:15", "9:40:15 PM"},
                                 {"en_US 3 21:40:15", "PM 21:40"},
-                                {"fr_CA 0 21:40:15", "21 h 40 min 15 s"},
-                                {"de_DE 4 21:40:15", ""},
-                                {"de_DE x 21:40:15", ""}});
+                                {"fr_CA 0 21:40:15", "21 h 40 min 15 s"}});
     }
     void FormatsTime() {
         const auto [form, expected] = Row<QString, QString>();
         const QTime time = QTime::fromString(form.section(' ', 2), "HH:mm:ss");
         const QLocale locale(form.section(' ', 0, 0));
-        const auto text = FormatTime(form.section(' ', 1, 1), time, locale);
-        QCOMPARE(text.value_or(QString()), expected);
+        const TimeForm index{form.section(' ', 1, 1).toInt()};
+        QCOMPARE(FormatTime(index, time, locale), expected);
     }
 
     void SuitsEveryLocale() {
@@ -96,10 +77,11 @@ class TestOverlayText : public QObject {
             QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
         QVERIFY(all.size() > 100);
         for (const QLocale& locale : all) {
-            const QString date = *FormatDate("0", Evening.date(), locale);
+            const QString date = FormatDate(DateForm::System, Evening.date(), locale);
             QVERIFY2(date.contains(locale.toString(Evening.date(), "yyyy")), qPrintable(date));
-            const QString time = *FormatTime("0", Evening.time(), locale);
-            QVERIFY2(time != FormatTime("0", Evening.time().addSecs(1), locale), qPrintable(time));
+            const QString time = FormatTime(TimeForm::System, Evening.time(), locale);
+            QVERIFY2(time != FormatTime(TimeForm::System, Evening.time().addSecs(1), locale),
+                     qPrintable(time));
             QVERIFY2(!time.contains(QRegularExpression("UTC|GMT|[()\\[\\]]|[\\s,]$")),
                      qPrintable(locale.name() + ' ' + time));
         }
@@ -150,79 +132,60 @@ class TestOverlayText : public QObject {
     }
 
     void FollowsTheMode_data() {
-        const Rows<int, bool, bool, QString> row;  // of two pictures, / between
-        row("date", 0, false, false, " D / D ");
-        row("date, time, text", 2, false, false, " D, T  A|B / D, T  A|B ");
-        row("date, time, row", 2, true, true, " D, T  A / D, T  B ");
-        row("special text", 3, false, false, "A|B||||||/A|B||||||");
-        row("first row is for rows only", 3, false, true, "A|B||||||/A|B||||||");
-        row("rows", 3, true, false, "A/B");
-        row("rows below the date", 3, true, true, "D, T|A/D, T|B");
-        row("picture only", 4, false, false, "/");
-        row("no overlay", 5, true, true, "/");
+        const Rows<OverlayMode, bool, bool, QString> row;  // of two pictures, / between
+        using enum OverlayMode;
+        row("date", Date, false, true, " 14.11.2026 / 14.11.2026 ");
+        row("time", Time, false, true, " 21:40:15 / 21:40:15 ");
+        row("date, time, text", DateTimeText, false, true, " D, T  A|B / D, T  A|B ");
+        row("date, time, row", DateTimeText, true, false, " D, T  A / D, T  B ");
+        row("special text", SpecialText, false, true, "A|B||||||/A|B||||||");
+        row("first row is for rows only", SpecialText, false, false, "A|B||||||/A|B||||||");
+        row("rows", SpecialText, true, true, "A/B");
+        row("rows below the date", SpecialText, true, false, "D, T|A/D, T|B");
+        row("picture only", PictureOnly, false, true, "/");
+        row("no overlay", None, true, false, "/");
     }
     void FollowsTheMode() {
-        auto [mode, inRows, dateFirst, expected] = Row<int, bool, bool, QString>();
-        SpecialText text = Text("A|B", 1);
-        text.InRows = inRows;
-        text.DateInFirstRow = dateFirst;
-        RowTurns turns;
-        const QString first = TextOfMode(mode, "D", "T", text, turns);
-        const QString second = TextOfMode(mode, "D", "T", text, turns);
-        QCOMPARE(first + '/' + second, expected.replace("|", "\r\n"));
+        auto [mode, inRows, alone, expected] = Row<OverlayMode, bool, bool, QString>();
+        RecordingDisplay display;
+        TextOverlay overlay(display, QLocale("de_DE"));
+        OverlaySettings settings;
+        static_cast<::SpecialText&>(settings) = Text("A|B", 1);
+        settings.Overlay = mode;
+        settings.TextInRows = inRows;
+        settings.TextRowsAlone = alone;
+        overlay.BuildOverlayText(settings, Evening);
+        const QString first = overlay.OverlayText;
+        overlay.BuildOverlayText(settings, Evening);
+        expected.replace("|", "\r\n").replace("D, T", "14.11.2026, 21:40:15");
+        QCOMPARE(first + '/' + overlay.OverlayText, expected);
         // Without a row there is no empty line either.
-        if (inRows && dateFirst && mode == 3)
-            QCOMPARE(TextOfMode(mode, "D", "T", SpecialText{{}, true, true, 1}, turns), "D, T");
-    }
-
-    void ReadsTheSettingsForEachPicture() {
-        Bench bench;
-        PictureState& state = bench.State;
-        TextOverlay& overlay = bench.Overlay;
-        overlay.BuildOverlayText(0, Evening);
-        QCOMPARE(state.OverlayText, " 14.11.2026 ");
-
-        QVERIFY(
-            WriteBytes(state.SettingsFile,
-                       "[Einstellungen]\r\nDate=4\r\nTime=3\r\n[Text]\r\nEffect=Zeile\r\nUB=1\r\n"
-                       "Pic=1\r\nLin0=Pier\r\nLin1=Date\r\nLin7=Ende\r\n"));
-        overlay.BuildOverlayText(3, Evening);
-        QCOMPARE(state.OverlayText, "Pier");
-        QCOMPARE(state.DateText, "Sa, 14. Nov. 2026");
-        overlay.BuildOverlayText(2, Evening.addSecs(60));
-        QCOMPARE(state.OverlayText, " Sa, 14. Nov. 2026, PM 21:41  Date ");
-        overlay.BuildOverlayText(3, Evening);
-        QCOMPARE(state.OverlayText, "Ende");
-
-        // Any other number has the date first; the effect is one word in one spelling.
-        QVERIFY(WriteBytes(state.SettingsFile, "[Text]\nEffect=Zeile\nUB=2\nPic=-4\nLin1=Pier\n"));
-        overlay.BuildOverlayText(3, Evening);
-        QCOMPARE(state.OverlayText, "14.11.2026, 21:40:15\r\nPier");
-        QVERIFY(WriteBytes(state.SettingsFile, "[Text]\nEffect=zeile\nLin7=Ende\n"));
-        overlay.BuildOverlayText(3, Evening);
-        QCOMPARE(state.OverlayText, QString("\r\n").repeated(7) + "Ende");
-        QVERIFY(bench.Display.Statuses.isEmpty());
+        settings.Lin = {};
+        overlay.BuildOverlayText(settings, Evening);
+        if (inRows && !alone && mode == OverlayMode::SpecialText)
+            QCOMPARE(overlay.OverlayText, "14.11.2026, 21:40:15");
+        QVERIFY(display.Statuses.isEmpty());
     }
 
     void KeepsTheFormThatIsNotThere() {
-        Bench bench;
-        PictureState& state = bench.State;
-        TextOverlay& overlay = bench.Overlay;
-        const auto build = [&](const QByteArray& settings, const QDateTime& now) {
-            const bool written = WriteBytes(state.SettingsFile, "[Einstellungen]\n" + settings);
-            overlay.BuildDateTime(now);
-            return written ? state.DateText + ' ' + state.TimeText : QString();
+        RecordingDisplay display;
+        TextOverlay overlay(display, QLocale("de_DE"));
+        const auto built = [&](DateForm date, bool dateFault, const QDateTime& now) {
+            OverlaySettings settings;
+            settings.Date = date;
+            settings.Time = TimeForm::Minutes;
+            if (dateFault) settings.Faults.insert("Date", "there is no date format 7");
+            overlay.BuildDateTime(settings, now);
+            return overlay.DateText + ' ' + overlay.TimeText;
         };
-        QCOMPARE(build("Date=7\nTime=9", Evening), "14.11.2026 21:40:15");
-        QCOMPARE(bench.Display.Statuses, QStringList({"Overlay text: there is no date format 7",
-                                                      "Overlay text: there is no time format 9"}));
-        QCOMPARE(build("Date=3\nTime=1", Evening), "Sa, 14. November 2026 21:40");
+        const QString told = "Overlay text: there is no date format 7";
+        QCOMPARE(built(DateForm::System, true, Evening), "14.11.2026 21:40");
+        QCOMPARE(built(DateForm::NamedMonth, false, Evening), "Sa, 14. November 2026 21:40");
+        QCOMPARE(display.Statuses, QStringList{told});
         // The form stays, the time goes on, and the fault that came back is told again, once.
-        bench.Display.Statuses.clear();
-        QCOMPARE(build("Date=7\nTime=1", Evening.addDays(1)), "So, 15. November 2026 21:40");
-        QCOMPARE(build("Date=7\nTime=9", Evening.addSecs(60)), "Sa, 14. November 2026 21:41");
-        QCOMPARE(bench.Display.Statuses, QStringList({"Overlay text: there is no date format 7",
-                                                      "Overlay text: there is no time format 9"}));
+        QCOMPARE(built(DateForm::System, true, Evening.addDays(1)), "So, 15. November 2026 21:40");
+        QCOMPARE(built(DateForm::System, true, Evening.addSecs(60)), "Sa, 14. November 2026 21:41");
+        QCOMPARE(display.Statuses, QStringList({told, told}));
     }
 };
 

@@ -83,31 +83,26 @@ class TestPictureOverlay : public QObject {
         folder = std::make_unique<QTemporaryDir>();
         QVERIFY(QDir(folder->path()).mkpath("overlay/sub"));
         display = {};
-        state = {};
-        state.ProgramFolder = folder->path();
-        state.WorkPath = folder->path() + '/';
-        state.SettingsFile = folder->filePath("ftpOptions.ini");
-        overlay = std::make_unique<PictureOverlay>(state, display);
+        settings = {};
+        overlay = std::make_unique<PictureOverlay>(display, QStringList{folder->path()});
     }
 
     void FindsThePlace_data() {
-        const Rows<int, QSize, QPoint> row;
-
-        // On a frame of 640x480.
-        row("up right", 0, {200, 80}, {440, 0});
-        row("up left", 1, {200, 80}, {0, 0});
-        row("up middle", 2, {200, 80}, {220, 0});
-        row("down right", 3, {200, 80}, {440, 400});
-        row("down left", 4, {200, 80}, {0, 400});
-        row("down middle", 5, {200, 80}, {220, 400});
-        row("center", 6, {200, 80}, {220, 200});
-        row("0.5 and 1.5", 6, {639, 477}, {0, 2});
-        row("-0.5 and -1.5", 6, {641, 483}, {0, -2});
-        row("larger, down right", 3, {700, 500}, {-60, -20});
-        row("unknown", 7, {200, 80}, {440, 0});
+        const Rows<OverlayPlace, QSize, QPoint> row;
+        using enum OverlayPlace;  // on a frame of 640x480
+        row("up right", UpRight, {200, 80}, {440, 0});
+        row("up left", UpLeft, {200, 80}, {0, 0});
+        row("up middle", UpMiddle, {200, 80}, {220, 0});
+        row("down right", DownRight, {200, 80}, {440, 400});
+        row("down left", DownLeft, {200, 80}, {0, 400});
+        row("down middle", DownMiddle, {200, 80}, {220, 400});
+        row("center", Center, {200, 80}, {220, 200});
+        row("0.5 and 1.5", Center, {639, 477}, {0, 2});
+        row("-0.5 and -1.5", Center, {641, 483}, {0, -2});
+        row("larger, down right", DownRight, {700, 500}, {-60, -20});
     }
     void FindsThePlace() {
-        const auto [position, size, place] = Row<int, QSize, QPoint>();
+        const auto [position, size, place] = Row<OverlayPlace, QSize, QPoint>();
         QCOMPARE(OverlayPosition(position, {640, 480}, size), place);
     }
 
@@ -143,6 +138,13 @@ class TestPictureOverlay : public QObject {
         const QImage speckled = Speckled({13, 9}, 3);
         row("PNG", Saved(speckled, "PNG"), speckled);
         const QImage large = Speckled({90, 70}, 3);
+        QImage glass(2, 1, QImage::Format_ARGB32);
+        glass.setPixel(0, 0, qRgba(255, 255, 255, 0));
+        glass.setPixel(1, 0, qRgba(255, 0, 100, 85));
+        QImage mixed(2, 1, QImage::Format_BGR888);
+        mixed.setPixel(0, 0, FourQuarters(40, 30).pixel(19, 14));
+        mixed.setPixel(1, 0, qRgb(85, 170, 33));
+        row("half transparent, over red and green", Saved(glass, "PNG"), mixed);
         row("larger than the frame", Saved(large, "PNG"), large);
         QImage two(2, 1, QImage::Format_BGR888);
         two.setPixel(0, 0, red);
@@ -156,31 +158,30 @@ class TestPictureOverlay : public QObject {
         const auto [bytes, picture] = Row<QByteArray, QImage>();
         // The name tells nothing about the kind.
         QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
-        QVERIFY(WriteSettings("PositionBild=6"));
+        settings.PositionBild = OverlayPlace::Center;
         QVERIFY(Stamp());
-        const QPoint at = OverlayPosition(6, frame.size(), picture.size());
-        QCOMPARE(state.Picture2,
-                 ByMask(frame, at, picture.size(), picture, {}, picture.pixel(0, 0)));
+        const QPoint at = OverlayPosition(OverlayPlace::Center, frame.size(), picture.size());
+        QCOMPARE(picture2, ByMask(frame, at, picture.size(), picture, {}, picture.pixel(0, 0)));
         QCOMPARE(display.Statuses, QStringList());
     }
 
     void FindsTheFile_data() {
-        const Rows<QByteArray, bool> row;
-        row("other case", QByteArray("LOGO.PNG"), true);
-        row("folder, backslash", QByteArray("Sub\\logo.png"), true);
-        row("outside", QByteArray("../secret.png"), false);
-        row("outside, backslash", QByteArray("sub\\..\\..\\secret.png"), false);
-        row("a folder", QByteArray("sub"), false);
-        row("nobody", QByteArray("nobody.png"), false);
+        const Rows<QString, bool> row;
+        row("other case", "LOGO.PNG", true);
+        row("folder, backslash", "Sub\\logo.png", true);
+        row("outside", "../secret.png", false);
+        row("outside, backslash", "sub\\..\\..\\secret.png", false);
+        row("a folder", "sub", false);
+        row("nobody", "nobody.png", false);
     }
     void FindsTheFile() {
-        const auto [name, found] = Row<QByteArray, bool>();
+        const auto [name, found] = Row<QString, bool>();
         const QByteArray white = Saved(FourQuarters(4, 4).mirrored(true, true), "PNG");
         for (const char* const path : {"overlay/Logo.png", "overlay/sub/Logo.png", "secret.png"})
             QVERIFY(WriteBytes(folder->filePath(QLatin1String(path)), white));
-        QVERIFY(WriteSettings("Overlayfile=" + name));
+        settings.Overlayfile = name;
         QVERIFY(Stamp());
-        QCOMPARE(state.Picture2 != frame, found);
+        QCOMPARE(picture2 != frame, found);
         QCOMPARE(display.Statuses.isEmpty(), found);
     }
 
@@ -202,15 +203,11 @@ class TestPictureOverlay : public QObject {
         const auto [bytes, status] = Row<QByteArray, QString>();
         if (!bytes.isNull()) QVERIFY(WriteBytes(Overlay("Overlay.bmp"), bytes));
         QVERIFY(Stamp());
-        QCOMPARE(state.Picture2, frame);
+        QCOMPARE(picture2, frame);
         QCOMPARE(display.Statuses, QStringList{status});
-        // Where the frame must not be seen, there is no picture, nor a bitmap that could become
-        // one.
-        state.OnlyOverlay = true;
-        state.Picture2 = {};
+        // Where the frame must not be seen, there is no picture.
+        settings.PictureCapture = true;
         QVERIFY(!Stamp());
-        QVERIFY(state.Picture2.isNull());
-        QVERIFY(!QFile::exists(folder->filePath("1pw.bmp")));
     }
 
     void HalfAndDamagedFiles_data() {
@@ -263,19 +260,19 @@ class TestPictureOverlay : public QObject {
     }
 
     void GoesThroughTheList_data() {
-        const Rows<QByteArray, QString, int> row;  // the entry of each picture, '-': none
-        row("every second picture", "UB=2\r\n0Pic=0\r\n1Pic=1\r\n2Pic=2", "001122001122", 0);
-        row("every picture", "UB=1\r\n0Pic=0\r\n1Pic=1", "010101", 0);
-        row("never", "UB=0\r\n0Pic=0\r\n1Pic=1", "0000", 0);
-        row("interval below nothing", "UB=-4\r\n0Pic=0\r\n1Pic=1", "0000", 0);
-        row("a broken and a missing one", "UB=1\r\n0Pic=0\r\n1Pic=bad\r\n2Pic=no\r\n3Pic=2",
-            "0--20--20--2", 2);
-        row("empty", "UB=1", "----", 1);
-        row("a gap ends it", "UB=1\r\n0Pic=0\r\n2Pic=2", "000", 0);
+        const Rows<QString, int, QString, int> row;  // the entry of each picture, '-': none
+        row("every second picture", "0 1 2", 2, "001122001122", 0);
+        row("every picture", "0 1", 1, "010101", 0);
+        row("never", "0 1", 0, "0000", 0);
+        row("a broken and a missing one", "0 bad no 2", 1, "0--20--20--2", 2);
+        row("empty", "", 1, "----", 1);
     }
     void GoesThroughTheList() {
-        const auto [list, shown, faults] = Row<QByteArray, QString, int>();
-        QVERIFY(WriteSettings("PictureEff=true\r\nPositionBild=1", list));
+        const auto [list, interval, shown, faults] = Row<QString, int, QString, int>();
+        settings.PictureEff = true;
+        settings.PositionBild = OverlayPlace::UpLeft;
+        settings.PictureList = list.split(' ', Qt::SkipEmptyParts);
+        settings.PictureUB = interval;
         for (int i = 0; i < 3; ++i) {
             QImage entry = FourQuarters(4, 4);
             entry.setPixel(3, 3, qRgb(10, 20, i));
@@ -285,7 +282,7 @@ class TestPictureOverlay : public QObject {
         QString seen;
         for (qsizetype i = 0; i < shown.size(); ++i) {
             QVERIFY(Stamp());
-            const QRgb pixel = state.Picture2.pixel(3, 3);
+            const QRgb pixel = picture2.pixel(3, 3);
             seen += qGreen(pixel) == 20 ? QChar(u'0' + qBlue(pixel)) : QChar(u'-');
         }
         QCOMPARE(seen, shown);
@@ -297,16 +294,16 @@ class TestPictureOverlay : public QObject {
         half.fill(qRgba(200, 0, 0, 255));
         half.setPixel(0, 0, qRgba(0, 0, 0, 0));
         QVERIFY(WriteBytes(Overlay("Overlay.bmp"), Saved(half, "PNG")));
-        state.OnlyOverlay = true;
+        settings.PictureCapture = true;
         QVERIFY(Stamp());
-        QCOMPARE(state.Picture2.format(), QImage::Format_BGR888);
-        QCOMPARE(state.Picture2.size(), QSize(6, 4));
-        QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
-        QCOMPARE(state.Picture2.pixel(0, 0), qRgb(255, 255, 255));
+        QCOMPARE(picture2.format(), QImage::Format_BGR888);
+        QCOMPARE(picture2.size(), QSize(6, 4));
+        QCOMPARE(picture2.pixel(5, 3), qRgb(200, 0, 0));
+        QCOMPARE(picture2.pixel(0, 0), qRgb(255, 255, 255));
         // The text that is drawn on it does not stay for the next picture.
-        state.Picture2.fill(Qt::black);
+        picture2.fill(Qt::black);
         QVERIFY(Stamp());
-        QCOMPARE(state.Picture2.pixel(5, 3), qRgb(200, 0, 0));
+        QCOMPARE(picture2.pixel(5, 3), qRgb(200, 0, 0));
         QVERIFY(QFile::remove(Overlay("Overlay.bmp")));
         QVERIFY(!Stamp());
         QCOMPARE(display.Statuses, QStringList({"Overlay file not found !",
@@ -324,9 +321,9 @@ class TestPictureOverlay : public QObject {
             QVERIFY(file.open(QIODevice::ReadWrite));
             QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
         };
-        QVERIFY(WriteSettings("PositionBild=1"));
+        settings.PositionBild = OverlayPlace::UpLeft;
         const QDateTime old = QDateTime::currentDateTime().addDays(-1);
-        const auto stamped = [this] { return Stamp() ? state.Picture2.pixel(7, 7) : 0; };
+        const auto stamped = [this] { return Stamp() ? picture2.pixel(7, 7) : 0; };
         write(qRgb(1, 1, 1), old);
         QCOMPARE(stamped(), qRgb(1, 1, 1));
         write(qRgb(2, 2, 2), old);
@@ -342,22 +339,20 @@ class TestPictureOverlay : public QObject {
     }
 
   private:
-    [[nodiscard]] bool WriteSettings(const QByteArray& general, const QByteArray& picture = {}) {
-        return WriteBytes(state.SettingsFile,
-                          "[Einstellungen]\r\n" + general + "\r\n[Picture]\r\n" + picture + "\r\n");
-    }
     [[nodiscard]] QString Overlay(const QString& name) const {
         return folder->filePath("overlay/" + name);
     }
-    // One cycle up to the stamping, with a new frame.
+    // On a new frame.
     [[nodiscard]] bool Stamp() {
-        return SaveSurface(frame, folder->filePath("1pw.bmp")) && overlay->StampOverlayPicture();
+        picture2 = frame;
+        return overlay->StampOverlayPicture(picture2, settings);
     }
 
     const QImage frame = FourQuarters(40, 30);
     std::unique_ptr<QTemporaryDir> folder;
     RecordingDisplay display;
-    PictureState state;
+    OverlaySettings settings;
+    QImage picture2;
     std::unique_ptr<PictureOverlay> overlay;
 };
 

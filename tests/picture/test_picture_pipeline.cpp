@@ -3,6 +3,7 @@
 #include "picture/picture_pipeline.h"
 #include "support/answering_boxes.h"
 #include "support/data_rows.h"
+#include "support/recording_display.h"
 #include "support/test_clock.h"
 
 #include <QDir>
@@ -39,32 +40,6 @@ class ScriptedCapture : public CaptureControl {
     QStringList& log;
 };
 
-class ScriptedOverlays : public OverlaySteps {
-  public:
-    ScriptedOverlays(PictureState& pictureState, QStringList& calls)
-        : state(pictureState), log(calls) {}
-
-    bool Stamps = true;
-    bool LosesTheSurface = false;
-
-    void BuildOverlayText() override { log << "build " + QString::number(state.OverlayMode); }
-    bool StampOverlayPicture() override {
-        log << (state.OnlyOverlay ? u"stamp alone"_qs : u"stamp"_qs);
-        return Stamps && LoadSurface(state.Picture2, state.WorkPath + "1pw.bmp");
-    }
-    void DrawOverlayText() override {
-        log << "text";
-        // Over the white quarter.
-        for (int y = 40; y < 60; ++y)
-            for (int x = 60; x < 80; ++x) state.Picture2.setPixelColor(x, y, Qt::black);
-        if (LosesTheSurface) state.Picture2 = {};
-    }
-
-  private:
-    PictureState& state;
-    QStringList& log;
-};
-
 }  // namespace
 
 class TestPicturePipeline : public QObject {
@@ -75,24 +50,22 @@ class TestPicturePipeline : public QObject {
         folder = std::make_unique<QTemporaryDir>();
         boxes = {};
         calls.clear();
-        state = {};
-        state.WorkPath = folder->path() + '/';
-        state.SettingsFile = Path("ftpOptions.ini");
+        state = {folder->path()};
+        state.Locale = QLocale(QLocale::German, QLocale::Germany);
         state.CameraRunning = true;
+        settings = {};
+        settings.WorkPath = folder->path() + '/';
+        settings.Overlay = OverlayMode::None;
         capture = std::make_unique<ScriptedCapture>(calls);
-        overlays = std::make_unique<ScriptedOverlays>(state, calls);
-        pipeline = std::make_unique<PicturePipeline>(state, *capture, waiting, boxes);
-        pipeline->SetOverlaySteps(overlays.get());
+        pipeline = std::make_unique<PicturePipeline>(state, *capture, waiting, boxes, display);
     }
 
     void PublishesTheFrame() {
         clock.SetNow(QDateTime(QDate(2026, 11, 14), QTime(9, 30, 15)));
-        state.Archive = true;
-        state.ArchivePath = state.WorkPath;
-        state.Locale = QLocale(QLocale::German, QLocale::Germany);
-        pipeline->SetOverlaySteps(nullptr);
-        QVERIFY(WriteSettings("Overlay=4\r\nOverKombi=1"));
-        QVERIFY(pipeline->MakePicture());
+        settings.Archive = true;
+        settings.ArchivePath = settings.WorkPath;
+        settings.OverKombi = true;  // means nothing without a text
+        QVERIFY(pipeline->MakePicture(settings));
         QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10", "preview on"}));
         const DecodedJpeg picture(Path("1pw.jpg"));
         QVERIFY(picture.Shows(10, 10, Qt::red) && picture.Shows(70, 10, Qt::green));
@@ -102,7 +75,7 @@ class TestPicturePipeline : public QObject {
 
         // The next frame, of another size, takes its place.
         capture->Frame = FourQuarters(64, 48).mirrored();
-        QVERIFY(pipeline->MakePicture());
+        QVERIFY(pipeline->MakePicture(settings));
         const DecodedJpeg next(Path("1pw.jpg"));
         QCOMPARE(next.Picture.size(), QSize(64, 48));
         QVERIFY(next.Shows(10, 10, Qt::blue));
@@ -110,41 +83,47 @@ class TestPicturePipeline : public QObject {
     }
 
     void FollowsTheOverlayMode_data() {
-        const Rows<QByteArray, QByteArray, int, QStringList> row;
-        row("nothing set is mode 0", "", "", 0, {"text"});
-        row("text alone", "Overlay=3\r\nOverKombi=0", "", 3, {"text"});
-        row("any number combines", "Overlay=1\r\nOverKombi=-7", "", 1, {"stamp", "text"});
-        row("picture only", "Overlay=4\r\nOverKombi=0", "", 4, {"stamp"});
-        row("picture only, combined", "Overlay=4\r\nOverKombi=1", "", 4, {"stamp"});
-        row("no overlay, combined", "Overlay=5\r\nOverKombi=1", "", 5, {});
-        row("beyond the modes", "Overlay=6\r\nOverKombi=1", "", 5, {});
-        row("below the modes", "Overlay=-1\r\nOverKombi=1", "", 5, {});
-        row("overlay instead of the frame", "Overlay=4", "Capture=1", 4, {"stamp alone"});
+        // Whether the overlay picture is stamped, whether text is written over it.
+        const Rows<OverlayMode, bool, bool, bool> row;
+        row("text alone", OverlayMode::Time, false, false, true);
+        row("text combined", OverlayMode::Date, true, true, true);
+        row("picture only", OverlayMode::PictureOnly, false, true, false);
+        row("no overlay", OverlayMode::None, false, false, false);
+        row("no overlay, combined", OverlayMode::None, true, false, false);
     }
     void FollowsTheOverlayMode() {
-        const auto [general, section, mode, steps] =
-            Row<QByteArray, QByteArray, int, QStringList>();
-        QVERIFY(WriteSettings(general, section));
-        QVERIFY(pipeline->MakePicture());
-        QCOMPARE(calls.mid(4), QStringList("build " + QString::number(mode)) + steps);
+        const auto [mode, combined, stamped, written] = Row<OverlayMode, bool, bool, bool>();
+        QVERIFY(QDir().mkpath(Path("overlay")));
+        QImage logo(60, 30, QImage::Format_BGR888);
+        logo.fill(Qt::blue);
+        logo.setPixelColor(0, 0, Qt::white);
+        QVERIFY(SaveSurface(logo, Path("overlay/Overlay.bmp")));
+        settings.Overlay = mode;
+        settings.OverKombi = combined;
+        settings.PositionBild = OverlayPlace::DownRight;
+        settings.Position = OverlayPlace::DownRight;
+        settings.BackColor = Qt::black;
+        settings.Size = 9;
+        capture->Frame = FourQuarters(200, 150);
+        QVERIFY(pipeline->MakePicture(settings));
         const DecodedJpeg picture(Path("1pw.jpg"));
         QVERIFY(picture.Shows(10, 10, Qt::red));
-        QVERIFY(picture.Shows(72, 52, steps.contains("text") ? Qt::black : Qt::white));
+        QVERIFY(picture.Shows(150, 125, stamped ? Qt::blue : Qt::white));
+        QVERIFY(picture.Shows(198, 148, written ? Qt::black : stamped ? Qt::blue : Qt::white, 60));
     }
 
     void SwitchesThePreview_data() {
-        const Rows<QByteArray, bool, QStringList> row;
-        row("no key", QByteArray(), false, QStringList{"preview on"});
-        row("0", QByteArray("Preview=0"), false, QStringList{"preview off"});
-        row("-1", QByteArray("Preview=-1"), false, QStringList{"preview on"});
-        row("locked", QByteArray("Preview=0"), true, QStringList());
+        const Rows<bool, bool, QStringList> row;
+        row("on", true, false, {"preview on"});
+        row("off", false, false, {"preview off"});
+        row("locked", false, true, {});
     }
     void SwitchesThePreview() {
-        const auto [general, lock, preview] = Row<QByteArray, bool, QStringList>();
-        QVERIFY(WriteSettings(general + "\r\nOverlay=5"));
+        const auto [on, lock, preview] = Row<bool, bool, QStringList>();
+        settings.CapturePreview = on;
         state.PreviewLock = lock;
         capture->Grabs = false;  // the preview is set even then
-        QVERIFY(!pipeline->MakePicture());
+        QVERIFY(!pipeline->MakePicture(settings));
         QCOMPARE(calls, QStringList({"grab", "save 1pw.bmp", "rate 10"}) + preview);
     }
 
@@ -154,14 +133,14 @@ class TestPicturePipeline : public QObject {
                        {"camera off"},
                        {"control off"},
                        {"damaged frame"},
-                       {"stamp"},
-                       {"surface lost"}});
+                       {"no overlay to send alone"}});
     }
     void FaultsMakeNoPicture() {
         const auto [fault] = Row<QString>();
-        state.Archive = true;
-        state.ArchivePath = state.WorkPath;
-        QVERIFY(WriteSettings(fault == "stamp" ? "Overlay=4" : "Overlay=0"));
+        settings.Archive = true;
+        settings.ArchivePath = settings.WorkPath;
+        settings.Overlay = OverlayMode::PictureOnly;
+        settings.PictureCapture = fault.startsWith("no overlay");
         // The surface and a bitmap left over still hold the picture of the cycle before.
         state.Picture2 = FourQuarters(80, 60);
         QVERIFY(SaveSurface(state.Picture2, Path("1pw.bmp")));
@@ -171,14 +150,13 @@ class TestPicturePipeline : public QObject {
         capture->Runs = fault != "control off";
         state.CameraRunning = fault != "camera off";
         if (fault == "damaged frame") capture->Damaged = BitmapShape{}.Bytes().chopped(4);
-        overlays->Stamps = fault != "stamp";
-        overlays->LosesTheSurface = fault == "surface lost";
-        QVERIFY(!pipeline->MakePicture());
+        QVERIFY(!pipeline->MakePicture(settings));
+        QCOMPARE(pipeline->Unwritten(), fault == "save" ? Path("1pw.bmp") : QString());
         QCOMPARE(ReadBytes(Path("1pw.jpg")), QByteArray("old"));
-        QCOMPARE(QDir(state.WorkPath).entryList({"*.jpg"}), QStringList{"1pw.jpg"});
+        QCOMPARE(QDir(settings.WorkPath).entryList({"*.jpg"}), QStringList{"1pw.jpg"});
         QVERIFY(boxes.Shown.isEmpty());
         // The frame without the overlay is not left for somebody to encode.
-        if (fault == "surface lost") QVERIFY(!QFile::exists(Path("1pw.bmp")));
+        if (settings.PictureCapture) QVERIFY(!QFile::exists(Path("1pw.bmp")));
     }
 
     void SavesTheCameraPreview_data() {
@@ -191,38 +169,26 @@ class TestPicturePipeline : public QObject {
         const auto [grabs, running, expected] = Row<bool, bool, QStringList>();
         capture->Grabs = grabs;
         state.CameraRunning = running;
-        pipeline->SaveCamPreview();
+        pipeline->SaveCamPreview(settings);
         QCOMPARE(calls, expected);
         QCOMPARE(QFile::exists(Path("cam.bmp")), expected.size() == 2);
     }
 
-    void DeletesWorkingFiles() {
-        for (const QString& name : QStringList{"1pw.jpg", "1pw.bmp", "pw.jpg"})
-            QVERIFY(WriteBytes(Path(name), "x"));
-        pipeline->DeleteWorkingFiles();
-        QCOMPARE(QDir(state.WorkPath).entryList(QDir::Files), QStringList{"pw.jpg"});
-        pipeline->DeleteWorkingFiles();
-    }
-
     // A folder of that name cannot be deleted as a file: that ends, and the other file goes all the
     // same.
-    void GivesUpDeleting() {
+    void DeletesWorkingFiles() {
         QVERIFY(QDir().mkpath(Path("1pw.jpg")));
-        QVERIFY(WriteBytes(Path("1pw.bmp"), "x"));
+        QVERIFY(WriteBytes(Path("1pw.bmp"), "x") && WriteBytes(Path("pw.jpg"), "x"));
         int yields = 0;
         connect(&waiting, &Waiting::Idle, this, [&yields] { ++yields; });
-        pipeline->DeleteWorkingFiles();
+        pipeline->DeleteWorkingFiles(settings);
         QCOMPARE(yields, 1000 + 1);
         QVERIFY(!QFile::exists(Path("1pw.bmp")));
-        QVERIFY(QFile::exists(Path("1pw.jpg")));
+        QVERIFY(QFile::exists(Path("1pw.jpg")) && QFile::exists(Path("pw.jpg")));
     }
 
   private:
-    [[nodiscard]] QString Path(const QString& name) const { return state.WorkPath + name; }
-    [[nodiscard]] bool WriteSettings(const QByteArray& general, const QByteArray& picture = {}) {
-        return WriteBytes(state.SettingsFile,
-                          "[Einstellungen]\r\n" + general + "\r\n[Picture]\r\n" + picture + "\r\n");
-    }
+    [[nodiscard]] QString Path(const QString& name) const { return settings.WorkPath + name; }
 
     std::unique_ptr<QTemporaryDir> folder;
     TestClock clock;
@@ -230,10 +196,11 @@ class TestPicturePipeline : public QObject {
     AnsweringBoxes boxes;
     QStringList calls;
     PictureState state;
+    PictureSettings settings;
+    RecordingDisplay display;
     std::unique_ptr<ScriptedCapture> capture;
-    std::unique_ptr<ScriptedOverlays> overlays;
     std::unique_ptr<PicturePipeline> pipeline;
 };
 
-QTEST_GUILESS_MAIN(TestPicturePipeline)
+QTEST_MAIN(TestPicturePipeline)
 #include "test_picture_pipeline.moc"

@@ -1,4 +1,4 @@
-#include "picture/bitmap_bytes.h"
+#include "picture/overlay/text_drawing.h"
 #include "picture/overlay/text_overlay.h"
 #include "picture/overlay/text_style.h"
 #include "support/data_rows.h"
@@ -7,7 +7,6 @@
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTextLayout>
 
@@ -61,27 +60,16 @@ bool HasFonts() {
 }
 
 // The text " 14.11.2026 " drawn as the settings say, picture after picture.
-class SettingsFixture {
-  public:
+struct Bench {
     RecordingDisplay Display;
+    TextOverlay Overlay{Display, QLocale("de_DE")};
 
-    SettingsFixture() {
-        state.SettingsFile = folder.filePath("ftpOptions.ini");
-        state.Locale = QLocale("de_DE");
+    [[nodiscard]] QImage Drawn(const OverlaySettings& settings) {
+        QImage picture = Blank();
+        Overlay.BuildOverlayText(settings, QDateTime(QDate(2026, 11, 14), QTime(9, 30)));
+        Overlay.DrawOverlayText(picture, settings);
+        return picture;
     }
-
-    [[nodiscard]] QImage Drawn(const QByteArray& settings) {
-        if (!WriteBytes(state.SettingsFile, "[Einstellungen]\n" + settings)) return {};
-        state.Picture2 = Blank();
-        overlay.BuildOverlayText(0, QDateTime(QDate(2026, 11, 14), QTime(9, 30)));
-        overlay.DrawOverlayText();
-        return state.Picture2;
-    }
-
-  private:
-    QTemporaryDir folder;
-    PictureState state;
-    TextOverlay overlay{state, Display};
 };
 
 }  // namespace
@@ -185,93 +173,93 @@ class TestTextDrawing : public QObject {
     }
 
     void UnderstandsStyles() {
-        for (const char* const none : {"-1", "-2147483630", "16777216", "4294967295"})
-            QCOMPARE(ColorOf(QString::fromLatin1(none)), std::nullopt);
-        QCOMPARE(FontPixels("8.25", 480), 11);
-        QCOMPARE(FontPixels("0.1", 480), 1);
-        QCOMPARE(FontPixels("1000", 480), 1333);
-        QCOMPARE(FontPixels("", 1080), 36);
-        QCOMPARE(FontPixels("0", 240), 12);
-        QCOMPARE(FontPixels("1001", 480), std::nullopt);
+        QCOMPARE(FontPixels(8.25, 480), 11);
+        QCOMPARE(FontPixels(0.1, 480), 1);
+        QCOMPARE(FontPixels(0, 1080), 36);
+        QCOMPARE(FontPixels(0, 240), 12);
         const QList<int> cells{2, 0, 1, 8, 6, 7, 4};
-        for (int position = 0; position < 7; ++position)
-            QCOMPARE(CellOf(position), cells[position]);
-        for (const int none : {-1, 7}) QCOMPARE(CellOf(none), std::nullopt);
+        for (int place = 0; place < 7; ++place) QCOMPARE(CellOf(OverlayPlace{place}), cells[place]);
     }
 
     void DrawsAsTheSettingsSay_data() {
-        const Rows<QByteArray, QColor, QColor> row;  // invalid: transparent
-        row("nothing set", "", Qt::white, Qt::black);
-        row("red on green", "Color=255\nBackColor=65280", Qt::red, Qt::green);
-        row("transparent", "Color=255\nBackColor=65280\nTransparent=1", Qt::red, QColor());
-        row("transparent, any number", "Color=255\nTransparent=-1", Qt::red, QColor());
-        row("colour of the desktop", "Color=-2147483630\nBackColor=16711680", Qt::white, Qt::blue);
-        row("both colours out of range", "Color=16777216\nBackColor=-1", Qt::white, Qt::black);
-        row("white on white", "Color=16777215\nBackColor=16777215", Qt::black, Qt::white);
-        row("black on the picture", "Transparent=1", Qt::black, QColor());
-        row("a font from elsewhere", "Font=No Such Font Anywhere\nColor=255", Qt::red, Qt::black);
+        const Rows<QColor, QColor, bool, QColor> row;  // the last: of the text as drawn
+        row("red on green", Qt::red, Qt::green, false, Qt::red);
+        row("transparent", Qt::red, Qt::green, true, Qt::red);
+        row("nothing set", Qt::black, Qt::black, false, Qt::white);
+        row("white on white", Qt::white, Qt::white, false, Qt::black);
+        row("black on the picture", Qt::black, Qt::black, true, Qt::black);
     }
     void DrawsAsTheSettingsSay() {
-        const auto [settings, text, background] = Row<QByteArray, QColor, QColor>();
-        SettingsFixture fixture;
+        const auto [text, background, transparent, drawn] = Row<QColor, QColor, bool, QColor>();
+        Bench bench;
+        OverlaySettings settings;
+        settings.Color = text;
+        settings.BackColor = background;
+        settings.Transparent = transparent;
+        settings.Size = 20;
+        settings.Position = OverlayPlace::DownRight;
         // Twice, for the second picture is no other than the first.
         for (int i = 0; i < 2; ++i) {
-            const QImage picture = fixture.Drawn("Size=20\nPosition=3\n" + settings);
-            QCOMPARE(picture.format(), QImage::Format_BGR888);
-            QVERIFY(Count(picture, text) > 20);
+            const QImage picture = bench.Drawn(settings);
+            QVERIFY(Count(picture, drawn) > 20);
             const QColor corner =
                 picture.pixelColor(PictureSize.width() - 1, PictureSize.height() - 1);
-            QCOMPARE(corner, background.isValid() ? background : Paper);
+            QCOMPARE(corner, transparent ? Paper : background);
             QCOMPARE(picture.pixelColor(0, 0), Paper);
         }
     }
 
     void TakesSizeAndFaces() {
-        SettingsFixture fixture;
-        const auto height = [&fixture](const QByteArray& size) {
-            const QImage picture = fixture.Drawn("Position=1\nBackColor=16711680\nSize=" + size);
+        Bench bench;
+        OverlaySettings settings;
+        settings.Position = OverlayPlace::UpLeft;
+        settings.BackColor = Qt::blue;
+        for (const int points : {9, 18, 30}) {
+            settings.Size = points;
+            const QImage picture = bench.Drawn(settings);
             int filled = 0;
             while (filled < picture.height() && picture.pixelColor(0, filled) == Qt::blue) ++filled;
-            return filled;
-        };
-        for (const int points : {9, 18, 30})
-            QCOMPARE(height(QByteArray::number(points)),
-                     QFontMetrics(PictureFont({}, points * 96 / 72)).height());
-        QCOMPARE(height("-3"), height(""));
-        const QImage plain = fixture.Drawn("Size=18");
-        QList<QImage> faces;
-        for (const char* const face : {"Bold", "Italic", "Underline"}) {
-            const QImage picture = fixture.Drawn("Size=18\n" + QByteArray(face) + "=1");
-            QVERIFY2(picture != plain && !faces.contains(picture), face);
-            QCOMPARE(fixture.Drawn("Size=18\n" + QByteArray(face) + "=0"), plain);
+            QCOMPARE(filled, QFontMetrics(PictureFont({}, points * 96 / 72)).height());
+        }
+        QList<QImage> faces{bench.Drawn(settings)};
+        for (bool OverlaySettings::*face :
+             {&OverlaySettings::Bold, &OverlaySettings::Italic, &OverlaySettings::Underline}) {
+            OverlaySettings other = settings;
+            other.*face = true;
+            const QImage picture = bench.Drawn(other);
+            QVERIFY(!faces.contains(picture));
             faces << picture;
         }
     }
 
     void TellsFaultsOnce() {
-        SettingsFixture fixture;
-        QStringList& told = fixture.Display.Statuses;
-        (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
-        (void)fixture.Drawn("Color=-1\nSize=2000\nPosition=8");
-        const QStringList faults{"Overlay text: no font has size 2000",
-                                 "Overlay text: Color -1 is no colour",
-                                 "Overlay text: there is no position 8"};
-        QCOMPARE(told, faults);
+        Bench bench;
+        QStringList& told = bench.Display.Statuses;
+        OverlaySettings settings;
+        settings.Faults = {{"Position", "P"}, {"Color", "C"}, {"Size", "S"}, {"Other", "O"}};
+        for (int i = 0; i < 2; ++i) (void)bench.Drawn(settings);
+        QCOMPARE(told, QStringList({"Overlay text: S", "Overlay text: C", "Overlay text: P"}));
         // Another fault of the same setting, and the same one after it was repaired.
-        (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=6");
-        (void)fixture.Drawn("Color=-2\nSize=2000\nPosition=8");
-        QCOMPARE(told.mid(3), QStringList({"Overlay text: Color -2 is no colour", faults[2]}));
-        (void)fixture.Drawn("Font=No Such Font Anywhere");
+        settings.Faults = {{"Color", "D"}, {"Size", "S"}};
+        (void)bench.Drawn(settings);
+        settings.Faults["Position"] = "P";
+        (void)bench.Drawn(settings);
+        QCOMPARE(told.mid(3), QStringList({"Overlay text: D", "Overlay text: P"}));
+        settings.Font = "No Such Font Anywhere";
+        QVERIFY(Count(bench.Drawn(settings), Qt::white) > 0);
         QVERIFY(
             told.last().startsWith("Overlay text: font No Such Font Anywhere is not installed, "));
     }
 
     void LeavesThePictureWithoutFonts() {
         if (HasFonts()) QSKIP("This machine has fonts.");
-        SettingsFixture fixture;
-        QCOMPARE(fixture.Drawn("Font=Arial"), Blank());
-        QCOMPARE(fixture.Drawn("Size=1000"), Blank());
-        QCOMPARE(fixture.Display.Statuses, QStringList{"Overlay text: no font is installed"});
+        Bench bench;
+        OverlaySettings settings;
+        settings.Font = "Arial";
+        QCOMPARE(bench.Drawn(settings), Blank());
+        settings.Size = 1000;
+        QCOMPARE(bench.Drawn(settings), Blank());
+        QCOMPARE(bench.Display.Statuses, QStringList{"Overlay text: no font is installed"});
     }
 };
 

@@ -1,5 +1,7 @@
 #include "support/cycle_fixture.h"
 
+#include "support/file_bytes.h"
+
 #include <QImage>
 #include <QSettings>
 
@@ -19,6 +21,10 @@ CycleFixture::CycleFixture(int interval) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Folder.path());
     System.Online.Set(true, OnlineState::Lan);
     State.DriverPresent = true;
+    State.SettingsFile = Folder.filePath("ftpOptions.ini");
+    // The frames as they are: a text needs fonts, which not every machine has.
+    (void)WriteBytes(State.SettingsFile, "[Einstellungen]\nOverlay=5\n");
+    Picture.CameraRunning = true;
     Settings& values = State.Values;
     values.Server = "127.0.0.1";
     values.User = "operator";
@@ -41,13 +47,6 @@ void CycleFixture::Apply() {
     const bool local = values.LocalMode();
     Net.SetServer(local ? values.Server : QString("ftp.example.org"));
     Net.SetDialling(values.Anwahl, values.AWName);
-    Picture.ProgramFolder = Folder.path();
-    Picture.SettingsFile = Folder.filePath("ftpOptions.ini");
-    Picture.WorkPath = values.WorkPath;
-    Picture.CameraRunning = true;
-    Picture.LocalMode = local;
-    Picture.Verzeichnis = values.Verzeichnis;
-    Picture.DeleteFirst = values.Delete;
     Cycle.ApplyInterval();
 }
 

@@ -49,11 +49,11 @@ class CycleFixture {
     FakeCamera Camera;
     ScriptedFtpServer Server{Time};
     MainState State;
-    PictureState Picture;
+    PictureState Picture{Folder.path()};
     Waiting Wait{Time};
     Connectivity Net{Wait, *System.Services.Online, *System.Services.Dial, Display, Page};
     FTP Ftp{Wait, Display};
-    PicturePipeline Pictures{Picture, Camera, Wait, Boxes};
+    PicturePipeline Pictures{Picture, Camera, Wait, Boxes, Display};
     RunStatus Run{Time, Display};
     UploadTransaction Transaction{Wait, Ftp, Net, Display, Boxes, State, Run};
     UploadCycle Cycle{

@@ -223,7 +223,7 @@ class TestStatusWindow : public QObject {
         QCOMPARE(window.lblJPG->text(), "JPG - Quality: 50 %");
         Drag(*window.Slider1, 130);
         QCOMPARE(program.Einstellung("JPGQuality"), "55");
-        QCOMPARE(program.Core->PictureValues.JPGQuality, "55");
+        QCOMPARE(program.Core->State.Values.JPGQuality, 55);
         program.Core->LoadSettings();
         QCOMPARE(window.lblJPG->text(), "JPG - Quality: 55 %");
     }

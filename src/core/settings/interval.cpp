@@ -1,7 +1,5 @@
 #include "core/settings/interval.h"
 
-#include "base/profile_file.h"
-
 #include <algorithm>
 
 IntervalParts SplitInterval(qint64 totalMilliseconds) {
@@ -15,9 +13,7 @@ qint64 TotalInterval(const IntervalParts& parts) {
     return static_cast<qint64>(parts.Uptime) * IntervalMinute + parts.Framerate;
 }
 
-int ReadInterval(const QString& framerate) {
-    if (framerate.isEmpty()) return UnsetInterval;
-    const int written = ValLong(framerate);
+int WithoutWholeMinutes(int written) {
     if (written > 0) return (written - 1) % IntervalMinute + 1;
     return static_cast<int>(std::max<qint64>(1, qint64{written} + IntervalMinute));
 }

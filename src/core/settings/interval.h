@@ -23,7 +23,7 @@ struct IntervalParts {
 // The interval in milliseconds that the parts make up.
 [[nodiscard]] qint64 TotalInterval(const IntervalParts& parts);
 
-// What the text of key Framerate means in milliseconds: nothing is 500; anything above a minute
-// loses whole minutes; "0" and "60000" are both a minute; a negative value counts back from a
-// minute ("-5" is 59995) and is at least 1.
-[[nodiscard]] int ReadInterval(const QString& framerate);
+// What a number that is no rest of a minute means as key Framerate, in milliseconds: whole minutes
+// above a minute are lost, 0 is a minute, a negative value counts back from a minute (-5 is 59995)
+// and is at least 1.
+[[nodiscard]] int WithoutWholeMinutes(int written);

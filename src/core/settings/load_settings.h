@@ -1,19 +1,16 @@
 #pragma once
 
-#include "core/settings/settings.h"
+#include "base/profile_file.h"
+#include "core/settings/setting_table.h"
 
 #include <QString>
-
-#include <functional>
-
-// Gives the text of a key as ReadSetting does.
-using SettingSource = std::function<QString(const QString& section, const QString& key)>;
 
 // Reads the settings from the file, whose folder is the program folder. Reading never fails: what
 // is missing or out of range is replaced as the table of settings says. Folders given relative to
 // the program folder are created. A WorkPath that is not there, of another machine perhaps, gives
 // way to the folder "work", so that pictures are made all the same.
-[[nodiscard]] Settings LoadSettings(const QString& file);
+// entries: what counts in place of what the file says; of several for one key the last.
+[[nodiscard]] Settings LoadSettings(const QString& file, const QList<ProfileEntry>& entries = {});
 
 // The same from another source, with the full path of the program folder.
 [[nodiscard]] Settings LoadSettings(const QString& programFolder, const SettingSource& source);

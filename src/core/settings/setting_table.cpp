@@ -1,13 +1,12 @@
 #include "core/settings/setting_table.h"
 
-#include <QtGlobal>
+#include "base/profile_file.h"
 
 #include <algorithm>
-#include <array>
+#include <type_traits>
+#include <vector>
 
 namespace {
-
-using enum SettingForm;
 
 constexpr QStringView main = u"Einstellungen";
 constexpr QStringView text = u"Text";
@@ -16,106 +15,238 @@ constexpr QStringView cameras = u"Cameras";
 constexpr QStringView controls = u"CameraControls";
 constexpr QStringView windows = u"Window";
 
-constexpr QStringView load = u"LoadSettings";
-constexpr QStringView loadFtp = u"LoadSettings, frmFTP";
-constexpr QStringView loadStatus = u"LoadSettings, frmStatus";
-constexpr QStringView loadMaking = u"LoadSettings, picture making";
-constexpr QStringView loadAll = u"LoadSettings, picture making, frmOverlay";
-constexpr QStringView ftp = u"frmFTP";
-constexpr QStringView cam = u"frmCam";
-constexpr QStringView overlay = u"frmOverlay";
-constexpr QStringView frmText = u"frmText";
-constexpr QStringView bild = u"frmBild";
-constexpr QStringView status = u"frmStatus";
-
 constexpr int most16 = 32767;
 constexpr int white = 0xffffff;
+constexpr int mostPictures = 50;
+// More than anybody has; a damaged file must not make a list without end.
+constexpr int mostCameras = 100;
+constexpr int mostAdjustments = 1000;
 
-constexpr std::array table = std::to_array<SettingRow>({
-    {main, u"Server", Text, u"", ftp, load},
-    {main, u"Verzeichnis", Text, u"", ftp, load},
-    {main, u"User", Text, u"", ftp, load},
-    {main, u"PW", Text, u"", ftp, load},
-    {main, u"Port", Number, u"21", ftp, load, 1, 65535, u"21"},
-    {main, u"Delete", CheckBox, u"0", ftp, loadFtp},
-    {main, u"Anwahl", CheckBox, u"0", ftp, loadFtp},
-    {main, u"Abwahl", CheckBox, u"0", u"frmFTP, frmMsg", u"frmFTP, exit"},
-    {main, u"AWName", Text, u"", ftp, load},
-    {main, u"AWCon", Number, u"0", ftp, ftp},
-    {main, u"Autostart", CheckBox, u"0", ftp, u"start-up, frmFTP"},
-    {main, u"lastpictures", CheckBox, u"0", ftp, load},
-    {main, u"lastpictureanz", Number, u"4", ftp, load, 1, 1000, u"nearest"},
-    {main, u"OfflinePic", CheckBox, u"0", ftp, u"frmFTP, stop"},
-    {main, u"UseOfflineFilter", CheckBox, u"0", ftp, u"frmFTP, stop"},
-    {main, u"Offlinefilter", Number, u"0", ftp, ftp},
-    {main, u"Offlinefile", Text, u"Offline.jpg", ftp, u"LoadSettings, stop"},
-    {main, u"Quali", Number, u"0", ftp, loadFtp, 0, 2, u"0"},
-    {main, u"Treiber", Text, u"", cam, loadStatus},
-    {main, u"Preview", Number, u"0", cam, u"LoadSettings, main window, picture making"},
-    {main, u"StretchPreview", CheckBox, u"0", cam, load},
-    {main, u"CenterVideo", CheckBox, u"0", cam, load},
-    {main, u"Archive", Number, u"0", cam, load},
-    {main, u"ArchivePath", Text, u"", u"frmCam, frmPfad", load},
-    {main, u"Path", Text, u"", u"frmCam, frmPfad", load},
-    {main, u"Framerate", Number, u"500", status, loadStatus, 1, 60000, u"whole minutes off"},
-    {main, u"Uptime", Number, u"0", status, load, 0, most16, u"nearest"},
-    {main, u"JPGQuality", Number, u"50", u"frmStatus, frmFTP", loadStatus},
-    {main, u"CaptureFormat", Text, u"", cam, load},
-    {main, u"Date", Text, u"", overlay, loadMaking},
-    {main, u"Time", Text, u"", overlay, loadMaking},
-    {main, u"Overlay", Number, u"0", u"frmOverlay, frmText",
-     u"LoadSettings, picture making, frmStatus", 0, 5, u"5"},
-    {main, u"Text", Text, u"", overlay, load},
-    {main, u"Position", Number, u"0", overlay, loadMaking, 0, 6, u"0"},
-    {main, u"PositionX", Number, u"0", overlay, load},
-    {main, u"PositionY", Number, u"0", overlay, load},
-    {main, u"PositionBild", Number, u"0", overlay, u"picture making", 0, 6, u"0"},
-    {main, u"Font", Text, u"", overlay, loadMaking},
-    {main, u"FontIndex", Number, u"0", overlay, overlay},
-    {main, u"Size", Number, u"0", overlay, loadMaking, 0, 1000, u"0"},
-    {main, u"SizeIndex", Number, u"0", overlay, overlay},
-    {main, u"Color", Number, u"0", overlay, loadMaking, 0, white, u"0"},
-    {main, u"BackColor", Number, u"0", overlay, loadMaking, 0, white, u"0"},
-    {main, u"Transparent", CheckBox, u"0", overlay, loadMaking},
-    {main, u"Bold", CheckBox, u"0", overlay, loadMaking},
-    {main, u"Italic", CheckBox, u"0", overlay, loadMaking},
-    {main, u"Underline", CheckBox, u"0", overlay, loadMaking},
-    {main, u"Overlayfile", Text, u"Overlay.bmp", overlay, loadMaking},
-    {main, u"OverKombi", CheckBox, u"0", overlay, loadMaking},
-    {main, u"PictureEff", TrueFalse, u"false", u"frmOverlay, frmBild", loadMaking},
-    {main, u"Sprache", Text, u"english", u"frmLanguage", load},
-    {main, u"Skin", Text, u"Default", u"frmOberflaeche", u"start-up"},
+using enum SettingForm;
 
-    {text, u"Lin#", Text, u"", frmText, loadAll},
-    {text, u"Effect", Text, u"", frmText, loadAll},
-    {text, u"Pic", Number, u"0", frmText, loadAll, 0, most16, u"nearest"},
-    {text, u"UB", Number, u"0", frmText, loadAll},
+std::vector<SettingRow> MakeTable() {
+    using S = Settings;
+    constexpr auto nearest = Outside::Nearest;
+    constexpr auto otherwise = Outside::Default;
+    return {
+        {main, u"Server", &S::Server},
+        {main, u"Verzeichnis", &S::Verzeichnis},
+        {main, u"User", &S::User},
+        {main, u"PW", &S::PW},
+        {main, u"Port", &S::Port, 1, 65535, otherwise},
+        {main, u"Delete", &S::Delete},
+        {main, u"Anwahl", &S::Anwahl},
+        {main, u"Abwahl", &S::Abwahl},
+        {main, u"AWName", &S::AWName},
+        {main, u"AWCon", Number},
+        {main, u"Autostart", &S::Autostart, u"1"},
+        {main, u"lastpictures", &S::lastpictures},
+        {main, u"lastpictureanz", &S::lastpictureanz, 1, 1000, nearest},
+        {main, u"OfflinePic", &S::OfflinePic},
+        {main, u"UseOfflineFilter", &S::UseOfflineFilter},
+        {main, u"Offlinefilter", Number},
+        {main, u"Offlinefile", &S::Offlinefile},
+        {main, u"Quali", &S::Quali, 0, 2, otherwise},
+        {main, u"Treiber", &S::Treiber},
+        {main, u"Preview", &S::Preview},
+        {main, u"Preview", &S::CapturePreview},
+        {main, u"StretchPreview", &S::StretchPreview},
+        {main, u"CenterVideo", &S::CenterVideo},
+        {main, u"Archive", &S::Archive},
+        {main, u"ArchivePath", &S::ArchivePath},
+        {main, u"Path", &S::WorkPath},
+        {main, u"Framerate", &S::Framerate, 1, IntervalMinute, Outside::WholeMinutesOff},
+        {main, u"Uptime", &S::Uptime, 0, MostUptime, nearest},
+        {main, u"JPGQuality", &S::JPGQuality, 0, 100, nearest},
+        {main, u"CaptureFormat", &S::CaptureFormat},
+        {main, u"Date", &S::Date, 0, DateForms - 1, otherwise, u"there is no date format %1"},
+        {main, u"Time", &S::Time, 0, TimeForms - 1, otherwise, u"there is no time format %1"},
+        {main, u"Overlay", &S::Overlay, 0, 5, Outside::Most},
+        {main, u"Text", Text},
+        {main, u"Position", &S::Position, 0, 6, otherwise, u"there is no position %1"},
+        {main, u"PositionX", &S::PositionX},
+        {main, u"PositionY", &S::PositionY},
+        {main, u"PositionBild", &S::PositionBild, 0, 6, otherwise},
+        {main, u"Font", &S::Font},
+        {main, u"FontIndex", Number},
+        {main, u"Size", &S::Size, 0, 1000, otherwise, u"no font has size %1"},
+        {main, u"SizeIndex", Number},
+        {main, u"Color", &S::Color, 0, white, Outside::Most, u"Color %1 is no colour"},
+        {main, u"BackColor", &S::BackColor, 0, white, otherwise, u"BackColor %1 is no colour"},
+        {main, u"Transparent", &S::Transparent},
+        {main, u"Bold", &S::Bold},
+        {main, u"Italic", &S::Italic},
+        {main, u"Underline", &S::Underline},
+        {main, u"Overlayfile", &S::Overlayfile},
+        {main, u"OverKombi", &S::OverKombi},
+        {main, u"PictureEff", &S::PictureEff, u"true"},
+        {main, u"Sprache", &S::Sprache},
+        {main, u"Skin", &S::Skin},
 
-    {picture, u"Capture", CheckBox, u"0", bild, loadAll},
-    {picture, u"Pic", Number, u"0", bild, loadAll},
-    {picture, u"#Pic", Text, u"", bild, u"picture making, frmOverlay"},
-    {picture, u"PicGes", Number, u"0", bild, loadAll, 0, 50, u"nearest"},
-    {picture, u"UB", Number, u"0", bild, loadAll, 0, most16, u"nearest"},
+        {text, u"Lin#", &S::Lin},
+        {text, u"Effect", &S::TextInRows, u"Zeile"},
+        {text, u"Pic", &S::TextPic, 0, most16, nearest},
+        {text, u"UB", &S::TextRowsAlone, u"1"},
 
-    {cameras, u"Cam#", Text, u"", cam, load},
+        {picture, u"Capture", &S::PictureCapture},
+        {picture, u"Pic", &S::PicturePic},
+        {picture, u"#Pic", &S::PictureList, 0, mostPictures, nearest},
+        {picture, u"PicGes", Number, 0, mostPictures, nearest},
+        {picture, u"UB", &S::PictureUB, 0, most16, nearest},
 
-    {controls, u"Control#", Text, u"", cam, load},
+        {cameras, u"Cam#", &S::Cameras, 0, mostCameras, nearest},
 
-    {windows, u"WindowLeft", Number, u"", u"main window", u"start-up"},
-    {windows, u"WindowTop", Number, u"", u"main window", u"start-up"},
-    {windows, u"StatusLeft", Number, u"", status, status},
-    {windows, u"StatusTop", Number, u"", status, status},
-    {windows, u"StatusWindow", CheckBox, u"0", u"menu, tray", u"start-up"},
-});
+        {controls, u"Control#", &S::CameraControls, 0, mostAdjustments, nearest},
 
-}  // namespace
+        {windows, u"WindowLeft", Number},
+        {windows, u"WindowTop", Number},
+        {windows, u"StatusLeft", Number},
+        {windows, u"StatusTop", Number},
+        {windows, u"StatusWindow", CheckBox},
+    };
+}
 
-std::span<const SettingRow> SettingTable() {
+QString Numbered(const QString& key, qsizetype number) {
+    return QString(key).replace(u'#', QString::number(number));
+}
+
+// Fills one field with what is written, which is not empty.
+class FieldReader {
+  public:
+    FieldReader(const SettingRow& ownRow, const QString& ownText, Settings& ownSettings)
+        : row(ownRow), written(ownText), settings(ownSettings) {}
+
+    void operator()(SettingForm) const {}
+    void operator()(QString Settings::*field) const { settings.*field = written; }
+    void operator()(bool Settings::*field) const {
+        settings.*field = row.On.isEmpty() ? Val(written) != 0 : written == row.On;
+    }
+    void operator()(int Settings::*field) const {
+        settings.*field = InRange(ValLong(written), settings.*field);
+    }
+    void operator()(double Settings::*field) const {
+        settings.*field = InRange(Val(written), settings.*field);
+    }
+    void operator()(QColor Settings::*field) const {
+        const int number = InRange(ValLong(written), 0);
+        settings.*field = QColor(number & 0xff, (number >> 8) & 0xff, number >> 16);
+    }
+    template <class Choice>
+    void operator()(Choice Settings::*field) const {
+        // The forms of date and time are compared as text: "01" is none.
+        constexpr bool literal =
+            std::is_same_v<Choice, DateForm> || std::is_same_v<Choice, TimeForm>;
+        const int number = ValLong(written);
+        const bool exact = QString::number(number) == written;
+        settings.*field = static_cast<Choice>(
+            InRange(literal && !exact ? -1 : number, static_cast<int>(settings.*field)));
+    }
+    void operator()(QStringList Settings::*) const {}
+    void operator()(std::array<QString, TextLines> Settings::*) const {}
+
+  private:
+    template <class Value>
+    Value InRange(Value value, Value standard) const {
+        if (value >= row.Least && value <= row.Most) return value;
+        if (!row.Fault.isEmpty()) settings.Faults.insert(row.Key, row.Fault.arg(written));
+        switch (row.Else) {
+            case Outside::Nearest:
+                return std::clamp<Value>(value, row.Least, row.Most);
+            case Outside::Default:
+                return standard;
+            case Outside::Most:
+                return row.Most;
+            case Outside::WholeMinutesOff:
+                break;
+        }
+        return WithoutWholeMinutes(static_cast<int>(value));
+    }
+
+    const SettingRow& row;
+    const QString& written;
+    Settings& settings;
+};
+
+// The default is what the field holds when nothing was read.
+struct DefaultText {
+    Settings Unread = {};
+
+    QString operator()(SettingForm) const { return {}; }
+    QString operator()(QString Settings::*field) const { return Unread.*field; }
+    QString operator()(bool Settings::*field) const { return Unread.*field ? "1" : "0"; }
+    QString operator()(int Settings::*field) const { return QString::number(Unread.*field); }
+    QString operator()(double Settings::*field) const { return QString::number(Unread.*field); }
+    QString operator()(QColor Settings::*) const { return "0"; }
+    template <class Choice>
+    QString operator()(Choice Settings::*field) const {
+        return QString::number(static_cast<int>(Unread.*field));
+    }
+    QString operator()(QStringList Settings::*) const { return {}; }
+    QString operator()(std::array<QString, TextLines> Settings::*) const { return {}; }
+};
+
+const std::vector<SettingRow>& Table() {
+    static const std::vector<SettingRow> table = MakeTable();
     return table;
 }
 
+}  // namespace
+
+SettingRow::SettingRow(QStringView section, QStringView key, const SettingField& field)
+    : Section(section.toString()),
+      Key(key.toString()),
+      Field(field),
+      Default(std::visit(DefaultText(), field)) {}
+
+SettingRow::SettingRow(QStringView section, QStringView key, const SettingField& field, int least,
+                       int most, Outside outside, QStringView fault)
+    : SettingRow(section, key, field) {
+    Least = least;
+    Most = most;
+    Else = outside;
+    Fault = fault.toString();
+}
+
+SettingRow::SettingRow(QStringView section, QStringView key, bool Settings::*field, QStringView on)
+    : SettingRow(section, key, field) {
+    On = on.toString();
+    if (Form() != CheckBox) Default = Form() == TrueFalse ? QString("false") : QString();
+}
+
+SettingForm SettingRow::Form() const {
+    if (const auto* form = std::get_if<SettingForm>(&Field)) return *form;
+    if (std::holds_alternative<bool Settings::*>(Field)) {
+        if (On.isEmpty() || On == u"1") return CheckBox;
+        return On == u"true" ? TrueFalse : Text;
+    }
+    const bool text = std::holds_alternative<QString Settings::*>(Field) || Key.contains(u'#');
+    return text ? Text : Number;
+}
+
+void SettingRow::Read(const SettingSource& source, Settings& settings) const {
+    if (const auto* lines = std::get_if<std::array<QString, TextLines> Settings::*>(&Field)) {
+        auto& line = settings.**lines;
+        for (std::size_t i = 0; i < line.size(); ++i)
+            line[i] = source(Section, Numbered(Key, static_cast<qsizetype>(i)));
+    } else if (const auto* list = std::get_if<QStringList Settings::*>(&Field)) {
+        QStringList& entries = settings.**list;
+        while (entries.size() < Most) {
+            const QString entry = source(Section, Numbered(Key, entries.size()));
+            if (entry.isEmpty()) break;
+            entries << entry;
+        }
+    } else if (const QString written = source(Section, Key); !written.isEmpty()) {
+        std::visit(FieldReader(*this, written, settings), Field);
+    }
+}
+
+std::span<const SettingRow> SettingTable() {
+    return Table();
+}
+
 const SettingRow& SettingRowOf(QStringView section, QStringView key) {
-    const auto* const row = std::find_if(table.begin(), table.end(), [&](const SettingRow& each) {
+    const auto& table = Table();
+    const auto row = std::find_if(table.begin(), table.end(), [&](const SettingRow& each) {
         return each.Section == section && each.Key == key;
     });
     Q_ASSERT(row != table.end());

@@ -1,9 +1,17 @@
 #pragma once
 
+#include "core/settings/settings.h"
+
 #include <QString>
 
+#include <array>
+#include <functional>
 #include <limits>
 #include <span>
+#include <variant>
+
+// Gives the text of a key as ReadSetting does.
+using SettingSource = std::function<QString(const QString& section, const QString& key)>;
 
 enum class SettingForm {
     Text,
@@ -12,23 +20,42 @@ enum class SettingForm {
     TrueFalse,  // the word "true", or anything else
 };
 
-// One key of the settings file. docs/settings.md shows the same table.
-struct SettingRow {
-    QStringView Section;
-    QStringView Key;  // '#' stands for a number that counts from 0
-    SettingForm Form = SettingForm::Text;
-    QStringView Default = u"";  // what an empty or missing value means
-    QStringView WrittenBy = u"";
-    QStringView ReadBy = u"";
-    int Least = std::numeric_limits<int>::min();  // range of a number, both ends included
-    int Most = std::numeric_limits<int>::max();
-    QStringView Else = u"";  // for a number out of range: the value to use, or "nearest"
+// What a number out of range counts as.
+enum class Outside { Nearest, Default, Most, WholeMinutesOff };
 
-    [[nodiscard]] bool HasRange() const { return !Else.isEmpty(); }
+// The field that a key fills; of a key that windows alone read, just its form.
+using SettingField =
+    std::variant<SettingForm, QString Settings::*, bool Settings::*, int Settings::*,
+                 double Settings::*, QColor Settings::*, OverlayMode Settings::*,
+                 OverlayPlace Settings::*, DateForm Settings::*, TimeForm Settings::*,
+                 QStringList Settings::*, std::array<QString, TextLines> Settings::*>;
+
+// One key of the settings file. docs/settings.md shows the same table. A key may have two rows when
+// it fills two fields.
+struct SettingRow {
+    QString Section;
+    QString Key;  // '#' stands for a number that counts from 0, in a list up to the first empty one
+    SettingField Field;
+    int Least = std::numeric_limits<int>::min();  // range of a number; of a list, how many
+    int Most = std::numeric_limits<int>::max();
+    Outside Else = Outside::Nearest;
+    QString Fault;    // told of a number out of range, with what is written as %1
+    QString On;       // the one text that is on; empty: any number but 0
+    QString Default;  // what an empty or missing value means
+
+    SettingRow(QStringView section, QStringView key, const SettingField& field);
+    SettingRow(QStringView section, QStringView key, const SettingField& field, int least, int most,
+               Outside outside, QStringView fault = {});
+    SettingRow(QStringView section, QStringView key, bool Settings::*field, QStringView on);
+
+    [[nodiscard]] SettingForm Form() const;
+    [[nodiscard]] bool HasRange() const { return Least > std::numeric_limits<int>::min(); }
+    // Fills the field; an empty value leaves it as it is.
+    void Read(const SettingSource& source, Settings& settings) const;
 };
 
 // All keys, section by section.
 [[nodiscard]] std::span<const SettingRow> SettingTable();
 
-// The row of a key, its number replaced by '#'. There is one: names come from this program.
+// The first row of a key, its number replaced by '#'. There is one: names come from this program.
 [[nodiscard]] const SettingRow& SettingRowOf(QStringView section, QStringView key);

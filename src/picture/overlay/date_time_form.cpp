@@ -2,14 +2,6 @@
 
 namespace {
 
-// Short dates differ in the year: systems write four digits where the locale data has two.
-QString ShortDate(const QDate& date, const QLocale& locale) {
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    const qsizetype year = format.indexOf(u'y');
-    if (year >= 0 && format.count(u'y') == 2) format.insert(year, QStringLiteral("yy"));
-    return locale.toString(date, format);
-}
-
 // The locales' time with seconds comes with the time zone, which says nothing on a picture, and in
 // one case with a part of the day that only a 12-hour time needs.
 QString WithoutZone(const QString& format) {
@@ -45,19 +37,40 @@ QString NamedDate(const QDate& date, const QLocale& locale, const QString& dayAn
 
 }  // namespace
 
-std::optional<QString> FormatDate(const QString& index, const QDate& date, const QLocale& locale) {
-    if (index.isEmpty() || index == u'0') return ShortDate(date, locale);
-    if (index == u'1') return locale.toString(date, QStringLiteral("dd.MM.yyyy"));
-    if (index == u'2') return locale.toString(date, locale.dateFormat(QLocale::LongFormat));
-    if (index == u'3') return NamedDate(date, locale, QStringLiteral(", d. MMMM yyyy"));
-    if (index == u'4') return NamedDate(date, locale, QStringLiteral(", d. MMM yyyy"));
-    return std::nullopt;
+// Short dates differ in the year: systems write four digits where the locale data has two.
+QString ShortDate(const QDate& date, const QLocale& locale) {
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    const qsizetype year = format.indexOf(u'y');
+    if (year >= 0 && format.count(u'y') == 2) format.insert(year, QStringLiteral("yy"));
+    return locale.toString(date, format);
 }
 
-std::optional<QString> FormatTime(const QString& index, const QTime& time, const QLocale& locale) {
-    if (index.isEmpty() || index == u'0') return DefaultTime(time, locale);
-    if (index == u'1') return HoursAndMinutes(time, locale);
-    if (index == u'2') return HalfOfDay(time) + DefaultTime(time, locale);
-    if (index == u'3') return HalfOfDay(time) + HoursAndMinutes(time, locale);
-    return std::nullopt;
+QString FormatDate(DateForm form, const QDate& date, const QLocale& locale) {
+    switch (form) {
+        case DateForm::System:
+            break;
+        case DateForm::Digits:
+            return locale.toString(date, QStringLiteral("dd.MM.yyyy"));
+        case DateForm::Long:
+            return locale.toString(date, locale.dateFormat(QLocale::LongFormat));
+        case DateForm::NamedMonth:
+            return NamedDate(date, locale, QStringLiteral(", d. MMMM yyyy"));
+        case DateForm::ShortMonth:
+            return NamedDate(date, locale, QStringLiteral(", d. MMM yyyy"));
+    }
+    return ShortDate(date, locale);
+}
+
+QString FormatTime(TimeForm form, const QTime& time, const QLocale& locale) {
+    switch (form) {
+        case TimeForm::System:
+            break;
+        case TimeForm::Minutes:
+            return HoursAndMinutes(time, locale);
+        case TimeForm::HalfOfDay:
+            return HalfOfDay(time) + DefaultTime(time, locale);
+        case TimeForm::HalfOfDayMinutes:
+            return HalfOfDay(time) + HoursAndMinutes(time, locale);
+    }
+    return DefaultTime(time, locale);
 }

@@ -1,17 +1,13 @@
 #include "picture/overlay/overlay_list.h"
 
-QString OverlayList::Next(int interval, const std::function<QString(int)>& entry) {
+QString OverlayList::Next(int interval, const QStringList& list) {
     if (interval != changeInterval) countdown = changeInterval = interval;
-    QString name = entry(index);
-    if (name.isEmpty() && index != 0) {
-        index = 0;
-        name = entry(0);
-    }
-    if (--countdown == 0) {
+    if (index >= list.size()) index = 0;
+    const QString name = list.value(index);
+    // An interval of 0 is never reached and does not count on for months.
+    if (countdown > 0 && --countdown == 0) {
         ++index;
         countdown = changeInterval;
     }
-    // An interval that is never reached does not count on for months.
-    if (countdown < 0) countdown = 0;
     return name;
 }

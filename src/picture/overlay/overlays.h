@@ -1,27 +1,28 @@
 #pragma once
 
-#include "base/clock.h"
-#include "picture/overlay/overlay_steps.h"
 #include "picture/overlay/picture_overlay.h"
 #include "picture/overlay/text_overlay.h"
 
-// Everything that is put on a frame: the overlay picture, and over it the text.
-class Overlays : public OverlaySteps {
+// Everything that is put on a frame: the overlay picture, and over it the text. A copy goes on with
+// the turns of rows and pictures on its own.
+class Overlays {
   public:
-    // All of them must outlive the overlays.
-    Overlays(PictureState& pictureState, StatusDisplay& display, const Clock& ownClock)
-        : state(pictureState),
-          clock(ownClock),
-          text(pictureState, display),
-          picture(pictureState, display) {}
+    // display: outlives the overlays. places: where overlay pictures are looked for. locale: the
+    // language of the date.
+    Overlays(StatusDisplay& display, const QStringList& places, const QLocale& locale)
+        : text(display, locale), overlay(display, places) {}
 
-    void BuildOverlayText() override { text.BuildOverlayText(state.OverlayMode, clock.Now()); }
-    [[nodiscard]] bool StampOverlayPicture() override { return picture.StampOverlayPicture(); }
-    void DrawOverlayText() override { text.DrawOverlayText(); }
+    // Makes the picture to publish out of a frame (Format_BGR888) taken at `now`. To be called once
+    // a picture, because rows and pictures take turns. Returns false when nothing may be published.
+    [[nodiscard]] bool PutOn(QImage& picture, const OverlaySettings& settings,
+                             const QDateTime& now) {
+        text.BuildOverlayText(settings, now);
+        if (settings.WithPicture() && !overlay.StampOverlayPicture(picture, settings)) return false;
+        if (settings.WithText()) text.DrawOverlayText(picture, settings);
+        return true;
+    }
 
   private:
-    PictureState& state;
-    const Clock& clock;
     TextOverlay text;
-    PictureOverlay picture;
+    PictureOverlay overlay;
 };

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "base/status_display.h"
-#include "picture/overlay/overlay_file.h"
 #include "picture/overlay/overlay_list.h"
-#include "picture/overlay/picture_state.h"
+#include "picture/overlay/overlay_reader.h"
+#include "picture/overlay/overlay_settings.h"
 
 #include <QMap>
 #include <QPoint>
+#include <QStringList>
 
 // Where the overlay's upper left corner goes on the frame, pixels; negative where the overlay is
-// larger. position: 0 up right, 1 up left, 2 up middle, 3 down right, 4 down left, 5 down middle,
-// 6 center, any other number as 0. Half pixels go to the even neighbour.
-[[nodiscard]] QPoint OverlayPosition(int position, QSize frame, QSize overlay);
+// larger. Half pixels go to the even neighbour.
+[[nodiscard]] QPoint OverlayPosition(OverlayPlace place, QSize frame, QSize overlay);
 
 // Puts a picture of the program's overlay folder on the camera's, or in its place: always the same
 // one, or the next of a list after a number of pictures. The colour of its upper left pixel lets
@@ -19,27 +19,24 @@
 // not the colour decides, half transparent pixels being mixed.
 class PictureOverlay {
   public:
-    // Both must outlive the overlay.
-    PictureOverlay(PictureState& state, StatusDisplay& display);
+    // display: outlives the overlay. places: the folders that have overlay folders, in the order in
+    // which they are looked through.
+    PictureOverlay(StatusDisplay& ownDisplay, const QStringList& ownPlaces)
+        : display(&ownDisplay), places(ownPlaces) {}
 
-    // Loads "1pw.bmp" into Picture2 and stamps the overlay on it; with OnlyOverlay the overlay
-    // itself becomes Picture2. An overlay that is missing or broken leaves the plain frame. With
-    // OnlyOverlay that frame is not meant for the public: it is removed and there is no picture.
-    // The status names each fault once until the file is good again. Returns whether Picture2
-    // holds the picture to publish.
-    [[nodiscard]] bool StampOverlayPicture();
+    // Stamps the overlay on the frame (Format_BGR888); with PictureCapture it takes the frame's
+    // place. An overlay that is missing or broken leaves the plain frame, which is no picture for
+    // the public then with PictureCapture. The status names each fault once until the file is good
+    // again. Returns whether `picture` is to be published.
+    [[nodiscard]] bool StampOverlayPicture(QImage& picture, const OverlaySettings& settings);
 
   private:
-    [[nodiscard]] QString Setting(const QString& section, const QString& key) const;
-    [[nodiscard]] QString OverlayName();
-    [[nodiscard]] QString FramePath() const;
-    [[nodiscard]] bool TakeAlone(const FilePicture& overlay);
-    void PlaceOverlay(const QImage& overlay);
-    void Report(const QString& name, PictureFault fault);
+    static void PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place);
+    void Report(const QString& name, PictureFault fault, bool alone);
 
-    PictureState& state;
-    StatusDisplay& display;
+    StatusDisplay* display;
+    QStringList places;
     OverlayList list;
-    PictureOverlayFile file;
+    OverlayReader file;
     QMap<QString, PictureFault> reported;  // faults that stand, by the overlay's name
 };

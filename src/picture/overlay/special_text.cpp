@@ -31,27 +31,15 @@ void TakeTurn(const SpecialText& text, RowTurns& turns) {
     ++turns.Counter;
     int lastPicture = 0;  // of the row looked at
     for (const QString& line : text.Lin) {
-        lastPicture += text.PicturesPerRow;
+        lastPicture += text.TextPic;
         const bool its = turns.Counter <= lastPicture;
         if (its) turns.Row = RowOf(text, line);
         if (its && !turns.Row.isEmpty()) break;
         if (turns.Row.isEmpty()) ++turns.Counter;
     }
     if (turns.Row.isEmpty()) ++turns.Counter;
-    const int round = static_cast<int>(text.Lin.size()) * text.PicturesPerRow;
+    const int round = static_cast<int>(text.Lin.size()) * text.TextPic;
     if (turns.Counter >= round) turns.Counter = 0;
-}
-
-QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
-    return text.InRows ? NextRow(text, turns, dateTime) : WholeText(text, dateTime);
-}
-
-// What mode 2 puts behind date and time.
-QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
-    text.DateInFirstRow = false;
-    QString appendix = NextSpecialText(text, turns, dateTime);
-    while (appendix.endsWith(LineBreak)) appendix.chop(LineBreak.size());
-    return appendix;
 }
 
 }  // namespace
@@ -64,30 +52,22 @@ QString WholeText(const SpecialText& text, const QString& dateTime) {
 }
 
 QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
-    if (text.PicturesPerRow == 0)
+    if (text.TextPic == 0)
         StayOnFirstRow(text, turns);
     else
         TakeTurn(text, turns);
     const QString row = WithDateTime(turns.Row, dateTime);
-    if (!text.DateInFirstRow) return row;
+    if (text.TextRowsAlone) return row;
     return row.isEmpty() ? dateTime : dateTime + LineBreak + row;
 }
 
-QString TextOfMode(int mode, const QString& date, const QString& time, const SpecialText& text,
-                   RowTurns& turns) {
-    constexpr QChar blank = u' ';
-    const QString dateTime = date + QStringLiteral(", ") + time;
-    switch (mode) {
-        case 0:
-            return blank + date + blank;
-        case 1:
-            return blank + time + blank;
-        case 2:
-            return blank + dateTime + QStringLiteral("  ") + NextAppendix(text, turns, dateTime) +
-                   blank;
-        case 3:
-            return NextSpecialText(text, turns, dateTime);
-        default:
-            return {};
-    }
+QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
+    return text.TextInRows ? NextRow(text, turns, dateTime) : WholeText(text, dateTime);
+}
+
+QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
+    text.TextRowsAlone = true;
+    QString appendix = NextSpecialText(text, turns, dateTime);
+    while (appendix.endsWith(LineBreak)) appendix.chop(LineBreak.size());
+    return appendix;
 }

@@ -3,16 +3,19 @@
 #include <QString>
 
 #include <array>
+#include <cstddef>
 
 // The text of an overlay, as functions of values. Lines are separated by carriage return + line
 // feed; the words "Date" and "Date, Time" in the operator's lines stand for date and time.
 
+inline constexpr std::size_t TextLines = 8;
+
 // The operator's own text and the way it is shown.
 struct SpecialText {
-    std::array<QString, 8> Lin;
-    bool InRows = false;          // a row at a time instead of the whole text
-    bool DateInFirstRow = false;  // date and time above the row
-    int PicturesPerRow = 0;       // 0 to 32767; 0: the first row with text stays
+    std::array<QString, TextLines> Lin;
+    bool TextInRows = false;     // a row at a time instead of the whole text
+    bool TextRowsAlone = false;  // without date and time above the row
+    int TextPic = 0;             // pictures of a row; 0: the first row with text stays
 };
 
 // Whose turn it is when the text is shown a row at a time.
@@ -31,8 +34,10 @@ struct RowTurns {
 // without, for what is left of the round.
 [[nodiscard]] QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTime);
 
-// The text of an overlay mode: 0 the date, 1 the time, 2 both and the special text behind them,
-// 3 the special text, any other none. In mode 2 the special text goes without empty lines at its
-// end and without a second date in the first row.
-[[nodiscard]] QString TextOfMode(int mode, const QString& date, const QString& time,
-                                 const SpecialText& text, RowTurns& turns);
+// What mode 2 puts behind date and time: the text without empty lines at its end and without a
+// second date in the first row.
+[[nodiscard]] QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime);
+
+// The text as it is for one more picture, whole or a row of it.
+[[nodiscard]] QString NextSpecialText(const SpecialText& text, RowTurns& turns,
+                                      const QString& dateTime);

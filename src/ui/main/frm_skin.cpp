@@ -3,6 +3,7 @@
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
 #include "core/program.h"
+#include "core/settings/load_settings.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
@@ -216,7 +217,7 @@ void frmSkin::ShowTexts() {
 }
 
 void frmSkin::ShowSkinned() {
-    const QString wanted = ReadSetting(program.SettingsFile(), "Einstellungen", "Skin");
+    const QString wanted = ::LoadSettings(program.SettingsFile()).Skin;
     Skin skin(folders, folders.Choose(wanted));
     program.State.SkinName = skin.Name();
     LoadBackground(skin);

@@ -29,13 +29,14 @@ const SettingRow& RowOf(const Binding& binding) {
 }
 
 QString DefaultOf(const Binding& binding) {
-    return binding.Missing.isEmpty() ? RowOf(binding).Default.toString() : binding.Missing;
+    return binding.Missing.isEmpty() ? RowOf(binding).Default : binding.Missing;
 }
 
 int InRange(const SettingRow& row, int number) {
     if (!row.HasRange() || (number >= row.Least && number <= row.Most)) return number;
-    return row.Else == u"nearest" ? std::clamp(number, row.Least, row.Most)
-                                  : ValLong(row.Else.toString());
+    return row.Else == Outside::Nearest ? std::clamp(number, row.Least, row.Most)
+           : row.Else == Outside::Most  ? row.Most
+                                        : ValLong(row.Default);
 }
 
 void SetNumber(QWidget& control, const QMetaProperty& property, int number) {

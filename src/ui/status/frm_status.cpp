@@ -293,7 +293,7 @@ void frmStatus::RefreshStatus() {
         Label1->setText(selected.isEmpty() ? values.Treiber : selected);
     // What is being chosen at this moment stands.
     if (!Slider1->Choosing()) {
-        const int quality = ValLong(values.JPGQuality);
+        const int quality = values.JPGQuality;
         ShowQuality(quality);
         Slider1->SetValue(quality);
     }
@@ -304,28 +304,25 @@ void frmStatus::RefreshStatus() {
             static_cast<int>(std::min<qint64>(interval, std::numeric_limits<int>::max())));
     }
     ShowFormat();
-    lblOverlay->setText(StatusTexts::Overlay(values.Overlay));
+    lblOverlay->setText(StatusTexts::Overlay(static_cast<int>(values.Overlay)));
 }
 
-// Only what has changed is handed on: the other settings may be in use by a picture on its way, and
-// the time to the next picture goes on running.
+// Counts for this run even where the file cannot be written.
 void frmStatus::SaveQuality(int percent) {
-    const QString quality = QString::number(percent);
-    WriteSetting(program.SettingsFile(), "Einstellungen", "JPGQuality", quality);
-    program.State.Values.JPGQuality = quality;
-    program.PictureValues.JPGQuality = quality;
+    program.State.Values.JPGQuality = percent;
+    (void)program.ChangeSettings({{"Einstellungen", "JPGQuality", QString::number(percent)}});
     ShowQuality(percent);
 }
 
 void frmStatus::SaveInterval(int milliseconds) {
     const IntervalParts parts = SplitInterval(milliseconds);
-    const auto write = [this](const QString& key, int number) {
-        WriteSetting(program.SettingsFile(), "Einstellungen", key, QString::number(number));
-    };
-    write("Framerate", parts.Framerate);
-    write("Uptime", parts.Uptime);
-    program.State.Values.Framerate = parts.Framerate;
-    program.State.Values.Uptime = parts.Uptime;
-    program.Cycle.ApplyInterval();
+    const bool written =
+        program.ChangeSettings({{"Einstellungen", "Framerate", QString::number(parts.Framerate)},
+                                {"Einstellungen", "Uptime", QString::number(parts.Uptime)}});
+    if (!written) {
+        program.State.Values.Framerate = parts.Framerate;
+        program.State.Values.Uptime = parts.Uptime;
+        program.Cycle.ApplyInterval();
+    }
     ShowInterval(milliseconds);
 }

@@ -3,6 +3,7 @@
 #include "base/message_boxes.h"
 #include "core/program.h"
 #include "core/settings/setting_table.h"
+#include "picture/overlay/date_time_form.h"
 #include "picture/overlay/text_style.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
@@ -147,7 +148,7 @@ void frmOverlay::ShowSettings() {
     ShowFormats();
     single = Setting("Overlayfile");
     if (single.isEmpty())
-        single = SettingRowOf(u"Einstellungen", u"Overlayfile").Default.toString();
+        single = SettingRowOf(u"Einstellungen", u"Overlayfile").Default;
     freeX = ValLong(Setting("PositionX"));
     freeY = ValLong(Setting("PositionY"));
     warning.Begin({single});
@@ -287,15 +288,17 @@ void frmOverlay::ShowLists() {
 void frmOverlay::ShowFormats() {
     const QDateTime now = Core().Wait.OwnClock().Now();
     const QLocale& locale = Core().PictureValues.Locale;
-    const auto fill = [](QComboBox& list, const auto& format) {
+    const auto fill = [](QComboBox& list, int forms, const auto& format) {
         const QSignalBlocker quiet(&list);
         const int chosen = qMax(list.currentIndex(), 0);
         list.clear();
-        while (const auto example = format(QString::number(list.count()))) list.addItem(*example);
+        for (int i = 0; i < forms; ++i) list.addItem(format(i));
         list.setCurrentIndex(chosen);
     };
-    fill(*cbDate, [&](const QString& index) { return FormatDate(index, now.date(), locale); });
-    fill(*cbTime, [&](const QString& index) { return FormatTime(index, now.time(), locale); });
+    fill(*cbDate, DateForms,
+         [&](int form) { return FormatDate(DateForm{form}, now.date(), locale); });
+    fill(*cbTime, TimeForms,
+         [&](int form) { return FormatTime(TimeForm{form}, now.time(), locale); });
 }
 
 // The list of pictures and the files of the overlay folder, the one of the settings among them.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/overlay/overlay_file.h"
+#include "picture/overlay/overlay_reader.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/headed_list.h"
 #include "ui/settings/overlay/size_warning.h"
@@ -80,5 +80,5 @@ class frmOverlay : public SettingsWindow {
     int freeX = 0;  // where the text is to stand, in pixels: kept, nothing here changes it
     int freeY = 0;
     SizeWarning warning;
-    PictureOverlayFile file;  // the single picture
+    OverlayReader file;  // the single picture
 };

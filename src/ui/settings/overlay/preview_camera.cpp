@@ -1,8 +1,6 @@
 #include "ui/settings/overlay/preview_camera.h"
 
 #include "core/program.h"
-#include "picture/bitmap/bitmap_file.h"
-#include "picture/bitmap/picture_surface.h"
 #include "picture/overlay/text_drawing.h"
 #include "ui/texts/texts.h"
 
@@ -38,12 +36,12 @@ QSize PreviewCamera::Size() const {
     return last.isEmpty() ? QSize() : last;
 }
 
-bool PreviewCamera::SaveDIB(const QString& path) {
-    if (!frame.Valid()) return SaveSurface(NeutralPicture(), path);
-    const int stride = frame.Stride();
-    const BitmapRows rows{.Top = frame.Bits.data() + qptrdiff(stride) * (frame.Height - 1),
-                          .Step = -stride};
-    return WriteBitmap(path, frame.Width, frame.Height, rows) == ImagingDone;
+QImage PreviewCamera::Picture() const {
+    if (!frame.Valid()) return NeutralPicture();
+    // A device-independent bitmap begins with the bottom row.
+    return QImage(frame.Bits.data(), frame.Width, frame.Height, frame.Stride(),
+                  QImage::Format_BGR888)
+        .mirrored();
 }
 
 // As large as the camera's pictures will be, because the text's size against the picture counts.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "camera/dib.h"
-#include "picture/capture_control.h"
 
 #include <QImage>
 
@@ -10,7 +9,7 @@ class Texts;
 
 // The camera as the previews of the overlays see it: the newest frame of the program's camera, or,
 // while there is none, a neutral picture that says so. Nothing of it is seen by the upload cycle.
-class PreviewCamera : public CaptureControl {
+class PreviewCamera {
   public:
     // Both outlive this.
     PreviewCamera(Program& ownCore, const Texts& ownWords) : core(ownCore), words(ownWords) {}
@@ -24,11 +23,8 @@ class PreviewCamera : public CaptureControl {
     // Of the camera's pictures, pixels; empty while it is not known.
     [[nodiscard]] QSize Size() const;
 
-    [[nodiscard]] bool GrabFrame() override { return true; }
-    [[nodiscard]] bool SaveDIB(const QString& path) override;
-    void SetPreviewRate(int) override {}
-    void SetPreview(bool) override {}
-    [[nodiscard]] bool Running() const override { return true; }
+    // The frame, or the neutral picture, as Format_BGR888.
+    [[nodiscard]] QImage Picture() const;
 
   private:
     [[nodiscard]] QImage NeutralPicture() const;

@@ -1,4 +1,4 @@
-#include "picture/overlay/overlay_file.h"
+#include "picture/overlay/overlay_reader.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -11,7 +11,7 @@ constexpr qint64 SettlingMilliseconds = 4000;
 
 }  // namespace
 
-const FilePicture& PictureOverlayFile::Read(const QString& path) {
+const FilePicture& OverlayReader::Read(const QString& path) {
     const QFileInfo info(path);
     Stamp now{path, info.size(), info.lastModified().toMSecsSinceEpoch()};
     if (settled && now == known && info.isFile()) return picture;

@@ -4,7 +4,7 @@
 
 // Keeps the overlay decoded that was read last, because the next picture most likely wants the same
 // one. It is read again when path, size or time of modification are others than before.
-class PictureOverlayFile {
+class OverlayReader {
   public:
     // What is in the file now; the picture lives until the next call. An empty path counts as a
     // missing file.
