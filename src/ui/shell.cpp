@@ -165,8 +165,7 @@ void Shell::ShowStatusWindow(bool shown) {
 
 void Shell::RememberStatusWindow(bool shown) {
     Tray.SetStatusShown(shown);
-    WriteSetting(parts->Core.SettingsFile(), windowSection, statusWindowKey,
-                 shown ? QString("1") : QString("0"));
+    parts->Core.Remember({{windowSection, statusWindowKey, shown ? QString("1") : QString("0")}});
 }
 
 void Shell::OpenHelp() {

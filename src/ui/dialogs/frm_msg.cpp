@@ -71,8 +71,7 @@ void frmMsg::Ask(const QString& entry) {
 }
 
 void frmMsg::accept() {
-    if (chkAlways->isChecked())
-        WriteSetting(program.SettingsFile(), "Einstellungen", "Abwahl", QString("1"));
+    if (chkAlways->isChecked()) program.Remember({{"Einstellungen", "Abwahl", "1"}});
     hide();
     program.Exit();
 }

@@ -129,7 +129,7 @@ void frmOberflaeche::Choose(const QString& name) {
 void frmOberflaeche::Dress(Skin& skin) {
     for (SkinnedWindow* window : windows) window->LoadBackground(skin);
     program.State.SkinName = skin.Name();
-    WriteSetting(program.SettingsFile(), "Einstellungen", "Skin", skin.Name());
+    program.Remember({{"Einstellungen", "Skin", skin.Name()}});
     for (SkinnedWindow* window : windows) window->ApplyLayout(skin);
     if (!skin.Fault().isEmpty()) boxes.Show("Stillpost", "Error: " + skin.Fault());
 }

@@ -102,13 +102,12 @@ bool SettingsWindow::event(QEvent* event) {
 bool SettingsWindow::Save() {
     lblNote->clear();
     if (!Check()) return false;
-    if (WriteSettings(SettingsFile(), Entries()) == 0) {
+    if (!around.Core.ChangeSettings(Entries())) {
         around.Boxes.Show("Stillpost", around.Words.Get(common, "CannotSave").arg(SettingsFile()),
                           MessageBoxes::Icon::Critical);
         return false;
     }
     hide();
-    around.Core.LoadSettings();
     emit Saved();
     return true;
 }

@@ -53,5 +53,5 @@ void Languages::Choose(Texts::Language language) {
                             : language == Texts::Language::French ? french
                                                                   : english;
     program.State.Values.Sprache = setting;
-    WriteSetting(program.SettingsFile(), "Einstellungen", "Sprache", setting);
+    (void)program.ChangeSettings({{"Einstellungen", "Sprache", setting}});
 }
