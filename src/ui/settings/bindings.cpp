@@ -15,6 +15,8 @@
 
 namespace {
 
+const QString dots = QStringLiteral("…");
+
 QMetaProperty PropertyOf(const QWidget& control) {
     const QMetaObject& about = *control.metaObject();
     const QMetaProperty user = about.userProperty();
@@ -112,8 +114,8 @@ void Bindings::ShowText(const Bound& bound) const {
     auto* label = bound.Caption ? bound.Caption : qobject_cast<QLabel*>(bound.Control);
     if (label) label->setText(text);
     if (label == bound.Control) return;
-    if (auto* button = qobject_cast<QAbstractButton*>(bound.Control); button && !label)
-        button->setText(text);
+    auto* button = qobject_cast<QAbstractButton*>(bound.Control);
+    if (button && !label && button->text() != dots) button->setText(text);
     bound.Control->setAccessibleName(text.trimmed());
     bound.Control->setToolTip(Text(bound.What.Help));
     if (auto* list = qobject_cast<QComboBox*>(bound.Control))

@@ -39,7 +39,8 @@ class Bindings : public QObject {
     Bindings(const Texts& ownWords, const QString& ownSection);
 
     // caption: the label in front of the control; without one a button has the caption itself, and
-    // other controls have it for screen readers only. Only a label is known by its text alone.
+    // other controls, and buttons that show "…", have it for screen readers only. Only a label is
+    // known by its text alone.
     void Add(QWidget* control, const Binding& binding, QLabel* caption = nullptr);
     void Add(QWidget* control, const QString& key) { Add(control, Binding{.Key = key}); }
     // A new frame with that title.
