@@ -1,9 +1,9 @@
 #include "ui/settings/camera/camera_format.h"
 
 #include "core/program.h"
+#include "ui/settings/settings_rows.h"
 
 #include <QComboBox>
-#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -72,41 +72,39 @@ CameraFormat::CameraFormat(const Surroundings& surroundings, QWidget* parent)
       cbSize(new QComboBox),
       cbRate(new QComboBox),
       btnDriver(new QPushButton),
-      lblOffer(new QLabel),
-      lblSize(new QLabel),
-      lblRate(new QLabel) {
-    auto* grid = new QGridLayout;
-    grid->addWidget(lblOffer, 0, 0, 1, 2);
-    grid->addWidget(lblSize, 1, 0);
-    grid->addWidget(cbSize, 1, 1);
-    grid->addWidget(lblRate, 2, 0);
-    grid->addWidget(cbRate, 2, 1);
-    grid->setColumnStretch(1, 1);
-    Body().addLayout(grid);
+      lblOffer(new QLabel) {
+    auto* rows = new SettingsRows(Controls);
+    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    rows->addRow(lblOffer);
+    rows->Add(cbSize, {.Key = "CaptureFormat",
+                       .Text = "SizeCaption",
+                       .Show = [this](const QString& setting) { Ask(setting); },
+                       .Value = [this] { return WishText(wish); }});
+    rows->Add(cbRate, {.Text = "RateCaption"});
+    Controls.Add(btnDriver, {.Text = "Driver"});
+    Body().addLayout(rows);
     Body().addStretch(1);
     Body().addWidget(btnDriver, 0, Qt::AlignLeft);
     lblOffer->setTextFormat(Qt::PlainText);
-    lblSize->setBuddy(cbSize);
-    lblRate->setBuddy(cbRate);
     for (QComboBox* list : {cbSize, cbRate}) list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    setTabOrder(cbRate, btnDriver);
-    setTabOrder(btnDriver, btnSave);
     connect(cbSize, &QComboBox::activated, this, [this] {
-        wish = Size();
+        const QSize size = cbSize->currentData().toSize();
+        wish = {size.width(), size.height(), 0};
         ShowRates();
     });
     connect(cbRate, &QComboBox::activated, this,
             [this] { wish.Rate = cbRate->currentData().toDouble(); });
     connect(btnDriver, &QPushButton::clicked, this, &CameraFormat::ShowDriverPages);
+    connect(&Controls, &Bindings::TextsShown, this, &CameraFormat::ShowOffer);
     Finish();
 }
 
-void CameraFormat::ShowSettings() {
+void CameraFormat::Ask(const QString& setting) {
     device = Core().ezVidCap1.InstalledDevice().value_or(CaptureDevice());
     camera = Core().DriverText();
     offered = Core().System().Cameras->Formats(device);
     btnDriver->setVisible(Core().System().Cameras->HasOwnPages(device));
-    wish = ParseFormatWish(Setting("CaptureFormat")).value_or(FormatWish());
+    wish = ParseFormatWish(setting).value_or(FormatWish());
     ShowOffer();
     cbSize->setFocus();
 }
@@ -156,26 +154,4 @@ void CameraFormat::ShowDriverPages() {
     wish = NearestWish(offered, *chosen);
     ShowSizes();
     ShowRates();
-}
-
-FormatWish CameraFormat::Size() const {
-    const QSize size = cbSize->currentData().toSize();
-    return {size.width(), size.height(), 0};
-}
-
-QList<ProfileEntry> CameraFormat::Entries() const {
-    return {Entry("CaptureFormat", WishText(wish))};
-}
-
-void CameraFormat::ShowTexts() {
-    lblSize->setText(Text("SizeCaption"));
-    lblRate->setText(Text("RateCaption"));
-    cbSize->setAccessibleName(Text("SizeCaption"));
-    cbRate->setAccessibleName(Text("RateCaption"));
-    cbSize->setToolTip(Text("cbSizeHelp"));
-    cbRate->setToolTip(Text("cbRateHelp"));
-    btnDriver->setText(Text("Driver"));
-    btnDriver->setToolTip(Text("btnDriverHelp"));
-    ShowOffer();
-    SettingsWindow::ShowTexts();
 }

@@ -19,20 +19,13 @@ class CameraFormat : public SettingsWindow {
     QPushButton* btnDriver;  // only where the driver has a window of its own
     QLabel* lblOffer;        // which camera, or that it cannot be asked
 
-  protected:
-    void ShowSettings() override;
-    [[nodiscard]] QList<ProfileEntry> Entries() const override;
-    void ShowTexts() override;
-
   private:
+    void Ask(const QString& setting);
     void ShowOffer();
     void ShowSizes();
     void ShowRates();
     void ShowDriverPages();
-    [[nodiscard]] FormatWish Size() const;
 
-    QLabel* lblSize;
-    QLabel* lblRate;
     CaptureDevice device;
     QString camera;
     QList<CaptureFormat> offered;
