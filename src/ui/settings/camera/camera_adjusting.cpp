@@ -27,26 +27,28 @@ CameraAdjusting::CameraAdjusting(const Surroundings& surroundings, QWidget* pare
       Live(new CameraView(surroundings.Core.ezVidCap1, surroundings.Words)),
       btnDefaults(new QPushButton),
       btnDriver(new QPushButton),
-      lblState(new QLabel) {
-    Lay();
+      lblState(new QLabel),
+      column(new QVBoxLayout) {
+    Controls.Add(btnDefaults, {.Text = "Defaults"});
+    Controls.Add(btnDriver, {.Text = "Driver"});
+    LayOut();
     connect(btnDefaults, &QPushButton::clicked, this, [this] {
         QList<CameraControl> controls;
         for (const ControlRow* row : std::as_const(rows)) controls << row->Control();
         SetAll(controls, &CameraControl::Default);
     });
     connect(btnDriver, &QPushButton::clicked, this, &CameraAdjusting::ShowDriverPages);
+    connect(&Controls, &Bindings::TextsShown, this, [this] {
+        if (isVisible()) MakeRows(CurrentControls());
+    });
     connect(&Core(), &Program::DriversChanged, this, &CameraAdjusting::LeaveOtherCamera);
     connect(&Core(), &Program::SettingsLoaded, this, &CameraAdjusting::Watch);
     Finish();
 }
 
-void CameraAdjusting::Lay() {
+void CameraAdjusting::LayOut() {
     lblState->setWordWrap(true);
     lblState->setTextFormat(Qt::PlainText);
-    auto* column = new QVBoxLayout;
-    grid = new QGridLayout;
-    grid->setColumnStretch(1, 1);
-    column->addLayout(grid);
     column->addWidget(lblState);
     column->addStretch(1);
     auto* below = new QHBoxLayout;
@@ -70,38 +72,35 @@ void CameraAdjusting::ShowSettings() {
     if (device.Adjust)
         device.Adjust(device.Address,
                       CameraAdjustments::Of(Core().State.Values.CameraControls, camera));
-    ReadControls();
+    before = CurrentControls();
+    MakeRows(before);
+    ShowTexts();  // gives the letters of the new captions out
     btnDriver->setVisible(Core().System().Controls->HasOwnPages(device));
     Live->Begin(true);
     Core().ezVidCap1.SetPreview(true);
     if (!rows.isEmpty()) rows.first()->Widgets().first()->setFocus();
 }
 
-void CameraAdjusting::ReadControls() {
-    before =
-        device.Address.isEmpty() ? QList<CameraControl>() : Core().System().Controls->List(device);
-    MakeRows();
-    lblState->setText(rows.isEmpty() ? Text("Nothing").arg(camera) : QString());
-    btnDefaults->setEnabled(!rows.isEmpty());
+QList<CameraControl> CameraAdjusting::CurrentControls() const {
+    return device.Address.isEmpty() ? QList<CameraControl>()
+                                    : Core().System().Controls->List(device);
 }
 
-void CameraAdjusting::MakeRows() {
-    qDeleteAll(rows);
+// The Tab key comes to them first: new controls stand behind the last button, where it begins anew.
+void CameraAdjusting::MakeRows(const QList<CameraControl>& controls) {
+    delete panel;
+    panel = new QWidget;
+    column->insertWidget(0, panel);
+    auto* grid = new QGridLayout(panel);
+    grid->setContentsMargins({});
+    grid->setColumnStretch(1, 1);
     rows.clear();
-    QWidget* last = nullptr;
-    for (const CameraControl& control : std::as_const(before)) {
-        auto* row = new ControlRow(Translated(control), Caption(control), *grid, this);
-        connect(row, &ControlRow::Changed, this, &CameraAdjusting::Set);
-        rows << row;
-        for (QWidget* widget : row->Widgets()) {
-            if (last) setTabOrder(last, widget);
-            last = widget;
-        }
+    for (const CameraControl& control : controls) {
+        rows << new ControlRow(Translated(control), Caption(control), *grid);
+        connect(rows.last(), &ControlRow::Changed, this, &CameraAdjusting::Set);
     }
-    if (last) setTabOrder(last, btnDefaults);
-    setTabOrder(btnDefaults, btnDriver);
-    setTabOrder(btnDriver, btnSave);
-    SettingsWindow::ShowTexts();
+    lblState->setText(rows.isEmpty() ? Text("Nothing").arg(camera) : QString());
+    btnDefaults->setEnabled(!rows.isEmpty());
 }
 
 QString CameraAdjusting::Caption(const CameraControl& control) const {
@@ -204,19 +203,4 @@ QList<ProfileEntry> CameraAdjusting::Entries() const {
         entries << ProfileEntry{"CameraControls", "Control" + QString::number(entries.size()),
                                 line};
     return entries;
-}
-
-void CameraAdjusting::ShowTexts() {
-    btnDefaults->setText(Text("Defaults"));
-    btnDefaults->setToolTip(Text("btnDefaultsHelp"));
-    btnDriver->setText(Text("Driver"));
-    btnDriver->setToolTip(Text("btnDriverHelp"));
-    Live->ShowTexts();
-    if (isVisible()) {
-        // New rows in the other language, with the values as they are.
-        const QList<CameraControl> opened = before;
-        ReadControls();
-        before = opened;
-    }
-    SettingsWindow::ShowTexts();
 }

@@ -5,7 +5,6 @@
 
 class ControlRow;
 class CameraView;
-class QGridLayout;
 class QLabel;
 
 // Brightness, contrast and whatever else the camera can adjust, beside its live picture. What is
@@ -31,13 +30,12 @@ class CameraAdjusting : public SettingsWindow {
   protected:
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
-    void ShowTexts() override;
     void hideEvent(QHideEvent* event) override;
 
   private:
-    void Lay();
-    void ReadControls();
-    void MakeRows();
+    void LayOut();
+    [[nodiscard]] QList<CameraControl> CurrentControls() const;
+    void MakeRows(const QList<CameraControl>& controls);
     void RefreshRows();
     void Set(const QString& id, int value);
     void SetAll(const QList<CameraControl>& controls, int CameraControl::*value);
@@ -48,7 +46,8 @@ class CameraAdjusting : public SettingsWindow {
     [[nodiscard]] QString Caption(const CameraControl& control) const;
     [[nodiscard]] CameraControl Translated(const CameraControl& control) const;
 
-    QGridLayout* grid;
+    QVBoxLayout* column;
+    QWidget* panel = nullptr;  // with the rows
     QList<ControlRow*> rows;
     CaptureDevice device;
     QString camera;

@@ -3,11 +3,11 @@
 #include "base/paths.h"
 #include "camera/camera_list.h"
 #include "ui/settings/camera/camera_address.h"
-#include "ui/texts/texts.h"
+#include "ui/settings/settings_rows.h"
+#include "ui/widgets/file_chooser.h"
 
 #include <QComboBox>
-#include <QFileDialog>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -34,57 +34,37 @@ WrittenCamera WrittenCamera::FromLine(const QString& line) {
     return camera;
 }
 
-CameraForm::CameraForm(const Texts& ownTexts, QWidget* parent)
-    : QWidget(parent),
-      txtName(new QLineEdit),
+CameraForm::CameraForm(Bindings& ownBindings)
+    : txtName(new QLineEdit),
       cbKind(new QComboBox),
       txtAddress(new QLineEdit),
       btnFile(new QPushButton(QStringLiteral("…"))),
       txtUser(new QLineEdit),
       txtPassword(new QLineEdit),
-      texts(ownTexts),
-      lblName(new QLabel),
-      lblKind(new QLabel),
-      lblAddress(new QLabel),
-      lblUser(new QLabel),
-      lblPassword(new QLabel) {
-    Lay();
+      bindings(ownBindings),
+      rows(new SettingsRows(ownBindings, this)),
+      lblAddress(new QLabel) {
+    LayOut();
     Connect();
 }
 
-void CameraForm::Lay() {
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins({});
-    struct Row {
-        QLabel* Caption;
-        QWidget* Field;
-    };
-    int row = 0;
-    for (const Row& each : std::initializer_list<Row>{{lblName, txtName},
-                                                      {lblKind, cbKind},
-                                                      {lblAddress, txtAddress},
-                                                      {lblUser, txtUser},
-                                                      {lblPassword, txtPassword}}) {
-        each.Caption->setBuddy(each.Field);
-        grid->addWidget(each.Caption, row, 0);
-        if (each.Field != txtAddress) grid->addWidget(each.Field, row, 1);
-        ++row;
-    }
+void CameraForm::LayOut() {
     auto* place = new QHBoxLayout;
     place->addWidget(txtAddress, 1);
     place->addWidget(btnFile);
-    grid->addLayout(place, 2, 1);
-    grid->setColumnStretch(1, 1);
-    QWidget* before = cbKind;
-    for (QWidget* next :
-         std::initializer_list<QWidget*>{txtAddress, btnFile, txtUser, txtPassword}) {
-        setTabOrder(before, next);
-        before = next;
-    }
+    rows->setContentsMargins({});
+    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    rows->Add(txtName, {.Text = "Name"});
+    rows->Add(cbKind, {.Text = "Kind", .Items = kinds.size()});
+    rows->addRow(lblAddress, place);
+    bindings.Add(txtAddress, {.Text = "Address"}, lblAddress);
+    bindings.Add(btnFile, {.Text = "ChooseFile"});
+    rows->Add(txtUser, {.Text = "User"});
+    rows->Add(txtPassword, {.Text = "Password"});
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // no list is to be cut off
     txtPassword->setEchoMode(QLineEdit::Password);
     constexpr int usualLetters = 34;  // of an address
     txtAddress->setMinimumWidth(fontMetrics().averageCharWidth() * usualLetters);
-    for (std::size_t i = 0; i < kinds.size(); ++i) cbKind->addItem(QString());
 }
 
 void CameraForm::Connect() {
@@ -92,6 +72,7 @@ void CameraForm::Connect() {
         connect(field, &QLineEdit::textEdited, this, &CameraForm::Changed);
     connect(cbKind, &QComboBox::activated, this, &CameraForm::ChangeKind);
     connect(btnFile, &QPushButton::clicked, this, &CameraForm::ChooseFile);
+    connect(&bindings, &Bindings::TextsShown, this, &CameraForm::FitToKind);
 }
 
 CaptureKind CameraForm::Kind() const {
@@ -141,52 +122,22 @@ void CameraForm::ChangeKind() {
 
 void CameraForm::FitToKind() {
     const CaptureKind kind = Kind();
-    const bool network = kind == CaptureKind::Network;
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{lblUser, txtUser, lblPassword, txtPassword})
-        widget->setVisible(network);
+    for (QWidget* field : {txtUser, txtPassword})
+        rows->setRowVisible(field, kind == CaptureKind::Network);
     btnFile->setVisible(kind == CaptureKind::File);
-    const QString caption = network                     ? Text("Address")
-                            : kind == CaptureKind::Test ? Text("TestSize")
-                                                        : Text("File");
-    const QString help = network                     ? Text("AddressHelp")
-                         : kind == CaptureKind::Test ? Text("TestSizeHelp")
-                                                     : Text("FileHelp");
-    lblAddress->setText(caption);
-    txtAddress->setAccessibleName(caption);
-    txtAddress->setToolTip(help);
+    const QString key = kind == CaptureKind::Network ? QStringLiteral("Address")
+                        : kind == CaptureKind::Test  ? QStringLiteral("TestSize")
+                                                     : QStringLiteral("File");
+    lblAddress->setText(bindings.Text(key));
+    txtAddress->setAccessibleName(bindings.Text(key));
+    txtAddress->setToolTip(bindings.Text(key + "Help"));
 }
 
 void CameraForm::ChooseFile() {
-    auto* chooser = new QFileDialog(this, Text("ChooseFile"));
-    chooser->setAttribute(Qt::WA_DeleteOnClose);
-    chooser->setFileMode(QFileDialog::ExistingFile);
-    connect(chooser, &QFileDialog::fileSelected, this, [this](const QString& file) {
+    const QFileDialog& chooser =
+        OpenFileChooser(this, QFileDialog::ExistingFile, bindings.Text("ChooseFile"), {});
+    connect(&chooser, &QFileDialog::fileSelected, this, [this](const QString& file) {
         txtAddress->setText(Paths::Native(file));
         emit Changed();
     });
-    chooser->open();
-}
-
-QString CameraForm::Text(const QString& key) const {
-    return texts.Get("CameraSources", key);
-}
-
-void CameraForm::ShowTexts() {
-    lblName->setText(Text("Name"));
-    lblKind->setText(Text("Kind"));
-    lblUser->setText(Text("User"));
-    lblPassword->setText(Text("Password"));
-    for (int i = 0; i < cbKind->count(); ++i)
-        cbKind->setItemText(i, Text("Kind" + QString::number(i)));
-    const std::initializer_list<std::pair<QWidget*, QString>> names{{txtName, "Name"},
-                                                                    {cbKind, "Kind"},
-                                                                    {txtUser, "User"},
-                                                                    {txtPassword, "Password"},
-                                                                    {btnFile, "ChooseFile"}};
-    for (const auto& [control, key] : names) {
-        control->setAccessibleName(Text(key));
-        control->setToolTip(Text(key + "Help"));
-    }
-    FitToKind();
 }

@@ -4,12 +4,12 @@
 
 #include <QWidget>
 
-class Texts;
+class Bindings;
 class QComboBox;
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class SettingsRows;
 
 // A camera that the operator writes down.
 struct WrittenCamera {
@@ -29,8 +29,8 @@ class CameraForm : public QWidget {
     Q_OBJECT
 
   public:
-    // ownTexts outlives the form.
-    explicit CameraForm(const Texts& ownTexts, QWidget* parent = nullptr);
+    // bindings: of the window, which they outlive.
+    explicit CameraForm(Bindings& ownBindings);
 
     QLineEdit* txtName;
     QComboBox* cbKind;  // network camera, video file, test picture
@@ -41,27 +41,22 @@ class CameraForm : public QWidget {
 
     void Show(const WrittenCamera& camera);
     [[nodiscard]] WrittenCamera Camera() const;
-    void ShowTexts();
 
   signals:
     // By the operator.
     void Changed();
 
   private:
-    void Lay();
+    void LayOut();
     void Connect();
     void ChangeKind();
     void FitToKind();
     void ChooseFile();
     [[nodiscard]] CaptureKind Kind() const;
     [[nodiscard]] QString Address() const;
-    [[nodiscard]] QString Text(const QString& key) const;
 
-    const Texts& texts;
-    QLabel* lblName;
-    QLabel* lblKind;
+    Bindings& bindings;
+    SettingsRows* rows;
     QLabel* lblAddress;
-    QLabel* lblUser;
-    QLabel* lblPassword;
     WrittenCamera shown;
 };

@@ -36,16 +36,20 @@ CameraSources::CameraSources(const Surroundings& surroundings, QWidget* parent)
       lstCameras(new QListWidget),
       btnAdd(new QPushButton),
       btnRemove(new QPushButton),
-      Form(new CameraForm(surroundings.Words)),
       btnTry(new QPushButton),
       trial(surroundings.Core.Wait, noDevices) {
+    Controls.Add(lstCameras, {.Text = "List"});
+    Controls.Add(btnAdd, {.Text = "Add"});
+    Controls.Add(btnRemove, {.Text = "Remove"});
+    Form = new CameraForm(Controls);
+    Controls.Add(btnTry, {.Text = "Try"});
     Live = new CameraView(trial, surroundings.Words);
-    Lay();
+    LayOut();
     Connect();
     Finish();
 }
 
-void CameraSources::Lay() {
+void CameraSources::LayOut() {
     auto* left = new QVBoxLayout;
     left->addWidget(lstCameras, 1);
     auto* change = new QHBoxLayout;
@@ -69,7 +73,6 @@ void CameraSources::Lay() {
     constexpr int letters = 38;  // of a name and an address
     lstCameras->setMinimumWidth(fontMetrics().averageCharWidth() * letters);
     lstCameras->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // long ones end in dots
-    setTabOrder(btnTry, btnSave);
 }
 
 void CameraSources::Connect() {
@@ -222,17 +225,4 @@ QList<ProfileEntry> CameraSources::Entries() const {
     entries << ProfileEntry{cameraSection, "Cam" + QString::number(entries.size()), QString()};
     if (renamed != inUse) entries << Entry("Treiber", renamed);
     return entries;
-}
-
-void CameraSources::ShowTexts() {
-    btnAdd->setText(Text("Add"));
-    btnRemove->setText(Text("Remove"));
-    btnTry->setText(Text("Try"));
-    const std::initializer_list<std::pair<QWidget*, QString>> helps{
-        {lstCameras, "List"}, {btnAdd, "Add"}, {btnRemove, "Remove"}, {btnTry, "Try"}};
-    for (const auto& [control, key] : helps) control->setToolTip(Text(key + "Help"));
-    lstCameras->setAccessibleName(Text("List"));
-    Form->ShowTexts();
-    Live->ShowTexts();
-    SettingsWindow::ShowTexts();
 }

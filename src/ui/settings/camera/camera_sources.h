@@ -26,7 +26,6 @@ class CameraSources : public SettingsWindow {
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
     [[nodiscard]] bool Check() override;
-    void ShowTexts() override;
     void hideEvent(QHideEvent* event) override;
 
   private:
@@ -39,7 +38,7 @@ class CameraSources : public SettingsWindow {
         }
     };
 
-    void Lay();
+    void LayOut();
     void Connect();
     void ShowList(int marked);
     void ShowMarked();

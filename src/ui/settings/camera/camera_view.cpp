@@ -7,45 +7,23 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <array>
+
 namespace {
 
 const QString section = "CameraFaults";
 
-QString KeyOf(CaptureFault fault) {
-    switch (fault) {
-        case CaptureFault::NotConnected:
-            return "NotConnected";
-        case CaptureFault::Busy:
-            return "Busy";
-        case CaptureFault::Denied:
-            return "Denied";
-        case CaptureFault::BadFormat:
-            return "BadFormat";
-        case CaptureFault::FileMissing:
-            return "FileMissing";
-        case CaptureFault::Unreachable:
-            return "Unreachable";
-        case CaptureFault::WrongPassword:
-            return "WrongPassword";
-        case CaptureFault::AddressMissing:
-            return "AddressMissing";
-        case CaptureFault::BadAddress:
-            return "BadAddress";
-        case CaptureFault::NotAPicture:
-            return "NotAPicture";
-        case CaptureFault::Lost:
-            return "Lost";
-        case CaptureFault::None:
-        case CaptureFault::Silent:
-            break;
-    }
-    return "Silent";
-}
+// In the order of the faults; none at all means that no picture comes.
+constexpr std::array<QStringView, 13> keys{
+    u"Silent",      u"NotConnected", u"Busy",          u"Denied",         u"BadFormat",
+    u"FileMissing", u"Unreachable",  u"WrongPassword", u"AddressMissing", u"BadAddress",
+    u"NotAPicture", u"Silent",       u"Lost"};
+static_assert(keys.size() == static_cast<std::size_t>(CaptureFault::Lost) + 1);
 
 }  // namespace
 
 QString FaultAdvice(CaptureFault fault, const Texts& texts) {
-    return texts.Get(section, KeyOf(fault));
+    return texts.Get(section, keys.at(static_cast<std::size_t>(fault)).toString());
 }
 
 CameraView::CameraView(const ezVidCap& ownCapture, const Texts& ownTexts, QWidget* parent)
@@ -68,6 +46,8 @@ CameraView::CameraView(const ezVidCap& ownCapture, const Texts& ownTexts, QWidge
     column->addWidget(lblState);
     connect(&capture, &ezVidCap::PreviewFrame, this, &CameraView::ShowFrame);
     connect(&capture, &ezVidCap::FaultChanged, this, &CameraView::ShowFault);
+    connect(&texts, &Texts::Changed, this, &CameraView::ShowTexts);
+    ShowTexts();
 }
 
 void CameraView::Begin(bool waiting) {

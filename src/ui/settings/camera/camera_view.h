@@ -22,10 +22,10 @@ class CameraView : public QWidget {
 
     // Forgets the picture; waiting: one is on its way.
     void Begin(bool waiting);
-    void ShowTexts();
 
   private:
     enum class State { Idle, Waiting, Showing, Failed };
+    void ShowTexts();
     void ShowFrame(const QImage& image);
     void ShowFault(const QString& fault);
 

@@ -1,7 +1,12 @@
 #include "ui/settings/camera/control_row.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QSignalBlocker>
+#include <QSlider>
+#include <QSpinBox>
 
 #include <algorithm>
 
@@ -11,30 +16,24 @@ constexpr int mostPlaces = 10'000;  // of a slider: more than any screen has pix
 
 }  // namespace
 
-ControlRow::ControlRow(const CameraControl& shown, const QString& caption, QGridLayout& grid,
-                       QObject* parent)
-    : QObject(parent), control(shown) {
+ControlRow::ControlRow(const CameraControl& shown, const QString& caption, QGridLayout& grid)
+    : QObject(grid.parentWidget()), control(shown) {
     const int row = grid.rowCount();
     if (control.Kind == CameraControl::Form::Switch) {
         box = new QCheckBox(caption);
         grid.addWidget(box, row, 1, 1, 2);
         connect(box, &QCheckBox::toggled, this, [this](bool on) { Change(on ? 1 : 0); });
     } else {
-        label = new QLabel(caption);
+        auto* label = new QLabel(caption);
         grid.addWidget(label, row, 0);
         if (control.Kind == CameraControl::Form::Menu)
             MakeMenu(grid, row);
         else
             MakeNumber(grid, row);
+        label->setBuddy(Widgets().first());
     }
     for (QWidget* widget : Widgets()) widget->setAccessibleName(caption);
-    if (label) label->setBuddy(Widgets().first());
     Show(control);
-}
-
-ControlRow::~ControlRow() {
-    delete label;
-    for (QWidget* widget : Widgets()) delete widget;
 }
 
 void ControlRow::MakeNumber(QGridLayout& grid, int row) {

@@ -2,14 +2,13 @@
 
 #include "platform/camera_controls.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QPointer>
-#include <QSlider>
-#include <QSpinBox>
+#include <QObject>
 
+class QCheckBox;
+class QComboBox;
 class QGridLayout;
+class QSlider;
+class QSpinBox;
 
 // One thing that can be adjusted in a camera, as a row of a window: a caption with a slider and a
 // number, a list, or a check box.
@@ -17,10 +16,8 @@ class ControlRow : public QObject {
     Q_OBJECT
 
   public:
-    // caption: what it is called in the language in use.
-    ControlRow(const CameraControl& shown, const QString& caption, QGridLayout& grid,
-               QObject* parent);
-    ~ControlRow() override;
+    // caption: what it is called in the language in use. grid: of a widget with which the row goes.
+    ControlRow(const CameraControl& shown, const QString& caption, QGridLayout& grid);
 
     // Takes over the value and whether it can be changed now.
     void Show(const CameraControl& now);
@@ -41,10 +38,8 @@ class ControlRow : public QObject {
     [[nodiscard]] int ValueAt(int place) const;
 
     CameraControl control;
-    // The window may delete them before the row.
-    QPointer<QLabel> label;
-    QPointer<QSlider> slider;
-    QPointer<QSpinBox> number;
-    QPointer<QComboBox> list;
-    QPointer<QCheckBox> box;
+    QSlider* slider = nullptr;
+    QSpinBox* number = nullptr;
+    QComboBox* list = nullptr;
+    QCheckBox* box = nullptr;
 };
