@@ -4,6 +4,7 @@
 #include "ui/settings_fixture.h"
 #include "ui/texts/languages.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -22,31 +23,17 @@ class CameraFixture : public SettingsFixture {
 
     Languages Tables{*Core, Words};
     frmCam Window{Around(), Tables, nullptr};
-
-    // What can be reached with Tab from this widget on, in order, up to the button that closes.
-    [[nodiscard]] static QList<QWidget*> TabChain(SettingsWindow& window, QWidget* first) {
-        window.activateWindow();
-        (void)QTest::qWaitForWindowActive(&window);
-        first->setFocus();
-        QList<QWidget*> chain;
-        while (chain.size() < 40 && window.focusWidget() != window.btnClose) {
-            chain << window.focusWidget();
-            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-        }
-        return chain << window.focusWidget();
+    // Opens the window of a settings file.
+    void OpenWith(const QString& lines) {
+        Write(lines);
+        Core->RefreshDrivers();
+        Core->LoadSettings();
+        Window.Open();
     }
-
-    // Controls that a reader of the screen could not name.
-    [[nodiscard]] static QStringList Nameless(const QWidget& window) {
-        QStringList nameless;
-        for (const QWidget* widget : window.findChildren<QWidget*>()) {
-            const bool control = widget->focusPolicy() & Qt::TabFocus &&
-                                 widget->isVisibleTo(&window) && !widget->focusProxy();
-            const auto* button = qobject_cast<const QAbstractButton*>(widget);
-            if (control && widget->accessibleName().isEmpty() &&
-                !(button && button->text().size() > 1) && !widget->inherits("QScrollArea"))
-                nameless << QString::fromLatin1(widget->metaObject()->className());
-        }
-        return nameless;
+    // Picks an entry as a user does.
+    static void Pick(QComboBox& list, int index) {
+        list.setCurrentIndex(index);
+        emit list.activated(index);
+        QCoreApplication::processEvents();
     }
 };

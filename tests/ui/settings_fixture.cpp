@@ -103,7 +103,7 @@ QStringList SettingsFixture::Missing(const QWidget& window, const QString& secti
     return missing;
 }
 
-QStringList TabFaults(SettingsWindow& window) {
+QStringList TabFaults(QWidget& window) {
     QWidgetList left;
     for (auto* control : window.findChildren<QWidget*>())
         if (IsStop(*control, window)) left << control;

@@ -23,7 +23,7 @@ class SettingsFixture : public WindowFixture {
 
 // What is wrong with the way of the Tab key through a window: controls that it leaves out or that
 // have no name for a screen reader or no help, and steps back within a frame.
-[[nodiscard]] QStringList TabFaults(SettingsWindow& window);
+[[nodiscard]] QStringList TabFaults(QWidget& window);
 
 // All captions of the window's labels, buttons, options and frames, and its title.
 [[nodiscard]] QStringList Captions(const QWidget& window);

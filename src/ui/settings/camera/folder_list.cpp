@@ -33,14 +33,6 @@ QString FolderList::Path() const {
     return name.isEmpty() ? open : QDir(open).filePath(name);
 }
 
-void FolderList::Open(const QString& folder) {
-    Start(folder, false);
-}
-
-void FolderList::OpenNear(const QString& folder) {
-    Start(folder, true);
-}
-
 void FolderList::OpenAbove() {
     QDir above(open);
     if (!open.isEmpty() && above.cdUp()) Open(above.absolutePath());
@@ -65,7 +57,7 @@ FolderList::Content FolderList::Read(const QString& folder, bool orAbove) {
                                               QDir::Name | QDir::IgnoreCase | QDir::LocaleAware)};
 }
 
-void FolderList::Start(const QString& folder, bool orAbove) {
+void FolderList::Open(const QString& folder, bool orAbove) {
     reading = true;
     emit ReadingStarted();
     background.Run([this, folder, orAbove]() -> std::function<void()> {
@@ -93,8 +85,8 @@ void FolderList::Show(const QString& wanted, const Content& content) {
 }
 
 void FolderList::OpenEntry(const QListWidgetItem* entry) {
-    const QString name = entry ? entry->data(nameRole).toString() : QString();
     if (!entry) return;
+    const QString name = entry->data(nameRole).toString();
     if (name.isEmpty())
         OpenAbove();
     else

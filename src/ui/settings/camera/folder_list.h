@@ -16,9 +16,8 @@ class FolderList : public QListWidget {
     void SetUpText(const QString& text);
 
     // Reads the folder and shows it; the former one stays when that fails.
-    void Open(const QString& folder);
-    // The same, with the nearest folder above it that can be read.
-    void OpenNear(const QString& folder);
+    // orAbove: the nearest folder above it that can be read will do.
+    void Open(const QString& folder, bool orAbove = false);
     void OpenAbove();
     // Makes a folder in the open one and opens it; false when that fails.
     [[nodiscard]] bool MakeFolder(const QString& name);
@@ -46,7 +45,6 @@ class FolderList : public QListWidget {
     };
     [[nodiscard]] static Content Read(const QString& folder, bool orAbove);
 
-    void Start(const QString& folder, bool orAbove);
     void Show(const QString& wanted, const Content& content);
     void OpenEntry(const QListWidgetItem* entry);
 

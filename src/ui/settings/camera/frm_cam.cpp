@@ -5,27 +5,111 @@
 #include "core/program.h"
 #include "core/settings/load_settings.h"
 #include "ui/settings/camera/path_field.h"
+#include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QHideEvent>
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
+
+namespace {
+
+// Its list is renewed when it is opened: a camera may have been plugged in meanwhile.
+class DriverBox : public QComboBox {
+  public:
+    explicit DriverBox(Program& ownProgram) : program(ownProgram) {}
+    void showPopup() override {
+        program.RefreshDrivers();
+        QComboBox::showPopup();
+    }
+
+  private:
+    Program& program;
+};
+
+}  // namespace
+
 frmCam::frmCam(const Surroundings& surroundings, const Languages& ownLanguages, QWidget* parent)
     : SettingsWindow(surroundings, "frmCam", parent),
-      Chooser(surroundings.Core, surroundings.Words, parent),
+      cbDriver(new DriverBox(surroundings.Core)),
+      chkPreview(new QCheckBox),
+      chkStretch(new QCheckBox),
+      chkCenter(new QCheckBox),
+      btnSource(new QPushButton),
+      btnFormat(new QPushButton),
+      btnPicture(new QPushButton),
+      Text5(new PathField),
+      asFlatCheck1(new QCheckBox),
+      asFlatTextBox1(new PathField),
+      lblArchiveNote(new QLabel),
+      Chooser(surroundings.Words, parent),
       Sources(surroundings, parent),
       Format(surroundings, parent),
       Picture(surroundings, parent),
       languages(ownLanguages) {
-    Lay();
+    Body().addWidget(DriverFrame());
+    Body().addWidget(PathFrame());
+    Body().addStretch(1);
     Connect();
     Finish();
     // The separator at the end needs room too.
     for (PathField* field : {Text5, asFlatTextBox1}) field->setMaxLength(field->maxLength() - 1);
+}
+
+QGroupBox* frmCam::DriverFrame() {
+    QGroupBox* frame = Controls.Frame("FrameDriver");
+    auto* grid = new QGridLayout(frame);
+    auto* list = new SettingsRows(Controls);
+    list->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    list->Add(cbDriver, {.Key = "Treiber",
+                         .Text = "Driver",
+                         .Show = [this](const QString&) { ShowDrivers(); },
+                         .Value = [this] { return WantedDriver(); }});
+    grid->addLayout(list, 0, 0, 1, 2);
+    const auto place = [&](QAbstractButton* button, int row, int column, const Binding& binding) {
+        grid->addWidget(button, row, column);
+        Controls.Add(button, binding);
+    };
+    const auto installed = [this] {
+        return Core().State.DriverPresent && Core().ezVidCap1.InstalledSelected();
+    };
+    place(chkPreview, 1, 0, {.Key = "Preview"});
+    place(chkStretch, 2, 0, {.Key = "StretchPreview", .Text = "Stretch"});
+    place(chkCenter, 3, 0, {.Key = "CenterVideo", .Text = "Center"});
+    place(btnSource, 1, 1, {.Text = "Source"});
+    place(btnFormat, 2, 1, {.Text = "Format", .Enabled = installed});
+    place(btnPicture, 3, 1, {.Text = "Picture", .Enabled = installed});
+    grid->setColumnStretch(0, 1);
+    return frame;
+}
+
+QWidget* frmCam::PathFrame() {
+    auto* frame = new QWidget;
+    auto* rows = new SettingsRows(Controls, frame);
+    rows->AddBelow(Text5, {.Key = "Path", .Text = "ArchivePath"}, Text5->btnBrowse);
+    Controls.Add(Text5->btnBrowse, {.Text = "BrowseHelp", .Help = "BrowseHelp"});
+    constexpr int space = 6;
+    rows->addItem(new QSpacerItem(0, space));
+    rows->Add(asFlatCheck1, {.Key = "Archive", .Text = "ArchiveOption"});
+    auto* folder = new QHBoxLayout;
+    folder->addWidget(asFlatTextBox1, 1);
+    folder->addWidget(asFlatTextBox1->btnBrowse);
+    rows->addRow(folder);
+    Controls.Add(asFlatTextBox1, {.Key = "ArchivePath", .Text = "ArchiveFolder"});
+    Controls.Add(asFlatTextBox1->btnBrowse, {.Text = "BrowseHelp", .Help = "BrowseHelp"});
+    rows->addRow(lblArchiveNote);
+    lblArchiveNote->setWordWrap(true);
+    lblArchiveNote->setTextFormat(Qt::PlainText);
+    // What an empty field stands for.
+    Text5->setPlaceholderText(Paths::WithSeparator(QDir(Core().ProgramFolder()).filePath("work")));
+    return frame;
 }
 
 void frmCam::Connect() {
@@ -35,6 +119,7 @@ void frmCam::Connect() {
     });
     for (QCheckBox* option : {chkPreview, chkStretch, chkCenter})
         connect(option, &QCheckBox::clicked, this, &frmCam::ShowChoices);
+    connect(&Controls, &Bindings::TextsShown, this, &frmCam::ShowComposedTexts);
     connect(&Core(), &Program::DriversChanged, this, &frmCam::ShowDrivers);
     connect(&Core(), &Program::SettingsLoaded, this, &frmCam::KeepChoices);
     connect(Text5, &PathField::ChooserWanted, this, [this] { OpenChooser(false); });
@@ -47,18 +132,19 @@ void frmCam::Connect() {
     connect(btnPicture, &QPushButton::clicked, &Picture, &CameraAdjusting::Open);
 }
 
+void frmCam::ShowComposedTexts() {
+    for (const PathField* field : {Text5, asFlatTextBox1})
+        field->btnBrowse->setAccessibleName(Text("BrowseHelp") + ": " + field->accessibleName());
+    ShowDrivers();
+    LookForArchive();
+}
+
 void frmCam::ShowSettings() {
     Core().RefreshDrivers();
     Core().PictureValues.PreviewLock = true;  // a picture made meanwhile must not switch it back
     driver = openedWith = Core().DriverText();
     changed = false;
-    ShowDrivers();
-    chkPreview->setChecked(Flag("Preview"));
-    chkStretch->setChecked(Flag("StretchPreview"));
-    chkCenter->setChecked(Flag("CenterVideo"));
-    Text5->setText(Paths::Native(Setting("Path")));
-    asFlatCheck1->setChecked(Flag("Archive"));
-    asFlatTextBox1->setText(Paths::Native(Setting("ArchivePath")));
+    SettingsWindow::ShowSettings();
     LookForArchive();
     cbDriver->setFocus();
 }
@@ -67,16 +153,18 @@ QString frmCam::PathText() const {
     return isVisible() ? Text5->text() : Paths::Native(Setting("Path"));
 }
 
-// A camera that the settings name and that is not there now stays the one of the settings.
+// The folder of the pictures comes first.
 QList<ProfileEntry> frmCam::Entries() const {
+    QList<ProfileEntry> entries = SettingsWindow::Entries();
+    const auto path = std::ranges::find(entries, QString("Path"), &ProfileEntry::Key);
+    std::rotate(entries.begin(), path, path + 1);
+    return entries;
+}
+
+// A camera that the settings name and that is not there now stays the one of the settings.
+QString frmCam::WantedDriver() const {
     const bool chosen = Core().State.DriverPresent && cbDriver->currentIndex() >= 0;
-    return {Entry("Path", Paths::WithSeparator(Text5->text().trimmed())),
-            Entry("Treiber", chosen ? cbDriver->currentText() : Setting("Treiber")),
-            Entry("Preview", chkPreview->isChecked()),
-            Entry("StretchPreview", chkStretch->isChecked()),
-            Entry("CenterVideo", chkCenter->isChecked()),
-            Entry("Archive", asFlatCheck1->isChecked()),
-            Entry("ArchivePath", Paths::WithSeparator(asFlatTextBox1->text().trimmed()))};
+    return chosen ? cbDriver->currentText() : Setting("Treiber");
 }
 
 // Empty is the program's own folder for it. Where the archive is to be is nobody's concern here.
@@ -98,10 +186,10 @@ void frmCam::ShowDrivers() {
         cbDriver->addItem(Core().DriverText());
     cbDriver->setPlaceholderText(Text("NotConnected").arg(Setting("Treiber")));
     cbDriver->setCurrentIndex(present ? Core().DriverIndex() : 0);
-    const bool installed = present && Core().ezVidCap1.InstalledSelected();
-    for (QPushButton* button : {btnFormat, btnPicture}) button->setEnabled(installed);
-    btnFormat->setToolTip(Text(installed ? QString("btnFormatHelp") : "OnlyInstalled"));
-    btnPicture->setToolTip(Text(installed ? QString("btnPictureHelp") : "OnlyInstalled"));
+    Controls.ApplyEnabled();
+    const bool installed = btnFormat->isEnabled();
+    btnFormat->setToolTip(Text(installed ? QString("FormatHelp") : "OnlyInstalled"));
+    btnPicture->setToolTip(Text(installed ? QString("PictureHelp") : "OnlyInstalled"));
 }
 
 void frmCam::ChooseDriver() {
@@ -137,42 +225,41 @@ void frmCam::hideEvent(QHideEvent* event) {
     SettingsWindow::hideEvent(event);
     if (event->spontaneous()) return;
     Core().PictureValues.PreviewLock = false;
-    Chooser.reject();
-    for (SettingsWindow* window :
-         std::initializer_list<SettingsWindow*>{&Sources, &Format, &Picture})
+    for (QDialog* window : std::initializer_list<QDialog*>{&Chooser, &Sources, &Format, &Picture})
         if (window->isVisible()) window->reject();
 }
 
 // A click into the field of the pictures leaves the mode as it is.
 void frmCam::OpenChooser(bool forArchive) {
     if (forArchive) Core().State.PathForArchive = true;
-    Chooser.Open();
+    Chooser.Open(ChooserBegin());
+}
+
+QString frmCam::ChooserBegin() const {
+    const bool archive = Core().State.PathForArchive;
+    const QString written = Setting(archive ? QString("ArchivePath") : "Path");
+    if (!written.isEmpty()) return SettingFolder(Core().ProgramFolder(), written);
+    return archive ? QDir::homePath() : Core().State.Values.WorkPath;
 }
 
 void frmCam::TakeFolder(const QString& folder) {
-    const bool forArchive = Core().State.PathForArchive;
+    PathField& field = Core().State.PathForArchive ? *asFlatTextBox1 : *Text5;
     Core().State.PathForArchive = false;
-    (forArchive ? asFlatTextBox1 : Text5)->setText(folder);
-    (forArchive ? asFlatTextBox1 : Text5)->setFocus();
+    field.setText(folder);
+    field.setFocus();
     LookForArchive();
 }
 
-// Copies that cannot be made are left out without a word, so it is said here.
+// Copies that cannot be made are left out without a word, so it is said here. Those of a relative
+// folder are no trouble: it is created.
 void frmCam::LookForArchive() {
-    const QString typed = asFlatTextBox1->text().trimmed();
-    if (!asFlatCheck1->isChecked()) {
-        background.Run(
-            [this]() -> std::function<void()> { return [this] { lblArchiveNote->clear(); }; });
-        return;
-    }
-    const QString folder =
-        Paths::Native(QDir(Core().ProgramFolder()).filePath(Paths::Native(typed)));
-    const bool relative =
-        !typed.isEmpty() && QDir::isRelativePath(QDir::fromNativeSeparators(typed));
-    background.Run([this, typed, folder, relative]() -> std::function<void()> {
-        const bool missing = typed.isEmpty() || (!relative && !QDir(folder).exists());
-        return [this, missing] {
-            lblArchiveNote->setText(missing ? Text("ArchiveMissing") : QString());
+    const bool wanted = asFlatCheck1->isChecked();
+    const QString folder = QDir::fromNativeSeparators(asFlatTextBox1->text().trimmed());
+    background.Run([this, wanted, folder]() -> std::function<void()> {
+        const bool there = !folder.isEmpty() &&
+                           (QDir::isRelativePath(folder) || QDir(Paths::Native(folder)).exists());
+        return [this, note = wanted && !there] {
+            lblArchiveNote->setText(note ? Text("ArchiveMissing") : QString());
         };
     });
 }

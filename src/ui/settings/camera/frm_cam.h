@@ -52,27 +52,25 @@ class frmCam : public SettingsWindow {
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
     [[nodiscard]] bool Check() override;
-    void ShowTexts() override;
     void hideEvent(QHideEvent* event) override;
 
   private:
-    void Lay();
-    void LayDriver(QGroupBox& group);
-    void LayPaths();
+    [[nodiscard]] QGroupBox* DriverFrame();
+    [[nodiscard]] QWidget* PathFrame();
     void Connect();
-    void ShowHelp();
+    void ShowComposedTexts();
     void ShowDrivers();
+    [[nodiscard]] QString WantedDriver() const;
     void ChooseDriver();
     void ShowChoices();
     void KeepChoices();
     void OpenChooser(bool forArchive);
+    // Where the settings have the folder that it serves.
+    [[nodiscard]] QString ChooserBegin() const;
     void TakeFolder(const QString& folder);
     void LookForArchive();
 
     const Languages& languages;
-    QLabel* lblDriver;
-    QLabel* lblPath;
-    QGroupBox* frameDriver;
     Background background;
     QString openedWith;    // the camera in use when the window was opened
     QString driver;        // the one chosen since

@@ -1,10 +1,9 @@
 #include "ui/settings/camera/frm_pfad.h"
 
 #include "base/paths.h"
-#include "base/profile_file.h"
-#include "core/program.h"
-#include "core/settings/load_settings.h"
 #include "ui/settings/camera/folder_list.h"
+#include "ui/settings/settings_rows.h"
+#include "ui/texts/texts.h"
 #include "ui/widgets/mnemonics.h"
 
 #include <QComboBox>
@@ -17,7 +16,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-frmPfad::frmPfad(Program& ownProgram, Texts& ownTexts, QWidget* parent)
+frmPfad::frmPfad(const Texts& texts, QWidget* parent)
     : QDialog(parent),
       Drive1(new QComboBox),
       Dir1(new FolderList),
@@ -26,28 +25,27 @@ frmPfad::frmPfad(Program& ownProgram, Texts& ownTexts, QWidget* parent)
       btnSave(new QPushButton),
       btnCancel(new QPushButton),
       lblNote(new QLabel),
-      program(ownProgram),
-      texts(ownTexts),
-      frame(new QGroupBox),
-      lblSearch(new QLabel),
-      lblFolder(new QLabel) {
-    Lay();
+      controls(texts, "frmPfad") {
+    LayOut();
     Connect();
-    ShowTexts();
+    connect(&texts, &Texts::Changed, &controls, &Bindings::ShowTexts);
+    controls.ShowTexts();
 }
 
-void frmPfad::Lay() {
-    lblSearch->setBuddy(Drive1);
-    lblFolder->setBuddy(txtFolder);
+void frmPfad::LayOut() {
     lblNote->setWordWrap(true);
     lblNote->setTextFormat(Qt::PlainText);
     Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    auto* inside = new QVBoxLayout(frame);
-    inside->addWidget(lblSearch);
-    inside->addWidget(Drive1);
-    inside->addWidget(Dir1, 1);
-    inside->addWidget(lblFolder);
-    inside->addWidget(txtFolder);
+    QGroupBox* frame = controls.Frame("FramePath");
+    auto* rows = new SettingsRows(controls, frame);
+    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    rows->AddBelow(Drive1, {.Text = "SearchIn"});
+    rows->addRow(Dir1);
+    controls.Add(Dir1, {.Text = "Folders"});
+    rows->AddBelow(txtFolder, {.Text = "Folder"});
+    controls.Add(btnNew, {.Text = "NewFolder"});
+    controls.Add(btnSave, {.Text = "Save"});
+    controls.Add(btnCancel, {.Text = "Cancel"});
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(btnNew);
     buttons->addStretch(1);
@@ -60,7 +58,6 @@ void frmPfad::Lay() {
     btnSave->setDefault(true);
     btnNew->setAutoDefault(false);
     btnCancel->setAutoDefault(false);
-    txtFolder->installEventFilter(this);
 }
 
 void frmPfad::Connect() {
@@ -78,25 +75,12 @@ void frmPfad::Connect() {
         lblNote->setText(Text("Unreadable").arg(Paths::Native(folder)));
         Drive1->setCurrentIndex(PlaceOf(places, Dir1->Folder()));
     });
-    connect(&texts, &Texts::Changed, this, &frmPfad::ShowTexts);
+    connect(&controls, &Bindings::TextsShown, this, &frmPfad::ShowTexts);
 }
 
 void frmPfad::ShowTexts() {
     setWindowTitle(Text("Title"));
-    frame->setTitle(Text("FramePath"));
-    lblSearch->setText(Text("SearchIn"));
-    lblFolder->setText(Text("Folder"));
-    btnSave->setText(Text("Save"));
-    btnCancel->setText(Text("Cancel"));
-    btnNew->setText(Text("NewFolder"));
     Dir1->SetUpText(Text("Up"));
-    const std::initializer_list<std::pair<QWidget*, QString>> helps{
-        {Drive1, "Drive1"}, {Dir1, "Dir1"},       {txtFolder, "txtFolder"},
-        {btnNew, "btnNew"}, {btnSave, "btnSave"}, {btnCancel, "btnCancel"}};
-    for (const auto& [control, name] : helps) control->setToolTip(Text(name + "Help"));
-    Drive1->setAccessibleName(Text("SearchIn"));
-    Dir1->setAccessibleName(Text("Folders"));
-    txtFolder->setAccessibleName(Text("Folder"));
     lblNote->clear();
     ShowPlaces();
     AssignMnemonics(*this);
@@ -114,7 +98,7 @@ void frmPfad::ShowPlaces() {
     Drive1->setCurrentIndex(PlaceOf(places, Dir1->Folder()));
 }
 
-void frmPfad::Open() {
+void frmPfad::Open(const QString& folder) {
     if (!isVisible()) {
         acceptWhenOpened = false;
         places = FixedPlaces();
@@ -126,20 +110,12 @@ void frmPfad::Open() {
                 ShowPlaces();
             };
         });
-        Dir1->OpenNear(Begin());
+        Dir1->Open(folder, true);
         Dir1->setFocus();
     }
     show();
     raise();
     activateWindow();
-}
-
-QString frmPfad::Begin() const {
-    const bool archive = program.State.PathForArchive;
-    const QString key = archive ? QString("ArchivePath") : "Path";
-    const QString written = ReadSetting(program.SettingsFile(), "Einstellungen", key);
-    if (!written.isEmpty()) return SettingFolder(program.ProgramFolder(), written);
-    return archive ? QDir::homePath() : program.State.Values.WorkPath;
 }
 
 void frmPfad::ShowPath() {
@@ -153,17 +129,16 @@ void frmPfad::ShowFolder() {
     if (acceptWhenOpened) accept();
 }
 
-// Enter in the field goes to the folder; a second one is needed for the button.
-bool frmPfad::eventFilter(QObject* object, QEvent* event) {
-    if (object == txtFolder && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        const bool typed = txtFolder->text() != Paths::Native(Dir1->Path());
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && typed) {
-            GoToTyped();
-            return true;
-        }
-    }
-    return QDialog::eventFilter(object, event);
+bool frmPfad::Typed() const {
+    return txtFolder->text() != Paths::Native(Dir1->Path());
+}
+
+void frmPfad::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && focusWidget() == txtFolder && Typed())
+        GoToTyped();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmPfad::GoToTyped() {
@@ -177,13 +152,13 @@ void frmPfad::GoToTyped() {
 }
 
 void frmPfad::accept() {
-    if (Dir1->Reading() || txtFolder->text() != Paths::Native(Dir1->Path())) {
+    if (Dir1->Reading() || Typed()) {
         acceptWhenOpened = true;
         if (!Dir1->Reading()) GoToTyped();
         return;
     }
     acceptWhenOpened = false;
-    hide();
+    QDialog::accept();
     emit Chosen(Paths::Native(Dir1->Path()));
 }
 

@@ -1,27 +1,24 @@
 #pragma once
 
 #include "ui/settings/background.h"
+#include "ui/settings/bindings.h"
 #include "ui/settings/camera/places.h"
-#include "ui/texts/texts.h"
 
 #include <QDialog>
 
 class FolderList;
-class Program;
 class QComboBox;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
-// The path chooser: picks a folder for the pictures or for their archive, as the main state says.
-// It writes nothing; whoever asked takes the folder over.
+// The path chooser: picks a folder. It writes nothing; whoever asked takes the folder over.
 class frmPfad : public QDialog {
     Q_OBJECT
 
   public:
-    // Both outlive the window.
-    frmPfad(Program& ownProgram, Texts& ownTexts, QWidget* parent);
+    // texts: outlive the window.
+    frmPfad(const Texts& texts, QWidget* parent);
 
     QComboBox* Drive1;
     FolderList* Dir1;
@@ -31,8 +28,8 @@ class frmPfad : public QDialog {
     QPushButton* btnCancel;
     QLabel* lblNote;
 
-    // Begins at the folder that the settings have now.
-    void Open();
+    // Begins at the folder, or at the nearest one above it; one that is open stays where it is.
+    void Open(const QString& folder);
 
   signals:
     // A folder was accepted.
@@ -41,8 +38,12 @@ class frmPfad : public QDialog {
   public slots:
     void accept() override;
 
+  protected:
+    // Enter in the field goes to the folder; a second one is needed for the button.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
-    void Lay();
+    void LayOut();
     void Connect();
     void ShowTexts();
     void ShowPlaces();
@@ -50,15 +51,10 @@ class frmPfad : public QDialog {
     void ShowFolder();
     void GoToTyped();
     void AskForName();
-    [[nodiscard]] QString Begin() const;
-    [[nodiscard]] QString Text(const QString& key) const { return texts.Get("frmPfad", key); }
-    bool eventFilter(QObject* object, QEvent* event) override;
+    [[nodiscard]] bool Typed() const;
+    [[nodiscard]] QString Text(const QString& key) const { return controls.Text(key); }
 
-    Program& program;
-    Texts& texts;
-    QGroupBox* frame;
-    QLabel* lblSearch;
-    QLabel* lblFolder;
+    Bindings controls;
     Background background;
     QList<Place> places;
     bool acceptWhenOpened = false;

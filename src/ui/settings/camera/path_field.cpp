@@ -1,13 +1,23 @@
 #include "ui/settings/camera/path_field.h"
 
+#include "base/paths.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPushButton>
 
 PathField::PathField(QWidget* parent)
-    : QLineEdit(parent), btnBrowse(new QPushButton(QStringLiteral("…"), parent)) {
+    : QLineEdit(parent), btnBrowse(new QPushButton(QStringLiteral("…"))) {
     connect(btnBrowse, &QPushButton::clicked, this, &PathField::ChooserWanted);
+}
+
+QString PathField::Folder() const {
+    return Paths::WithSeparator(text().trimmed());
+}
+
+void PathField::SetFolder(const QString& folder) {
+    setText(Paths::Native(folder));
 }
 
 QSize PathField::sizeHint() const {
@@ -32,9 +42,8 @@ void PathField::mouseReleaseEvent(QMouseEvent* event) {
 
 void PathField::keyPressEvent(QKeyEvent* event) {
     const bool altDown = event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier;
-    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier)
-        emit ChooserWanted();
-    else if (altDown)
+    const bool f4 = event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier;
+    if (f4 || altDown)
         emit ChooserWanted();
     else
         QLineEdit::keyPressEvent(event);

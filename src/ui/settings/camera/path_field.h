@@ -8,11 +8,16 @@ class QPushButton;
 // what is known by heart can be typed, marked with the mouse and pasted as in any field.
 class PathField : public QLineEdit {
     Q_OBJECT
+    Q_PROPERTY(QString Folder READ Folder WRITE SetFolder USER true)
 
   public:
     explicit PathField(QWidget* parent = nullptr);
 
     QPushButton* btnBrowse;  // to be put beside the field
+
+    // As the settings have it: with a separator at its end.
+    [[nodiscard]] QString Folder() const;
+    void SetFolder(const QString& folder);
 
     [[nodiscard]] QSize sizeHint() const override;
 

@@ -11,8 +11,6 @@ struct Place {
     Kind What = Kind::Drive;
     QString Name;    // of a medium; may be empty
     QString Folder;  // full path
-
-    bool operator==(const Place&) const = default;
 };
 
 // Those that are known without asking any device.
