@@ -239,6 +239,7 @@ class TestFrmCam : public QObject {
         frmPfad& chooser = window.Chooser;
         window.Open();
         QCOMPARE(ClippedAnywhere(window, fixture.Words).join("\n"), QString());
+        QCOMPARE(window.Text5->btnBrowse->text(), "…");
         // The buttons are a column of their own.
         QCOMPARE(TabFaults(window).join("\n"), "back to Source...");
         chooser.Open(fixture.Folder.path());
