@@ -1,8 +1,8 @@
 #include "base/paths.h"
 #include "support/data_rows.h"
 #include "ui/camera_fixture.h"
-#include "ui/settings/camera/folder_list.h"
 #include "ui/settings/camera/path_field.h"
+#include "ui/settings/folder_list.h"
 
 #include <QCheckBox>
 #include <QComboBox>

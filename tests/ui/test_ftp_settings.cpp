@@ -1,6 +1,8 @@
 #include "base/paths.h"
 #include "base/profile_file.h"
 #include "support/data_rows.h"
+#include "ui/settings/folder_list.h"
+#include "ui/settings/frm_pfad.h"
 #include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/offline_group.h"
@@ -122,7 +124,12 @@ class TestFtpSettings : public QObject {
                              " does not exist!\r\nPlease you check your input!"));
         QCOMPARE(fixture.Lines(), QStringList());
         const QTemporaryDir folder;
-        fixture.Access.txtVerzeichnis->setText(folder.path());
+        fixture.Access.btnFolder->click();
+        auto* chooser = fixture.Access.findChild<frmPfad*>();
+        QTRY_VERIFY(!chooser->Dir1->Reading());
+        chooser->txtFolder->setText(folder.path());
+        chooser->btnSave->click();
+        QTRY_COMPARE(fixture.Access.txtVerzeichnis->text(), Paths::WithSeparator(folder.path()));
         QVERIFY(fixture.Window.Save());
         QCOMPARE(
             fixture.Lines().mid(0, 2),

@@ -5,7 +5,6 @@ QFileDialog& OpenFileChooser(QWidget* over, QFileDialog::FileMode mode, const QS
     auto* chooser = new QFileDialog(over, title, begin, filter);
     chooser->setAttribute(Qt::WA_DeleteOnClose);
     chooser->setFileMode(mode);
-    chooser->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
     chooser->open();
     return *chooser;
 }

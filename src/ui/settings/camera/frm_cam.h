@@ -4,7 +4,7 @@
 #include "ui/settings/camera/camera_adjusting.h"
 #include "ui/settings/camera/camera_format.h"
 #include "ui/settings/camera/camera_sources.h"
-#include "ui/settings/camera/frm_pfad.h"
+#include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_window.h"
 
 class Languages;

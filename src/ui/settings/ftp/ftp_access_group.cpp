@@ -1,8 +1,8 @@
 #include "ui/settings/ftp/ftp_access_group.h"
 
 #include "base/paths.h"
+#include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_rows.h"
-#include "ui/widgets/file_chooser.h"
 
 #include <utility>
 
@@ -112,11 +112,13 @@ bool FtpAccessGroup::ServerIsExample() const {
 }
 
 void FtpAccessGroup::ChooseFolder() {
-    const QFileDialog& chooser =
-        OpenFileChooser(this, QFileDialog::Directory, Text("ChooseFolder"), txtVerzeichnis->text());
-    connect(&chooser, &QFileDialog::fileSelected, this, [this](const QString& folder) {
+    auto* chooser = new frmPfad(words, this);
+    chooser->setAttribute(Qt::WA_DeleteOnClose);
+    chooser->setWindowModality(Qt::WindowModal);
+    connect(chooser, &frmPfad::Chosen, this, [this](const QString& folder) {
         if (Local()) txtVerzeichnis->setText(Paths::WithSeparator(folder));
     });
+    chooser->Open(txtVerzeichnis->text());
 }
 
 void FtpAccessGroup::ShowMode() {

@@ -1,4 +1,4 @@
-#include "ui/settings/camera/places.h"
+#include "ui/settings/places.h"
 
 #include <QDir>
 #include <QStorageInfo>

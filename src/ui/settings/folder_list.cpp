@@ -1,4 +1,4 @@
-#include "ui/settings/camera/folder_list.h"
+#include "ui/settings/folder_list.h"
 
 #include <QDir>
 #include <QKeyEvent>

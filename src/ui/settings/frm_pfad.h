@@ -2,7 +2,7 @@
 
 #include "ui/settings/background.h"
 #include "ui/settings/bindings.h"
-#include "ui/settings/camera/places.h"
+#include "ui/settings/places.h"
 
 #include <QDialog>
 

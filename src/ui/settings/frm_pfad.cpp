@@ -1,7 +1,7 @@
-#include "ui/settings/camera/frm_pfad.h"
+#include "ui/settings/frm_pfad.h"
 
 #include "base/paths.h"
-#include "ui/settings/camera/folder_list.h"
+#include "ui/settings/folder_list.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/texts.h"
 #include "ui/widgets/mnemonics.h"
