@@ -38,11 +38,11 @@ void frmPfad::LayOut() {
     Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QGroupBox* frame = controls.Frame("FramePath");
     auto* rows = new SettingsRows(controls, frame);
-    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     rows->AddBelow(Drive1, {.Text = "SearchIn"});
-    rows->addRow(Dir1);
+    rows->AddWhole(Dir1);
     controls.Add(Dir1, {.Text = "Folders"});
     rows->AddBelow(txtFolder, {.Text = "Folder"});
+    rows->Stretch(Dir1);
     controls.Add(btnNew, {.Text = "NewFolder"});
     controls.Add(btnSave, {.Text = "Save"});
     controls.Add(btnCancel, {.Text = "Cancel"});

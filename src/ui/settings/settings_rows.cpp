@@ -34,6 +34,25 @@ int SettingsRows::NextRow() {
     return next++;
 }
 
+int SettingsRows::RowOf(QWidget* control) const {
+    int row = 0;
+    int column = 0;
+    int rows = 0;
+    int columns = 0;
+    getItemPosition(indexOf(control), &row, &column, &rows, &columns);
+    return row;
+}
+
+void SettingsRows::Stretch(QWidget* control) {
+    setRowStretch(next, 0);
+    setRowStretch(RowOf(control), 1);
+}
+
+void SettingsRows::ShowRow(QWidget* control, bool shown) {
+    control->setVisible(shown);
+    itemAtPosition(RowOf(control), 0)->widget()->setVisible(shown);
+}
+
 void SettingsRows::Add(QWidget* control, const Binding& binding, QWidget* beside) {
     if (CarriesText(*control)) {
         bindings.Add(control, binding);

@@ -36,8 +36,14 @@ class SettingsRows : public QGridLayout {
     void AddWhole(QWidget* widget) { addWidget(widget, NextRow(), 0, 1, 2); }
     void AddWhole(QLayout* line) { addLayout(line, NextRow(), 0, 1, 2); }
 
+    // Room that is left goes to this row instead of below the last one.
+    void Stretch(QWidget* control);
+    // Shows or hides a row with its caption.
+    void ShowRow(QWidget* control, bool shown);
+
   private:
     int NextRow();
+    int RowOf(QWidget* control) const;
 
     int next = 0;
     Bindings& bindings;

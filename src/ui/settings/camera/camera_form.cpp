@@ -49,14 +49,10 @@ CameraForm::CameraForm(Bindings& ownBindings)
 }
 
 void CameraForm::LayOut() {
-    auto* place = new QHBoxLayout;
-    place->addWidget(txtAddress, 1);
-    place->addWidget(btnFile);
     rows->setContentsMargins({});
-    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     rows->Add(txtName, {.Text = "Name"});
     rows->Add(cbKind, {.Text = "Kind", .Items = kinds.size()});
-    rows->addRow(lblAddress, place);
+    rows->AddLine(lblAddress, txtAddress, btnFile);
     bindings.Add(txtAddress, {.Text = "Address"}, lblAddress);
     bindings.Add(btnFile, {.Text = "ChooseFile"});
     rows->Add(txtUser, {.Text = "User"});
@@ -123,7 +119,7 @@ void CameraForm::ChangeKind() {
 void CameraForm::FitToKind() {
     const CaptureKind kind = Kind();
     for (QWidget* field : {txtUser, txtPassword})
-        rows->setRowVisible(field, kind == CaptureKind::Network);
+        rows->ShowRow(field, kind == CaptureKind::Network);
     btnFile->setVisible(kind == CaptureKind::File);
     const QString key = kind == CaptureKind::Network ? QStringLiteral("Address")
                         : kind == CaptureKind::Test  ? QStringLiteral("TestSize")

@@ -74,8 +74,7 @@ CameraFormat::CameraFormat(const Surroundings& surroundings, QWidget* parent)
       btnDriver(new QPushButton),
       lblOffer(new QLabel) {
     auto* rows = new SettingsRows(Controls);
-    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    rows->addRow(lblOffer);
+    rows->AddWhole(lblOffer);
     rows->Add(cbSize, {.Key = "CaptureFormat",
                        .Text = "SizeCaption",
                        .Show = [this](const QString& setting) { Ask(setting); },

@@ -67,7 +67,6 @@ QGroupBox* frmCam::DriverFrame() {
     QGroupBox* frame = Controls.Frame("FrameDriver");
     auto* grid = new QGridLayout(frame);
     auto* list = new SettingsRows(Controls);
-    list->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     list->Add(cbDriver, {.Key = "Treiber",
                          .Text = "Driver",
                          .Show = [this](const QString&) { ShowDrivers(); },
@@ -95,16 +94,15 @@ QWidget* frmCam::PathFrame() {
     auto* rows = new SettingsRows(Controls, frame);
     rows->AddBelow(Text5, {.Key = "Path", .Text = "ArchivePath"}, Text5->btnBrowse);
     Controls.Add(Text5->btnBrowse, {.Text = "BrowseHelp", .Help = "BrowseHelp"});
-    constexpr int space = 6;
-    rows->addItem(new QSpacerItem(0, space));
+    rows->AddSpace();
     rows->Add(asFlatCheck1, {.Key = "Archive", .Text = "ArchiveOption"});
     auto* folder = new QHBoxLayout;
     folder->addWidget(asFlatTextBox1, 1);
     folder->addWidget(asFlatTextBox1->btnBrowse);
-    rows->addRow(folder);
+    rows->AddWhole(folder);
     Controls.Add(asFlatTextBox1, {.Key = "ArchivePath", .Text = "ArchiveFolder"});
     Controls.Add(asFlatTextBox1->btnBrowse, {.Text = "BrowseHelp", .Help = "BrowseHelp"});
-    rows->addRow(lblArchiveNote);
+    rows->AddWhole(lblArchiveNote);
     lblArchiveNote->setWordWrap(true);
     lblArchiveNote->setTextFormat(Qt::PlainText);
     // What an empty field stands for.

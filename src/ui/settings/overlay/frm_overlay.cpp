@@ -147,8 +147,7 @@ void frmOverlay::ConnectWindows(frmText& textWindow, frmBild& pictureWindow) {
 void frmOverlay::ShowSettings() {
     ShowFormats();
     single = Setting("Overlayfile");
-    if (single.isEmpty())
-        single = SettingRowOf(u"Einstellungen", u"Overlayfile").Default;
+    if (single.isEmpty()) single = SettingRowOf(u"Einstellungen", u"Overlayfile").Default;
     freeX = ValLong(Setting("PositionX"));
     freeY = ValLong(Setting("PositionY"));
     warning.Begin({single});
