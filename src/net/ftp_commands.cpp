@@ -6,8 +6,8 @@
 #include <algorithm>
 
 namespace {
-constexpr int GeneralError = 500;
-constexpr qint64 AskMilliseconds = 15'000;
+constexpr int generalError = 500;
+constexpr qint64 askMilliseconds = 15'000;
 
 QString NotPossible(const QString& operation, const QString& reason) {
     return QStringLiteral("Die Operation \"%1\" konnte nicht ausgeführt werden, %2.")
@@ -16,11 +16,11 @@ QString NotPossible(const QString& operation, const QString& reason) {
 
 // Both announce a transfer (RFC 959, 4.2): 125 comes from servers that have opened the data
 // connection before they answer.
-constexpr int AlreadyOpen = 125;
-constexpr int AboutToOpen = 150;
+constexpr int alreadyOpen = 125;
+constexpr int aboutToOpen = 150;
 
 bool Meets(int replyCode, int expected) {
-    return replyCode == expected || (replyCode == AlreadyOpen && expected == AboutToOpen);
+    return replyCode == expected || (replyCode == alreadyOpen && expected == aboutToOpen);
 }
 
 QString NoConnection(const QString& operation) {
@@ -46,11 +46,11 @@ bool FtpCommands::SendCommand(const QString& command, const QString& argument, i
 
     if (TimeOut.TimedOut()) {
         SetLastError(
-            GeneralError,
+            generalError,
             QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten").arg(command));
         return false;
     }
-    if (end == Waiting::End::Hopeless) SetLastError(GeneralError, NoConnection(command));
+    if (end == Waiting::End::Hopeless) SetLastError(generalError, NoConnection(command));
     if (end != Waiting::End::Done) return false;
     if (expected != AnyCode && !Meets(Control.ReplyCode, expected)) {
         SetLastError(Control.ReplyCode,
@@ -73,20 +73,20 @@ int FtpCommands::Ask(const QString& line) {
     };
     const Waiting::End end = waiting.Until(
         replied,
-        {.LimitMilliseconds = AskMilliseconds, .Hopeless = [this] { return Control.Gone(); }});
+        {.LimitMilliseconds = askMilliseconds, .Hopeless = [this] { return Control.Gone(); }});
     if (end == Waiting::End::Limit) Control.Close();
     return end == Waiting::End::Done ? code : 0;
 }
 
 bool FtpCommands::CheckConnected(const QString& operation) {
     if (Control.Connected) return true;
-    SetLastError(GeneralError, NoConnection(operation));
+    SetLastError(generalError, NoConnection(operation));
     return false;
 }
 
 bool FtpCommands::CheckTexts(const QString& operation, const QStringList& texts) {
     if (std::none_of(texts.begin(), texts.end(), HasControlCharacters)) return true;
-    SetLastError(GeneralError,
+    SetLastError(generalError,
                  NotPossible(operation, QStringLiteral("Steuerzeichen sind nicht erlaubt")));
     return false;
 }

@@ -3,7 +3,7 @@
 #include "net/ftp_text.h"
 
 namespace {
-constexpr int ServiceReady = 220;
+constexpr int serviceReady = 220;
 }
 
 FtpControlConnection::FtpControlConnection(QObject* parent) : QObject(parent) {
@@ -47,7 +47,7 @@ void FtpControlConnection::Receive() {
     const qsizetype known = Lines.Codes.size();
     Lines.Feed(chunk);
     const QList<int> codes = Lines.Codes.mid(known);
-    if (ReplyCode == ServiceReady || Lines.Codes.contains(ServiceReady)) WelcomeReceived = true;
+    if (ReplyCode == serviceReady || Lines.Codes.contains(serviceReady)) WelcomeReceived = true;
     emit ServerResponse(chunk);
     for (const int code : codes) emit Replied(code);
 }

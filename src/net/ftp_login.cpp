@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr int ServiceReady = 220;
-constexpr int LoginAccepted = 230;
-constexpr int LoginRefused = 530;
-constexpr int NameAccepted = 331;
+constexpr int serviceReady = 220;
+constexpr int loginAccepted = 230;
+constexpr int loginRefused = 530;
+constexpr int nameAccepted = 331;
 
 bool FailConnect(FtpCommands& commands) {
     commands.TimeOut.Stop();
@@ -38,8 +38,8 @@ void AwaitLastLine(FtpCommands& commands) {
 // Any text may have the digits 230 in it (a greeting, a user name): only a reply that can accept a
 // login counts.
 bool Accepted(const FtpControlConnection& control) {
-    if (control.Lines.Codes.contains(LoginAccepted)) return true;
-    return control.ReplyCode / 100 == 2 && control.ReplyCode != ServiceReady &&
+    if (control.Lines.Codes.contains(loginAccepted)) return true;
+    return control.ReplyCode / 100 == 2 && control.ReplyCode != serviceReady &&
            control.ReplyText.contains(QStringLiteral("230"));
 }
 
@@ -54,7 +54,7 @@ Waiting::End SendPassword(FtpCommands& commands, const QString& password) {
     FtpControlConnection& control = commands.Control;
     const qsizetype before = control.Lines.Codes.size();
     control.SendLine(QStringLiteral("PASS ") + password);
-    const auto done = [&control] { return Accepted(control) || control.ReplyCode == LoginRefused; };
+    const auto done = [&control] { return Accepted(control) || control.ReplyCode == loginRefused; };
     // Nothing accepts the login any more once the server has answered with a failure.
     const auto refused = [&control, before] { return Refusal(control, before) != 0; };
     return commands.Wait(done, refused);
@@ -69,7 +69,7 @@ bool LogIn(FtpCommands& commands, const FtpProperties& properties) {
     AwaitLastLine(commands);
 
     // A refused name is recorded, but the password may still settle the login.
-    commands.SendCommand(QStringLiteral("USER"), properties.UserName, NameAccepted);
+    commands.SendCommand(QStringLiteral("USER"), properties.UserName, nameAccepted);
     const Waiting::End end = SendPassword(commands, properties.Password);
     if (Accepted(control)) {
         commands.TimeOut.Begin(properties.TimeOut);

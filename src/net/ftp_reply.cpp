@@ -3,11 +3,11 @@
 #include "base/profile_file.h"
 
 namespace {
-constexpr int CodeLength = 3;
+constexpr int codeLength = 3;
 }
 
 int ReplyCodeOf(const QString& chunk) {
-    return ValLong(chunk.left(CodeLength));
+    return ValLong(chunk.left(codeLength));
 }
 
 void ReplyLines::Feed(const QString& chunk) {
@@ -19,7 +19,7 @@ void ReplyLines::Feed(const QString& chunk) {
         } else if (!taken) {
             line += character;
             // The character after the code tells whether more lines follow.
-            if (line.size() > CodeLength) TakeLine();
+            if (line.size() > codeLength) TakeLine();
         }
     }
 }
@@ -30,10 +30,10 @@ void ReplyLines::Reset() {
 
 void ReplyLines::TakeLine() {
     taken = true;
-    if (line.size() < CodeLength) return;
+    if (line.size() < codeLength) return;
     bool numeric = false;
-    const int code = line.left(CodeLength).toInt(&numeric);
-    const bool more = line.size() > CodeLength && line[CodeLength] == u'-';
+    const int code = line.left(codeLength).toInt(&numeric);
+    const bool more = line.size() > codeLength && line[codeLength] == u'-';
     if (!numeric || code < 100 || (openReply != 0 && code != openReply)) return;
     if (openReply == 0) Codes << code;
     openReply = more ? code : 0;

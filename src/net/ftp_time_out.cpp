@@ -1,12 +1,12 @@
 #include "net/ftp_time_out.h"
 
 namespace {
-constexpr int TickMilliseconds = 1000;
-constexpr int CountdownSeconds = 25;
+constexpr int tickMilliseconds = 1000;
+constexpr int countdownSeconds = 25;
 }  // namespace
 
 FtpTimeOut::FtpTimeOut(Clock& clock, StatusDisplay& statusDisplay, QObject* parent)
-    : QObject(parent), display(statusDisplay), tmrTimeOut(clock, TickMilliseconds) {
+    : QObject(parent), display(statusDisplay), tmrTimeOut(clock, tickMilliseconds) {
     connect(&tmrTimeOut, &Timer::Tick, this, &FtpTimeOut::Tick);
 }
 
@@ -28,7 +28,7 @@ void FtpTimeOut::Stop() {
 void FtpTimeOut::Tick() {
     ++elapsedSeconds;
     const int remaining = timeOutLimit - elapsedSeconds;
-    if (display.InUse() && remaining >= 0 && remaining <= CountdownSeconds) {
+    if (display.InUse() && remaining >= 0 && remaining <= countdownSeconds) {
         display.ShowTimeOutGauge(remaining);
         display.ShowTimeOutLabel(remaining);
     } else {

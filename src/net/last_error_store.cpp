@@ -4,8 +4,8 @@
 
 namespace {
 
-const QString CodeKey = QStringLiteral("LastErrorCode");
-const QString TextKey = QStringLiteral("LastErrorStr");
+const QString codeKey = QStringLiteral("LastErrorCode");
+const QString textKey = QStringLiteral("LastErrorStr");
 
 std::unique_ptr<QSettings> Open() {
     return OpenUserSection("FTP Control 1.01", QString(QChar(u'\0')));
@@ -15,14 +15,14 @@ std::unique_ptr<QSettings> Open() {
 
 void LastErrorStore::Write(int code, const QString& text) {
     const auto store = Open();
-    store->setValue(CodeKey, QString::number(code));
-    store->setValue(TextKey, text);
+    store->setValue(codeKey, QString::number(code));
+    store->setValue(textKey, text);
 }
 
 QString LastErrorStore::Code() {
-    return Open()->value(CodeKey).toString();
+    return Open()->value(codeKey).toString();
 }
 
 QString LastErrorStore::Text() {
-    return Open()->value(TextKey).toString();
+    return Open()->value(textKey).toString();
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr qint64 MostSpareBytes = 32 * 1024 * 1024;
+constexpr qint64 mostSpareBytes = 32 * 1024 * 1024;
 
 // The pixels of the image that was freed last, for the next one of the same size. A block this
 // large would go back to the system, and getting it anew for each picture, page by page, takes more
@@ -26,7 +26,7 @@ thread_local SparePixels Spare;
 
 void Free(uchar* pixels, qint64 bytes) {
     std::unique_ptr<uchar[]> freed(pixels);
-    if (bytes <= MostSpareBytes) Spare = {std::move(freed), bytes};
+    if (bytes <= mostSpareBytes) Spare = {std::move(freed), bytes};
 }
 
 std::shared_ptr<uchar[]> Allocate(qint64 bytes) {

@@ -11,45 +11,46 @@
 
 namespace {
 
-constexpr int OfflineQuality = 80;
-constexpr int WholePercent = 100;
-constexpr int MostSum = 255 * WholePercent;
-constexpr int PixelBytes = 3;
+constexpr int offlineQuality = 80;
+constexpr int wholePercent = 100;
+constexpr int mostSum = 255 * wholePercent;
+constexpr int pixelBytes = 3;
 
 // As many columns at a time as lie between two updates on the screen: some ten thousand pixels,
 // done well within a millisecond, so that the window stays usable.
-constexpr int StripColumns = 10;
+constexpr int stripColumns = 10;
 
 constexpr uchar RoundHundredth(int sum) {
-    const int whole = sum / WholePercent;
-    const int rest = sum % WholePercent;
-    constexpr int half = WholePercent / 2;
+    const int whole = sum / wholePercent;
+    const int rest = sum % wholePercent;
+    constexpr int half = wholePercent / 2;
     const bool up = rest > half || (rest == half && whole % 2 != 0);
     return static_cast<uchar>(up ? whole + 1 : whole);
 }
 
 constexpr auto MakeRounded() {
-    std::array<uchar, MostSum + 1> rounded = {};
-    for (int sum = 0; sum <= MostSum; ++sum)
+    std::array<uchar, mostSum + 1> rounded = {};
+    for (int sum = 0; sum <= mostSum; ++sum)
         rounded[static_cast<size_t>(sum)] = RoundHundredth(sum);
     return rounded;
 }
 
 // A division and two comparisons for each channel would take several times as long as the encoder.
-constexpr auto Rounded = MakeRounded();
+constexpr auto roundedHundredths = MakeRounded();
 
 }  // namespace
 
 uchar BlendChannel(int camera, int offline, int percent) {
-    return Rounded[static_cast<size_t>(camera * (WholePercent - percent) + offline * percent)];
+    return roundedHundredths[static_cast<size_t>(camera * (wholePercent - percent) +
+                                                 offline * percent)];
 }
 
 void BlendColumns(QImage& camera, const QImage& offline, int percent, int first, int count) {
     const QSize common = camera.size().boundedTo(offline.size());
-    const int bytes = (std::min(first + count, common.width()) - first) * PixelBytes;
+    const int bytes = (std::min(first + count, common.width()) - first) * pixelBytes;
     for (int y = 0; y < common.height(); ++y) {
-        uchar* const to = camera.scanLine(y) + first * PixelBytes;
-        const uchar* const from = offline.constScanLine(y) + first * PixelBytes;
+        uchar* const to = camera.scanLine(y) + first * pixelBytes;
+        const uchar* const from = offline.constScanLine(y) + first * pixelBytes;
         for (int i = 0; i < bytes; ++i) to[i] = BlendChannel(to[i], from[i], percent);
     }
 }
@@ -92,7 +93,7 @@ bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& setti
         return false;
     }
     display.ShowStatus("create Offline - Picture");
-    if (!Blend(camera.Image, OpaquePicture(offline.Image), std::clamp(percent, 0, WholePercent)))
+    if (!Blend(camera.Image, OpaquePicture(offline.Image), std::clamp(percent, 0, wholePercent)))
         return false;
     if (!EncodeBlend(camera.Image, settings)) {
         display.ShowStatus("Cannot write the offline picture");
@@ -103,8 +104,8 @@ bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& setti
 }
 
 bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
-    for (int x = 0; x < camera.width(); x += StripColumns) {
-        BlendColumns(camera, offline, percent, x, StripColumns);
+    for (int x = 0; x < camera.width(); x += stripColumns) {
+        BlendColumns(camera, offline, percent, x, stripColumns);
         display.ShowStatus("processing Offline-Picture");
         waiting.Yield();
         if (waiting.Closing()) return false;
@@ -113,7 +114,7 @@ bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
 }
 
 bool OfflineFilter::EncodeBlend(const QImage& picture, PictureSettings settings) {
-    settings.JPGQuality = OfflineQuality;
+    settings.JPGQuality = offlineQuality;
     state.Picture2 = picture;
     return SaveSurface(state.Picture2, settings.WorkFile(QStringLiteral("1pw.bmp"))) &&
            pictures.EncodeJpeg(settings);
@@ -126,6 +127,6 @@ bool OfflineFilter::SaveAsJpeg(const QImage& picture, const QString& target) {
     const BitmapRows rows = image.Rows();
     for (int y = 0; y < opaque.height(); ++y)
         std::memcpy(rows.Top + y * rows.Step, opaque.constScanLine(y),
-                    static_cast<size_t>(opaque.width()) * PixelBytes);
-    return savejpg(target, image, OfflineQuality) == ImagingDone;
+                    static_cast<size_t>(opaque.width()) * pixelBytes);
+    return savejpg(target, image, offlineQuality) == ImagingDone;
 }

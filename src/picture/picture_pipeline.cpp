@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr int PreviewRate = 10;
-constexpr int MostDeleteAttempts = 1000;
+constexpr int previewRate = 10;
+constexpr int mostDeleteAttempts = 1000;
 
-const QString FrameName = QStringLiteral("1pw.bmp");
+const QString frameName = QStringLiteral("1pw.bmp");
 
 }  // namespace
 
@@ -23,7 +23,7 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
       overlays(display, pictureState.ReadingFolders(), pictureState.Locale) {}
 
 bool PicturePipeline::MakePicture(const PictureSettings& settings) {
-    const QString frame = settings.WorkFile(FrameName);
+    const QString frame = settings.WorkFile(frameName);
     state.Unwritten.clear();
     if (!CaptureFrame(settings)) return false;
     // Without this cycle's frame the surface still holds the last picture: better none than that
@@ -41,10 +41,10 @@ bool PicturePipeline::MakePicture(const PictureSettings& settings) {
 }
 
 bool PicturePipeline::CaptureFrame(const PictureSettings& settings) {
-    const QString frame = settings.WorkFile(FrameName);
+    const QString frame = settings.WorkFile(frameName);
     const bool grabbed = capture.GrabFrame();
     const bool saved = capture.SaveDIB(frame);
-    capture.SetPreviewRate(PreviewRate);
+    capture.SetPreviewRate(previewRate);
     if (!state.PreviewLock) capture.SetPreview(settings.CapturePreview);
     if (grabbed && !saved) state.Unwritten = frame;
     return state.CameraRunning && capture.Running() && grabbed && saved;
@@ -61,11 +61,11 @@ void PicturePipeline::SaveCamPreview(const PictureTarget& target) {
 
 void PicturePipeline::DeleteWorkingFiles(const PictureTarget& target) {
     DeleteWorkingFile(target.WorkFile(QStringLiteral("1pw.jpg")));
-    DeleteWorkingFile(target.WorkFile(FrameName));
+    DeleteWorkingFile(target.WorkFile(frameName));
 }
 
 void PicturePipeline::DeleteWorkingFile(const QString& file) {
-    for (int attempt = 0; attempt < MostDeleteAttempts && QFile::exists(file); ++attempt) {
+    for (int attempt = 0; attempt < mostDeleteAttempts && QFile::exists(file); ++attempt) {
         QFile::remove(file);
         waiting.Yield();
     }

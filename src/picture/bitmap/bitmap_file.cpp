@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr int FileHeaderSize = 14;
-constexpr quint32 CoreHeaderSize = 12;
-constexpr quint32 InfoHeaderSize = 40;
-constexpr quint32 HeadersSize = FileHeaderSize + InfoHeaderSize;
-constexpr quint32 Uncompressed = 0;
-constexpr quint32 BitFields = 3;
+constexpr int fileHeaderSize = 14;
+constexpr quint32 coreHeaderSize = 12;
+constexpr quint32 infoHeaderSize = 40;
+constexpr quint32 headersSize = fileHeaderSize + infoHeaderSize;
+constexpr quint32 uncompressed = 0;
+constexpr quint32 bitFields = 3;
 
 template <class Number>
 Number Get(const QByteArray& bytes, int offset) {
@@ -24,7 +24,7 @@ Number Get(const QByteArray& bytes, int offset) {
 }
 
 bool KnownHeader(quint32 size) {
-    constexpr quint32 known[] = {CoreHeaderSize, InfoHeaderSize, 52, 56, 108, 124};
+    constexpr quint32 known[] = {coreHeaderSize, infoHeaderSize, 52, 56, 108, 124};
     return std::find(std::begin(known), std::end(known), size) != std::end(known);
 }
 
@@ -63,16 +63,16 @@ bool WriteAll(QFile& file, const uchar* bytes, qint64 count) {
 
 bool WriteHeaders(QFile& file, int width, int height) {
     const auto pixels = static_cast<quint32>(BitmapStride(width, 24) * height);
-    uchar head[HeadersSize] = {'B', 'M'};
-    Put<quint32>(head, 2, HeadersSize + pixels);
-    Put<quint32>(head, 10, HeadersSize);
-    Put<quint32>(head, 14, InfoHeaderSize);
+    uchar head[headersSize] = {'B', 'M'};
+    Put<quint32>(head, 2, headersSize + pixels);
+    Put<quint32>(head, 10, headersSize);
+    Put<quint32>(head, 14, infoHeaderSize);
     Put<qint32>(head, 18, width);
     Put<qint32>(head, 22, height);
     Put<quint16>(head, 26, 1);
     Put<quint16>(head, 28, 24);
     Put<quint32>(head, 34, pixels);
-    return WriteAll(file, head, HeadersSize);
+    return WriteAll(file, head, headersSize);
 }
 
 bool WriteRows(QFile& file, int width, int height, const BitmapRows& rows) {
@@ -104,18 +104,18 @@ int BitmapReader::Open(const QString& name) {
 }
 
 int BitmapReader::ReadHeader() {
-    const QByteArray bytes = file.read(FileHeaderSize + InfoHeaderSize);
+    const QByteArray bytes = file.read(fileHeaderSize + infoHeaderSize);
     if (bytes.isEmpty()) return ImagingCannotRead;
     if (!bytes.startsWith("BM")) return ImagingNotABitmap;
-    if (bytes.size() < FileHeaderSize + static_cast<int>(CoreHeaderSize)) return ImagingCannotRead;
+    if (bytes.size() < fileHeaderSize + static_cast<int>(coreHeaderSize)) return ImagingCannotRead;
     pixelOffset = Get<quint32>(bytes, 10);
     headerSize = Get<quint32>(bytes, 14);
     if (!KnownHeader(headerSize)) return ImagingUnsupported;
-    if (headerSize == CoreHeaderSize) {
+    if (headerSize == coreHeaderSize) {
         header = ParseCoreHeader(bytes);
         return ImagingDone;
     }
-    if (bytes.size() < FileHeaderSize + static_cast<int>(InfoHeaderSize)) return ImagingCannotRead;
+    if (bytes.size() < fileHeaderSize + static_cast<int>(infoHeaderSize)) return ImagingCannotRead;
     header = ParseInfoHeader(bytes);
     return ImagingDone;
 }
@@ -125,14 +125,14 @@ int BitmapReader::CheckHeader() {
     if (std::find(std::begin(depths), std::end(depths), header.BitCount) == std::end(depths))
         return ImagingUnsupported;
     const bool masked = header.BitCount == 16 || header.BitCount == 32;
-    if (header.Compression != Uncompressed && !(masked && header.Compression == BitFields))
+    if (header.Compression != uncompressed && !(masked && header.Compression == bitFields))
         return ImagingUnsupported;
     // Compared without qAbs: the lowest number has no opposite.
     if (header.Planes != 1 || header.Width < 1 || header.Width > LongestBitmapSide ||
         header.Height == 0 || header.Height > LongestBitmapSide ||
         header.Height < -LongestBitmapSide)
         return ImagingDamaged;
-    if (pixelOffset < FileHeaderSize + qint64{headerSize}) return ImagingDamaged;
+    if (pixelOffset < fileHeaderSize + qint64{headerSize}) return ImagingDamaged;
     const qint64 pixels = BitmapStride(Width(), header.BitCount) * Height();
     return pixelOffset + pixels <= file.size() ? ImagingDone : ImagingCannotRead;
 }
@@ -142,8 +142,8 @@ int BitmapReader::ReadPalette() {
     const quint32 most = 1U << header.BitCount;
     if (header.ColoursUsed > most) return ImagingDamaged;
     const qint64 count = header.ColoursUsed ? header.ColoursUsed : most;
-    const qint64 entrySize = headerSize == CoreHeaderSize ? 3 : 4;
-    const qint64 start = FileHeaderSize + headerSize;
+    const qint64 entrySize = headerSize == coreHeaderSize ? 3 : 4;
+    const qint64 start = fileHeaderSize + headerSize;
     if (start + count * entrySize > pixelOffset) return ImagingDamaged;
     file.seek(start);
     const QByteArray bytes = file.read(count * entrySize);
@@ -156,9 +156,9 @@ int BitmapReader::ReadPalette() {
 int BitmapReader::ReadMasks() {
     std::array<quint32, 3> masks = {0x0000FF, 0x00FF00, 0xFF0000};  // blue, green, red
     if (header.BitCount == 16) masks = {0x001F, 0x03E0, 0x7C00};
-    if (header.Compression == BitFields) {
+    if (header.Compression == bitFields) {
         // They follow the 40 bytes in every header, be it longer or not.
-        constexpr int start = FileHeaderSize + static_cast<int>(InfoHeaderSize);
+        constexpr int start = fileHeaderSize + static_cast<int>(infoHeaderSize);
         if (pixelOffset < start + 12) return ImagingDamaged;
         file.seek(start);
         const QByteArray bytes = file.read(12);

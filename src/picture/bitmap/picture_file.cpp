@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int MostMegabytes = 256;  // decoded: MostPicturePixels at 8 bytes, as deep as PNG goes
+constexpr int mostMegabytes = 256;  // decoded: MostPicturePixels at 8 bytes, as deep as PNG goes
 
 struct CloseDecoder {
     void operator()(void* decoder) const { tjDestroy(decoder); }
@@ -69,7 +69,7 @@ QSize GifScreen(const QByteArray& bytes) {
 // pixels, are left out: their size says nothing about what they cost.
 FilePicture ReadOther(QByteArray& bytes) {
     static const QByteArrayList known = {"png", "gif", "jpeg", "bmp", "webp", "tiff"};
-    QImageReader::setAllocationLimit(MostMegabytes);
+    QImageReader::setAllocationLimit(mostMegabytes);
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);

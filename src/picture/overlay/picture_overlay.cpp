@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qsizetype MostReported = 100;
+constexpr qsizetype mostReported = 100;
 
 // Half the difference, the even neighbour where it lies between two pixels.
 int Middle(int difference) {
@@ -79,7 +79,7 @@ void PictureOverlay::Report(const QString& name, PictureFault fault, bool alone)
         return;
     }
     if (reported.contains(name) && reported.value(name) == fault) return;
-    if (reported.size() >= MostReported) reported.clear();
+    if (reported.size() >= mostReported) reported.clear();
     reported.insert(name, fault);
     display->ShowStatus(FaultText(name, fault));
     if (alone) display->ShowStatus("No picture: only the overlay may be published");

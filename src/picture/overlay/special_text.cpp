@@ -4,19 +4,19 @@
 
 namespace {
 
-const QString LineBreak = QStringLiteral("\r\n");
-const QString DateWord = QStringLiteral("Date");
-const QString DateTimeWords = QStringLiteral("Date, Time");
+const QString lineBreak = QStringLiteral("\r\n");
+const QString dateWord = QStringLiteral("Date");
+const QString dateTimeWords = QStringLiteral("Date, Time");
 
 QString WithDateTime(QString text, const QString& dateTime) {
-    const qsizetype at = text.indexOf(DateTimeWords);
-    return at < 0 ? text : text.replace(at, DateTimeWords.size(), dateTime);
+    const qsizetype at = text.indexOf(dateTimeWords);
+    return at < 0 ? text : text.replace(at, dateTimeWords.size(), dateTime);
 }
 
 // A first row that reads "Date" stands for date and time. It stays in words, so that a row that is
 // shown again later shows the time of each picture.
 QString RowOf(const SpecialText& text, const QString& line) {
-    return &line == &text.Lin.front() && line == DateWord ? DateTimeWords : line;
+    return &line == &text.Lin.front() && line == dateWord ? dateTimeWords : line;
 }
 
 // Without a number of pictures no row ever gives way to the next.
@@ -46,8 +46,8 @@ void TakeTurn(const SpecialText& text, RowTurns& turns) {
 
 QString WholeText(const SpecialText& text, const QString& dateTime) {
     const QString& first = text.Lin.front();
-    QString whole = first.startsWith(DateWord) ? dateTime : first;
-    for (std::size_t i = 1; i < text.Lin.size(); ++i) whole += LineBreak + text.Lin[i];
+    QString whole = first.startsWith(dateWord) ? dateTime : first;
+    for (std::size_t i = 1; i < text.Lin.size(); ++i) whole += lineBreak + text.Lin[i];
     return WithDateTime(whole, dateTime);
 }
 
@@ -58,7 +58,7 @@ QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTim
         TakeTurn(text, turns);
     const QString row = WithDateTime(turns.Row, dateTime);
     if (text.TextRowsAlone) return row;
-    return row.isEmpty() ? dateTime : dateTime + LineBreak + row;
+    return row.isEmpty() ? dateTime : dateTime + lineBreak + row;
 }
 
 QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
@@ -68,6 +68,6 @@ QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString&
 QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
     text.TextRowsAlone = true;
     QString appendix = NextSpecialText(text, turns, dateTime);
-    while (appendix.endsWith(LineBreak)) appendix.chop(LineBreak.size());
+    while (appendix.endsWith(lineBreak)) appendix.chop(lineBreak.size());
     return appendix;
 }

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr int Columns = 3;
-constexpr int Cells = 9;
+constexpr int columns = 3;
+constexpr int cells = 9;
 
 // Where a length starts that lies at the beginning (0), in the middle (1) or at the end (2).
 int Start(int place, int available, int length) {
@@ -67,7 +67,7 @@ QFont::StyleHint KindOf(const QString& family) {
 
 void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim) {
     if (text.isEmpty() || surface.Picture.isNull()) return;
-    if (cell < 0 || cell >= Cells) cell = 0;
+    if (cell < 0 || cell >= cells) cell = 0;
     QPainter painter(&surface.Picture);
     painter.setFont(surface.Font);
     painter.setPen(surface.Color);
@@ -76,10 +76,10 @@ void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool 
     const QStringList lines = SplitLines(text, trim);
     const int height = painter.fontMetrics().height();
     const int block = height * static_cast<int>(lines.size());
-    int top = Start(cell / Columns, surface.Picture.height(), block);
+    int top = Start(cell / columns, surface.Picture.height(), block);
     for (const QString& line : lines) {
         if (top >= surface.Picture.height()) break;
-        if (!line.isEmpty()) PrintLine(painter, surface, line, cell % Columns, top);
+        if (!line.isEmpty()) PrintLine(painter, surface, line, cell % columns, top);
         top += height;
     }
 }

@@ -5,20 +5,20 @@
 
 namespace {
 
-constexpr double PixelsPerPoint = 96.0 / 72.0;
-constexpr int LeastUsualPixels = 12;
-constexpr int UsualLinesOnPicture = 30;
-constexpr std::array Cells{2, 0, 1, 8, 6, 7, 4};
+constexpr double pixelsPerPoint = 96.0 / 72.0;
+constexpr int leastUsualPixels = 12;
+constexpr int usualLinesOnPicture = 30;
+constexpr std::array cells{2, 0, 1, 8, 6, 7, 4};
 
 }  // namespace
 
 int FontPixels(double points, int pictureHeight) {
     return points == 0 ? UsualFontPixels(pictureHeight)
-                       : std::max(1, qRound(points * PixelsPerPoint));
+                       : std::max(1, qRound(points * pixelsPerPoint));
 }
 
 int UsualFontPixels(int pictureHeight) {
-    return std::max(LeastUsualPixels, pictureHeight / UsualLinesOnPicture);
+    return std::max(leastUsualPixels, pictureHeight / usualLinesOnPicture);
 }
 
 QColor Readable(const QColor& text, const QColor& background) {
@@ -27,5 +27,5 @@ QColor Readable(const QColor& text, const QColor& background) {
 }
 
 int CellOf(OverlayPlace place) {
-    return Cells.at(static_cast<std::size_t>(place));
+    return cells.at(static_cast<std::size_t>(place));
 }

@@ -4,20 +4,20 @@
 
 namespace {
 
-constexpr int PixelBytes = 3;
+constexpr int pixelBytes = 3;
 
 // One row by the runs of its opaque pixels: a bit of the mask does not change within a run, so each
 // is one copy.
 void CopyRow(uchar* to, const uchar* from, int width, const uchar* transparent) {
     const auto isTransparent = [&](int x) {
-        return std::memcmp(from + x * PixelBytes, transparent, PixelBytes) == 0;
+        return std::memcmp(from + x * pixelBytes, transparent, pixelBytes) == 0;
     };
     for (int x = 0; x < width;) {
         while (x < width && isTransparent(x)) ++x;
         const int start = x;
         while (x < width && !isTransparent(x)) ++x;
-        std::memcpy(to + start * PixelBytes, from + start * PixelBytes,
-                    static_cast<size_t>((x - start) * PixelBytes));
+        std::memcpy(to + start * pixelBytes, from + start * pixelBytes,
+                    static_cast<size_t>((x - start) * pixelBytes));
     }
 }
 
@@ -33,11 +33,11 @@ void TransparentCopy(QImage& destination, QPoint at, QSize size, const QImage& s
                      QRgb transparent) {
     const QRect visible = Visible(destination, at, from, size, source);
     if (visible.isEmpty()) return;
-    const uchar key[PixelBytes] = {static_cast<uchar>(qBlue(transparent)),
+    const uchar key[pixelBytes] = {static_cast<uchar>(qBlue(transparent)),
                                    static_cast<uchar>(qGreen(transparent)),
                                    static_cast<uchar>(qRed(transparent))};
     const QPoint start = visible.topLeft() - at + from;
     for (int y = 0; y < visible.height(); ++y)
-        CopyRow(destination.scanLine(visible.top() + y) + visible.left() * PixelBytes,
-                source.constScanLine(start.y() + y) + start.x() * PixelBytes, visible.width(), key);
+        CopyRow(destination.scanLine(visible.top() + y) + visible.left() * pixelBytes,
+                source.constScanLine(start.y() + y) + start.x() * pixelBytes, visible.width(), key);
 }
