@@ -1,23 +1,92 @@
 #include "support/data_rows.h"
-#include "ui/overlay_bench.h"
+#include "support/file_bytes.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
+#include "ui/settings/overlay/frm_bild.h"
+#include "ui/settings/overlay/frm_overlay.h"
+#include "ui/settings/overlay/frm_text.h"
 #include "ui/settings/overlay/headed_list.h"
-#include "ui/texts/messages.h"
+#include "ui/settings/overlay/overlay_preview.h"
+#include "ui/settings/overlay/picture_list.h"
+#include "ui/settings_fixture.h"
 #include "ui/texts/toolkit_texts.h"
 #include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDir>
 #include <QFontDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 
 using enum Texts::Language;
+
+namespace {
+
+// The three windows of the overlays over a settings file that says no more than the size of the
+// camera's pictures, 320 x 240; there is no camera.
+class OverlayBench : public SettingsFixture {
+  public:
+    static inline const QString Empty = "[Einstellungen]\nCaptureFormat=320x240\n";
+
+    explicit OverlayBench(const QString& settings = Empty) {
+        QDir(Folder.path()).mkdir("overlay");
+        Write(settings);
+        Core->LoadSettings();
+    }
+
+    frmText Lines8{Around(), nullptr};
+    frmBild Pictures{Around(), nullptr};
+    frmOverlay Window{Around(), Lines8, Pictures, nullptr};
+
+    // A picture in a folder of the program folder; its upper left pixel is white, the rest is not.
+    QString MakePicture(const QString& name, const QColor& colour, QSize size = {40, 30}) const {
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(colour);
+        picture.setPixelColor(0, 0, Qt::white);
+        const QString path = Folder.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        picture.save(path);
+        return path;
+    }
+
+    // What is seen after that time.
+    [[nodiscard]] QImage Seen(const OverlayPreview& preview, int milliseconds = 60) {
+        Time.Advance(milliseconds);
+        return preview.Picture();
+    }
+
+    // The lines of the file after the window was saved over an empty one.
+    [[nodiscard]] QStringList Saved(SettingsWindow& window) {
+        Write("");
+        return window.Save() ? Lines() : QStringList("not saved");
+    }
+};
+
+// The window over a list of that many pictures 0.png, 1.png …, all of them read.
+class ListBench : public OverlayBench {
+  public:
+    explicit ListBench(int count, const QString& more = {}) {
+        QString settings = Empty + "Overlay=4\n[Picture]\n" + more;
+        for (int i = 0; i < count; ++i) {
+            MakePicture(QString("overlay/%1.png").arg(i), QColor::fromHsv(i * 7, 255, 255));
+            settings += QString("%1Pic=%1.png\n").arg(i);
+        }
+        Write(settings);
+        Core->LoadSettings();
+        Pictures.Open();
+        Time.Advance(0);
+    }
+};
+
+[[nodiscard]] bool IsRed(const QColor& colour) {
+    return colour.red() > 180 && colour.green() < 70 && colour.blue() < 70;
+}
+
+}  // namespace
 
 class TestOverlayWindows : public QObject {
     Q_OBJECT
@@ -27,10 +96,6 @@ class TestOverlayWindows : public QObject {
     // files that are gone, become what is valid.
     void SettingsAreShownAndSaved_data() {
         const Rows<QString, QString> row;
-        row("nothing", "Sprache=english",
-            "Date=0;Time=0;Overlay=0;Text=Date;Position=0;PositionX=0;PositionY=0;PositionBild=0;"
-            "Font=;FontIndex=0;Size=0;SizeIndex=0;Color=16777215;BackColor=0;Transparent=0;Bold=0;"
-            "Italic=0;Underline=0;Overlayfile=Overlay.bmp;OverKombi=0;PictureEff=false");
         row("another choice everywhere",
             "Date=4;Time=3;Overlay=3;Position=6;PositionX=7;PositionY=-8;PositionBild=5;"
             "Font=DejaVu Sans Mono;Size=24;Color=255;BackColor=65280;Transparent=1;Bold=1;Italic=1;"
@@ -38,16 +103,8 @@ class TestOverlayWindows : public QObject {
             "Date=4;Time=3;Overlay=3;Text=special Text;Position=6;PositionX=7;PositionY=-8;"
             "PositionBild=5;Font=DejaVu Sans Mono;Size=24;Color=255;BackColor=65280;Transparent=1;"
             "Bold=1;Italic=1;Underline=1;Overlayfile=sun.png;OverKombi=1;PictureEff=true");
-        row("out of range",
-            "Date=5;Time=-1;Overlay=6;Position=7;PositionBild=99;Size=-3;Color=16777216;"
-            "BackColor=-1;PictureEff=True",
-            "Date=0;Time=0;Overlay=5;Position=0;PositionBild=0;Size=0;BackColor=0;"
-            "PictureEff=false;Text=");
-        row("words for numbers",
-            "Date=today;Time=now;Overlay=x;Position=here;PositionX=left;PositionBild=no;Size=big;"
-            "Color=red;BackColor=blue;Bold=yes;Overlayfile=no such.bmp",
-            "Date=0;Time=0;Overlay=0;Position=0;PositionX=0;PositionBild=0;Size=0;BackColor=0;"
-            "Bold=0;Overlayfile=no such.bmp");
+        row("no sense", "Date=5;Time=now;Overlay=6;Color=16777216;BackColor=blue;Overlayfile=gone",
+            "Date=0;Time=0;Overlay=5;Text=;BackColor=0;PictureEff=false;Overlayfile=gone");
     }
 
     void SettingsAreShownAndSaved() {
@@ -62,177 +119,86 @@ class TestOverlayWindows : public QObject {
         QCOMPARE(bench.Lines(), saved);
     }
 
+    // What is typed shows in the preview at once.
     void TextKeysInOrder() {
         OverlayBench bench;
         bench.Lines8.Open();
+        const QImage before = bench.Seen(*bench.Lines8.Preview);
         bench.Lines8.Lin[1]->setText(" \"Hello\" ");
+        QVERIFY(bench.Seen(*bench.Lines8.Preview) != before);
         bench.Lines8.optRows->setChecked(true);
         bench.Lines8.Pic->setValue(12);
-        const QStringList saved = bench.Saved(bench.Lines8);
-        QCOMPARE(saved,
+        QCOMPARE(bench.Saved(bench.Lines8),
                  QStringList({"Effect=Zeile", "Pic=12", "UB=0", "Lin0=", "Lin1=\" \"Hello\" \"",
                               "Lin2=", "Lin3=", "Lin4=", "Lin5=", "Lin6=", "Lin7=", "Overlay=3"}));
         bench.Lines8.Open();
         QCOMPARE(bench.Lines8.Lin[1]->text(), QString(" \"Hello\" "));
         QVERIFY(bench.Lines8.optRows->isChecked() && bench.Lines8.chkDateFirst->isChecked());
-        bench.Lines8.chkDateFirst->setChecked(false);
-        bench.Lines8.optWhole->setChecked(true);
-        bench.Lines8.Lin[1]->clear();
-        QVERIFY(bench.Lines8.Save());
-        QVERIFY(bench.Lines().contains("UB=1") && !bench.Lines().contains("Effect=Zeile"));
-        bench.Lines8.Open();
-        QVERIFY(bench.Lines8.optWhole->isChecked() && !bench.Lines8.chkDateFirst->isChecked());
-    }
-
-    // A kind of overlay that shows the lines already stays, in the file and in the other window.
-    void SavedLinesAreShown_data() {
-        const Rows<int, QString, int> row;
-        row("date alone", 0, "Overlay=3", 3);
-        row("special text", 3, "Overlay=3", 3);
-        row("nothing", 5, "Overlay=3", 3);
     }
 
     void SavedLinesAreShown() {
-        const auto [mode, written, shown] = Row<int, QString, int>();
-        OverlayBench bench("[Einstellungen]\nOverlay=" + QString::number(mode) + "\n");
+        OverlayBench bench;
         bench.Window.Open();
         bench.Window.btnText->click();
-        QVERIFY(bench.Lines8.isVisible());
         bench.Lines8.Lin[2]->setText("Harbour");
         QVERIFY(bench.Lines8.Save());
-        QVERIFY(bench.Lines().contains(written));
-        QCOMPARE(bench.Window.lstEffect->Place(), shown);
+        QVERIFY(bench.Lines().contains("Overlay=3"));
+        QCOMPARE(bench.Window.lstEffect->Place(), 3);
         QCOMPARE(bench.Window.lblText->text(), QString("Harbour"));
-    }
-
-    void TextsFitInAllLanguages() {
-        OverlayBench bench;
-        QCOMPARE(ClippedAnywhere(bench.Window, bench.Words).join("\n"), QString());
-        bench.Window.hide();
-        QCOMPARE(ClippedAnywhere(bench.Lines8, bench.Words).join("\n"), QString());
-        bench.Words.SetLanguage(German);
-        QVERIFY(Captions(bench.Lines8).contains("8. Zeile:"));
     }
 
     // Message boxes and choosers are the toolkit's, and follow a change of the language.
     void TheToolkitSpeaksTheLanguage() {
         Texts words(German);
         const ToolkitTexts toolkit(words);
-        const QMessageBox question(QMessageBox::Question, "", "", QMessageBox::No);
-        QCOMPARE(question.button(QMessageBox::No)->text(), QString("&Nein"));
         const auto size = [] { return QCoreApplication::translate("QFileSystemModel", "Size"); };
         QCOMPARE(size(), QString("Größe"));
         words.SetLanguage(French);
         QCOMPARE(size(), QString("Taille"));
-        words.SetLanguage(English);
-        QCOMPARE(size(), QString("Size"));
     }
 
-    void TheKeyboardReachesEverything() {
-        OverlayBench bench;
-        bench.Window.Open();
-        bench.Window.chkKombi->setChecked(true);
-        QCOMPARE(TabFaults(bench.Window).join("\n"), QString());
-        bench.Lines8.Open();
+    void TextsAndKeyboard() {
+        ListBench bench(3);
+        QCOMPARE(ClippedAnywhere(bench.Pictures, bench.Words).join("\n"), QString());
+        bench.Pictures.List->setCurrentRow(1);
+        bench.Pictures.List->setFocus();
+        QCOMPARE(TabFaults(bench.Pictures).join("\n"), QString());
+        QCOMPARE(ClippedAnywhere(bench.Lines8, bench.Words).join("\n"), QString());
         bench.Lines8.optRows->setChecked(true);
         bench.Lines8.Lin[0]->setFocus();
         QCOMPARE(TabFaults(bench.Lines8).join("\n"), QString());
+        QCOMPARE(ClippedAnywhere(bench.Window, bench.Words).join("\n"), QString());
+        bench.Window.chkKombi->setChecked(true);
+        QCOMPARE(TabFaults(bench.Window).join("\n"), QString());
     }
 
-    // The heading is no choice: the wheel, the keys and the mouse pass it by.
-    void HeadingsCannotBeChosen() {
-        OverlayBench bench;
-        bench.Window.Open();
-        bench.Window.lstEffect->SetPlace(1);
-        for (int i = 0; i < 3; ++i) QTest::keyClick(bench.Window.lstEffect, Qt::Key_Up);
-        QTest::keyClick(bench.Window.lstEffect, Qt::Key_Home);
-        QCOMPARE(bench.Window.lstEffect->Place(), 0);
-        QCOMPARE(bench.Window.lstEffect->currentText(), QString("Date"));
-    }
-
-    // The preview is what would be published: each control shows in it at once, and neither the
-    // working folder nor the turns of the running cycle notice.
+    // The preview is what would be published: changes show in it at once, and nothing is written.
     void ThePreviewIsWhatWillBeSent() {
         OverlayBench bench;
         bench.MakePicture("overlay/sun.png", Qt::red);
-        bench.Window.Open();
-        const QImage date = bench.Seen(*bench.Window.Preview);
-        QCOMPARE(date.size(), QSize(320, 240));
-        bench.Window.lstEffect->SetPlace(5);
-        const QImage plain = bench.Seen(*bench.Window.Preview);
-        QVERIFY(date.copy(160, 0, 160, 20) != plain.copy(160, 0, 160, 20));
-        bench.Window.lstEffect->SetPlace(4);
-        bench.Window.cbPicture->setCurrentIndex(bench.Window.cbPicture->findText("sun.png"));
-        emit bench.Window.cbPicture->activated(1);
+        frmOverlay& window = bench.Window;
+        window.Open();
+        QCOMPARE(bench.Seen(*window.Preview).size(), QSize(320, 240));
+        window.lstEffect->SetPlace(4);
+        window.cbPicture->setCurrentIndex(window.cbPicture->findText("sun.png"));
+        emit window.cbPicture->activated(1);
         for (const auto& [place, at] :
              {std::pair(4, QPoint(20, 225)), std::pair(0, QPoint(300, 15))}) {
-            bench.Window.lstPositionBild->SetPlace(place);
-            QVERIFY(IsRed(bench.Seen(*bench.Window.Preview).pixelColor(at)));
+            window.lstPositionBild->SetPlace(place);
+            QVERIFY(IsRed(bench.Seen(*window.Preview).pixelColor(at)));
         }
-        bench.Window.lstEffect->SetPlace(0);
-        bench.Window.chkKombi->setChecked(true);
-        bench.Window.lstPosition->SetPlace(6);
-        bench.Window.btnBackColor->SetColour(Qt::red);
-        const QImage both = bench.Seen(*bench.Window.Preview);
+        window.lstEffect->SetPlace(0);
+        window.chkKombi->setChecked(true);
+        window.lstPosition->SetPlace(6);
+        window.btnBackColor->SetColour(Qt::red);
+        const QImage both = bench.Seen(*window.Preview);
         QVERIFY(IsRed(both.pixelColor(300, 15)));
         // The ground behind the date, at the lower edge of its line.
         QVERIFY(IsRed(both.pixelColor(160, 126)) || IsRed(both.pixelColor(160, 114)));
-        bench.Window.chkTransparent->setChecked(true);
-        QVERIFY(!IsRed(bench.Seen(*bench.Window.Preview).pixelColor(160, 126)));
+        window.chkTransparent->setChecked(true);
+        QVERIFY(!IsRed(bench.Seen(*window.Preview).pixelColor(160, 126)));
         QCOMPARE(QDir(bench.Core->State.Values.WorkPath).entryList(QDir::Files), QStringList());
         QCOMPARE(bench.Lines(), QStringList("CaptureFormat=320x240"));
-    }
-
-    void EveryControlShowsAtOnce() {
-        OverlayBench bench;
-        frmOverlay& overlay = bench.Window;
-        overlay.Open();
-        bench.Lines8.Open();
-        qint64 overlayAt = 0;
-        qint64 textAt = 0;
-        const auto now = [&bench] { return bench.Time.Milliseconds(); };
-        connect(overlay.Preview, &OverlayPreview::Renewed, this, [&] { overlayAt = now(); });
-        connect(bench.Lines8.Preview, &OverlayPreview::Renewed, this, [&] { textAt = now(); });
-        const auto renews = [&](const qint64& at, const std::function<void()>& change) {
-            bench.Time.Advance(230);  // any other than a whole second
-            const qint64 begin = now();
-            change();
-            bench.Time.Advance(50);
-            return at == begin + 40;
-        };
-        QVERIFY(!renews(overlayAt, [] {}));
-        for (HeadedList* list : {overlay.lstEffect, overlay.lstPosition, overlay.lstPositionBild})
-            QVERIFY(renews(overlayAt, [list] { list->SetPlace(1); }));
-        for (QComboBox* list : {overlay.cbDate, overlay.cbTime})
-            QVERIFY(renews(overlayAt, [list] { list->setCurrentIndex(1); }));
-        for (QCheckBox* box :
-             {overlay.chkKombi, overlay.chkTransparent, overlay.Font->chkUsualSize})
-            QVERIFY(renews(overlayAt, [box] { box->toggle(); }));
-        for (ColourButton* button : {overlay.btnColor, overlay.btnBackColor})
-            QVERIFY(renews(overlayAt, [button] { button->SetColour(Qt::green); }));
-        QVERIFY(renews(overlayAt, [&] { emit overlay.cbPicture->activated(0); }));
-        for (QLineEdit* line : bench.Lines8.Lin)
-            QVERIFY(renews(textAt, [line] { line->setText("x"); }));
-        QVERIFY(renews(textAt, [&] { bench.Lines8.optRows->setChecked(true); }));
-        QVERIFY(renews(textAt, [&] { bench.Lines8.Pic->setValue(9); }));
-        QVERIFY(renews(textAt, [&] { bench.Lines8.chkDateFirst->toggle(); }));
-    }
-
-    void RowsTakeTurnsOnlyInThePreview() {
-        OverlayBench bench(
-            OverlayBench::Empty +
-            "Overlay=3\n[Text]\nLin0=WWWWWWWW\nLin1=WWWWWWWWWWWWWWWW\nEffect=Zeile\nPic=9\nUB=1\n");
-        bench.Window.Open();
-        const QImage first = bench.Seen(*bench.Window.Preview);
-        const QImage changed = [&] {
-            bench.Window.Preview->Renew();
-            return bench.Seen(*bench.Window.Preview);
-        }();
-        QVERIFY(changed == first);
-        QVERIFY(bench.Seen(*bench.Window.Preview, 3500) != first);
-        bench.Window.reject();
-        bench.Time.Advance(5000);
-        QVERIFY(bench.Window.Preview->Picture().isNull());
     }
 
     // Every colour and font pointed at shows; cancelling brings back what was there.
@@ -241,7 +207,6 @@ class TestOverlayWindows : public QObject {
         bench.Window.Open();
         bench.Window.btnBackColor->click();
         auto* colours = bench.Window.findChild<QColorDialog*>();
-        QVERIFY(colours);
         colours->setCurrentColor(Qt::red);
         QCOMPARE(bench.Window.btnBackColor->Colour(), QColor(Qt::red));
         colours->reject();
@@ -249,20 +214,142 @@ class TestOverlayWindows : public QObject {
 
         bench.Window.Font->btnFont->click();
         auto* fonts = bench.Window.findChild<QFontDialog*>();
-        QVERIFY(fonts);
         QFont font = fonts->currentFont();
         font.setUnderline(true);
-        fonts->setCurrentFont(font);
-        QVERIFY(bench.Window.Font->Chosen().Underline);
-        QCOMPARE(bench.Window.Font->Chosen().Points, 0);
         font.setPointSize(36);
         fonts->setCurrentFont(font);
         fonts->accept();
-        QCOMPARE(bench.Window.Font->Chosen().Points, 36);
-        QVERIFY(!bench.Window.Font->chkUsualSize->isChecked());
         const QStringList saved = bench.Saved(bench.Window);
         QVERIFY(saved.contains("Size=36") && saved.contains("Underline=1"));
-        QVERIFY(!saved.contains("SizeIndex=0"));
+    }
+
+    void ListKeysInOrder() {
+        ListBench bench(2);
+        bench.Pictures.List->setCurrentRow(1);
+        bench.Pictures.UB->setValue(7);
+        bench.Pictures.chkCapture->setChecked(true);
+        QCOMPARE(bench.Saved(bench.Pictures),
+                 QStringList({"Capture=1", "UB=7", "Pic=1", "0Pic=0.png", "1Pic=1.png", "PicGes=2",
+                              "PictureEff=true"}));
+        bench.Pictures.Open();
+        QCOMPARE(bench.Pictures.List->Names(), QStringList({"0.png", "1.png"}));
+        QCOMPARE(bench.Pictures.List->currentRow(), 1);
+    }
+
+    // Entries of a longer list behind a gap do not come back when a new list reaches them.
+    void NothingIsLeftOfALongerList() {
+        ListBench bench(3, "4Pic=old.bmp\nPicGes=x\nUB=-5\nPic=77\n");
+        QCOMPARE(bench.Pictures.List->currentRow(), 2);
+        bench.Pictures.btnRemove->click();
+        QVERIFY(bench.Pictures.Save());
+        const QStringList lines = bench.Lines();
+        for (const QString& line : std::initializer_list<QString>{
+                 "1Pic=1.png", "2Pic=", "4Pic=", "PicGes=2", "UB=0", "Pic=1"})
+            QVERIFY2(lines.contains(line), qPrintable(line));
+    }
+
+    void TheOrderIsChanged() {
+        ListBench bench(3);
+        PictureList& list = *bench.Pictures.List;
+        list.setCurrentRow(2);
+        bench.Pictures.btnUp->click();
+        bench.Pictures.btnUp->click();
+        QCOMPARE(list.Names(), QStringList({"2.png", "0.png", "1.png"}));
+        bench.Pictures.btnDown->click();
+        QTest::keyClick(&list, Qt::Key_Delete);
+        QCOMPARE(list.Names(), QStringList({"0.png", "1.png"}));
+        bench.Pictures.btnDeleteList->click();
+        QCOMPARE(bench.Boxes.Shown, QStringList("Stillpost: Take all pictures out of the list?"));
+        QCOMPARE(list.count(), 2);
+        bench.Boxes.Yes = true;
+        bench.Pictures.btnDeleteList->click();
+        QCOMPARE(list.count(), 0);
+    }
+
+    // Pictures from elsewhere are copied, never over another one; those that are there stay.
+    void PicturesAreAdopted() {
+        ListBench bench(1);
+        const QString other = bench.MakePicture("elsewhere/0.png", Qt::blue);
+        const QString same = bench.MakePicture("more/0.png", QColor::fromHsv(0, 255, 255));
+        const QByteArray kept = ReadBytes(bench.Folder.filePath("overlay/0.png"));
+        bench.Pictures.Add({other, same, bench.Folder.filePath("overlay/0.png"), other});
+        bench.Time.Advance(0);
+        QCOMPARE(bench.Pictures.List->Names(),
+                 QStringList({"0.png", "0 (2).png", "0.png", "0.png", "0 (2).png"}));
+        QCOMPARE(ReadBytes(bench.Folder.filePath("overlay/0.png")), kept);
+        QCOMPARE(ReadBytes(bench.Folder.filePath("overlay/0 (2).png")), ReadBytes(other));
+        // Without saving they are gone again.
+        bench.Pictures.reject();
+        QVERIFY(!QFile::exists(bench.Folder.filePath("overlay/0 (2).png")));
+    }
+
+    void WhatIsNoPictureIsToldAtOnce() {
+        ListBench bench(0);
+        SkinMaker::Write(bench.Folder.filePath("half.jpg"), "\xFF\xD8 cut off");
+        const QString good = bench.MakePicture("good.png", Qt::green);
+        bench.Pictures.Add(
+            {bench.Folder.filePath("half.jpg"), bench.Folder.filePath("gone.bmp"), good});
+        QVERIFY(!bench.Pictures.Save());  // before all are read
+        bench.Time.Advance(0);
+        QVERIFY(bench.Pictures.Save());
+        QCOMPARE(bench.Boxes.Shown.size(), 1);
+        QVERIFY(bench.Boxes.Shown[0].contains("half.jpg is damaged"));
+        QVERIFY(bench.Boxes.Shown[0].contains("gone.bmp is not in"));
+        QVERIFY(bench.Lines().contains("0Pic=good.png") && bench.Lines().contains("PicGes=1"));
+    }
+
+    void FiftyAreTheMost() {
+        ListBench bench(49);
+        const QString a = bench.MakePicture("a/a.png", Qt::red);
+        const QString b = bench.MakePicture("a/b.png", Qt::blue);
+        bench.Pictures.Add({a, b});
+        bench.Time.Advance(0);
+        QCOMPARE(bench.Pictures.List->count(), 50);
+        QVERIFY(!bench.Pictures.btnAdd->isEnabled());
+        QCOMPARE(bench.Boxes.Shown.size(), 1);
+        QVERIFY(bench.Boxes.Shown[0].contains("at most 50 pictures"));
+        QVERIFY(bench.Saved(bench.Pictures).contains("49Pic=a.png"));
+    }
+
+    // Once for each picture chosen, and not where it takes the place of the camera's.
+    void LargerThanTheCamera() {
+        OverlayBench bench(OverlayBench::Empty + "Preview=1\n[Cameras]\nCam0=Gate|test:64x48\n");
+        bench.Core->Start();
+        bench.Core->Cycle.Stop();
+        QTRY_COMPARE(bench.Core->ezVidCap1.Width(), 64);
+        const QString warning =
+            "Stillpost: Their overlay picture is larger than the camera picture!";
+        const QString fits = bench.MakePicture("overlay/fits.png", Qt::red, {64, 48});
+        const QString wide = bench.MakePicture("overlay/wide.png", Qt::red, {65, 10});
+        bench.Boxes.Shown.clear();
+        bench.Pictures.Open();
+        bench.Pictures.Add({fits, wide});
+        bench.Time.Advance(3000);
+        QCOMPARE(bench.Boxes.Shown, QStringList(warning));
+        bench.Boxes.Shown.clear();
+        bench.Pictures.chkCapture->setChecked(true);
+        bench.Pictures.Add({wide});
+        bench.Time.Advance(3000);
+        QCOMPARE(bench.Boxes.Shown, QStringList());
+    }
+
+    // The picture that is chosen shows first, over whatever is set beside it, and then the next.
+    void ThePreviewBeginsWithTheChosenOne() {
+        ListBench bench(0);
+        bench.MakePicture("overlay/red.png", Qt::red);
+        bench.MakePicture("overlay/blue.png", Qt::blue);
+        bench.Write(OverlayBench::Empty + "Overlay=5\n[Picture]\n0Pic=blue.png\n1Pic=red.png\n");
+        bench.Pictures.reject();
+        bench.Window.Open();
+        bench.Window.btnPicture->click();
+        const QPoint at(300, 15);
+        QVERIFY(!IsRed(bench.Seen(*bench.Pictures.Preview).pixelColor(at)));
+        bench.Pictures.List->setCurrentRow(1);
+        QVERIFY(IsRed(bench.Seen(*bench.Pictures.Preview).pixelColor(at)));
+        QVERIFY(!IsRed(bench.Seen(*bench.Pictures.Preview, 4000).pixelColor(at)));
+        QVERIFY(bench.Pictures.Save());
+        // A list that was just put together is what the other window shows.
+        QCOMPARE(bench.Window.lstEffect->Place(), 4);
     }
 };
 
