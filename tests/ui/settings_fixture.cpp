@@ -1,7 +1,6 @@
 #include "ui/settings_fixture.h"
 
 #include "support/file_bytes.h"
-#include "ui/settings/overlay/headed_list.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -56,13 +55,6 @@ QStringList ClippedTexts(const QWidget& window) {
     return clipped;
 }
 
-// A caption without the mark of its letter.
-QString WithoutMnemonic(const QString& text) {
-    QString plain = text;
-    plain.replace("&&", QString(QChar(1))).remove(u'&').replace(QChar(1), "&&");
-    return plain;
-}
-
 const QWidget* FrameOf(const QWidget* control) {
     while (control && !qobject_cast<const QGroupBox*>(control)) control = control->parentWidget();
     return control;
@@ -79,29 +71,6 @@ bool IsStop(const QWidget& control, const QWidget& window) {
 }
 
 }  // namespace
-
-QStringList Captions(const QWidget& window) {
-    QStringList captions{window.windowTitle()};
-    for (const QWidget* widget : window.findChildren<QWidget*>())
-        if (!qobject_cast<const QComboBox*>(widget)) captions << WithoutMnemonic(TextOf(*widget));
-    captions.removeAll(QString());
-    return captions;
-}
-
-QStringList SettingsFixture::Missing(const QWidget& window, const QString& section,
-                                     const QStringList& keys) {
-    using enum Texts::Language;
-    QStringList missing;
-    for (const auto language : {French, German, English}) {
-        Words.SetLanguage(language);
-        QStringList shown = Captions(window);
-        for (const HeadedList* list : window.findChildren<HeadedList*>())
-            shown << list->Heading() << list->Lines();
-        for (const QString& key : keys)
-            if (!shown.contains(Words.Get(section, key))) missing << Words.Get(section, key);
-    }
-    return missing;
-}
 
 QStringList TabFaults(QWidget& window) {
     QWidgetList left;

@@ -14,9 +14,6 @@ class SettingsFixture : public WindowFixture {
     [[nodiscard]] QString File() const { return Folder.filePath("ftpOptions.ini"); }
     // The keys with their values as they stand in the file: "Server=x".
     [[nodiscard]] QStringList Lines() const;
-    // The texts of a section that a window does not have in some language.
-    [[nodiscard]] QStringList Missing(const QWidget& window, const QString& section,
-                                      const QStringList& keys);
     // Replaces the settings file.
     void Write(const QString& lines) const;
 };
@@ -24,9 +21,6 @@ class SettingsFixture : public WindowFixture {
 // What is wrong with the way of the Tab key through a window: controls that it leaves out or that
 // have no name for a screen reader or no help, and steps back within a frame.
 [[nodiscard]] QStringList TabFaults(QWidget& window);
-
-// All captions of the window's labels, buttons, options and frames, and its title.
-[[nodiscard]] QStringList Captions(const QWidget& window);
 
 // Shows the window in each language and with a small and a large font, and gives what was clipped,
 // with the language and the font's size.
