@@ -3,7 +3,6 @@
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QRandomGenerator>
 #include <QStringEncoder>
@@ -67,15 +66,11 @@ class TestProfileFile : public QObject {
         row("blank that is no blank", "[Sec]\nKey=\xc2\xa0v\xc2\xa0",
             QStringLiteral("\u00a0v\u00a0"));
         row("single quotes", "[Sec]\nKey=' v '", " v ");
-        row("quotes that do not match", "[Sec]\nKey=\"v'", "\"v'");
         row("equals sign and semicolon in it", "[Sec]\nKey=a=b;c", "a=b;c");
         row("first of two sections", "[Sec]\nOther=1\n[Sec]\nKey=2", "");
-        row("key of another section", "[Other]\nKey=1\n[Sec]\n", "");
         row("section name only begins the same", "[Section]\nKey=1", "");
         row("commented out", "[Sec]\n;Key=1\n ; Key=2\nKey=3", "3");
-        row("comment behind the section", "[Sec] ; [x]\nKey=1", "1");
         row("section without its bracket", "[Sec]\n[Other\nKey=1", "1");
-        row("CR alone", "[Sec]\rKey=v\r", "v");
         row("mark, but no UTF-8", "\xef\xbb\xbf[Sec]\nKey=\xfc", QStringLiteral("ü"));
         row("UTF-8 of surrogates is none", "[Sec]\nKey=\xed\xa0\x80",
             QStringLiteral("\u00ed\u00a0\u20ac"));
@@ -102,16 +97,11 @@ class TestProfileFile : public QObject {
         const QByteArray end = QSysInfo::kernelType() == "winnt" ? "\r\n" : "\n";
         row("empty file", "", "v", "[Sec]" + end + "Key=v" + end);
         row("change", "[Sec]\n key =  old  \nX=1", "new", "[Sec]\n key =  new\nX=1");
-        row("change of the first", "[Sec]\nKey=1\nKey=2\n[Sec]\nKey=3", "v",
-            "[Sec]\nKey=v\nKey=2\n[Sec]\nKey=3");
         row("add before blank lines", "[Sec]\nX=1\n\n \n[Other]\nKey=1\n", "v",
             "[Sec]\nX=1\nKey=v\n\n \n[Other]\nKey=1\n");
         row("add without a last line end", "[Sec]\r\nX=1", "v", "[Sec]\r\nX=1\r\nKey=v\r\n");
-        row("add a section", "; hello\r\n\r\n[Other]\r\nX=1", "v",
-            "; hello\r\n\r\n[Other]\r\nX=1\r\n\r\n[Sec]\r\nKey=v\r\n");
         row("rubbish stays", "x\n[Sec]\n;Key=1\nnonsense\n=1\n#\n", "v",
             "x\n[Sec]\n;Key=1\nnonsense\n=1\n#\nKey=v\n");
-        row("mark stays", "\xef\xbb\xbf[Sec]\n", "v", "\xef\xbb\xbf[Sec]\nKey=v\n");
         row("Windows-1252", "[Sec]\nX=\xfc" + euroAndGap + "\n",
             QStringLiteral("ü") + euroAndGapText,
             "[Sec]\nX=\xfc" + euroAndGap + "\nKey=\xfc" + euroAndGap + "\n");
@@ -124,9 +114,6 @@ class TestProfileFile : public QObject {
         row("UTF-16 little endian", Utf16("[Sec]\r\nX=ü\r\n", QStringConverter::Utf16LE),
             QStringLiteral("\u0159"),
             Utf16(QStringLiteral("[Sec]\r\nX=ü\r\nKey=\u0159\r\n"), QStringConverter::Utf16LE));
-        row("UTF-16 with two marks",
-            Utf16(QStringLiteral("\ufeff\n[Sec]\n"), QStringConverter::Utf16LE), "v",
-            Utf16(QStringLiteral("\ufeff\n[Sec]\nKey=v\n"), QStringConverter::Utf16LE));
         row("UTF-16 big endian, cut off", Utf16("[Sec]\nX=1", QStringConverter::Utf16BE) + 'x', "v",
             Utf16("[Sec]\nX=1\nKey=v\n", QStringConverter::Utf16BE) + 'x');
     }
@@ -162,7 +149,6 @@ class TestProfileFile : public QObject {
         row("NUL", "Sec", "Key", QString(QChar(u'\0')));
         row("half a surrogate pair", "Sec", "Key", QString(QChar(0xd800)));
         row("no key", "Sec", " ", "a");
-        row("key that would be a comment", "Sec", ";Key", "a");
         row("key that would end early", "Sec", "K=ey", "a");
         row("section that would end early", "S]ec", "Key", "a");
     }
@@ -187,37 +173,9 @@ class TestProfileFile : public QObject {
         for (int i = 1; i < 60; ++i) {
             // Same size, often within one step of the file system's clock.
             const QString value = QString::number(1000 + i);
-            if (i % 3 == 0)
-                QVERIFY(WriteSetting(file, "Sec", "Key", value) != 0);
-            else
-                QVERIFY(WriteBytes(file, "[Sec]\nKey=" + value.toLatin1() + "\n"));
+            QVERIFY(WriteBytes(file, "[Sec]\nKey=" + value.toLatin1() + "\n"));
             QCOMPARE(ReadSetting(file, "Sec", "Key"), value);
         }
-
-        if (QSysInfo::kernelType() == "winnt")
-            QSKIP(
-                "Qt tells no time of change here, so a copy of the same size and time is not seen");
-        // A copy that brings an old time along, over a version that has long been known.
-        QFile old(file);
-        const QDateTime longAgo = QDateTime::currentDateTime().addDays(-3);
-        const auto write = [&](const QByteArray& bytes) {
-            QVERIFY(old.open(QIODevice::ReadWrite) && old.write(bytes) >= 0 && old.flush() &&
-                    old.setFileTime(longAgo, QFileDevice::FileModificationTime));
-            old.close();
-        };
-        write("");
-        QTest::qWait(60);
-        QCOMPARE(ReadSetting(file, "Sec", "Key"), "1059");
-        write("[Sec]\nKey=copy\n");
-        QCOMPARE(ReadSetting(file, "Sec", "Key"), "copy");
-    }
-
-    void SeesRemoval() {
-        const QString file = NewFile("[Sec]\nKey=1\n");
-        QTest::qWait(60);
-        QCOMPARE(ReadSetting(file, "Sec", "Key"), "1");
-        QVERIFY(QFile::remove(file));
-        QCOMPARE(ReadSetting(file, "Sec", "Key"), "");
     }
 
     void RandomBytes() {
@@ -266,16 +224,10 @@ class TestProfileFile : public QObject {
 
     void Numbers_data() {
         Rows<QString, double, int>(
-            {{"", 0, 0},
-             {" \t21 ", 21, 21},
-             {"+5", 5, 5},
+            {{" \t21 ", 21, 21},
              {"--5", 0, 0},
-             {"12abc", 12, 12},
-             {"-75.9", -75.9, -75},
-             {".5", 0.5, 0},
-             {"1.2.3", 1.2, 1},
+             {"-75.9abc", -75.9, -75},
              {"1e3", 1, 1},
-             {QStringLiteral("\u0663"), 0, 0},
              {"-99999999999", -99999999999.0, -2147483647 - 1},
              {QString(400, u'9'), std::numeric_limits<double>::max(), 2147483647}});
     }

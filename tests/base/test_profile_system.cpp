@@ -7,8 +7,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <sys/stat.h>
-
 // What only this family of systems has.
 class TestProfileSystem : public QObject {
     Q_OBJECT
@@ -53,15 +51,6 @@ class TestProfileSystem : public QObject {
         QVERIFY(QFileInfo(link).isSymLink());
         QCOMPARE(ReadBytes(target), "[Sec]\nKey=2\n");
         QCOMPARE(ReadSetting(link, "Sec", "Key"), "2");
-    }
-
-    void PipeIsLeftAlone() {
-        const QTemporaryDir folder;
-        const QString pipe = folder.filePath("x.ini");
-        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-        // Opening it would wait for somebody at the other end.
-        QCOMPARE(ReadSetting(pipe, "Sec", "Key"), "");
-        QCOMPARE(WriteSetting(pipe, "Sec", "Key", "v"), 0);
     }
 };
 
