@@ -1,15 +1,18 @@
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_msg.h"
+#include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
+#include "ui/texts/languages.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
-class TestHangUpQuestion : public QObject {
+class TestDialogs : public QObject {
     Q_OBJECT
 
   private:
@@ -25,14 +28,14 @@ class TestHangUpQuestion : public QObject {
     };
 
   private slots:
-    void Answers_data() {
+    void HangUpAnswers_data() {
         const Rows<Qt::Key, bool, bool, bool> row;  // key, ticked: hung up, ended
-        row("OK", Qt::Key_Return, false, true, true);
         row("OK, always", Qt::Key_Return, true, true, true);
         row("Close", Qt::Key_Space, true, false, true);
         row("Escape", Qt::Key_Escape, true, false, false);
     }
-    void Answers() {
+
+    void HangUpAnswers() {
         const auto [key, ticked, hungUp, ended] = Row<Qt::Key, bool, bool, bool>();
         Dialled program;
         const QSignalSpy end(program.Core.get(), &Program::Ended);
@@ -42,7 +45,6 @@ class TestHangUpQuestion : public QObject {
         QCOMPARE(question.lblQuestion->text(),
                  "Would you like to terminate the data-communications connection to Provider 1 ?");
         QCOMPARE(end.count(), 0);
-        QVERIFY(program.System.Dial.HungUp.isEmpty());
         question.chkAlways->setChecked(ticked);
         QWidget* target =
             key == Qt::Key_Space ? static_cast<QWidget*>(question.btnClose) : &question;
@@ -62,6 +64,7 @@ class TestHangUpQuestion : public QObject {
         row("no line", false, "", true);
         row("the system ends it", true, "", false);
     }
+
     void NobodyIsAsked() {
         const auto [dialled, always, byOperator] = Row<bool, QString, bool>();
         Dialled program;
@@ -76,7 +79,39 @@ class TestHangUpQuestion : public QObject {
         QCOMPARE(end.count(), 1);
         QCOMPARE(program.System.Dial.HungUp, QList({1}));
     }
+
+    void OverviewFollowsOnlyWhileShown() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Set("Einstellungen", "Framerate", "30000");
+        program.Begin();
+        frmStatusgesamt& overview = program.Windows->Overview;
+        program.Windows->MainWindow.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&program.Windows->MainWindow));
+        QTest::keyClick(&program.Windows->MainWindow, Qt::Key_F11);
+        QVERIFY(overview.isVisible());
+        QCOMPARE(overview.Value("State"), "stopped");
+        QCOMPARE(overview.Value("NextPicture"), "–");
+        QVERIFY(overview.Value("Server").startsWith("local folder"));
+        program.Core->Start();
+        program.Core->Display.ShowMegabytes("MB: 1.5");
+        program.Time.Advance(10'000);
+        QCOMPARE(overview.Value("State"), "running");
+        QCOMPARE(overview.Value("NextPicture"), "in 20 s");
+        QCOMPARE(overview.Value("RunningTime"), "00:00:10");
+        QCOMPARE(overview.Value("Megabytes"), "1.5");
+        overview.hide();
+        program.Time.Advance(5'000);
+        QCOMPARE(overview.Value("RunningTime"), "00:00:10");
+        overview.Show();
+        QCOMPARE(overview.Value("RunningTime"), "00:00:15");
+        program.Windows->LanguageTables.ApplyGermanTexts();
+        QCOMPARE(overview.Value("State"), "läuft");
+        emit program.Core->FTP1.ServerResponse("220 ready\r\n");
+        QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
 };
 
-QTEST_MAIN(TestHangUpQuestion)
-#include "test_hang_up_question.moc"
+QTEST_MAIN(TestDialogs)
+#include "test_dialogs.moc"
