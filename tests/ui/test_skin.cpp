@@ -1,40 +1,28 @@
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_oberflaeche.h"
-#include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_place.h"
+#include "ui/skin/window_shape.h"
 #include "ui/widgets/menu_row.h"
 #include "ui/window_fixture.h"
 
 #include <QDir>
-#include <QSignalSpy>
+#include <QPainter>
 #include <QTest>
 
 namespace {
 
-// A second window that writes down what happens to it.
-class RecordingWindow : public SkinnedWindow {
-  public:
-    QStringList Steps;
+constexpr QRgb cut = 0xFFFF00FF;
+constexpr QRgb kept = 0xFF204060;
 
-    void LoadBackground(Skin& skin) override { Steps << "background " + skin.Name(); }
-    void ApplyLayout(Skin& skin) override { Steps << "layout " + skin.Name(); }
-};
-
-// The program with the chooser for its window and a second one.
-class ChooserFixture : public WindowFixture {
-  public:
-    ChooserFixture() {
-        Start();
-        Chooser = std::make_unique<frmOberflaeche>(*Core, Skins, Boxes);
-        Chooser->AddWindow(*Window);
-        Chooser->AddWindow(Second);
-        Chooser->Show({10, 10});
-    }
-
-    RecordingWindow Second;
-    std::unique_ptr<frmOberflaeche> Chooser;
-};
+// A picture to cut a window out of, with these parts of it kept.
+QImage Drawing(const QSize& size, const QRegion& drawn) {
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(cut);
+    QPainter painter(&picture);
+    for (const QRect& part : drawn) painter.fillRect(part, QColor::fromRgb(kept));
+    return picture;
+}
 
 }  // namespace
 
@@ -44,14 +32,11 @@ class TestSkin : public QObject {
   private slots:
     void LayoutValues_data() {
         const Rows<QByteArray, int, bool> row;
-        row("missing", QByteArray("\nOther=1"), 0, false);
         row("no number", QByteArray("left"), 0, false);
         row("rounded", QByteArray("3532.9 twips"), 236, false);
-        row("just over half a pixel", QByteArray("23"), 2, false);
         row("out of sight on the left", QByteArray("-150"), -10, false);
         row("beyond every screen", QByteArray("99999999999"), 16000, false);
         row("one", QByteArray("1"), 0, true);
-        row("one and a blank", QByteArray("\"1 \""), 0, false);
     }
 
     void LayoutValues() {
@@ -72,14 +57,10 @@ class TestSkin : public QObject {
              {own.filePath("SKINS/night"), own.filePath("SKINS/.hidden"),
               installed.filePath("Skins/Default"), installed.filePath("Skins/Night")})
             QDir().mkpath(name);
-        SkinMaker::Write(own.filePath("SKINS/readme.txt"), "no skin");
         const SkinFolders skins({own.path(), installed.path(), own.filePath("nowhere")});
         QCOMPARE(skins.Names(), QStringList({"Default", "night"}));
         QCOMPARE(skins.Choose("NIGHT"), "night");
-        QCOMPARE(skins.Choose("readme.txt"), "Default");
         QCOMPARE(skins.Choose("gone"), "Default");
-        QCOMPARE(skins.Choose({}), "Default");
-        QVERIFY(!skins.Has("gone") && skins.Has("default"));
         // A file of the operator's own counts before the installed one, one by one.
         SkinMaker::Write(installed.filePath("Skins/Night/LEDleft.jpg"), "a");
         SkinMaker::Write(installed.filePath("Skins/Night/splash.bmp"), "b");
@@ -105,95 +86,58 @@ class TestSkin : public QObject {
         QCOMPARE(WindowPlace::OntoScreen({place, QSize(2000, 2000)}, {screens[0]}), QPoint(0, 0));
     }
 
-    void WindowsComeBesideAnother_data() {
-        Rows<QRect, QPoint>({{{100, 200, 400, 300}, {512, 200}},   // right of it
-                             {{800, 200, 200, 300}, {388, 200}},   // left
-                             {{300, 0, 450, 300}, {300, 312}},     // below
-                             {{300, 450, 450, 300}, {300, 138}},   // above
-                             {{100, 700, 200, 60}, {312, 468}}});  // slid up
-    }
-
-    void WindowsComeBesideAnother() {
-        const auto [neighbour, place] = Row<QRect, QPoint>();
-        QCOMPARE(WindowPlace::Beside(neighbour, {400, 300}, {{0, 0, 1024, 768}}), place);
-    }
-
-    void ListsSkinsAndChecksTheOneInUse() {
-        ChooserFixture program;
-        const QList<MenuRow*>& rows = program.Chooser->Label1;
-        QCOMPARE(rows.size(), 2);
-        QCOMPARE(rows[0]->text(), "Default");
-        QVERIFY(!rows[0]->isChecked() && rows[1]->isChecked());
-        QCOMPARE(rows[1]->y(), rows[0]->y() + rows[0]->height());
-        const auto mark = [](MenuRow* row) {
-            return row->grab().toImage().pixelColor(14, row->height() / 2);
-        };
-        QVERIFY(Alike(mark(rows[1]), SkinMaker::CheckColour));
-        QVERIFY(!Alike(mark(rows[0]), SkinMaker::CheckColour));
-    }
-
-    void AClickDressesAllWindowsAtOnce() {
-        ChooserFixture program;
-        const QSignalSpy choosing(program.Chooser.get(), &frmOberflaeche::Choosing);
-        QTest::mouseClick(program.Chooser->Label1[0], Qt::LeftButton);
-        QCOMPARE(choosing.size(), 1);
-        QCOMPARE(program.Second.Steps, QStringList({"background Default", "layout Default"}));
-        QCOMPARE(program.Core->State.SkinName, "Default");
-        QCOMPARE(program.Boxes.Shown, QStringList());
-        QVERIFY(Alike(MiddleColour(*program.Window->btnStart), Qt::blue));
-        QVERIFY(!program.Chooser->isVisible());
-    }
-
-    void ChooserByKeyboard() {
-        ChooserFixture program;
-        frmOberflaeche& chooser = *program.Chooser;
-        QVERIFY(QTest::qWaitForWindowActive(&chooser));
-        chooser.FocusRow();
-        QCOMPARE(chooser.focusWidget(), chooser.Label1[1]);
-        QTest::keyClick(chooser.focusWidget(), Qt::Key_Escape);
-        QVERIFY(!chooser.isVisible() && program.Second.Steps.isEmpty());
+    // Told once, and no window is left behind that is no use.
+    void SkinThatIsGone() {
+        WindowFixture program;
+        program.Start();
+        frmOberflaeche chooser(*program.Core, program.Skins, program.Boxes);
+        chooser.AddWindow(*program.Window);
         chooser.Show({10, 10});
-        QVERIFY(QTest::qWaitForWindowActive(&chooser));
-        chooser.FocusRow();
-        QTest::keyClick(chooser.focusWidget(), Qt::Key_Up);
-        QCOMPARE(chooser.focusWidget(), chooser.Label1[0]);
-        QTest::keyClick(chooser.focusWidget(), Qt::Key_Return);
-        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Default");
+        QDir(program.Skin("Default")).removeRecursively();
+        QTest::mouseClick(chooser.Label1[0], Qt::LeftButton);
+        QCOMPARE(program.Boxes.Shown.size(), 1);
+        QVERIFY(program.Boxes.Shown[0].startsWith("Stillpost: Error: Default is missing"));
+        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Green");
+        QCOMPARE(program.Core->State.SkinName, "Green");
+        QVERIFY(program.Window->isVisible() && !program.Window->mask().isEmpty());
     }
 
-    // Faults are told once, with the file's name, and never leave a window behind that is no use.
-    void BrokenSkins_data() {
-        const Rows<QString, QString, QString> row;
-        row("no picture", "LEDleft2.jpg", "LEDleft2.jpg (Default)", "Default");
-        row("no layout: no fault", "Position.ini", "", "Default");
-        row("folder gone", "", "Default is missing", "Green");
+    // Exact within 150 pixels of either side; between them only every hundredth pixel counts.
+    void OutlinesAreScanned() {
+        const QRegion drawn = QRegion(5, 0, 2, 3) + QRect(160, 0, 80, 3) + QRect(245, 0, 20, 3) +
+                              QRect(490, 0, 10, 3);
+        const QImage picture = Drawing({500, 4}, drawn);
+        const QRegion outline = QRegion(5, 0, 2, 3) + QRect(251, 0, 100, 3) + QRect(490, 0, 10, 3);
+        QCOMPARE(BuildRegionFromPicture(picture), outline);
+        QCOMPARE(BuildRegionFromPicture(picture.convertToFormat(QImage::Format_RGB888)), outline);
+        // Transparency is no colour.
+        QImage clear = Drawing({3, 1}, {}).convertToFormat(QImage::Format_ARGB32);
+        clear.setPixel(1, 0, qRgba(255, 0, 255, 10));
+        clear.setPixel(2, 0, qRgba(1, 0, 255, 10));
+        QCOMPARE(BuildRegionFromPicture(clear), QRegion(2, 0, 1, 1));
     }
 
-    void BrokenSkins() {
-        const auto [removed, told, skin] = Row<QString, QString, QString>();
-        ChooserFixture program;
-        if (removed.isEmpty()) QDir(program.Skin("Default")).removeRecursively();
-        QFile::remove(program.Skin("Default", removed));
-        QTest::mouseClick(program.Chooser->Label1[0], Qt::LeftButton);
-        QCOMPARE(program.Boxes.Shown.size(), told.isEmpty() ? 0 : 1);
-        if (!told.isEmpty())
-            QVERIFY(program.Boxes.Shown[0].startsWith("Stillpost: Error: " + told));
-        QCOMPARE(program.Setting("Einstellungen", "Skin"), skin);
-        QCOMPARE(program.Core->State.SkinName, skin);
-        QVERIFY(program.Window->isVisible());
-        // Back from there to a whole skin.
-        program.Chooser->Show({10, 10});
-        QTest::mouseClick(program.Chooser->Label1.last(), Qt::LeftButton);
-        QCOMPARE(program.Window->size(), QSize(400, 320));
-        QCOMPARE(program.Window->btnStart->geometry(), QRect(40, 290, 40, 20));
-        QVERIFY(!program.Window->mask().isEmpty());
+    void EveryPictureMakesAWindow_data() {
+        const Rows<QRect, QRegion> row;
+        row("up to the corner: everything else is cut away", QRect(0, 0, 80, 30),
+            QRegion(0, 30, 80, 30));
+        row("one colour: nothing is cut away", QRect(), QRegion(0, 0, 80, 60));
     }
 
-    void NeverBelowTheScreen() {
-        const QRect screen(0, 0, 1024, 768);
-        QCOMPARE(frmOberflaeche::TopOnScreen(668, 100, screen), 668);
-        QCOMPARE(frmOberflaeche::TopOnScreen(669, 100, screen), 635);
-        QCOMPARE(frmOberflaeche::TopOnScreen(669, 900, screen), 0);
+    void EveryPictureMakesAWindow() {
+        const auto [drawing, outline] = Row<QRect, QRegion>();
+        const QImage picture = Drawing({80, 60}, drawing);
+        QWidget window;
+        QCOMPARE(ShapeWindowFromPicture(window, picture), outline);
+        QCOMPARE(window.size(), picture.size());
+        QCOMPARE(window.mask().isEmpty() ? QRegion(window.rect()) : window.mask(), outline);
+    }
+
+    // The seam takes the colour beside it; further away, and inside, nothing changes.
+    void SeamIsColoured() {
+        const QImage picture = Drawing({30, 20}, QRect(5, 5, 10, 10));
+        const QImage cleaned = WithCleanEdges(picture, BuildRegionFromPicture(picture));
+        QCOMPARE(cleaned, Drawing({30, 20}, QRect(4, 4, 12, 12)));
     }
 };
 

@@ -1,6 +1,7 @@
 #include "ui/window_fixture.h"
 
 #include "base/profile_file.h"
+#include "support/file_bytes.h"
 
 #include <QDir>
 #include <QPainter>
@@ -21,38 +22,20 @@ void SaveBackground(const QString& path, const QColor& colour) {
 
 }  // namespace
 
-QStringList SkinMaker::Pictures() {
-    return QString(
-               "splash.bmp button_go.jpg button_go2.jpg button_pau.jpg button_pau2.jpg "
-               "button_stop.jpg button_stop2.jpg button_Options.jpg button_Options2.jpg "
-               "button_min.jpg button_min2.jpg button_ex.jpg button_ex2.jpg LEDleft.jpg "
-               "LEDleft2.jpg LEDreight.jpg LEDreight2.jpg Splash_Klappe.jpg "
-               "button_klappe_open.jpg button_klappe_open2.jpg")
-        .split(u' ');
-}
-
-void SkinMaker::Make(const QString& folder, const QColor& colour, bool flap) {
+void SkinMaker::Make(const QString& folder, const QColor& colour) {
+    const QString pictures =
+        "button_go button_go2 button_pau button_pau2 button_stop button_stop2 button_Options "
+        "button_Options2 button_min button_min2 button_ex button_ex2 LEDleft LEDleft2 LEDreight "
+        "LEDreight2 button_klappe_open button_klappe_open2";
     QDir().mkpath(folder);
-    for (const QString& name : Pictures()) {
-        const QString path = folder + "/" + name;
-        const bool second = name.contains(u'2');
-        if (name == "splash.bmp")
-            SaveBackground(path, colour);
-        else
-            Picture(path, name.contains("Splash") ? QSize(316, 235) : QSize(40, 20),
-                    second ? colour.lighter() : colour);
-    }
+    SaveBackground(folder + "/splash.bmp", colour);
+    Picture(folder + "/Splash_Klappe.jpg", {316, 235}, colour);
+    for (const QString& name : pictures.split(u' '))
+        Picture(folder + "/" + name + ".jpg", {40, 20},
+                name.endsWith(u'2') ? colour.lighter() : colour);
     Picture(folder + "/Hacken.jpg", {30, 30}, CheckColour);
     Picture(folder + "/Hacken0.jpg", {30, 30}, Qt::white);
-    Write(folder + "/Position.ini",
-          "[ezVidCap1]\nTop=150\nLeft=600\n[Label_Driver]\nTop=3675\nLeft=300\n"
-          "[LEDReigth]\nTop=15\nLeft=5250\n[LEDLeft]\nTop=15\nLeft=600\n"
-          "[btnMin]\nTop=4350\nLeft=3600\n[btnExit]\nTop=4350\nLeft=4350\n"
-          "[btnStart]\nTop=4350\nLeft=600\n[btnPause]\nTop=4350\nLeft=1350\n"
-          "[btnStop]\nTop=4350\nLeft=2100\n[btnOptions]\nTop=4350\nLeft=2850\n"
-          "[pic_klappe]\nVisible=" +
-              QByteArray(flap ? "1" : "0") +
-              "\nTop=150\nLeft=600\n[pic_klappe_open]\nTop=3900\nLeft=5100\n");
+    Write(folder + "/Position.ini", ReadBytes(STILLPOST_TEST_LAYOUT));
 }
 
 void SkinMaker::Picture(const QString& path, const QSize& size, const QColor& colour) {

@@ -13,13 +13,11 @@ class SkinMaker {
 
     // A skin's files: pictures of `colour` (hover pictures, lit LEDs of the same, lighter), the
     // main window 400 x 320 pixels with its corners cut away, and a layout file.
-    static void Make(const QString& folder, const QColor& colour, bool flap = true);
+    static void Make(const QString& folder, const QColor& colour);
     static void Write(const QString& path, const QByteArray& bytes);
     static void Picture(const QString& path, const QSize& size, const QColor& colour);
     static void Layout(const QString& folder, const QString& section, const QString& key,
                        const QString& value);
-    // Every picture of the main window.
-    static QStringList Pictures();
 };
 
 // The program with its main window in a temporary program folder that has the skins "Default"
