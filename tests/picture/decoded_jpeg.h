@@ -4,29 +4,13 @@
 
 #include <QImage>
 
-#include <turbojpeg.h>
-
 // A JPEG file taken apart again.
 struct DecodedJpeg {
-    QImage Picture;  // null: not a whole JPEG
-    int Sampling = -1;
+    QByteArray Bytes;
+    QImage Picture = QImage::fromData(Bytes, "JPG");  // null: not a JPEG
 
-    explicit DecodedJpeg(const QString& name) {
-        const QByteArray bytes = ReadBytes(name);
-        const auto* const data = reinterpret_cast<const uchar*>(bytes.constData());
-        const auto size = static_cast<unsigned long>(bytes.size());
-        const tjhandle decoder = tjInitDecompress();
-        int width = 0;
-        int height = 0;
-        int colours = 0;
-        if (tjDecompressHeader3(decoder, data, size, &width, &height, &Sampling, &colours) == 0) {
-            QImage picture(width, height, QImage::Format_RGB888);
-            if (tjDecompress2(decoder, data, size, picture.bits(), width,
-                              static_cast<int>(picture.bytesPerLine()), height, TJPF_RGB, 0) == 0)
-                Picture = picture;
-        }
-        tjDestroy(decoder);
-    }
+    // The first entry of the quantisation table is 6 at quality 80.
+    [[nodiscard]] bool HasQuality80() const { return Bytes.at(Bytes.indexOf("\xFF\xDB") + 5) == 6; }
 
     // Whether the pixel is this colour but for the losses of the encoding.
     [[nodiscard]] bool Shows(int x, int y, const QColor& colour, int tolerance = 12) const {

@@ -12,27 +12,13 @@ class TestFullDisk : public QObject {
     Q_OBJECT
 
   private slots:
-    void BitmapStaysWhole() {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("1pw.bmp");
-        QVERIFY(WriteBytes(file, "old"));
-        for (const rlim_t room : {0, 10, 54, 300'000}) {
-            const QImage frame = FourQuarters(400, 300);
-            const FullDisk full(room);
-            QVERIFY(!SaveSurface(frame, file));
-            QCOMPARE(ReadBytes(file), QByteArray("old"));
-            QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{"1pw.bmp"});
-        }
-    }
-
     void PictureStaysWhole_data() {
-        const Rows<bool, bool> row;
-        row("working folder", false, false);
-        row("local mode", true, false);
-        row("local mode, delete before", true, true);
+        const Rows<bool> row;
+        row("working folder", false);
+        row("local mode, delete before", true);
     }
     void PictureStaysWhole() {
-        const auto [localMode, deleteFirst] = Row<bool, bool>();
+        const auto [localMode] = Row<bool>();
         const QTemporaryDir folder;
         const QDir dir(folder.path());
         for (const QString& name : QStringList{"work", "site", "archive"})
@@ -44,7 +30,7 @@ class TestFullDisk : public QObject {
         target.ArchivePath = folder.filePath("archive/");
         target.Archive = true;
         if (localMode) target.Server = "Local";
-        target.Delete = deleteFirst;
+        target.Delete = localMode;
         AnsweringBoxes boxes;
         for (const rlim_t room : {0, 10, 1000}) {
             QVERIFY(SaveSurface(FourQuarters(400, 300), folder.filePath("work/1pw.bmp")));
