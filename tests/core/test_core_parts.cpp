@@ -3,7 +3,6 @@
 #include "core/megabytes.h"
 #include "core/program_folder.h"
 #include "core/reply_log.h"
-#include "core/settings/interval.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "support/test_clock.h"
@@ -17,30 +16,6 @@ class TestCoreParts : public QObject {
     Q_OBJECT
 
   private slots:
-    void IntervalIsSplit() {
-        const auto check = [](qint64 total, const IntervalParts& parts) {
-            QVERIFY(SplitInterval(total) == parts);
-            const qint64 longest = 32'768LL * 60'000;
-            QCOMPARE(TotalInterval(parts), std::clamp<qint64>(total, 1, longest));
-        };
-        check(-1, {1, 0});
-        check(60'001, {1, 1});
-        check(120'000, {60'000, 1});
-        check(qint64{1} << 60, {60'000, 32'767});
-    }
-
-    void IntervalIsRead() {
-        const QList<std::pair<int, int>> numbers{{0, 60'000},
-                                                 {1, 1},
-                                                 {60'000, 60'000},
-                                                 {60'001, 1},
-                                                 {-5, 59'995},
-                                                 {-60'001, 1},
-                                                 {std::numeric_limits<int>::max(), 23'647}};
-        for (const auto& [written, milliseconds] : numbers)
-            QCOMPARE(WithoutWholeMinutes(written), milliseconds);
-    }
-
     void FolderIsChosen_data() {
         const Rows<QString, QString, QString, QString> row;  // the last: what is chosen
         row("requested and new", "new/r", "exe", "u", "new/r");
@@ -92,9 +67,7 @@ class TestCoreParts : public QObject {
              {"/autostarter --verbose", "", true, true, ""},
              {"--folder d --verbose /autostarter", "d", true, true, ""},
              {"--folder=d=e", "d=e", false, false, ""},
-             {"/autostarter x", "", false, false, ""},
              {"--folder", "", false, false, "--folder needs"},
-             {"--folder --verbose", "", false, false, "--folder needs"},
              {"--folder /autostarter", "", false, false, "--folder needs"},
              {"--folder a --folder b", "", false, false, "twice"},
              {"-x", "", false, false, "-x"}});

@@ -67,8 +67,6 @@ class TestUploadCycle : public QObject {
         const QString last = f.Display.Counters.last();
         f.Time.Advance(5000);
         QCOMPARE(f.Display.Counters.last(), last);
-        f.Cycle.Stop();
-        QVERIFY(f.Transaction.Flags.ConnectionDown);
     }
 
     void LocalFolderThatCannotBeWritten_data() {
@@ -210,15 +208,6 @@ class TestUploadCycle : public QObject {
         QVERIFY(f.RunUntilPublished(3, 120'000));
     }
 
-    void TickWhileOneRunsDoesNothing() {
-        CycleFixture f(100);
-        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 5000}};
-        f.Cycle.Start();
-        QVERIFY(f.RunUntilPublished(3));
-        QCOMPARE(f.Camera.Grabs, 3);
-        QCOMPARE(f.Server.Commands.count("STOR 1pw.jpg"), 3);
-    }
-
     void StopEndsTheRun_data() {
         const Rows<QString, RunState, int> row;  // pressed when; what follows at once; published
         row("between ticks", "waiting for the next picture", RunState::Stopped, 1);
@@ -253,18 +242,6 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Server.Connections, 1);
         f.Cycle.Start();
         QVERIFY(f.RunUntilPublished(published + 1));
-    }
-
-    void NotStartedNeverConnects() {
-        CycleFixture f;
-        f.System.Online.Set(false);
-        f.State.Values.Anwahl = true;
-        f.State.Values.AWName = "Provider";
-        f.Apply();
-        f.Time.Advance(300'000);
-        QCOMPARE(f.Server.Connections, 0);
-        QCOMPARE(f.System.Dial.Dialled, QStringList());
-        QCOMPARE(f.Page.Requests, 0);
     }
 
     void PauseKeepsTheConnection() {

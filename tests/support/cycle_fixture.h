@@ -69,8 +69,6 @@ class CycleFixture {
     // Runs until that many pictures were published since the fixture was made.
     [[nodiscard]] bool RunUntilPublished(int count, qint64 limit = 600'000);
     [[nodiscard]] int Published() const { return published; }
-    // The commands that the server received, the ports left out, without the login.
-    [[nodiscard]] QStringList CommandsAfterLogin() const;
 
   private:
     int published = 0;
