@@ -153,19 +153,6 @@ class CaptureNetworkTest : public QObject {
         QCOMPARE(server.Requests(), 2);
     }
 
-    // Chosen by the operator while the grab waits.
-    void OtherCameraEndsTheGrab() {
-        CaptureBench bench;
-        const WebCamera server([&](QTcpSocket&, int) { bench.Control.SetDriverIndex(1); });
-        bench.Select(server.Entry("still.jpg"));
-        QElapsedTimer time;
-        time.start();
-        QVERIFY(!bench.Control.GrabFrame());
-        QVERIFY(time.elapsed() < 2000);
-        QVERIFY(bench.Control.GrabFrame());
-        QCOMPARE(bench.Control.Width(), 64);
-    }
-
     // The server takes the request and never answers.
     void ClosingNeverHangs() {
         QElapsedTimer time;
