@@ -51,8 +51,6 @@ class FakeNetworkManager : public QDBusVirtualObject {
 
     // Sets properties of NetworkManager itself and tells of them, by PropertiesChanged.
     void Set(const QVariantMap& properties) { Tell(Root, Service, properties); }
-    // Sends the other notification of its state.
-    void SendStateChanged(uint state) { Signal(Root, Service, "StateChanged", {state}); }
     // Adds a device, or sets its state and tells of it.
     void SetDevice(const QString& interface, uint state);
     // Adds a profile of the given kind.
@@ -62,13 +60,11 @@ class FakeNetworkManager : public QDBusVirtualObject {
         Tell(Line(number), Service + ".Connection.Active", {{"State", state}});
     }
 
-    // What was activated ("activate NAME") and deactivated ("deactivate NUMBER"), and checks.
+    // What was activated ("activate NAME") and deactivated ("deactivate NUMBER").
     [[nodiscard]] QStringList Calls() {
         const QMutexLocker lock(&mutex);
         return calls;
     }
-    // The state that a new active connection has: 1 activating, 2 activated; 0: refused.
-    void SetFirstState(uint state) { firstState = state; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& from) override;
     QString introspect(const QString& /*path*/) const override { return {}; }
@@ -89,7 +85,6 @@ class FakeNetworkManager : public QDBusVirtualObject {
     QDBusConnection bus;
     QThread thread;
     std::atomic<bool> silent = false;
-    std::atomic<uint> firstState = 1;
     QMutex mutex;                        // of everything below
     QMap<QString, QVariantMap> objects;  // properties by object path
     QStringList devices;

@@ -32,27 +32,6 @@ void ServiceContracts::dialsAnEntryOnce() {
     QCOMPARE(modem->Dialled(), QStringList({"Stick", "Stick"}));
 }
 
-void ServiceContracts::hangsUpWhatItDialled() {
-    const auto modem = Modem();
-    Dialer& dialer = modem->Phone();
-    QStringList entries;
-    QMap<QString, int> handles;
-    for (const QString& entry : QStringList{"Stick", "Spare", "Stick"}) {
-        dialer.HangUp(handles.take(entry));  // of none at first
-        dialer.Dial(entry, [&handles, entry](int handle) { handles[entry] = handle; });
-        entries << entry;
-        QTRY_COMPARE(modem->Dialled(), entries);
-        modem->Answer(true);
-        QTRY_VERIFY(handles.value(entry) != 0);
-    }
-    QTRY_COMPARE(modem->HungUp(), QStringList("Stick"));
-    QVERIFY(handles["Stick"] != handles["Spare"]);
-    for (const int handle : {4711, handles["Spare"], handles["Spare"]}) dialer.HangUp(handle);
-    QTRY_COMPARE(modem->HungUp().size(), 2);
-    dialer.HangUp(handles["Stick"]);
-    QTRY_COMPARE(modem->HungUp(), QStringList({"Stick", "Spare", "Stick"}));
-}
-
 void ServiceContracts::failedDialIsNotReported() {
     const auto modem = Modem();
     Dialer& dialer = modem->Phone();

@@ -7,8 +7,8 @@
 
 #include <memory>
 
-// A dialler that knows the entries "Stick" and "Spare", and a modem below it that does what it is
-// told when it is told.
+// A dialler that knows the entry "Stick", and a modem below it that does what it is told when it is
+// told.
 class PlayedModem {
   public:
     virtual ~PlayedModem() = default;
@@ -40,7 +40,6 @@ class ServiceContracts : public QObject {
 
   private slots:
     void dialsAnEntryOnce();
-    void hangsUpWhatItDialled();
     void failedDialIsNotReported();
     void tellsOfChangesOnly();
 };

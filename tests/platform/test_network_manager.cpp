@@ -31,7 +31,7 @@ class PlayedService : public PlayedModem, public PlayedNetwork {
   public:
     PlayedService(PrivateBus& bus, FakeNetworkManager& service)
         : manager(service), dialer(bus.Connect()), online(bus.Connect(), Nothing) {
-        for (const QString& entry : QStringList{"Stick", "Spare"}) manager.AddProfile(entry, "gsm");
+        manager.AddProfile("Stick", "gsm");
     }
 
     Dialer& Phone() override { return dialer; }
@@ -90,8 +90,6 @@ class TestNetworkManager : public ServiceContracts {
 
     void states_data() {
         const Rows<uint, uint, QString, bool, Links> row;
-        row("cable", global, 4U, "802-3-ethernet", true, OnlineState::Lan);
-        row("mobile", global, 4U, "gsm", true, OnlineState::Modem);
         row("phone", global, 4U, "bluetooth", true, OnlineState::Modem);
         row("kind not told", global, 4U, "", true, {});
         row("own probe fails, server may be near", site, 3U, "bridge", true, OnlineState::Lan);
@@ -131,12 +129,7 @@ class TestNetworkManager : public ServiceContracts {
         LinuxOnlineState online(none, ModemOnly);
         QVERIFY(online.Connected());
         online.ForceOnline();
-        LinuxDialer dialer(none);
-        bool stands = false;
-        dialer.Dial("any", [&stands](int) { stands = true; });
-        QCoreApplication::processEvents();
-        QCOMPARE(dialer.Entries(), QStringList());
-        QVERIFY(!stands);
+        QCOMPARE(LinuxDialer(none).Entries(), QStringList());
     }
 
     void hungServiceDelaysStartBriefly() {
@@ -164,19 +157,6 @@ class TestNetworkManager : public ServiceContracts {
         QTRY_VERIFY(!online.Connected());
     }
 
-    void proxyAloneIsNoConnection() {
-        qputenv("https_proxy", "http://127.0.0.1:3128");
-        LinuxOnlineState online(bus->Connect(), Nothing);
-        QCOMPARE(online.Connection(), Links());
-        online.ForceOnline();
-        QTRY_COMPARE(manager->Calls(), QStringList{"check"});
-        manager->Set(Global("gsm"));
-        QTRY_COMPARE(online.Connection(), Links(OnlineState::Modem | OnlineState::Proxy));
-        manager->SendStateChanged(disconnected);
-        QTRY_COMPARE(online.Connection(), Links());
-        QVERIFY(!online.Connected());
-    }
-
     void listsDialUpEntries() {
         manager->AddProfile("House", "802-3-ethernet");
         manager->AddProfile("Stick", "gsm");
@@ -185,50 +165,8 @@ class TestNetworkManager : public ServiceContracts {
         manager->AddProfile("Bureau \u00e9t\u00e9", "vpn");
         const LinuxDialer dialer(bus->Connect());
         QTRY_COMPARE(dialer.Entries(), QStringList({"Bureau \u00e9t\u00e9", "Phone", "Stick"}));
-        manager->AddProfile("DSL", "pppoe");
-        QTRY_COMPARE(dialer.Entries(),
-                     QStringList({"Bureau \u00e9t\u00e9", "DSL", "Phone", "Stick"}));
         manager->Stop();
         QTRY_COMPARE(dialer.Entries(), QStringList());
-    }
-
-    void failsWithoutALine_data() {
-        const Rows<QString, uint> row;
-        row("no such entry", "Nobody", 1U);
-        row("no dial-up entry", "Cable", 1U);
-        row("refused", "Stick", 0U);
-        row("failed at once", "Stick", 4U);
-    }
-    void failsWithoutALine() {
-        const auto [entry, firstState] = Row<QString, uint>();
-        manager->AddProfile("Cable", "802-3-ethernet");
-        manager->AddProfile("Stick", "gsm");
-        manager->AddProfile("Spare", "gsm");
-        manager->SetFirstState(firstState);
-        LinuxDialer dialer(bus->Connect());
-        QStringList stands;
-        dialer.Dial(entry, [&stands](int) { stands << "first"; });
-        if (entry == "Stick") QTRY_COMPARE(manager->Calls().size(), 1);
-        // Another dial, begun after the failure, overtakes nothing.
-        manager->SetFirstState(2);
-        dialer.Dial("Spare", [&stands](int) { stands << "spare"; });
-        QTRY_COMPARE(stands, QStringList{"spare"});
-    }
-
-    void forgetsLinesOfFormerService() {
-        manager->AddProfile("Stick", "gsm");
-        manager->SetFirstState(2);
-        LinuxDialer dialer(bus->Connect());
-        int handle = 0;
-        dialer.Dial("Stick", [&handle](int stands) { handle = stands; });
-        QTRY_VERIFY(handle != 0);
-        manager->Stop();
-        QTRY_COMPARE(dialer.Entries(), QStringList());
-        manager->Start();
-        QTRY_COMPARE(dialer.Entries(), QStringList{"Stick"});
-        dialer.HangUp(handle);  // may be anybody's by now
-        dialer.Dial("Stick", [](int) {});
-        QTRY_COMPARE(manager->Calls(), QStringList({"activate Stick", "activate Stick"}));
     }
 
   private:

@@ -1,12 +1,17 @@
 #include "base/detached_thread.h"
 #include "platform/service_contracts.h"
 #include "platform/termination.h"
-#include "platform/user_section.h"
 #include "platform/windows/autostart_entry.h"
+#include "platform/windows/capture_devices.h"
+#include "platform/windows/capture_filter.h"
 #include "platform/windows/dialer.h"
 #include "platform/windows/online_state.h"
 #include "platform/windows/system.h"
 #include "support/data_rows.h"
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
 
 #include <QAbstractEventDispatcher>
 #include <QMutex>
@@ -76,10 +81,7 @@ class ModemBelow : public PlayedModem {
   private:
     std::shared_ptr<Line> line = std::make_shared<Line>();
     std::unique_ptr<WindowsDialer> dialer = std::make_unique<WindowsDialer>(
-        DialCalls{.Entries =
-                      [] {
-                          return QStringList{"Stick", "Spare"};
-                      },
+        DialCalls{.Entries = [] { return QStringList{"Stick"}; },
                   .Stands = [line = line](const QString&) { return line->Stands.load(); },
                   .Dial = [line = line](const QString& entry) { return line->Dial(entry); },
                   .HangUp = [line = line](quintptr connection) { line->HangUp(connection); }});
@@ -107,20 +109,32 @@ class TestWindowsServices : public ServiceContracts {
     Q_OBJECT
 
   private slots:
-    void connectionIsNamed_data() {
-        const Rows<quint32, Links> row;
-        row("nothing", INTERNET_CONNECTION_CONFIGURED, {});
-        row("modem", INTERNET_CONNECTION_MODEM, OnlineState::Modem);
-        row("network", INTERNET_CONNECTION_LAN | INTERNET_RAS_INSTALLED, OnlineState::Lan);
-        row("network by a proxy", INTERNET_CONNECTION_LAN | INTERNET_CONNECTION_PROXY,
-            OnlineState::Lan | OnlineState::Proxy);
+    void cameraFormatsAreOffered_data() {
+        const Rows<DWORD, int, qint64, qint64, CaptureFormat> row;
+        row("colours", BI_RGB, 24, 333'333, 333'333, {640, 480, 30, "bgr24", false, {30}});
+        row("raw", MAKEFOURCC('Y', 'U', 'Y', '2'), 16, 333'370, 1'000'000,
+            {640, 480, 29.996, "yuyv422", false, {10, 15, 20, 24, 25, 29.996}});
+        row("packed", MAKEFOURCC('M', 'J', 'P', 'G'), 24, 166'666, 333'333,
+            {640, 480, 60, "mjpeg", true, {30.001, 50, 60}});
+        row("no rate", MAKEFOURCC('H', '2', '6', '4'), 0, 0, 0, {640, 480, 0, "h264", true});
+        row("strange", MAKEFOURCC('X', 'Y', 'Z', '1'), 0, 333'333, 0,
+            {640, 480, 30, "", false, {30}});
     }
-    void connectionIsNamed() {
-        const auto [flags, links] = Row<quint32, Links>();
-        told = {.Connected = false, .Flags = flags};
-        const WindowsOnlineState state(Told);
-        QCOMPARE(state.Connection(), links);
-        QVERIFY(!state.Connected());
+    void cameraFormatsAreOffered() {
+        const auto [compression, bits, shortest, longest, format] =
+            Row<DWORD, int, qint64, qint64, CaptureFormat>();
+        BITMAPINFOHEADER picture{};
+        picture.biWidth = 640;
+        picture.biHeight = 480;
+        picture.biBitCount = static_cast<WORD>(bits);
+        picture.biCompression = compression;
+        QCOMPARE(FormatOf(picture, shortest, longest), format);
+    }
+
+    void camerasCanBeOpened() {
+        const auto cameras = MakeCaptureDevices();
+        for (const CaptureDevice& camera : cameras->List()) QCOMPARE(camera.Input, "dshow");
+        QVERIFY(av_find_input_format("dshow"));
     }
 
     void endWaitsForTheHangUp() {
@@ -192,14 +206,6 @@ class TestWindowsServices : public ServiceContracts {
                                                                          &message, &result),
                  kept);
         QCOMPARE(result, qintptr(kept));
-    }
-
-    void userStoreIsTheRegistry() {
-        OpenUserSection("FTP Control 1.01", QString(QChar(u'\0')))
-            ->setValue("LastErrorCode", "550");
-        const QSettings registry("HKEY_CURRENT_USER\\Software\\Stillpost\\FTP Control 1.01",
-                                 QSettings::NativeFormat);
-        QCOMPARE(registry.value("LastErrorCode").toString(), "550");
     }
 
   private:
