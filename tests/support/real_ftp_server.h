@@ -11,17 +11,9 @@ class RealFtpServer {
   public:
     enum class Kind { Vsftpd, Pyftpdlib };
 
-    struct Options {
-        // vsftpd logs in as user of the system: its name must be one, and its permissions count.
-        QString User = QStringLiteral("cam");
-        QString Password = QStringLiteral("secret");
-        int IdleSeconds = 300;  // a connection idle for so long is closed
-        bool KnowsSize = true;  // false: SIZE is an unknown command (pyftpdlib only)
-        QString Banner = {};    // lines of the greeting; empty: the server's own
-    };
-
-    explicit RealFtpServer(Kind which) : RealFtpServer(which, Options()) {}
-    RealFtpServer(Kind which, const Options& wanted);
+    // vsftpd logs in as user of the system: its name must be one, and its permissions count.
+    explicit RealFtpServer(Kind kind, const QString& user = QStringLiteral("cam"),
+                           const QString& password = QStringLiteral("secret"));
     ~RealFtpServer();
     RealFtpServer(const RealFtpServer&) = delete;
     RealFtpServer& operator=(const RealFtpServer&) = delete;
@@ -36,14 +28,6 @@ class RealFtpServer {
     [[nodiscard]] QString Root() const { return folder.filePath(QStringLiteral("root/")); }
 
   private:
-    bool StartVsftpd();
-    bool StartPyftpdlib();
-    bool Launch(const QString& program, const QStringList& arguments);
-    QString WriteFile(const QString& name, const QString& content, bool secret = false);
-    QString VsftpdSettings();
-
-    Kind kind;
-    Options options;
     QTemporaryDir folder;
     QProcess process;
     quint16 port = 0;
