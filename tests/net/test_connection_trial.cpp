@@ -35,7 +35,6 @@ class TestConnectionTrial : public QObject {
     void SaysWhatFailed_data() {
         const Rows<Script, TrialResult, QString> row;
         row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, NotFtp, "");
-        row("another greeting", {Says("CONNECT", {"SSH-2.0-x\r\n"})}, NotFtp, "SSH-2.0-x");
         row("too many users", {Says("CONNECT", {"421 full\r\n"})}, ServerRefused, "421 full");
         row("no answer to the login", {{.Verb = "PASS", .Silent = true}}, NoAnswer,
             "331 password?");
@@ -47,16 +46,12 @@ class TestConnectionTrial : public QObject {
         row("address refused", {Says("PORT", {"500 illegal PORT\r\n"})}, DataBlocked,
             "500 illegal PORT");
         row("cannot connect back", {Says("STOR", {"425 cannot\r\n"})}, DataBlocked, "425 cannot");
-        row("nobody connects back", {{.Verb = "STOR", .NoDataConnection = true}}, DataBlocked,
-            "150 opening");
         row("silent while it connects",
             {{.Verb = "STOR", .Silent = true, .NoDataConnection = true}}, DataBlocked, "");
         row("may not store", {Says("STOR", {"553 no\r\n"})}, MayNotStore, "553 no");
         row("no room", {Says("DONE", {"452 full\r\n"})}, NoRoom, "452 full");
-        row("no word on the transfer", {{.Verb = "DONE", .Silent = true}}, NoAnswer, "150 opening");
         row("may not rename", {Says("RNFR", {"550-no\r\n550 way.\r\n"})}, RenameRefused, "550 way");
         row("may not delete", {Says("DELE", {"550 no\r\n"})}, DeleteRefused, "550 no");
-        row("lost", {Closes("STOR")}, ConnectionLost, "");
         row("lost while renaming", {Closes("RNTO")}, ConnectionLost, "");
     }
     void SaysWhatFailed() {
@@ -103,7 +98,6 @@ class TestConnectionTrial : public QObject {
         const Rows<FtpFault, bool> row;
         row("while it logs in", {.Verb = "PASS", .Silent = true}, true);
         row("while it stores", {.Verb = "STOR", .NoDataConnection = true}, true);
-        row("while the transfer is not confirmed", {.Verb = "DONE", .Silent = true}, true);
         row("by the end of the program", {.Verb = "DONE", .Silent = true}, false);
     }
     void IsCancelled() {

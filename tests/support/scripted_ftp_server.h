@@ -54,10 +54,9 @@ class ScriptedFtpServer : public QObject {
 
     QList<FtpFault> Script;
     QMap<QString, QByteArray> Files;
-    QStringList Folders;     // besides the root
-    bool AnyFolder = false;  // CWD goes anywhere
-    QString Password;        // empty: any
-    bool KnowsSize = true;
+    QStringList Folders;                   // besides the root
+    bool AnyFolder = false;                // CWD goes anywhere
+    QString Password;                      // empty: any
     bool RefuseRenameOver = false;         // RNTO over an existing file is a 550
     bool RepliesBeforeConnecting = false;  // 150 first, then the data connection
 

@@ -40,8 +40,7 @@ void ScriptedFtpSession::Handle(const QString& line) {
     const QString argument = blank < 0 ? QString() : line.mid(blank + 1);
     QString usual = HandleLogin(verb, argument);
     if (usual.isEmpty() && !loggedIn) usual = QStringLiteral("530 not logged in");
-    const bool transfer = QStringList{"STOR", "RETR", "LIST"}.contains(verb);
-    if (usual.isEmpty() && transfer) return StartTransfer(verb, argument);
+    if (usual.isEmpty() && verb == QStringLiteral("STOR")) return StartUpload(PathOf(argument));
     if (usual.isEmpty()) usual = HandleFile(verb, argument);
     ReplyAs(server.Meet(verb), usual);
     if (verb == QStringLiteral("QUIT")) output << Output{{}, true};
@@ -70,9 +69,6 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
         dataPort = static_cast<quint16>(parts[4].toInt() * 256 + parts[5].toInt());
         return QStringLiteral("200 port set");
     }
-    if (verb == QStringLiteral("SIZE") && server.KnowsSize)
-        return there ? QStringLiteral("213 %1").arg(server.Files[path].size())
-                     : QStringLiteral("550 no such file");
     if (verb == QStringLiteral("DELE"))
         return server.Files.remove(path) ? QStringLiteral("250 deleted")
                                          : QStringLiteral("550 no such file");
@@ -154,51 +150,33 @@ void ScriptedFtpSession::Pump() {
     });
 }
 
-void ScriptedFtpSession::StartTransfer(const QString& verb, const QString& argument) {
-    const FtpFault fault = server.Meet(verb);
-    const QString path = PathOf(argument);
-    const bool store = verb == QStringLiteral("STOR");
-    if (verb == QStringLiteral("RETR") && !server.Files.contains(path))
-        return ReplyAs(fault, QStringLiteral("550 no such file"));
+void ScriptedFtpSession::StartUpload(const QString& path) {
+    const FtpFault fault = server.Meet(QStringLiteral("STOR"));
     const bool announced = fault.Chunks.isEmpty() || fault.Chunks.first().startsWith(u'1');
     if (!announced || fault.NoDataConnection || fault.CloseControl)
         return ReplyAs(fault, QStringLiteral("150 opening"));
 
-    outgoing =
-        store ? QByteArray() : (verb == QStringLiteral("LIST") ? Listing() : server.Files[path]);
     if (server.RepliesBeforeConnecting) {
         ReplyAs(fault, QStringLiteral("150 opening"));
         // Connects when the client has seen the reply.
-        Later(2, [this, fault, store, path] { OpenData(fault, store ? path : QString()); });
+        Later(2, [this, fault, path] { OpenData(fault, path); });
     } else {
-        OpenData(fault, store ? path : QString());
+        OpenData(fault, path);
     }
 }
 
-void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& storePath) {
+void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path) {
     data = new QTcpSocket(this);
-    connect(data, &QTcpSocket::connected, this, [this, fault, storePath] {
+    connect(data, &QTcpSocket::connected, this, [this, fault, path] {
         ++server.DataConnections;
         if (!server.RepliesBeforeConnecting) ReplyAs(fault, QStringLiteral("150 opening"));
-        if (storePath.isEmpty())
-            SendData(fault);
-        else
-            ReceiveData(fault, storePath);
+        ReceiveData(fault, path);
     });
     connect(data, &QTcpSocket::errorOccurred, this, [this](QTcpSocket::SocketError error) {
         if (error != QTcpSocket::ConnectionRefusedError) return;
         EndData(QStringLiteral("425 cannot connect"));
     });
     data->connectToHost(QHostAddress::LocalHost, dataPort);
-}
-
-void ScriptedFtpSession::SendData(const FtpFault& fault) {
-    const bool cut = fault.DataBytes >= 0 && fault.DataBytes < outgoing.size();
-    data->write(cut ? outgoing.left(fault.DataBytes) : outgoing);
-    connect(data, &QTcpSocket::disconnected, this, [this, cut] {
-        EndData(cut ? QStringLiteral("426 aborted") : QStringLiteral("226 complete"));
-    });
-    data->disconnectFromHost();
 }
 
 void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path) {
@@ -223,18 +201,4 @@ void ScriptedFtpSession::EndData(const QString& reply) {
     data->deleteLater();
     data = nullptr;
     ReplyAs(server.Meet(QStringLiteral("DONE")), reply);
-}
-
-QByteArray ScriptedFtpSession::Listing() const {
-    QByteArray listing;
-    for (auto file = server.Files.cbegin(); file != server.Files.cend(); ++file) {
-        const QString folder = cwd.isEmpty() ? QString() : cwd + u'/';
-        const QString name = file.key().mid(folder.size());
-        if (!file.key().startsWith(folder) || name.contains(u'/')) continue;
-        listing += QStringLiteral("-rw-r--r--   1 cam      users  %1 Jan  1 10:00 %2\r\n")
-                       .arg(file.value().size(), 10)
-                       .arg(name)
-                       .toUtf8();
-    }
-    return listing;
 }

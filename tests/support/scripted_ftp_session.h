@@ -33,11 +33,9 @@ class ScriptedFtpSession : public QObject {
     [[nodiscard]] QString ChangeFolder(const QString& folder);
     [[nodiscard]] QString RenameTo(const QString& path);
     [[nodiscard]] QString PathOf(const QString& name) const;
-    [[nodiscard]] QByteArray Listing() const;
 
-    void StartTransfer(const QString& verb, const QString& argument);
-    void OpenData(const FtpFault& fault, const QString& storePath);
-    void SendData(const FtpFault& fault);
+    void StartUpload(const QString& path);
+    void OpenData(const FtpFault& fault, const QString& path);
     void ReceiveData(const FtpFault& fault, const QString& path);
     void EndData(const QString& reply);
 
@@ -52,5 +50,4 @@ class ScriptedFtpSession : public QObject {
     QString cwd;
     QString renameFrom;
     quint16 dataPort = 0;
-    QByteArray outgoing;
 };
