@@ -10,7 +10,6 @@ class RecordingDisplay : public StatusDisplay {
     bool Shown = true;
     QStringList Statuses;     // every status text
     QStringList Commands;     // every command sent
-    QStringList Replies;      // every reply chunk
     QStringList States;       // every state of the run
     QList<int> Uploads;       // every value of the upload bar
     QStringList Counters;     // "Pic: 1", "MB: 0.01"
@@ -38,6 +37,5 @@ class RecordingDisplay : public StatusDisplay {
     void ShowPictureCount(const QString& text) override { Counters << text; }
     void ShowMegabytes(const QString& text) override { Counters << text; }
     void LogCommand(const QString& command) override { Commands << command; }
-    void LogReply(const QString& reply) override { Replies << reply; }
     void LogState(const QString& state) override { States << state; }
 };

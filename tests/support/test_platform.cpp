@@ -10,11 +10,6 @@ void TestOnlineState::Set(bool nowConnected, Links nowLinks) {
     emit Changed();
 }
 
-bool TestOnlineState::Connected() const {
-    ++Asked;
-    return connected;
-}
-
 void TestDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
     auto line = std::ranges::find(lines, entry, &Line::Entry);
     if (line == lines.end()) {

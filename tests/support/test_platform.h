@@ -12,13 +12,12 @@
 
 class TestOnlineState : public OnlineState {
   public:
-    int Forced = 0;         // how often ForceOnline was called
-    mutable int Asked = 0;  // how often Connected was
+    int Forced = 0;  // how often ForceOnline was called
 
     // Sets the state and tells those who listen when it is another one.
     void Set(bool nowConnected, Links nowLinks = {});
 
-    [[nodiscard]] bool Connected() const override;
+    [[nodiscard]] bool Connected() const override { return connected; }
     [[nodiscard]] Links Connection() const override { return links; }
     void ForceOnline() override { ++Forced; }
 
@@ -98,13 +97,10 @@ class TestCameraControls : public CameraControls {
     const TestCaptureDevices& cameras;
 };
 
-class RecordingSound : public Sound {
+class SilentSound : public Sound {
   public:
-    QStringList Played;
-    QList<quint32> Volumes;
-
-    void Play(const QString& file) override { Played << file; }
-    void SetVolume(quint32 volume) override { Volumes << volume; }
+    void Play(const QString& /*file*/) override {}
+    void SetVolume(quint32 /*volume*/) override {}
 };
 
 class RecordingAutostart : public AutostartEntry {
@@ -132,7 +128,7 @@ struct TestPlatform {
     TestCaptureDevices& Cameras = Fill(Services.Cameras, std::make_unique<TestCaptureDevices>());
     TestCameraControls& Controls =
         Fill(Services.Controls, std::make_unique<TestCameraControls>(Cameras));
-    RecordingSound& Sounds = Fill(Services.Sounds, std::make_unique<RecordingSound>());
+    SilentSound& Sounds = Fill(Services.Sounds, std::make_unique<SilentSound>());
     RecordingAutostart& Autostart =
         Fill(Services.Autostart, std::make_unique<RecordingAutostart>());
 
