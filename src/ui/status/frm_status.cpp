@@ -73,6 +73,8 @@ frmStatus::frmStatus(Program& ownProgram, const SkinFolders& skinFolders, Texts&
 }
 
 frmStatus::~frmStatus() {
+    // A slider that is still held lets go when the window goes, and nobody is there to hear it.
+    for (PictureSlider* slider : {Slider1, Slider2}) slider->disconnect(this);
     program.Display.Remove(*this);
     program.Display.Remove(memory);
     program.State.StatusShown = false;
