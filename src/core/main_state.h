@@ -23,7 +23,7 @@ struct MainState {
     // edited by hand since the last one; where it goes stays as it is in force.
     [[nodiscard]] Settings ForPicture() const {
         Settings settings = LoadSettings(SettingsFile);
-        static_cast<PictureTarget&>(settings) = Values;
+        static_cast<PictureTarget&>(settings) = static_cast<const PictureTarget&>(Values);
         return settings;
     }
 };
