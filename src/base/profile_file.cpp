@@ -96,7 +96,9 @@ bool Replace(const QString& path, const QByteArray& bytes) {
 }  // namespace
 
 QString ReadSetting(const QString& file, const QString& section, const QString& key) {
-    QString value = Find(file, section, key).value_or(QString());
+    const std::optional<QString> found = Find(file, section, key);
+    if (!found) return {};
+    QString value = found->isEmpty() ? QString("") : *found;
     if (value.size() <= mostCharacters) return value;
     value.truncate(mostCharacters);
     if (value.back().isHighSurrogate()) value.chop(1);

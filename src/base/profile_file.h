@@ -8,7 +8,8 @@
 // has no settings, and writing keeps what is in it. To be used from one thread only.
 
 // The value of `key` in `section`, at most 255 characters, without surrounding blanks and without a
-// pair of quotes around it; empty when file, section or key is missing or the file is unreadable.
+// pair of quotes around it; empty when file, section or key is missing or the file is unreadable,
+// and null then, too.
 // Section and key names are compared without regard to case; the first match counts.
 [[nodiscard]] QString ReadSetting(const QString& file, const QString& section, const QString& key);
 

@@ -2,6 +2,8 @@
 
 #include "base/profile_file.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <type_traits>
 #include <vector>
@@ -213,6 +215,12 @@ SettingRow::SettingRow(QStringView section, QStringView key, bool Settings::*fie
     if (Form() != CheckBox) Default = Form() == TrueFalse ? QString("false") : QString();
 }
 
+SettingRow::SettingRow(QStringView section, QStringView key, QString Settings::*field,
+                       QStringView pattern)
+    : SettingRow(section, key, field) {
+    Pattern = pattern.toString();
+}
+
 SettingForm SettingRow::Form() const {
     if (const auto* form = std::get_if<SettingForm>(&Field)) return *form;
     if (std::holds_alternative<bool Settings::*>(Field)) {
@@ -235,9 +243,19 @@ void SettingRow::Read(const SettingSource& source, Settings& settings) const {
             if (entry.isEmpty()) break;
             entries << entry;
         }
-    } else if (const QString written = source(Section, Key); !written.isEmpty()) {
+    } else if (const QString written = source(Section, Key); Counts(written)) {
         std::visit(FieldReader(*this, written, settings), Field);
     }
+}
+
+bool SettingRow::Counts(const QString& written) const {
+    if (Pattern.isEmpty()) return !written.isEmpty();
+    return !written.isNull() && Allows(written);
+}
+
+bool SettingRow::Allows(const QString& text) const {
+    const QString whole = QRegularExpression::anchoredPattern(Pattern);
+    return Pattern.isEmpty() || QRegularExpression(whole).match(text).hasMatch();
 }
 
 std::span<const SettingRow> SettingTable() {

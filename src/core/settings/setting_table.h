@@ -39,6 +39,7 @@ struct SettingRow {
     int Least = std::numeric_limits<int>::min();  // range of a number; of a list, how many
     int Most = std::numeric_limits<int>::max();
     Outside Else = Outside::Nearest;
+    QString Pattern;  // a regular expression for the whole of a text; empty: any text
     QString Fault;    // told of a number out of range, with what is written as %1
     QString On;       // the one text that is on; empty: any number but 0
     QString Default;  // what an empty or missing value means
@@ -47,11 +48,17 @@ struct SettingRow {
     SettingRow(QStringView section, QStringView key, const SettingField& field, int least, int most,
                Outside outside, QStringView fault = {});
     SettingRow(QStringView section, QStringView key, bool Settings::*field, QStringView on);
+    SettingRow(QStringView section, QStringView key, QString Settings::*field, QStringView pattern);
 
     [[nodiscard]] SettingForm Form() const;
     [[nodiscard]] bool HasRange() const { return Least > std::numeric_limits<int>::min(); }
-    // Fills the field; an empty value leaves it as it is.
+    // Fills the field; an empty value leaves it as it is unless empty is a value of its own.
     void Read(const SettingSource& source, Settings& settings) const;
+    // Whether a text fits the pattern.
+    [[nodiscard]] bool Allows(const QString& text) const;
+    // Whether what is written counts, or the default in its place: a missing value (null) never
+    // does, an empty one where the pattern allows it.
+    [[nodiscard]] bool Counts(const QString& written) const;
 };
 
 // All keys, section by section.

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMetaProperty>
 #include <QRegularExpression>
 
@@ -28,6 +29,12 @@ QMetaProperty PropertyOf(const QWidget& control) {
 const SettingRow& RowOf(const Binding& binding) {
     static const QRegularExpression number(QStringLiteral("\\d+"));
     return SettingRowOf(binding.Section, QString(binding.Key).replace(number, "#"));
+}
+
+// What is not to be saved: a text that its setting does not take.
+bool IsUnfinished(const Binding& binding, const QWidget& control) {
+    const auto* line = qobject_cast<const QLineEdit*>(&control);
+    return line && !binding.Key.isEmpty() && !RowOf(binding).Allows(line->text());
 }
 
 QString DefaultOf(const Binding& binding) {
@@ -133,7 +140,7 @@ void Bindings::ShowSettings(const QString& file) {
 
 void Bindings::ShowSetting(const Bound& bound, const QString& file) {
     QString value = ReadSetting(file, bound.What.Section, bound.What.Key);
-    if (value.isEmpty()) value = DefaultOf(bound.What);
+    if (!RowOf(bound.What).Counts(value)) value = DefaultOf(bound.What);
     const QMetaProperty property = PropertyOf(*bound.Control);
     if (bound.What.Show)
         bound.What.Show(value);
@@ -153,6 +160,13 @@ QList<ProfileEntry> Bindings::Entries() const {
                 bound.What.Section, bound.What.Key,
                 bound.What.Value ? bound.What.Value() : ValueOf(*bound.Control)};
     return entries;
+}
+
+QWidget* Bindings::Unfinished() const {
+    const auto found = std::find_if(all.begin(), all.end(), [](const Bound& bound) {
+        return IsUnfinished(bound.What, *bound.Control);
+    });
+    return found == all.end() ? nullptr : found->Control;
 }
 
 void Bindings::SetTabOrder(QWidget* behind) const {

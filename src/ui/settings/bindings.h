@@ -52,6 +52,8 @@ class Bindings : public QObject {
     void ShowSettings(const QString& file);
     // What the controls say, in the order of adding.
     [[nodiscard]] QList<ProfileEntry> Entries() const;
+    // The first field whose text its setting does not take; none: nullptr.
+    [[nodiscard]] QWidget* Unfinished() const;
     // The Tab key goes through the controls in the order of adding, then to `behind`.
     void SetTabOrder(QWidget* behind) const;
     // Looks again which controls are switched on; done by itself whenever a value changes.

@@ -101,6 +101,10 @@ bool SettingsWindow::event(QEvent* event) {
 
 bool SettingsWindow::Save() {
     lblNote->clear();
+    if (QWidget* field = Controls.Unfinished()) {
+        Refuse(*field, field->toolTip());
+        return false;
+    }
     if (!Check()) return false;
     if (!around.Core.ChangeSettings(Entries())) {
         around.Boxes.Show("Stillpost", around.Words.Get(common, "CannotSave").arg(SettingsFile()),
