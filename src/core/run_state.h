@@ -28,9 +28,10 @@ enum class RunState {
 
 // What is remembered for one run and begins anew with each start.
 struct OneRun {
-    qint16 MinutesLeft = 0;          // extra whole minutes to wait before the next picture
-    bool Published = true;           // lowered while a new picture is not public yet
-    std::optional<int> SendStarted;  // ticks of the watchdog since then; none: nothing is sent
+    std::optional<bool> ChangesModes;  // the server sets the rights of files; none: not known yet
+    qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture
+    bool Published = true;             // lowered while a new picture is not public yet
+    std::optional<int> SendStarted;    // ticks of the watchdog since then; none: nothing is sent
 };
 
 // The state of the run. Everything that shows whether the program runs, pauses, connects or sends

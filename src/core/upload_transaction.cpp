@@ -278,6 +278,17 @@ void UploadTransaction::ShiftHistory() {
     }
 }
 
+// Many servers let only the owner read a new file, and no visitor sees it then. The command is no
+// standard one: who refuses it is not asked again in this run.
+void UploadTransaction::ChangeMode(const QString& name) {
+    const QString& mode = state.Values.FileMode;
+    std::optional<bool>& works = run.ThisRun.ChangesModes;
+    if (mode.isEmpty() || works == false || !MayGoOn()) return;
+    const int code = ftp.Ask(QString("SITE CHMOD %1 %2").arg(mode, name));
+    const bool lineLost = code / 100 == 4 || (code == 0 && works == true);
+    if (!lineLost) works = code / 100 == 2;
+}
+
 bool UploadTransaction::Publish(const QString& localPath) {
     Flags.FtpError = false;
     if (MayGoOn()) SendFile(localPath);
@@ -289,7 +300,13 @@ bool UploadTransaction::Publish(const QString& localPath) {
     }
     // A shift has moved the public picture away already.
     if (MayGoOn() && state.Values.Delete && !shifted) DeletePublic();
+    // The first time the picture is public before the server is asked, which may never answer;
+    // from then on no visitor is to come between the two.
+    const bool before = run.ThisRun.ChangesModes == true;
+    if (before) ChangeMode(PublicNames::Sending);
     if (!MayGoOn()) return false;
     RenamePublic();
-    return !Flags.FtpError && !Flags.WaitRenameTo;
+    if (Flags.FtpError || Flags.WaitRenameTo) return false;
+    if (!before) ChangeMode(PublicNames::Picture);
+    return true;
 }

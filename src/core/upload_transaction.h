@@ -80,6 +80,7 @@ class UploadTransaction : public QObject {
     bool BeginStep(const QString& status);
     void AwaitReply(const bool& waitFlag, int seconds);
     void ShiftHistory();
+    void ChangeMode(const QString& name);
 
     Waiting& waiting;
     FTP& ftp;

@@ -29,6 +29,8 @@ class TestSettings : public QObject {
                                         {"Port=65536", 21, ""},
                                         {"lastpictureanz=0", 1, ""},
                                         {"lastpictureanz=99999999999999", 1000, ""},
+                                        {"FileMode=0640", 640, ""},
+                                        {"FileMode=rw-r--r--", 644, ""},
                                         {"Framerate=0", 60'000, ""},
                                         {"Framerate=-5", 59'995, ""},
                                         {"Framerate=90000", 30'000, ""},
@@ -52,6 +54,7 @@ class TestSettings : public QObject {
         const Settings s = Load({{"Einstellungen/" + key, written.section(u'=', 1)}});
         const QVariantMap numbers = {{"Port", s.Port},
                                      {"lastpictureanz", s.lastpictureanz},
+                                     {"FileMode", s.FileMode.toInt()},
                                      {"Framerate", s.Framerate},
                                      {"JPGQuality", s.JPGQuality},
                                      {"Overlay", int(s.Overlay)},

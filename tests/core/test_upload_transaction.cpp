@@ -135,6 +135,27 @@ class TestUploadTransaction : public QObject {
         QVERIFY2(!refused || f.Time.Milliseconds() - start < 5000, "no time limit had to pass");
         if (!f.Display.Uploads.isEmpty()) QCOMPARE(f.Display.Uploads.first(), 25);
     }
+
+    void MakesThePictureReadable_data() {
+        const Rows<QString, QStringList, QStringList> row;
+        const QStringList fine{"200 done\r\n"};
+        row("first when it is public, then ahead", "640", fine,
+            {"640 pw.jpg", "640 1pw.jpg", "640 1pw.jpg"});
+        row("unknown", "644", {"502 what?\r\n"}, {"644 pw.jpg"});
+        row("no answer", "644", {}, {"644 pw.jpg"});
+        row("busy", "644", {"450 later\r\n"}, {"644 pw.jpg", "644 pw.jpg", "644 pw.jpg"});
+        row("not wanted", "", fine, {});
+    }
+    void MakesThePictureReadable() {
+        const auto [mode, answer, asked] = Row<QString, QStringList, QStringList>();
+        CycleFixture f;
+        f.State.Values.FileMode = mode;
+        f.Server.Script = {{.Verb = "SITE", .Chunks = answer, .Silent = answer.isEmpty()}};
+        f.Cycle.Start();
+        QVERIFY(f.RunUntilPublished(3));
+        QStringList commands = f.Server.Commands.filter("SITE CHMOD ");
+        QCOMPARE(commands.replaceInStrings("SITE CHMOD ", QString()), asked);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestUploadTransaction)

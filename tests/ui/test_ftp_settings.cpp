@@ -132,6 +132,19 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fixture.Trial.lblTrial->text(), QString());
     }
 
+    void RightsAreDigitsOrLeftAlone() {
+        Fixture fixture;
+        fixture.Window.Open();
+        auto* mode = fixture.Window.findChild<QLineEdit*>("FileMode");
+        QCOMPARE(mode->text(), "644");
+        mode->setText("rw");
+        QVERIFY(!fixture.Window.Save() && fixture.Window.lblNote->text().contains("644"));
+        mode->clear();
+        QVERIFY(fixture.Window.Save());
+        fixture.Window.Open();
+        QCOMPARE(mode->text(), QString());
+    }
+
     void Autostart() {
         Fixture fixture;
         RecordingAutostart& entry = fixture.System.Autostart;

@@ -15,6 +15,7 @@ struct Settings : PictureSettings {
     QString User;
     QString PW;
     int Port = 21;
+    QString FileMode = "644";  // of the public picture, octal; empty: as the server makes it
     bool Anwahl = false;
     bool Abwahl = false;
     QString AWName;

@@ -70,6 +70,7 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->AddSpace();
     rows->AddNote({.Text = "DeleteFirst"});
     rows->Add(chkDelete, {.Key = "Delete", .Text = "DeleteOption"});
+    rows->Add<QLineEdit>("FileMode");
     rows->AddSpace();
     cbQuality->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cbQuality->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
