@@ -40,7 +40,7 @@ class CycleFixture {
     explicit CycleFixture(int interval = 1000);
     ~CycleFixture();
 
-    TestClock Time;
+    TestClock Time{0};  // nothing here happens outside this process
     QTemporaryDir Folder;
     TestPlatform System;
     RecordingDisplay Display;

@@ -2,7 +2,12 @@
 
 #include "support/scripted_ftp_session.h"
 
-ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock) : clock(ownClock) {
+ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock) : clock(ownClock), back(ownClock, 1) {
+    connect(&back, &Timer::Tick, this, [this] {
+        back.SetEnabled(false);
+        BackSince = clock.Milliseconds();
+        ListenAgain();
+    });
     connect(&listener, &QTcpServer::newConnection, this, &ScriptedFtpServer::Take);
     ListenAgain();
 }
@@ -17,12 +22,20 @@ void ScriptedFtpServer::Take() {
 }
 
 void ScriptedFtpServer::ListenAgain() {
+    if (listener.isListening()) return;
     if (!listener.listen(QHostAddress::LocalHost, port)) qFatal("the test server cannot listen");
     port = listener.serverPort();
 }
 
 void ScriptedFtpServer::StopListening() {
     listener.close();
+}
+
+void ScriptedFtpServer::GoAway(int seconds) {
+    StopListening();
+    DropControl();
+    back.SetInterval(seconds * 1000);
+    back.SetEnabled(true);
 }
 
 void ScriptedFtpServer::DropControl() {

@@ -18,6 +18,7 @@ struct FtpFault {
     bool CloseControl = false;      // the connection is closed after the reply
     bool NoDataConnection = false;  // the transfer is announced, but nobody connects
     int DataBytes = -1;             // the data connection is closed after so many bytes
+    int AwaySeconds = 0;            // closes everything, and takes connections again after so long
 };
 
 // Answers the command with this, in as many chunks as there are.
@@ -28,6 +29,11 @@ inline FtpFault Says(const QString& verb, const QStringList& chunks) {
 // Closes the connection in place of a reply.
 inline FtpFault Closes(const QString& verb) {
     return {.Verb = verb, .Silent = true, .CloseControl = true};
+}
+
+// Dies in place of the n-th reply, and is back after so long.
+inline FtpFault Dies(const QString& verb, int occurrence, int seconds) {
+    return {.Verb = verb, .Occurrence = occurrence, .Silent = true, .AwaySeconds = seconds};
 }
 
 class ScriptedFtpSession;
@@ -51,6 +57,8 @@ class ScriptedFtpServer : public QObject {
     // Refuses connections, and takes them again at the same port.
     void StopListening();
     void ListenAgain();
+    // All of this, for so long.
+    void GoAway(int seconds);
 
     QList<FtpFault> Script;
     QMap<QString, QByteArray> Files;
@@ -64,6 +72,7 @@ class ScriptedFtpServer : public QObject {
     int Connections = 0;      // control connections so far
     int OpenConnections = 0;  // control connections now
     int DataConnections = 0;  // data connections so far
+    qint64 BackSince = 0;     // when it came back last; milliseconds of the clock
 
     // The fault that the script has for this occurrence of the verb.
     [[nodiscard]] FtpFault Meet(const QString& verb);
@@ -75,6 +84,7 @@ class ScriptedFtpServer : public QObject {
     Clock& clock;
     QTcpServer listener;
     quint16 port = 0;
+    Timer back;
     QMap<QString, int> met;
     QList<QPointer<ScriptedFtpSession>> sessions;
 };

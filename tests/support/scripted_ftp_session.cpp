@@ -127,6 +127,7 @@ void ScriptedFtpSession::ReplyAs(const FtpFault& fault, const QString& usual) {
         prompt.DelayMilliseconds = 0;
         return Later(fault.DelayMilliseconds, [this, prompt, usual] { ReplyAs(prompt, usual); });
     }
+    if (fault.AwaySeconds > 0) server.GoAway(fault.AwaySeconds);
     QStringList parts = fault.Chunks;
     if (parts.isEmpty()) parts << usual + QStringLiteral("\r\n");
     if (fault.Silent) parts.clear();
@@ -153,7 +154,7 @@ void ScriptedFtpSession::Pump() {
 void ScriptedFtpSession::StartUpload(const QString& path) {
     const FtpFault fault = server.Meet(QStringLiteral("STOR"));
     const bool announced = fault.Chunks.isEmpty() || fault.Chunks.first().startsWith(u'1');
-    if (!announced || fault.NoDataConnection || fault.CloseControl)
+    if (!announced || fault.NoDataConnection || fault.CloseControl || fault.AwaySeconds > 0)
         return ReplyAs(fault, QStringLiteral("150 opening"));
 
     if (server.RepliesBeforeConnecting) {

@@ -4,13 +4,15 @@
 #include <QDeadlineTimer>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
 // Under Wine an event takes its way through another process.
 TestClock::TestClock(int quietMilliseconds)
     : GiveUp([] { qFatal("Nothing can end this wait: no timer is armed and no event comes."); }),
-      quiet(QSysInfo::kernelType() == "winnt" ? 6 * quietMilliseconds : quietMilliseconds) {}
+      quiet(QSysInfo::kernelType() == "winnt" ? std::max(6 * quietMilliseconds, 10)
+                                              : quietMilliseconds) {}
 
 bool TestClock::HandleEvents() {
     QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();

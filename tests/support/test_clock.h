@@ -34,6 +34,9 @@ class TestClock : public Clock {
     // Runs until the condition holds; false when `limit` milliseconds of clock time pass before.
     [[nodiscard]] bool RunUntil(const std::function<bool()>& condition, qint64 limit = 600'000);
 
+    // The machine sleeps: the time goes on, and nothing happens in it.
+    void Suspend(qint64 milliseconds) { now += milliseconds; }
+
   protected:
     void NextDueChanged() override {}
 
