@@ -28,6 +28,7 @@ enum class RunState {
 
 // What is remembered for one run and begins anew with each start.
 struct OneRun {
+    bool DeletesFirst = false;         // the server does not rename over a file
     std::optional<bool> ChangesModes;  // the server sets the rights of files; none: not known yet
     qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture
     bool Published = true;             // lowered while a new picture is not public yet

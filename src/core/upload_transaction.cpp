@@ -9,6 +9,7 @@
 #include "net/ftp.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -22,10 +23,19 @@ constexpr int loginSeconds = 30;
 // The history moves on with every eleventh picture, not with every one.
 constexpr int ticksPerShift = 10;
 
-// What a server answers about a file or a folder that it does not have.
+// What a server answers about a file that it does not have.
 constexpr int notThere = 550;
+// About a folder that it does not have, or whose name it does not take.
+constexpr std::array noSuchFolder{550, 553, 501};
+// When it does not rename over a file.
+constexpr std::array noReplacing{553, 550, 501, 450};
 
 const QString title = "Stillpost";
+
+template <std::size_t Count>
+bool IsOneOf(const std::array<int, Count>& codes, int code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
 
 int SecondsSinceMidnight(const QTime& time) {
     return time.msecsSinceStartOfDay() / 1000;
@@ -147,15 +157,21 @@ bool UploadTransaction::ChangeDirectory() {
         return !connectivity.Online() || Flags.FtpError || !ftp.IsConnected();
     };
     waiting.Until([this] { return !Flags.WaitCwd; }, {.Hopeless = gone});
-    if (!waiting.Seconds(1)) return false;
-    if (!answered || !ftp.IsConnected()) {
-        Warn(response, response);
+    return waiting.Seconds(1) && InFolder(directory, answered, response);
+}
+
+// Nothing may land in another folder: whatever refuses this one ends the connect.
+bool UploadTransaction::InFolder(const QString& directory, bool answered, const QString& response) {
+    const bool stands = answered && ftp.IsConnected();
+    const int code = ftp.LastCode();
+    if (stands && !IsRefusal(code)) return true;
+    if (stands && IsOneOf(noSuchFolder, code)) {
+        Warn("Das Verzeichniss '" + directory + "' existiert nicht auf dem Server!",
+             "The Path '" + directory + " 'dont exists on Server!");
+    } else {
+        Warn(response.trimmed(), response.trimmed());
         display.ShowStatus("Offline");
-        return false;
     }
-    if (ftp.ReplyCode() != notThere) return true;
-    Warn("Das Verzeichniss '" + directory + "' existiert nicht auf dem Server!",
-         "The Path '" + directory + " 'dont exists on Server!");
     return false;
 }
 
@@ -278,6 +294,25 @@ void UploadTransaction::ShiftHistory() {
     }
 }
 
+// Puts the new picture in the place of the old one. A server that does not do so by a mere rename
+// has the old one deleted first, from then on at every picture of the run.
+void UploadTransaction::Replace(bool oldIsGone) {
+    RenamePublic();
+    if (oldIsGone || !RefusedToReplace()) return;
+    DeletePublic();
+    if (Flags.FtpError) return;
+    RenamePublic();
+    if (Flags.FtpError) return;
+    run.ThisRun.DeletesFirst = true;
+    display.ShowStatus(
+        "The server does not rename over a file: \"delete Pic\" in the FTP settings saves a turn");
+}
+
+bool UploadTransaction::RefusedToReplace() const {
+    const bool renaming = !Flags.WaitRenameFrom && Flags.WaitRenameTo;
+    return renaming && ftp.IsConnected() && IsOneOf(noReplacing, ftp.LastCode());
+}
+
 // Many servers let only the owner read a new file, and no visitor sees it then. The command is no
 // standard one: who refuses it is not asked again in this run.
 void UploadTransaction::ChangeMode(const QString& name) {
@@ -299,13 +334,14 @@ bool UploadTransaction::Publish(const QString& localPath) {
         ShiftHistory();
     }
     // A shift has moved the public picture away already.
-    if (MayGoOn() && state.Values.Delete && !shifted) DeletePublic();
+    const bool deletes = state.Values.Delete || run.ThisRun.DeletesFirst;
+    if (MayGoOn() && deletes && !shifted) DeletePublic();
     // The first time the picture is public before the server is asked, which may never answer;
     // from then on no visitor is to come between the two.
     const bool before = run.ThisRun.ChangesModes == true;
     if (before) ChangeMode(PublicNames::Sending);
     if (!MayGoOn()) return false;
-    RenamePublic();
+    Replace(deletes || shifted);
     if (Flags.FtpError || Flags.WaitRenameTo) return false;
     if (!before) ChangeMode(PublicNames::Picture);
     return true;

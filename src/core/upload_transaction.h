@@ -72,6 +72,7 @@ class UploadTransaction : public QObject {
     bool ConnectOnline();
     bool LogIn();
     bool ChangeDirectory();
+    bool InFolder(const QString& directory, bool answered, const QString& response);
     void AskWhenOffline();
     bool FinishConnect(bool connected, RunState then);
     void Warn(const QString& german, const QString& english);
@@ -80,6 +81,8 @@ class UploadTransaction : public QObject {
     bool BeginStep(const QString& status);
     void AwaitReply(const bool& waitFlag, int seconds);
     void ShiftHistory();
+    void Replace(bool oldIsGone);
+    [[nodiscard]] bool RefusedToReplace() const;
     void ChangeMode(const QString& name);
 
     Waiting& waiting;

@@ -114,17 +114,18 @@ class TestUploadCycle : public QObject {
     }
 
     void HistoryFillsFromAnEmptyFolder_data() {
-        const Rows<bool> row;
-        row("rename over", false);
-        row("delete first", true);
+        const Rows<bool, bool> row;
+        row("rename over", false, false);
+        row("delete first", true, true);
+        row("delete first, as the server wants it", false, true);
     }
     void HistoryFillsFromAnEmptyFolder() {
-        const auto [deletes] = Row<bool>();
+        const auto [deletes, refuses] = Row<bool, bool>();
         CycleFixture f(200);
         f.State.Values.lastpictures = true;
         f.State.Values.lastpictureanz = 3;
         f.State.Values.Delete = deletes;
-        f.Server.RefuseRenameOver = deletes;
+        f.Server.RefuseRenameOver = refuses;
         f.Apply();
         f.Cycle.Start();
         QByteArrayList published;
@@ -138,6 +139,7 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Server.Files.value("pw2.jpg"), published.at(31));
         QCOMPARE(f.Server.Files.value("pw3.jpg"), published.at(20));
         QCOMPARE(f.Server.Files.size(), 4);
+        QCOMPARE(f.Display.Statuses.filter("saves a turn").size(), refuses && !deletes ? 1 : 0);
     }
 
     void IdleServerCostsNoPicture() {

@@ -46,20 +46,24 @@ class TestUploadTransaction : public QObject {
     }
 
     void FailedFirstConnectTellsAndStops_data() {
-        const Rows<QString, bool, QString> row;
-        row("wrong password", "", false, wrongLogin);
-        row("wrong password, German", "", true, wrongLoginGerman);
-        row("missing folder", "web/cam", false,
-            "Stillpost: The Path 'web/cam 'dont exists on Server!");
-        row("missing folder, German", "web/cam", true,
+        const Rows<QString, bool, QString, QString> row;
+        row("wrong password", "", false, "", wrongLogin);
+        row("wrong password, German", "", true, "", wrongLoginGerman);
+        const QString missing = "Stillpost: The Path 'web/cam 'dont exists on Server!";
+        row("missing folder", "web/cam", false, "", missing);
+        row("missing folder, German", "web/cam", true, "",
             "Stillpost: Das Verzeichniss 'web/cam' existiert nicht auf dem Server!");
+        row("name not allowed", "web/cam", false, "553 no", missing);
+        row("name not understood", "web/cam", false, "501 no", missing);
+        row("folder locked", "web/cam", false, "450 later", "Stillpost: 450 later");
     }
     void FailedFirstConnectTellsAndStops() {
-        const auto [folder, german, message] = Row<QString, bool, QString>();
+        const auto [folder, german, reply, message] = Row<QString, bool, QString, QString>();
         CycleFixture f;
         f.State.LangGerman = german;
         f.State.Values.Verzeichnis = folder;
         if (folder.isEmpty()) f.Server.Password = "another";
+        if (!reply.isEmpty()) f.Server.Script = {Says("CWD", {reply + "\r\n"})};
         f.Display.Recording = "Rec.";
         f.Transaction.Flags.QuietErrors = true;  // of the run before
         f.Cycle.Start();
@@ -115,7 +119,7 @@ class TestUploadTransaction : public QObject {
         row("data connection cut", {{.Verb = "STOR", .DataBytes = 3}}, false);
         row("421 in the middle",
             {{.Verb = "STOR", .Chunks = {"421 bye\r\n"}, .CloseControl = true}}, false);
-        row("rename refused", {Says("RNTO", {"550 no\r\n"})}, false);
+        row("rename refused", {Says("RNTO", {"532 no\r\n"})}, false);
     }
     void StepFaults() {
         const auto [script, published] = Row<QList<FtpFault>, bool>();
