@@ -87,9 +87,20 @@ bool OfflinePicture::PutOnServer(const QString& file) {
     // A connection that only seems to stand shows it when it is used.
     if (parts.Ftp.IsConnected() && parts.Transaction.Publish(file)) return true;
     if (parts.Wait.Closing()) return false;
-    const bool connected = parts.Transaction.ConnectOnceMore(RunState::PublishingOffline);
+    const bool connected = Connect();
     if (connected && parts.Transaction.Publish(file)) return true;
     parts.Display.ShowStatus(connected ? QString("Offline Picture not sent")
                                        : QString("No connection: Offline Picture not sent"));
+    return false;
+}
+
+// A server that answers nothing may do so the second time.
+bool OfflinePicture::Connect() {
+    constexpr int tries = 2;
+    for (int i = 0; i < tries; ++i) {
+        parts.Transaction.Flags.ConnectionDown = false;
+        if (parts.Transaction.ConnectOnceMore(RunState::PublishingOffline)) return true;
+        if (parts.Transaction.GivenUp() || parts.Wait.Closing()) break;
+    }
     return false;
 }

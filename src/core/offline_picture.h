@@ -29,7 +29,7 @@ class OfflinePicture {
     [[nodiscard]] bool Wanted() const;
 
     // Makes the picture and publishes it under the names of every other one: on the server, which
-    // it logs in to once more where the connection is gone, or in the local folder. Shows no
+    // it logs in to again where the connection is gone, or in the local folder. Shows no
     // message boxes and ends when the program closes. Returns whether it is public; otherwise the
     // status says why not and the last picture stays.
     [[nodiscard]] bool SendOfflinePicture();
@@ -39,6 +39,7 @@ class OfflinePicture {
     [[nodiscard]] bool PreparePlain(const FilePicture& offline, QString& file);
     [[nodiscard]] bool PutLocal(const QString& file);
     [[nodiscard]] bool PutOnServer(const QString& file);
+    [[nodiscard]] bool Connect();
     [[nodiscard]] QString LocalTarget() const;
 
     Parts parts;

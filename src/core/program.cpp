@@ -67,7 +67,7 @@ void Program::Load(bool autostarter) {
     ezVidCap1.SetEnabled(State.DriverPresent);
     PictureValues.CameraRunning = State.DriverPresent;
     emit Loaded();
-    if (State.Values.Autostart && autostarter) Cycle.Start();
+    if (State.Values.Autostart && autostarter) Cycle.Start(UploadCycle::Starter::System);
 }
 
 void Program::Start() {
@@ -191,7 +191,9 @@ void Program::ApplyAccess(const Settings& before) {
     };
     // The next picture logs in where the settings now say; a kept connection would hold on to the
     // old server for hours.
-    if (access(before) == access(values) || !FTP1.IsConnected()) return;
+    if (access(before) == access(values)) return;
+    Cycle.TryAgainAtOnce();
+    if (!FTP1.IsConnected()) return;
     FTP1.Cancel();
     FTP1.Disconnect();
 }

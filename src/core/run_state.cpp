@@ -80,7 +80,5 @@ bool RunStatus::Busy() const {
 
 RunButtons RunButtons::For(const RunStatus& run) {
     const bool running = run.Running();
-    // While it logs in a run can neither be started nor stopped.
-    const bool connecting = run.Step() == RunState::Connecting && run.Is() != RunState::Stopping;
-    return {!running && !connecting, running, running && !connecting};
+    return {!running, running, running};
 }

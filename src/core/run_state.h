@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/retry.h"
+
 #include <QDateTime>
 #include <QObject>
 
@@ -16,7 +18,7 @@ enum class RunState {
     GoingOnline,        // dialling, or trying until the machine is online
     TakingPicture,      // from the camera to the finished file
     Sending,            // until the picture has its public name
-    WaitingToRetry,     // something failed: the next tick tries again
+    WaitingToRetry,     // something failed, and is tried again soon
     Paused,             // by the operator; a picture that is on its way still arrives
     Stopping,           // by the operator; what is under way comes to its end first
     PublishingOffline,  // the picture that tells viewers that the camera is off
@@ -28,6 +30,8 @@ enum class RunState {
 
 // What is remembered for one run and begins anew with each start.
 struct OneRun {
+    Retry Again;                       // while the last tick has failed
+    qint64 Due = 0;                    // the next picture; clock milliseconds
     bool DeletesFirst = false;         // the server does not rename over a file
     std::optional<bool> ChangesModes;  // the server sets the rights of files; none: not known yet
     qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture

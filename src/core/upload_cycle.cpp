@@ -21,6 +21,8 @@ namespace {
 constexpr int minute = 60'000;
 constexpr int watchdogTicks = 61;
 constexpr int countWraps = 65'000;
+// What was made ahead is no longer what the camera sees.
+constexpr qint64 stale = 30'000;
 
 }  // namespace
 
@@ -37,40 +39,49 @@ UploadCycle::UploadCycle(const Parts& ownParts)
     Timer1.SetEnabled(true);
 }
 
-void UploadCycle::ApplyInterval() {
-    Timer4.SetInterval(parts.State.Values.Framerate);
-    qint16& left = run.ThisRun.MinutesLeft;
-    left = std::min<qint16>(left, static_cast<qint16>(parts.State.Values.Uptime));
+qint64 UploadCycle::Now() const {
+    return parts.Wait.OwnClock().Milliseconds();
 }
 
-void UploadCycle::Start() {
+void UploadCycle::ApplyInterval() {
+    OneRun& once = run.ThisRun;
+    const Settings& values = parts.State.Values;
+    Timer4.SetInterval(values.Framerate);
+    once.MinutesLeft = std::min<qint16>(once.MinutesLeft, static_cast<qint16>(values.Uptime));
+    once.Due = std::min(once.Due, Now() + values.TotalInterval());
+}
+
+void UploadCycle::Start(Starter who) {
     if (run.Running() || parts.Wait.Closing()) return;
     if (run.Busy()) {
         afterwards = Afterwards::Start;
+        parts.Transaction.GiveUpConnect();
         return;
     }
     run.ThisRun = {};
     TransactionFlags& flags = parts.Transaction.Flags;
-    flags.QuietErrors = false;
+    flags.QuietErrors = who == Starter::System;
     parts.Display.ResetRunningTime();
     if (!parts.ClickSound.isEmpty()) parts.Sounds.Play(parts.ClickSound);
     flags.ConnectionDown = false;
     parts.Net.SetStopped(false);
+    const qint64 began = Now();
     if (parts.State.Values.LocalMode()) {
         parts.Display.ShowStatus("Save Picture Local");
         run.Enter(RunState::Waiting);
-    } else {
-        parts.Transaction.ConnectFtp();
+    } else if (!parts.Transaction.ConnectFtp() && run.Running()) {
+        Failed(NotConnected(), began);
     }
     Timer4.SetInterval(parts.State.Values.Framerate);
-    GoOn();
+    EndOfWork();
+    ArmTimer4();
 }
 
-// After a connect: the ticks follow, or what the operator asked for meanwhile.
-void UploadCycle::GoOn() {
-    EndOfWork();
-    const bool ticks = run.Running() && !parts.Transaction.Flags.ConnectionDown;
-    if (ticks) Timer4.SetEnabled(run.Is() != RunState::Paused);
+void UploadCycle::ArmTimer4() {
+    const bool ticks = run.Running() && !parts.Wait.Closing() &&
+                       !parts.Transaction.Flags.ConnectionDown && run.Is() != RunState::Paused &&
+                       run.Step() != RunState::WaitingToRetry;
+    Timer4.SetEnabled(ticks);
 }
 
 void UploadCycle::Pause() {
@@ -78,7 +89,7 @@ void UploadCycle::Pause() {
     const bool pause = run.Is() != RunState::Paused;
     pause ? run.Enter(RunState::Paused) : run.Resume();
     Timer2.SetEnabled(pause);
-    Timer4.SetEnabled(!pause);
+    ArmTimer4();
     parts.Display.ShowStatus(pause ? QString("Pause") : QString());
 }
 
@@ -89,6 +100,7 @@ void UploadCycle::Stop() {
     if (run.Is() == RunState::PublishingOffline) return;
     if (due) afterwards = Afterwards::OfflinePicture;
     EndOfRun();
+    parts.Transaction.GiveUpConnect();
     if (parts.State.Values.LocalMode()) parts.Transaction.Flags.ConnectionDown = true;
     parts.Display.ShowStatus("stopped");
     EndOfWork();
@@ -140,11 +152,16 @@ void UploadCycle::OnTimer1() {
     if (!run.Running() || parts.Wait.Closing()) return;
     Watchdog();
     const bool online = parts.Net.Online();
+    OnlineAgain(online);
     parts.Display.ShowOnline(online);
     const bool connecting = parts.Transaction.ConnectInProgress();
     parts.Display.ShowRecording(connecting ? QString("Rec.") : online ? QString() : "offline");
-    const bool down = parts.Transaction.Flags.ConnectionDown;
-    if (!parts.State.Values.LocalMode() && down && !run.Busy()) ConnectAgain();
+    if (run.Is() == RunState::WaitingToRetry && run.ThisRun.Again.Due(Now())) Tick();
+}
+
+void UploadCycle::OnlineAgain(bool online) {
+    if (online && !wasOnline) TryAgainAtOnce();
+    wasOnline = online;
 }
 
 void UploadCycle::Watchdog() {
@@ -159,34 +176,52 @@ void UploadCycle::Watchdog() {
     ticks.reset();
 }
 
-void UploadCycle::ConnectAgain() {
-    parts.Transaction.Flags.ConnectionDown = false;
-    parts.Transaction.ConnectFtp();
-    GoOn();
-}
-
 void UploadCycle::OnTimer4() {
-    if (run.Busy() || !run.Running()) return;
-    if (TickMakesPicture()) {
-        const QString trouble = parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
-        const bool ended = !run.Running();
-        if (run.Is() != RunState::Stopped)
-            run.Enter(trouble.isEmpty() ? RunState::Waiting : RunState::WaitingToRetry, trouble);
-        if (ended && !parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
-    }
-    EndOfWork();
+    if (run.Busy() || !run.Running() || !TickMakesPicture()) return;
+    Tick();
 }
 
 bool UploadCycle::TickMakesPicture() {
     qint16& left = run.ThisRun.MinutesLeft;
-    if (left > 0) {
+    // A machine that was suspended has slept through minutes that nobody counted.
+    if (left > 0 && Now() < run.ThisRun.Due) {
         Timer4.SetInterval(minute);
         --left;
         parts.Display.ShowStatus("Wait...");
         return false;
     }
+    left = 0;
     Timer4.SetInterval(parts.State.Values.Framerate);
     return run.Is() != RunState::Paused && !parts.Transaction.Flags.ConnectionDown;
+}
+
+void UploadCycle::Tick() {
+    const qint64 began = Now();
+    const Outcome trouble = parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
+    run.ThisRun.SendStarted.reset();
+    if (run.Running()) {
+        trouble ? Failed(*trouble, began) : Succeeded();
+    } else {
+        if (run.Is() == RunState::Stopping) run.Enter(RunState::Waiting);
+        if (!parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
+    }
+    EndOfWork();
+    ArmTimer4();
+}
+
+void UploadCycle::Failed(const Trouble& trouble, qint64 began) {
+    run.ThisRun.Again.Failed(began, Now(), trouble.MostPause);
+    run.Enter(RunState::WaitingToRetry, trouble.Why);
+    parts.Display.ShowStatus(trouble.Why);
+}
+
+void UploadCycle::Succeeded() {
+    OneRun& once = run.ThisRun;
+    const Settings& values = parts.State.Values;
+    once.Again.Succeeded();
+    if (once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(values.Uptime);
+    once.Due = Now() + values.TotalInterval();
+    run.Enter(RunState::Waiting);
 }
 
 void UploadCycle::CountPicture(const QString& file) {
@@ -203,77 +238,77 @@ bool UploadCycle::Online() {
 
 bool UploadCycle::MakePicture() {
     run.Enter(RunState::TakingPicture);
-    const qint64 start = parts.Wait.OwnClock().Milliseconds();
-    const bool made = parts.Pictures.MakePicture(parts.State.ForPicture());
-    if (made) madeAt = start;
-    if (!made && !parts.Pictures.Unwritten().isEmpty()) parts.Display.ShowStatus(NoPicture());
-    return made;
+    const qint64 start = Now();
+    // Whatever lies in the working folder from before: it has been published, or is too old.
+    madeAt.reset();
+    if (!parts.Pictures.MakePicture(parts.State.ForPicture())) return false;
+    madeAt = start;
+    return true;
 }
 
-QString UploadCycle::NoPicture() const {
+UploadCycle::Trouble UploadCycle::Locally(const QString& why) const {
+    return {why, std::min(Retry::FirstPause, parts.State.Values.TotalInterval())};
+}
+
+UploadCycle::Trouble UploadCycle::NoPicture() const {
     const QString& unwritten = parts.Pictures.Unwritten();
-    return unwritten.isEmpty() ? QString("No picture from the camera")
-                               : "Cannot write " + unwritten;
+    return Locally(unwritten.isEmpty() ? QString("No picture from the camera")
+                                       : "Cannot write " + unwritten);
 }
 
-QString UploadCycle::LocalTick() {
+UploadCycle::Trouble UploadCycle::NotConnected() const {
+    const bool refused = parts.Transaction.LoginRefused();
+    return {parts.Transaction.Failure(), refused ? Retry::MostPauseRefused : Retry::MostPause};
+}
+
+UploadCycle::Outcome UploadCycle::LocalTick() {
     parts.Transaction.Flags.ConnectionDown = false;
+    // Without a folder the picture would land wherever the program was started.
+    if (parts.State.Values.Verzeichnis.isEmpty())
+        return Locally("No folder for the pictures: Verzeichnis is empty");
+    if (!MakePicture()) return NoPicture();
     const QString target = parts.State.Values.Verzeichnis + PublicNames::Picture;
-    QString trouble;
-    if (parts.State.Values.Verzeichnis.isEmpty()) {
-        // Without a folder the picture would land wherever the program was started.
-        trouble = "No folder for the pictures: Verzeichnis is empty";
-        parts.Display.ShowStatus(trouble);
-    } else if (!MakePicture()) {
-        trouble = NoPicture();
-    } else if (!WholeFile::Copy(parts.State.WorkFile(PublicNames::Sending), target)) {
-        trouble = "Cannot write " + target;
-        parts.Display.ShowStatus(trouble);
-    } else {
-        CountPicture(target);
-        emit PicturePublished(++publishedCount);
+    if (!WholeFile::Copy(parts.State.WorkFile(PublicNames::Sending), target))
+        return Locally("Cannot write " + target);
+    CountPicture(target);
+    emit PicturePublished(++publishedCount);
+    return {};
+}
+
+UploadCycle::Outcome UploadCycle::FtpTick() {
+    if (!Online()) {
+        parts.Display.ShowStatus("reconnecting");
+        return Trouble{"No Connection to Internet"};
     }
-    FinishTick(true);
+    if (!run.Running() || !Connect()) return NotConnected();
+    if (!run.Running() || parts.Wait.Closing()) return NotConnected();
+    run.ThisRun.Published = false;
+    Outcome trouble = Publish();
+    if (trouble) MakeReady();
     return trouble;
+}
+
+// Whether the connection stands; makes it where it does not.
+bool UploadCycle::Connect() {
+    bool& down = parts.Transaction.Flags.ConnectionDown;
+    if (std::exchange(down, false)) return parts.Transaction.ConnectFtp(RunState::TakingPicture);
+    return parts.Ftp.IsConnected() || parts.Transaction.ConnectOnceMore(RunState::TakingPicture);
 }
 
 bool UploadCycle::PrepareSending() {
     const QString file = parts.State.WorkFile(PublicNames::Sending);
-    // A picture that could not be sent is sent by the next tick. After a long loss of the line,
-    // though, it is no longer what the camera sees.
-    const qint64 age = parts.Wait.OwnClock().Milliseconds() - madeAt;
-    if (madeAt >= 0 && age > 2 * parts.State.Values.TotalInterval() + minute) QFile::remove(file);
-    if (!QFile::exists(file)) MakePicture();
-    if (!QFile::exists(file)) return false;
+    const bool fresh = madeAt && Now() - *madeAt <= stale && QFile::exists(file);
+    if (!fresh && !MakePicture()) return false;
     CountPicture(file);
     return true;
 }
 
-QString UploadCycle::FtpTick() {
-    bool& published = run.ThisRun.Published;
-    if (!published && parts.Transaction.Flags.ConnectionDown) {
-        parts.Transaction.CloseConnection();
-        parts.Display.ShowOnline(false);
-        return "Close Connection";
-    }
-    if (!Online()) {
-        parts.Display.ShowStatus("reconnecting");
-        return "No Connection to Internet";
-    }
-    const bool lost = !parts.Ftp.IsConnected();
-    const bool connected = !lost || parts.Transaction.ConnectOnceMore(RunState::TakingPicture);
-    if (!run.Running() || parts.Wait.Closing()) return {};
-    published = false;
-    const QString trouble = Publish(connected);
-    FinishTick(lost && !connected);
-    return trouble;
-}
-
-QString UploadCycle::Publish(bool connected) {
+UploadCycle::Outcome UploadCycle::Publish() {
     const QString file = parts.State.WorkFile(PublicNames::Sending);
     if (!PrepareSending()) return NoPicture();
-    if (!connected) return parts.Transaction.Failure();
-    if (!parts.Transaction.Publish(file)) return "FTP: " + parts.Ftp.GetLastErrorString();
+    if (!parts.Transaction.Publish(file)) return Trouble{"FTP: " + parts.Ftp.GetLastErrorString()};
+    // Even where the file cannot be removed: no picture is published twice.
+    madeAt.reset();
     QFile::remove(file);
     run.ThisRun.Published = true;
     parts.Display.ShowUpload(0);
@@ -282,17 +317,9 @@ QString UploadCycle::Publish(bool connected) {
     return {};
 }
 
-void UploadCycle::FinishTick(bool connectTried) {
-    const TransactionFlags& flags = parts.Transaction.Flags;
-    const bool local = parts.State.Values.LocalMode();
-    if (!local && run.Running() && flags.FtpError && Online()) {
-        if (!connectTried) parts.Transaction.ConnectFtp(RunState::TakingPicture);
-        if (run.Running() && !parts.Wait.Closing()) MakePicture();
-    }
-    OneRun& once = run.ThisRun;
-    once.SendStarted.reset();
-    const int uptime = parts.State.Values.Uptime;
-    if (uptime > 0 && once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(uptime);
-    const bool ticks = run.Running() && run.Is() != RunState::Paused;
-    if (ticks && !parts.Wait.Closing() && !flags.ConnectionDown) Timer4.SetEnabled(true);
+// After a failed step: a new connection, and the next picture, so that the next try has both.
+void UploadCycle::MakeReady() {
+    if (!parts.Transaction.Flags.FtpError || !run.Running() || !Online()) return;
+    if (!run.Running() || !parts.Transaction.ConnectFtp(RunState::TakingPicture)) return;
+    if (run.Running() && !parts.Wait.Closing()) MakePicture();
 }

@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class Connectivity;
 class FTP;
 class OfflinePicture;
@@ -17,8 +19,8 @@ class UploadTransaction;
 class Waiting;
 
 // The heartbeat: each tick of Timer4 makes one picture and publishes it. Start, pause and stop come
-// from the buttons; Timer1 watches for a transfer that got stuck and connects again; Timer2 lets
-// "Pause" blink.
+// from the buttons; Timer1 watches for a transfer that got stuck, connects again and tries a failed
+// tick again; Timer2 lets "Pause" blink. A picture is at most half a minute old when it is sent.
 class UploadCycle : public QObject {
     Q_OBJECT
 
@@ -40,14 +42,21 @@ class UploadCycle : public QObject {
     // What is published when the operator stops; none: the last picture stays.
     void SetOfflinePicture(OfflinePicture* picture) { offline = picture; }
 
+    // Who begins a run: with nobody there no message box is shown, and a first connect that fails
+    // is tried again.
+    enum class Starter { Operator, System };
+
     // The clicks of the three buttons. A start that comes while a picture is being published waits
-    // for its end, and so does the offline picture of a stop.
-    void Start();
+    // for its end, and so does the offline picture of a stop. A connect that is under way is given
+    // up by a stop.
+    void Start(Starter who = Starter::Operator);
     void Pause();
     void Stop();
 
     // Takes over Framerate and Uptime after the settings were loaded.
     void ApplyInterval();
+    // What has failed so far may work now: it is tried again at once.
+    void TryAgainAtOnce() { run.ThisRun.Again.AtOnce(); }
 
     // The window is being unloaded: no further step starts.
     void Unload();
@@ -63,24 +72,37 @@ class UploadCycle : public QObject {
     void OnTimer2();
     void OnTimer4();
 
-    void GoOn();
+    // Why a tick failed; none: the picture is public.
+    struct Trouble {
+        QString Why;
+        qint64 MostPause = Retry::MostPause;  // before it is tried again, milliseconds
+    };
+    using Outcome = std::optional<Trouble>;
+
+    void OnlineAgain(bool online);
+    void ArmTimer4();
     bool TickMakesPicture();
-    // The ticks of the two modes. They return why the next one is to try again; empty when the
-    // picture is public.
-    [[nodiscard]] QString LocalTick();
-    [[nodiscard]] QString FtpTick();
-    [[nodiscard]] QString Publish(bool connected);
-    void FinishTick(bool connectTried);
+    void Tick();
+    [[nodiscard]] Outcome LocalTick();
+    [[nodiscard]] Outcome FtpTick();
+    [[nodiscard]] bool Connect();
+    [[nodiscard]] Outcome Publish();
+    void MakeReady();
+    void Failed(const Trouble& trouble, qint64 began);
+    void Succeeded();
     [[nodiscard]] bool Online();
     bool MakePicture();
-    [[nodiscard]] QString NoPicture() const;
+    [[nodiscard]] Trouble NotConnected() const;
+    // What has nothing to do with the server is tried again as often as the interval asks.
+    [[nodiscard]] Trouble Locally(const QString& why) const;
+    [[nodiscard]] Trouble NoPicture() const;
     bool PrepareSending();
     void CountPicture(const QString& file);
     void Watchdog();
-    void ConnectAgain();
     void EndOfRun();
     void EndOfWork();
     void PublishOffline();
+    [[nodiscard]] qint64 Now() const;
 
     // What a button pressed while a picture is being published asks for once that is done.
     enum class Afterwards { Nothing, Start, OfflinePicture };
@@ -93,7 +115,8 @@ class UploadCycle : public QObject {
     Timer Timer4;
 
     Afterwards afterwards = Afterwards::Nothing;
-    qint64 madeAt = -1;  // when the picture in the working folder was made, clock milliseconds
+    bool wasOnline = true;
+    std::optional<qint64> madeAt;  // when the picture to be sent was taken, clock milliseconds
     int pictureCount = 0;
     int publishedCount = 0;
     MegabyteCounter megabytes;

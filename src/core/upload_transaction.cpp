@@ -19,6 +19,9 @@ constexpr int renameSeconds = 15;
 constexpr int lastShownSeconds = 30;
 constexpr int ftpTimeOutSeconds = 30;
 constexpr int loginSeconds = 30;
+// The control itself waits for the answer to a password as long as the connection stands.
+constexpr int silentLoginMilliseconds = 120'000;
+constexpr int loginNotAccepted = 530;
 
 // The history moves on with every eleventh picture, not with every one.
 constexpr int ticksPerShift = 10;
@@ -86,13 +89,14 @@ bool UploadTransaction::ConnectFtp(RunState then) {
     Flags.ConnectionDown = true;
     run.Enter(RunState::Connecting);
     failure.clear();
+    loginRefused = givenUp = false;
 
     const int startTime = SecondsSinceMidnight(waiting.OwnClock().Now().time());
     if (state.Values.Anwahl) connectivity.DialConfigured();
     HistoryCounter = 0;
     const bool online = connectivity.IstNetzVerbindung();
     if (!online) AskWhenOffline();
-    bool connected = online && ConnectOnline();
+    bool connected = online && !givenUp && ConnectOnline();
     // A time of day never reaches this number: the server counts as slow only by its time-outs.
     if (startTime > 1'000'000) {
         Warn("Der angegebene FTP-Server ist extrem langsam oder temp. nicht ansprechbar!",
@@ -110,37 +114,75 @@ bool UploadTransaction::ConnectOnceMore(RunState then) {
     return connected;
 }
 
+void UploadTransaction::GiveUpConnect() {
+    if (!ConnectInProgress()) return;
+    givenUp = true;
+    ftp.Cancel();
+    ftp.Disconnect();
+}
+
+// A second in which nothing is done but to notice that the connect was given up.
+bool UploadTransaction::PauseConnect() {
+    constexpr qint64 second = 1000;
+    const auto end =
+        waiting.Until([this] { return givenUp; }, {.LimitMilliseconds = second, .Hopeless = {}});
+    return end == Waiting::End::Limit;
+}
+
 bool UploadTransaction::ConnectOnline() {
     display.ShowStatus("Setup fast FTP");
-    if (!waiting.Seconds(1)) return false;
+    if (!PauseConnect()) return false;
     ftp.Cancel();
-    if (!waiting.Seconds(1)) return false;
+    if (!PauseConnect()) return false;
     ftp.Disconnect();
-    if (!waiting.Seconds(1)) return false;
+    if (!PauseConnect()) return false;
     ftp.SetRemoteHost({});
     ftp.SetRemoteHost(state.Values.Server);
     ftp.SetUserName(state.Values.User);
     ftp.SetPassword(state.Values.PW);
     ftp.SetTimeOut(ftpTimeOutSeconds);
     display.ShowStatus("Connecting...");
-    return waiting.Seconds(1) && LogIn() && ChangeDirectory();
+    return PauseConnect() && LogIn() && ChangeDirectory();
 }
 
 bool UploadTransaction::LogIn() {
     Flags.FtpError = false;
     Flags.WaitLogin = true;
+    Timer patience(waiting.OwnClock(), silentLoginMilliseconds);
+    connect(&patience, &Timer::Tick, this, [this] { ftp.Disconnect(); });
+    patience.SetEnabled(true);
     if (!ftp.Connect()) {
-        Warn(
-            "Der angebebene Server existiert nicht oder der Username bzw. Passwort ist falsch!\n"
-            "Eventuell wurde der Connect durch eine Firewall verhindert.",
-            "The Server dont exists or Username or Password is wrong!\n"
-            "Maybe the Connect was blocked by a Firewall!");
+        LoginFailed();
         return false;
     }
     const auto gone = [this] { return !ftp.IsConnected() || !connectivity.Online(); };
     waiting.Until([this] { return !Flags.WaitLogin; },
                   {.LimitMilliseconds = loginSeconds * 1000LL, .Hopeless = gone});
     return true;
+}
+
+void UploadTransaction::LoginFailed() {
+    if (givenUp) return;
+    loginRefused = ftp.GetLastErrorCode().toInt() == loginNotAccepted;
+    if (loginRefused && Flags.QuietErrors) {
+        failure = Advice().arg(ftp.GetLastErrorString().section(u'\r', 0, 0));
+        return;
+    }
+    Warn(
+        "Der angebebene Server existiert nicht oder der Username bzw. Passwort ist falsch!\n"
+        "Eventuell wurde der Connect durch eine Firewall verhindert.",
+        "The Server dont exists or Username or Password is wrong!\n"
+        "Maybe the Connect was blocked by a Firewall!");
+}
+
+QString UploadTransaction::Advice() const {
+    if (state.LangGerman)
+        return "Anmeldung abgelehnt (%1): Benutzername und Passwort in den FTP-Einstellungen "
+               "prüfen";
+    if (state.LangFrench)
+        return "Connexion refusée (%1) : vérifiez nom d'utilisateur et mot de passe dans les "
+               "réglages FTP";
+    return "Login refused (%1): check user name and password in the FTP settings";
 }
 
 bool UploadTransaction::ChangeDirectory() {
@@ -152,12 +194,12 @@ bool UploadTransaction::ChangeDirectory() {
     QString response;
     display.LogCommand("cwd " + directory);
     const bool answered = ftp.Execute("cwd " + directory, response);
-    if (!waiting.Seconds(1)) return false;
+    if (!PauseConnect()) return false;
     const auto gone = [this] {
         return !connectivity.Online() || Flags.FtpError || !ftp.IsConnected();
     };
     waiting.Until([this] { return !Flags.WaitCwd; }, {.Hopeless = gone});
-    return waiting.Seconds(1) && InFolder(directory, answered, response);
+    return PauseConnect() && InFolder(directory, answered, response);
 }
 
 // Nothing may land in another folder: whatever refuses this one ends the connect.
@@ -178,7 +220,7 @@ bool UploadTransaction::InFolder(const QString& directory, bool answered, const 
 void UploadTransaction::AskWhenOffline() {
     failure = state.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
                                : QString("No Connection to Internet possible!");
-    if (Flags.QuietErrors || waiting.Closing()) return;
+    if (Flags.QuietErrors || givenUp || waiting.Closing()) return;
     if (boxes.AskRetry(title, failure)) Flags.QuietErrors = true;
 }
 
@@ -187,19 +229,22 @@ bool UploadTransaction::FinishConnect(bool connected, RunState then) {
         run.Enter(RunState::Stopped);
         return false;
     }
-    if (!connected && !Flags.QuietErrors) {
+    if (!connected && !givenUp && !Flags.QuietErrors) {
         display.ShowStatus("Offline");  // nothing is under way any more
         run.Enter(RunState::Stopped, failure);
         emit Failed();
         return false;
     }
+    if (connected) {
+        Flags.ConnectionDown = false;
+        Flags.QuietErrors = true;
+        run.Enter(then);
+        return true;
+    }
     // What is left of a failed connect must not pass for one that the next step could use.
-    if (!connected) ftp.Disconnect();
-    Flags.ConnectionDown = false;
-    Flags.QuietErrors = true;
-    const bool waits = !connected && then == RunState::Waiting;
-    waits ? run.Enter(RunState::WaitingToRetry, failure) : run.Enter(then);
-    return connected;
+    CloseConnection();
+    run.Enter(RunState::WaitingToRetry, failure);
+    return false;
 }
 
 bool UploadTransaction::MayGoOn() const {

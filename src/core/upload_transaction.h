@@ -28,16 +28,21 @@ class UploadTransaction : public QObject {
     TransactionFlags Flags;
 
     // Logs in and changes into the folder; takes about six seconds, most of it pauses that let
-    // servers free the former connection. Before the first success of a run a failure is told in a
-    // message box and ends the cycle (Failed); later it is silent and the cycle tries again.
-    // then: what the run goes on to do, whether the connection stands or not; a run that only waits
-    // tries again. Returns whether the connection stands.
+    // servers free the former connection, and at most three minutes. Before the first success of a
+    // run a failure is told in a message box and ends the cycle (Failed); later it is silent, the
+    // connection counts as down and the cycle tries again.
+    // then: what the run goes on to do once the connection stands. Returns whether it does.
     bool ConnectFtp(RunState then = RunState::Waiting);
     // The same where the server has dropped an idle connection: the history goes on counting, or
     // it would never move on where the interval is longer than the server's patience.
     bool ConnectOnceMore(RunState then);
+    // Ends the connect that is under way, if any: within the second, and without another login.
+    void GiveUpConnect();
+    [[nodiscard]] bool GivenUp() const { return givenUp; }
     // Why the last connect failed, in the user's language; empty when it did not.
     [[nodiscard]] const QString& Failure() const { return failure; }
+    // It failed because the server does not take user name and password.
+    [[nodiscard]] bool LoginRefused() const { return loginRefused; }
     [[nodiscard]] bool ConnectInProgress() const { return run.Step() == RunState::Connecting; }
 
     void CloseConnection();
@@ -70,7 +75,11 @@ class UploadTransaction : public QObject {
     void OnSendProgress(qint32 sent, qint32 total);
 
     bool ConnectOnline();
+    bool PauseConnect();
     bool LogIn();
+    void LoginFailed();
+    // What to do about a refused login, with the server's words as %1.
+    [[nodiscard]] QString Advice() const;
     bool ChangeDirectory();
     bool InFolder(const QString& directory, bool answered, const QString& response);
     void AskWhenOffline();
@@ -93,5 +102,7 @@ class UploadTransaction : public QObject {
     const MainState& state;
     RunStatus& run;
     QString failure;
+    bool loginRefused = false;
+    bool givenUp = false;
     ReplyLog log;
 };

@@ -158,8 +158,7 @@ class TestMainWindow : public QObject {
             return window.focusWidget();
         };
         window.btnStart->setFocus();
-        QCOMPARE(focusIn(RunState::Connecting), &window);
-        QCOMPARE(focusIn(RunState::Waiting), window.btnStop);
+        QCOMPARE(focusIn(RunState::Connecting), window.btnStop);
         QCOMPARE(focusIn(RunState::Stopped), window.btnStart);
         window.btnOptions->setFocus();
         QCOMPARE(focusIn(RunState::Waiting), window.btnOptions);
