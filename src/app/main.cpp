@@ -1,4 +1,5 @@
 #include "app/console_boxes.h"
+#include "app/console_troubles.h"
 #include "base/clock.h"
 #include "core/command_line.h"
 #include "core/console_display.h"
@@ -55,7 +56,11 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     windows.SetWaiting(program.Wait);
 
     ConsoleDisplay verbose(clock, PrintError);
-    if (commandLine.Verbose) program.Display.Add(verbose);
+    ConsoleTroubles troubles(PrintError);
+    if (commandLine.Verbose)
+        program.Display.Add(verbose);
+    else if (!display)
+        program.Display.Add(troubles);
     ConnectEnd(program, termination);
     Shell shell(program, folder.ReadingFolders(), boxes, &QDesktopServices::openUrl);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
