@@ -205,7 +205,7 @@ bool UploadTransaction::ChangeDirectory() {
 // Nothing may land in another folder: whatever refuses this one ends the connect.
 bool UploadTransaction::InFolder(const QString& directory, bool answered, const QString& response) {
     const bool stands = answered && ftp.IsConnected();
-    const int code = ftp.LastCode();
+    const int code = ftp.ReplyCode();
     if (stands && !IsRefusal(code)) return true;
     if (stands && IsOneOf(noSuchFolder, code)) {
         Warn("Das Verzeichniss '" + directory + "' existiert nicht auf dem Server!",
@@ -272,9 +272,10 @@ void UploadTransaction::AwaitReply(const bool& waitFlag, int seconds) {
         [&waitFlag] { return !waitFlag; },
         {.LimitMilliseconds = seconds * 1000LL, .Hopeless = hopeless, .EveryPass = showRest});
     display.ShowTimeOutLabel(std::nullopt);
+    if (end == Waiting::End::Limit) ftp.CountOpenReply();
     // Without the awaited reply nobody knows what the server holds: the steps that build on this
     // one must not run, whatever ended the wait.
-    if (end != Waiting::End::Done) Flags.FtpError = true;
+    if (waitFlag) Flags.FtpError = true;
 }
 
 void UploadTransaction::CloseConnection() {
@@ -355,7 +356,7 @@ void UploadTransaction::Replace(bool oldIsGone) {
 
 bool UploadTransaction::RefusedToReplace() const {
     const bool renaming = !Flags.WaitRenameFrom && Flags.WaitRenameTo;
-    return renaming && ftp.IsConnected() && IsOneOf(noReplacing, ftp.LastCode());
+    return renaming && ftp.IsConnected() && IsOneOf(noReplacing, ftp.ReplyCode());
 }
 
 // Many servers let only the owner read a new file, and no visitor sees it then. The command is no

@@ -87,6 +87,7 @@ bool FTP::Rename(const QString& folder, const QString& oldName, const QString& n
 
 bool FTP::Execute(const QString& commandLine, QString& response) {
     FtpControlConnection& control = commands.Control;
+    commands.AwaitLastLine();
     response = QStringLiteral("500 nicht verbunden!");
     if (!control.Stands()) return false;
     if (HasControlCharacters(commandLine)) {
@@ -98,7 +99,7 @@ bool FTP::Execute(const QString& commandLine, QString& response) {
     commands.TimeOut.ClearTimedOut();
     commands.TimeOut.Continue();
     control.SendLine(commandLine);
-    const Waiting::End end = commands.Wait([&control] { return !control.ReplyText.isEmpty(); });
+    const Waiting::End end = commands.AwaitReply();
     commands.TimeOut.Stop();
     if (commands.TimeOut.TimedOut()) {
         response = QStringLiteral("500 Der Server hat das Zeitlimit überschritten.");
@@ -107,11 +108,6 @@ bool FTP::Execute(const QString& commandLine, QString& response) {
     if (end != Waiting::End::Done) return false;
     response = control.ReplyText;
     return true;
-}
-
-int FTP::LastCode() const {
-    const QList<int>& codes = commands.Control.Lines.Codes;
-    return codes.isEmpty() ? 0 : codes.last();
 }
 
 void FTP::Cancel() {

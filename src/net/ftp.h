@@ -58,9 +58,9 @@ class FTP : public QObject {
     [[nodiscard]] bool Rename(const QString& folder, const QString& oldName,
                               const QString& newName);
 
-    // Sends a raw command line; `response` is the server's reply, or a text starting with 500 when
-    // there was none. True when a reply came, whatever it says. Records no last error. Without a
-    // connection element, within the time left of the operation before.
+    // Sends a raw command line; `response` is the server's whole reply, or a text starting with 500
+    // when there was none. True when a reply came, whatever it says. Records no last error. Without
+    // a connection element, within the time left of the operation before.
     [[nodiscard]] bool Execute(const QString& commandLine, QString& response);
 
     // Sends a command beside the ones that publish a picture, and returns the code of the reply, 0
@@ -72,11 +72,12 @@ class FTP : public QObject {
     // Ends a running transfer: closes all data connections. Works from any handler.
     void Cancel();
 
-    // The code of the last reply; 0 before the first one.
-    [[nodiscard]] int ReplyCode() const { return commands.Control.ReplyCode; }
-    // The code of the last reply to the last command, counted by its lines: several that arrive
-    // together, or one in pieces, count as the replies that they are. 0 before the first one.
-    [[nodiscard]] int LastCode() const;
+    // The code of the last whole reply to the last command, however the network cut or joined what
+    // the server sent; 0 before the first one.
+    [[nodiscard]] int ReplyCode() const { return commands.Control.ReplyCode(); }
+    // For a host that waits for a reply itself, such as the server's last word on a transfer: when
+    // its time is up, a reply that has begun but not ended counts as what its code says.
+    void CountOpenReply() { commands.Control.CountOpenReply(); }
     // How far the last Connect came: to the server, and to its greeting.
     [[nodiscard]] Winsock::ConnectEnd ConnectResult() const {
         return commands.Control.ConnectResult();
@@ -89,7 +90,7 @@ class FTP : public QObject {
     void ReceiveProgress(qint32 received, qint32 expected);
     void SendProgress(qint32 sent, qint32 total);
     void ServerResponse(const QString& chunk);
-    void Replied(int code);  // for each reply in the chunks
+    void Replied(int code);  // for each reply in the chunks, when it has ended
     void CommandSentToServer(const QString& command);
     void Error();
     void PropertyChanged(const QString& name);

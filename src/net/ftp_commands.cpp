@@ -31,17 +31,19 @@ QString NoConnection(const QString& operation) {
 FtpCommands::FtpCommands(Waiting& ownWaiting, StatusDisplay& display,
                          const FtpProperties& ownProperties, QObject* parent)
     : QObject(parent),
+      Control(ownWaiting.OwnClock()),
       TimeOut(ownWaiting.OwnClock(), display),
       waiting(ownWaiting),
       properties(ownProperties) {}
 
 bool FtpCommands::SendCommand(const QString& command, const QString& argument, int expected) {
+    AwaitLastLine();
     TimeOut.Begin(properties.TimeOut);
     Control.ForgetReply();
     const QString line = command + u' ' + argument;
     emit CommandSentToServer(line);
     Control.SendLine(argument.isEmpty() ? command : line);
-    const Waiting::End end = Wait([this] { return Control.ReplyCode != 0; });
+    const Waiting::End end = AwaitReply();
     TimeOut.Stop();
 
     if (TimeOut.TimedOut()) {
@@ -52,30 +54,49 @@ bool FtpCommands::SendCommand(const QString& command, const QString& argument, i
     }
     if (end == Waiting::End::Hopeless) SetLastError(generalError, NoConnection(command));
     if (end != Waiting::End::Done) return false;
-    if (expected != AnyCode && !Meets(Control.ReplyCode, expected)) {
-        SetLastError(Control.ReplyCode,
-                     QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.").arg(command));
+    // Another reply may have come behind it.
+    const int code = Control.Lines.Codes.first();
+    if (expected != AnyCode && !Meets(code, expected)) {
+        SetLastError(code, QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.").arg(command));
         return false;
     }
     return true;
 }
 
 int FtpCommands::Ask(const QString& line) {
+    AwaitLastLine();
     if (!Control.Stands() || HasControlCharacters(line)) return 0;
     Control.ForgetReply();
     emit CommandSentToServer(line);
     Control.SendLine(line);
-    int code = 0;
-    // A reply of several lines is waited for to its end, as one that only announces another.
-    const auto replied = [this, &code] {
-        code = Control.Lines.Codes.isEmpty() ? 0 : Control.Lines.Codes.last();
-        return code >= 200 && !Control.Lines.Unfinished();
-    };
+    // A reply that only announces another is none yet.
+    const auto replied = [this] { return Control.ReplyCode() >= 200; };
     const Waiting::End end = waiting.Until(
         replied,
         {.LimitMilliseconds = askMilliseconds, .Hopeless = [this] { return Control.Gone(); }});
+    if (end != Waiting::End::Done) Control.CountOpenReply();
+    if (replied()) return Control.ReplyCode();
     if (end == Waiting::End::Limit) Control.Close();
-    return end == Waiting::End::Done ? code : 0;
+    return 0;
+}
+
+Waiting::End FtpCommands::AwaitReply() {
+    const auto replied = [this] { return Control.ReplyCode() != 0; };
+    const Waiting::End end = Wait(replied);
+    if (replied() || end == Waiting::End::Closing) return end;
+    Control.CountOpenReply();
+    if (!replied()) return end;
+    TimeOut.ClearTimedOut();
+    return Waiting::End::Done;
+}
+
+void FtpCommands::AwaitLastLine() {
+    if (!Control.Lines.Unfinished()) return;
+    TimeOut.Begin(properties.TimeOut);
+    Wait([this] { return !Control.Lines.Unfinished(); });
+    TimeOut.Stop();
+    TimeOut.ClearTimedOut();
+    Control.CountOpenReply();
 }
 
 bool FtpCommands::CheckConnected(const QString& operation) {

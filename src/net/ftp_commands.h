@@ -17,9 +17,10 @@ class FtpCommands : public QObject {
 
     static constexpr int AnyCode = 65535;
 
-    // Sends the command, with a blank and the argument unless that is empty, and waits for the
-    // reply. True when its code is `expected` (AnyCode: whatever it is). Else a last error is
-    // recorded; only a wait that ends with the program records none.
+    // Sends the command, with a blank and the argument unless that is empty, and waits for the end
+    // of the reply; one that has not ended in time counts as what its code says. True when the code
+    // is `expected` (AnyCode: whatever it is). Else a last error is recorded; only a wait that ends
+    // with the program records none.
     bool SendCommand(const QString& command, const QString& argument, int expected);
 
     // See FTP::Ask.
@@ -38,6 +39,12 @@ class FtpCommands : public QObject {
     // or `hopeless` says so.
     Waiting::End Wait(const std::function<bool()>& done,
                       const std::function<bool()>& hopeless = {});
+    // Waits for the reply to the command just sent. Done: it has come, or had begun when the time
+    // was up or the connection broke.
+    Waiting::End AwaitReply();
+    // Waits, within the time-out, for the end of a reply that has begun: its last lines must not
+    // be taken for the reply to the next command.
+    void AwaitLastLine();
     // Lets pending events run once.
     void Yield() { waiting.Yield(); }
 

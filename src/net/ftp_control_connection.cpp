@@ -4,9 +4,12 @@
 
 namespace {
 constexpr int serviceReady = 220;
-}
+constexpr int lateEndMilliseconds = 5000;
+}  // namespace
 
-FtpControlConnection::FtpControlConnection(QObject* parent) : QObject(parent) {
+FtpControlConnection::FtpControlConnection(Clock& clock, QObject* parent)
+    : QObject(parent), lateEnd(clock, lateEndMilliseconds) {
+    connect(&lateEnd, &Timer::Tick, this, &FtpControlConnection::CountOpenReply);
     connect(&element, &Winsock::Connected, this, [this] { Connected = true; });
     connect(&element, &Winsock::Closed, this, [this] { Connected = LoggedIn = false; });
     connect(&element, &Winsock::DataArrival, this, &FtpControlConnection::Receive);
@@ -17,12 +20,12 @@ void FtpControlConnection::Open(const QString& host, qint32 port) {
     WelcomeReceived = false;
     ReplyText.clear();
     Lines.Reset();
-    ForgetReply();
     element.Connect(host, port);
 }
 
 void FtpControlConnection::Close() {
     element.Close();
+    lateEnd.SetEnabled(false);
     Connected = LoggedIn = false;
 }
 
@@ -34,20 +37,28 @@ bool FtpControlConnection::Gone() const {
     return element.State() == Winsock::StateClosed || element.State() > Winsock::StateConnected;
 }
 
-void FtpControlConnection::ForgetReply() {
-    ReplyCode = 0;
-    Lines.Codes.clear();
+void FtpControlConnection::CountOpenReply() {
+    const qsizetype known = Lines.Codes.size();
+    Lines.CountOpen();
+    Announce(known);
 }
 
 void FtpControlConnection::Receive() {
     const QString chunk = FromServer(element.GetData());
     if (chunk.isEmpty()) return;
-    ReplyCode = ReplyCodeOf(chunk);
-    ReplyText = chunk;
+    ReplyText = Lines.Unfinished() ? ReplyText + chunk : chunk;
     const qsizetype known = Lines.Codes.size();
     Lines.Feed(chunk);
-    const QList<int> codes = Lines.Codes.mid(known);
-    if (ReplyCode == serviceReady || Lines.Codes.contains(serviceReady)) WelcomeReceived = true;
+    // The first line of a greeting is enough.
+    if (ReplyCodeOf(ReplyText) == serviceReady || Lines.Codes.contains(serviceReady))
+        WelcomeReceived = true;
     emit ServerResponse(chunk);
+    Announce(known);
+}
+
+// Tells of the replies that were not known before.
+void FtpControlConnection::Announce(qsizetype known) {
+    lateEnd.SetEnabled(Lines.EndsTwice());
+    const QList<int> codes = Lines.Codes.mid(known);
     for (const int code : codes) emit Replied(code);
 }

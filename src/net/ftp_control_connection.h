@@ -1,17 +1,17 @@
 #pragma once
 
+#include "base/clock.h"
 #include "net/ftp_reply.h"
 #include "net/winsock.h"
 
 #include <QObject>
 
-// The control connection (element 0) and the replies that arrive on it. What arrives together is
-// one reply, whatever its lines: ReplyCode and ReplyText always belong to the last arrival.
+// The control connection (element 0) and the replies that arrive on it.
 class FtpControlConnection : public QObject {
     Q_OBJECT
 
   public:
-    explicit FtpControlConnection(QObject* parent = nullptr);
+    explicit FtpControlConnection(Clock& clock, QObject* parent = nullptr);
 
     // Starts connecting, everything known of an earlier connection forgotten.
     void Open(const QString& host, qint32 port);
@@ -26,29 +26,35 @@ class FtpControlConnection : public QObject {
     [[nodiscard]] bool Stands() const { return element.State() == Winsock::StateConnected; }
     // Whether it neither stands nor can come to stand.
     [[nodiscard]] bool Gone() const;
-    // The last reply tells of a failure.
-    [[nodiscard]] bool Refused() const { return IsRefusal(ReplyCode); }
+    // The code of the last whole reply since ForgetReply; 0 when there was none.
+    [[nodiscard]] int ReplyCode() const { return Lines.Codes.isEmpty() ? 0 : Lines.Codes.last(); }
+    // That reply tells of a failure.
+    [[nodiscard]] bool Refused() const { return IsRefusal(ReplyCode()); }
     // How the last Open ended; kept after Close.
     [[nodiscard]] Winsock::ConnectEnd ConnectResult() const { return element.ConnectResult(); }
     [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
 
     // Gets ready for the reply to the next command.
-    void ForgetReply();
+    void ForgetReply() { Lines.Forget(); }
+    // See ReplyLines::CountOpen.
+    void CountOpenReply();
 
     bool Connected = false;        // established, not closed since, login not refused
     bool WelcomeReceived = false;  // the server's 220
     bool LoggedIn = false;
-    int ReplyCode = 0;
-    QString ReplyText;
-    ReplyLines Lines;  // the codes received since ForgetReply, however their lines were cut
+    QString ReplyText;  // what arrived last, with what it is the rest of
+    ReplyLines Lines;
 
   signals:
     void ServerResponse(const QString& chunk);
-    // A reply has begun, wherever the network cut it: after the ServerResponse with its code.
+    // A reply has ended, wherever the network cut it: after the ServerResponse with its last line.
     void Replied(int code);
 
   private:
     void Receive();
 
+    void Announce(qsizetype known);
+
     Winsock element;
+    Timer lateEnd;  // how long another reply may show what the last line was
 };

@@ -49,6 +49,7 @@ qint32 FtpListing::QueryRemoteSize(const QString& name) {
     control.ReplyText.clear();
     control.SendLine(QStringLiteral("SIZE ") + name);
     const Waiting::End end = commands.Wait([&control] { return !control.ReplyText.isEmpty(); });
+    commands.AwaitLastLine();
     if (end != Waiting::End::Done || control.ReplyText.startsWith(QStringLiteral("550"))) return 0;
     if (control.ReplyText.startsWith(QStringLiteral("213")))
         return std::max(0, ValLong(control.ReplyText.mid(3)));
@@ -94,6 +95,7 @@ void FtpListing::AwaitEndOfTransfer() {
     };
     commands.Wait(last);
     commands.TimeOut.Stop();
+    commands.Control.CountOpenReply();
 }
 
 qint32 FtpListing::GetRemoteFileSize(const QString& folder, const QString& name) {

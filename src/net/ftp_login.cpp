@@ -29,17 +29,12 @@ bool ReachServer(FtpCommands& commands, const FtpProperties& properties) {
     return comes(control.Connected) && comes(control.WelcomeReceived);
 }
 
-// Waits, within the time-out, for the end of a reply of several lines: a late line must not be
-// taken for the reply to the next command.
-void AwaitLastLine(FtpCommands& commands) {
-    commands.Wait([&commands] { return !commands.Control.Lines.Unfinished(); });
-}
-
 // Any text may have the digits 230 in it (a greeting, a user name): only a reply that can accept a
 // login counts.
 bool Accepted(const FtpControlConnection& control) {
     if (control.Lines.Codes.contains(loginAccepted)) return true;
-    return control.ReplyCode / 100 == 2 && control.ReplyCode != serviceReady &&
+    const int code = control.ReplyCode();
+    return code / 100 == 2 && code != serviceReady &&
            control.ReplyText.contains(QStringLiteral("230"));
 }
 
@@ -54,10 +49,17 @@ Waiting::End SendPassword(FtpCommands& commands, const QString& password) {
     FtpControlConnection& control = commands.Control;
     const qsizetype before = control.Lines.Codes.size();
     control.SendLine(QStringLiteral("PASS ") + password);
-    const auto done = [&control] { return Accepted(control) || control.ReplyCode == loginRefused; };
+    const auto done = [&control] {
+        return Accepted(control) || control.ReplyCode() == loginRefused;
+    };
     // Nothing accepts the login any more once the server has answered with a failure.
     const auto refused = [&control, before] { return Refusal(control, before) != 0; };
-    return commands.Wait(done, refused);
+    for (;;) {
+        const auto begun = [&] { return done() || control.Lines.Unfinished(); };
+        const Waiting::End end = commands.Wait(begun, refused);
+        if (end != Waiting::End::Done || !control.Lines.Unfinished()) return end;
+        commands.AwaitLastLine();
+    }
 }
 
 }  // namespace
@@ -66,22 +68,18 @@ bool LogIn(FtpCommands& commands, const FtpProperties& properties) {
     FtpControlConnection& control = commands.Control;
     commands.ClearLastError();
     if (!ReachServer(commands, properties)) return FailConnect(commands);
-    AwaitLastLine(commands);
 
     // A refused name is recorded, but the password may still settle the login.
     commands.SendCommand(QStringLiteral("USER"), properties.UserName, nameAccepted);
     const Waiting::End end = SendPassword(commands, properties.Password);
     if (Accepted(control)) {
-        commands.TimeOut.Begin(properties.TimeOut);
-        AwaitLastLine(commands);
-        commands.TimeOut.Stop();
         control.LoggedIn = control.Stands();
         return true;
     }
     commands.TimeOut.Stop();
     const int refusal = Refusal(control);
     if (end != Waiting::End::Done && refusal == 0) return FailConnect(commands);
-    commands.SetLastError(refusal != 0 ? refusal : control.ReplyCode,
+    commands.SetLastError(refusal != 0 ? refusal : control.ReplyCode(),
                           control.ReplyText + u' ' + properties.UserName);
     control.Close();
     return false;

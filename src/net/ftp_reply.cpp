@@ -6,20 +6,18 @@ namespace {
 constexpr int codeLength = 3;
 }
 
-int ReplyCodeOf(const QString& chunk) {
-    return ValLong(chunk.left(codeLength));
+int ReplyCodeOf(const QString& text) {
+    return ValLong(text.left(codeLength));
 }
 
 void ReplyLines::Feed(const QString& chunk) {
     for (const QChar character : chunk) {
         if (character == u'\n') {
-            if (!taken) TakeLine();
+            TakeLine();
             line.clear();
-            taken = false;
-        } else if (!taken) {
+            skipped = false;
+        } else if (!skipped && line.size() <= codeLength) {
             line += character;
-            // The character after the code tells whether more lines follow.
-            if (line.size() > codeLength) TakeLine();
         }
     }
 }
@@ -28,13 +26,39 @@ void ReplyLines::Reset() {
     *this = {};
 }
 
+void ReplyLines::Forget() {
+    Codes.clear();
+    late = 0;
+    asked = true;
+}
+
+void ReplyLines::CountOpen() {
+    TakeLine();
+    skipped = skipped || !line.isEmpty();
+    line.clear();
+    if (late != 0) Codes << late;
+    if (openReply != 0) {
+        Codes << openReply;
+        counted = openReply;
+        asked = false;
+    }
+    late = openReply = 0;
+}
+
 void ReplyLines::TakeLine() {
-    taken = true;
     if (line.size() < codeLength) return;
     bool numeric = false;
     const int code = line.left(codeLength).toInt(&numeric);
-    const bool more = line.size() > codeLength && line[codeLength] == u'-';
     if (!numeric || code < 100 || (openReply != 0 && code != openReply)) return;
-    if (openReply == 0) Codes << code;
+    // The character after the code tells whether more lines follow.
+    const bool more = line.size() > codeLength && line[codeLength] == u'-';
     openReply = more ? code : 0;
+    late = 0;
+    if (code != counted) counted = 0;
+    if (more) return;
+    if (counted == 0)
+        Codes << code;
+    else if (asked)
+        late = code;
+    counted = 0;
 }

@@ -122,15 +122,16 @@ TrialResult FtpTrial::ChangeFolder() {
 TrialResult FtpTrial::Store() {
     emit StepStarted(TrialStep::Storing);
     if (!client.PutFile({}, names.First, scratch.fileName(), false))
-        return StoreFault(client.LastCode());
-    const auto last = [this] { return client.LastCode() >= 200; };
+        return StoreFault(client.ReplyCode());
+    const auto last = [this] { return client.ReplyCode() >= 200; };
     waiting.Until(last, {.LimitMilliseconds = operationSeconds * 1000LL,
                          .Hopeless = [this] { return stopped || !client.IsConnected(); }});
-    if (client.LastCode() / 100 == 2) {
+    if (!last()) client.CountOpenReply();
+    if (client.ReplyCode() / 100 == 2) {
         stored = names.First;
         return TrialResult::Fine;
     }
-    return IsRefusal(client.LastCode()) ? StoreFault(client.LastCode()) : Lost();
+    return IsRefusal(client.ReplyCode()) ? StoreFault(client.ReplyCode()) : Lost();
 }
 
 TrialResult FtpTrial::StoreFault(int code) const {
@@ -158,7 +159,7 @@ TrialResult FtpTrial::Rename() {
         stored = names.Second;
         return TrialResult::Fine;
     }
-    if (!IsRefusal(client.LastCode())) {
+    if (!IsRefusal(client.ReplyCode())) {
         onServer << names.Second;  // who knows how far it came
         return Lost();
     }
@@ -171,7 +172,7 @@ TrialResult FtpTrial::Delete() {
         onServer.removeAll(names.Second);
         return TrialResult::Fine;
     }
-    return IsRefusal(client.LastCode()) ? TrialResult::DeleteRefused : Lost();
+    return IsRefusal(client.ReplyCode()) ? TrialResult::DeleteRefused : Lost();
 }
 
 TrialResult FtpTrial::Lost() const {
@@ -184,7 +185,7 @@ void FtpTrial::CleanUp() {
         // The same code tells of a file that is not there and of one that may not be deleted.
         const bool gone =
             client.IsConnected() &&
-            (client.KillFile({}, name) || (client.LastCode() == noSuchFile && name != stored));
+            (client.KillFile({}, name) || (client.ReplyCode() == noSuchFile && name != stored));
         if (!gone && leftBehind.isEmpty()) leftBehind = name;
     }
     grace.SetEnabled(false);

@@ -112,6 +112,9 @@ class TestUploadTransaction : public QObject {
         row("226 behind 150",
             {Says("STOR", {"150 go\r\n226 done\r\n"}), {.Verb = "DONE", .Silent = true}}, true);
         row("226 in two parts", {Says("DONE", {"22", "6 done\r\n"})}, true);
+        row("226 in several lines", {Says("DONE", {"226-a\r\n", "550 b\r\n", "226 c\r\n"})}, true);
+        row("226 never closed", {Says("DONE", {"226-a\r\n"})}, true);
+        row("200 never closed", {Says("TYPE", {"200-a\r\n"})}, true);
         row("226 forty seconds late", {{.Verb = "DONE", .DelayMilliseconds = 40'000}}, true);
         row("226 too late", {{.Verb = "DONE", .DelayMilliseconds = 46'000}}, false);
         row("disk of the server full", {Says("DONE", {"552 disk full\r\n"})}, false);

@@ -36,7 +36,13 @@ class TestFtpControl : public QObject {
         row("230 in the name, login refused", {Says("USER", {"331 for cam230\r\n"}), refused},
             "530", "530 no 230\r\n cam");
         row("password late by an hour", {{.Verb = "PASS", .DelayMilliseconds = 3'600'000}});
-        row("refused in pieces", {Says("PASS", {"5", "30 no\r\n"})}, "530", "30 no\r\n cam");
+        row("refused in pieces", {Says("PASS", {"5", "30 no\r\n"})}, "530", "530 no\r\n cam");
+        row("refused in lines", {Says("PASS", {"530-no\r\n", "530 way\r\n"})}, "530",
+            "530-no\r\n530 way\r\n cam");
+        row("greeting never closed", {Says("CONNECT", {"220-a\r\n"})});
+        row("refusal never closed", {Says("PASS", {"530-a\r\n"})}, "530", "530-a\r\n cam");
+        row("user in lines, login never closed",
+            {Says("USER", {"331-230 a\r\n", "331 b\r\n"}), Says("PASS", {"2", "30-c\r\n"})});
         row("closed at the password", {Closes("PASS")}, "1510", Unreached);
     }
     void LogsIn() {
@@ -74,24 +80,31 @@ class TestFtpControl : public QObject {
     }
 
     void Exchanges_data() {
-        const Rows<FtpFault, QString, QString> rows;
-        const auto row = [&rows](const char* name, const FtpFault& fault, const QString& code = "0",
-                                 const QString& text = {}) { rows(name, fault, code, text); };
+        const Rows<Script, QString, QString> rows;
+        const auto row = [&rows](const char* name, const Script& script, const QString& code = "0",
+                                 const QString& text = {}) { rows(name, script, code, text); };
+        const auto says = [](const QStringList& chunks, int occurrence = 1) {
+            return FtpFault{.Verb = "DELE", .Occurrence = occurrence, .Chunks = chunks};
+        };
         const QString failed = Failed.arg("DELE");
         const QString tooLate = NameTimeOut.arg("DELE");
-        row("prompt", {.Verb = "-"});
-        row("too late", {.Verb = "DELE", .DelayMilliseconds = 31'500}, "500", tooLate);
-        row("missing", {.Verb = "DELE", .Silent = true}, "500", tooLate);
-        row("cut in the code", Says("DELE", {"2", "50 a\r\n"}), "2", failed);
-        row("with another reply", Says("DELE", {"250 a\r\n226 b\r\n"}));
-        row("421 and closed", {.Verb = "DELE", .Chunks = {"421 a\r\n"}, .CloseControl = true},
+        row("prompt", {});
+        row("too late", {{.Verb = "DELE", .DelayMilliseconds = 31'500}}, "500", tooLate);
+        row("missing", {{.Verb = "DELE", .Silent = true}}, "500", tooLate);
+        row("cut in the code", {says({"2", "50 a\r\n"})});
+        row("with another reply", {says({"250 a\r\n226 b\r\n"})});
+        row("several lines in several chunks", {says({"250-a\r\n", "226 b\r\n25", "0 c\r\n"})});
+        row("never closed", {says({"250-a\r\n"})});
+        row("closed late", {says({"250-a\r\n"}), says({"250 late\r\n", "550 no\r\n"}, 2)});
+        row("refusal never closed", {says({"550-a\r\n"})}, "550", failed);
+        row("421 and closed", {{.Verb = "DELE", .Chunks = {"421 a\r\n"}, .CloseControl = true}},
             "421", failed);
-        row("closed without a word", Closes("DELE"), "500", NoConnection.arg("DELE"));
+        row("closed without a word", {Closes("DELE")}, "500", NoConnection.arg("DELE"));
     }
     void Exchanges() {
-        const auto [fault, code, text] = Row<FtpFault, QString, QString>();
+        const auto [script, code, text] = Row<Script, QString, QString>();
         server->Files["a b.jpg"] = "x";
-        server->Script = {fault};
+        server->Script = script;
         QVERIFY(bench->Client.Connect());
         bench->Sent.clear();
         QCOMPARE(bench->Client.KillFile({}, "a b.jpg"), code == "0");
@@ -100,14 +113,21 @@ class TestFtpControl : public QObject {
         QCOMPARE(bench->Errors.count(), code == "0" ? 0 : 1);
         QCOMPARE(bench->Sent, (QList<QVariantList>{{"DELE a b.jpg"}}));
         QCOMPARE(server->Commands.last(), QStringLiteral("DELE a b.jpg"));
+        if (code == "500" || code == "421") return;
+        // Nothing of it is left for the next command.
+        const qint64 start = bench->Clock.Milliseconds();
+        QVERIFY(!bench->Client.KillFile({}, "none"));
+        QCOMPARE(bench->Client.GetLastErrorCode(), QStringLiteral("550"));
+        QVERIFY(bench->Clock.Milliseconds() - start < 6000);
     }
 
     void Executes_data() {
         const Rows<FtpFault, QString, QString, int> row;
         row("reply", {}, "NOOP", "200 fine\r\n", 200);
         row("refusal", {}, "cwd nowhere", "550 no such folder\r\n", 550);
-        row("several lines", Says("NOOP", {"200-a\r\n", "550 b\r\n200 c\r\n"}), "NOOP", "200-a\r\n",
-            200);
+        row("several lines", Says("NOOP", {"200-a\r\n", "550 b\r\n200 c\r\n"}), "NOOP",
+            "200-a\r\n550 b\r\n200 c\r\n", 200);
+        row("never closed", Says("NOOP", {"200-a\r\n"}), "NOOP", "200-a\r\n", 200);
         row("silent", {.Verb = "NOOP", .Silent = true}, "NOOP",
             "500 Der Server hat das Zeitlimit überschritten.", 0);
         row("closed", Closes("NOOP"), "NOOP", "500 nicht verbunden!", 0);
