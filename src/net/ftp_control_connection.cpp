@@ -20,6 +20,7 @@ void FtpControlConnection::Open(const QString& host, qint32 port) {
     WelcomeReceived = false;
     ReplyText.clear();
     Lines.Reset();
+    received.clear();
     element.Connect(host, port);
 }
 
@@ -44,7 +45,10 @@ void FtpControlConnection::CountOpenReply() {
 }
 
 void FtpControlConnection::Receive() {
-    const QString chunk = FromServer(element.GetData());
+    received += element.GetData();
+    const qsizetype cut = CutCharacter(received);
+    const QString chunk = FromServer(received.chopped(cut));
+    received = received.last(cut);
     if (chunk.isEmpty()) return;
     ReplyText = Lines.Unfinished() ? ReplyText + chunk : chunk;
     const qsizetype known = Lines.Codes.size();

@@ -56,5 +56,6 @@ class FtpControlConnection : public QObject {
     void Announce(qsizetype known);
 
     Winsock element;
-    Timer lateEnd;  // how long another reply may show what the last line was
+    QByteArray received;  // of a character that was cut
+    Timer lateEnd;        // how long another reply may show what the last line was
 };

@@ -11,5 +11,8 @@
 // start another, so no such text is ever sent.
 [[nodiscard]] bool HasControlCharacters(const QString& text);
 
-// What a server sent, as text: UTF-8 where it is valid, else Latin-1.
+// What a server sent, as text: each line in UTF-8 where it is valid as a whole, else in Latin-1.
 [[nodiscard]] QString FromServer(const QByteArray& bytes);
+
+// How many bytes at the end may be the beginning of a UTF-8 character whose rest is still to come.
+[[nodiscard]] qsizetype CutCharacter(const QByteArray& bytes);

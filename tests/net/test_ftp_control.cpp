@@ -39,6 +39,9 @@ class TestFtpControl : public QObject {
         row("refused in pieces", {Says("PASS", {"5", "30 no\r\n"})}, "530", "530 no\r\n cam");
         row("refused in lines", {Says("PASS", {"530-no\r\n", "530 way\r\n"})}, "530",
             "530-no\r\n530 way\r\n cam");
+        row("refused in UTF-8, cut, and Latin-1",
+            {Says("PASS", {"530-b\u00c3", "\u00a4r\r\n530 b\u00e4", "\r\n"})}, "530",
+            "530-b\u00e4r\r\n530 b\u00e4\r\n cam");
         row("greeting never closed", {Says("CONNECT", {"220-a\r\n"})});
         row("refusal never closed", {Says("PASS", {"530-a\r\n"})}, "530", "530-a\r\n cam");
         row("user in lines, login never closed",

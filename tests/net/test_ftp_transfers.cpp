@@ -1,4 +1,5 @@
 #include "net/ftp_bench.h"
+#include "net/listing.h"
 #include "support/data_rows.h"
 
 // Transfers against the scripted server: what is on the wire, and what happens when it is wrong.
@@ -81,6 +82,13 @@ class TestFtpTransfers : public QObject {
         QCOMPARE(bench->Errors.count(), 2);
         QVERIFY(bench->Client.GetLastErrorString().contains(bench->Folder.path()));
         QCOMPARE(server->Files["a"], QByteArray("old"));
+    }
+
+    void FindsOddNamesInAListing() {
+        const QByteArray listing = "- 1 a b 5 d bild\xe4\r\n- 1 a b 6 d \xc3\xa4\r\n";
+        QCOMPARE(SizeInListing(listing, "bild\u00e4"), 5);
+        QCOMPARE(SizeInListing(listing, "bild"), 0);
+        QCOMPARE(SizeInListing(listing, "\u00e4"), 6);
     }
 
     void CancelsFromAHandler() {

@@ -12,7 +12,8 @@ struct FtpFault {
     // The command; "CONNECT" is the greeting, "DONE" the reply at the end of a transfer.
     QString Verb;
     int Occurrence = 0;             // the n-th time it comes, from 1; 0: every time
-    QStringList Chunks = {};        // sent in place of the reply, as they are, one after another
+    QStringList Chunks = {};        // sent in place of the reply, one after another, a byte for
+                                    // each character
     int DelayMilliseconds = 0;      // of the clock, before the reply
     bool Silent = false;            // no reply
     bool CloseControl = false;      // the connection is closed after the reply

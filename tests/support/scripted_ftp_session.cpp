@@ -131,7 +131,7 @@ void ScriptedFtpSession::ReplyAs(const FtpFault& fault, const QString& usual) {
     QStringList parts = fault.Chunks;
     if (parts.isEmpty()) parts << usual + QStringLiteral("\r\n");
     if (fault.Silent) parts.clear();
-    for (const QString& part : std::as_const(parts)) output << Output{part.toUtf8()};
+    for (const QString& part : std::as_const(parts)) output << Output{part.toLatin1()};
     if (fault.CloseControl) output << Output{{}, true};
     Pump();
 }
