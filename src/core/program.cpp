@@ -185,6 +185,7 @@ void Program::ApplyAccess(const Settings& before) {
     FTP1.SetUserName(values.User);
     FTP1.SetPassword(values.PW);
     FTP1.SetRemotePort(values.Port);
+    FTP1.SetDataFromAnywhere(values.DataFromAnywhere);
     Net.SetServer(values.Server);
     const auto access = [](const Settings& of) {
         return std::tie(of.Server, of.Verzeichnis, of.User, of.PW, of.Port);

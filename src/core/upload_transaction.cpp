@@ -60,6 +60,9 @@ UploadTransaction::UploadTransaction(Waiting& ownWaiting, FTP& ownFtp,
     connect(&ftp, &FTP::ServerResponse, this, &UploadTransaction::OnReply);
     connect(&ftp, &FTP::Replied, this, [this](int code) { Flags.LowerBy(code); });
     connect(&ftp, &FTP::SendProgress, this, &UploadTransaction::OnSendProgress);
+    connect(&ftp, &FTP::StrangerRefused, this, [this](const QString& address) {
+        display.ShowStatus("Refused a data connection from " + address + " (DataFrom)");
+    });
     connect(&ftp, &FTP::Error, this, [this] { Flags.FtpError = true; });
     connect(&ftp, &FTP::CommandSentToServer, this,
             [this](const QString& command) { display.LogCommand(command); });

@@ -7,7 +7,7 @@
 FTP::FTP(Waiting& waiting, StatusDisplay& display, QObject* parent)
     : QObject(parent),
       commands(waiting, display, properties),
-      elements(commands),
+      elements(commands, properties),
       upload(commands, elements),
       listing(commands, elements),
       download(commands, elements, listing) {
@@ -15,6 +15,7 @@ FTP::FTP(Waiting& waiting, StatusDisplay& display, QObject* parent)
     connect(&commands.Control, &FtpControlConnection::Replied, this, &FTP::Replied);
     connect(&commands, &FtpCommands::CommandSentToServer, this, &FTP::CommandSentToServer);
     connect(&commands, &FtpCommands::Error, this, &FTP::Error);
+    connect(&elements, &FtpDataElements::StrangerRefused, this, &FTP::StrangerRefused);
     connect(&upload, &FtpUpload::SendProgress, this, &FTP::SendProgress);
     connect(&download, &FtpDownload::ReceiveProgress, this, &FTP::ReceiveProgress);
 }
@@ -132,6 +133,11 @@ void FTP::SetUserName(const QString& name) {
 void FTP::SetPassword(const QString& password) {
     properties.Password = password;
     emit PropertyChanged(QStringLiteral("Password"));
+}
+
+void FTP::SetDataFromAnywhere(bool anywhere) {
+    properties.DataFromAnywhere = anywhere;
+    emit PropertyChanged(QStringLiteral("DataFromAnywhere"));
 }
 
 void FTP::SetTimeOut(qint16 seconds) {

@@ -31,6 +31,10 @@ class FTP : public QObject {
     void SetUserName(const QString& name);
     [[nodiscard]] QString Password() const { return properties.Password; }
     void SetPassword(const QString& password);
+    // Whether others than the server's own address may take a data connection, and with it the
+    // picture: for servers behind several addresses.
+    [[nodiscard]] bool DataFromAnywhere() const { return properties.DataFromAnywhere; }
+    void SetDataFromAnywhere(bool anywhere);
     // Seconds: the limit on the waits of one operation.
     [[nodiscard]] qint16 TimeOut() const { return properties.TimeOut; }
     void SetTimeOut(qint16 seconds);
@@ -92,6 +96,8 @@ class FTP : public QObject {
     void ServerResponse(const QString& chunk);
     void Replied(int code);  // for each reply in the chunks, when it has ended
     void CommandSentToServer(const QString& command);
+    // Somebody at that address wanted the data connection and was turned away.
+    void StrangerRefused(const QString& address);
     void Error();
     void PropertyChanged(const QString& name);
 

@@ -33,6 +33,7 @@ class FtpControlConnection : public QObject {
     // How the last Open ended; kept after Close.
     [[nodiscard]] Winsock::ConnectEnd ConnectResult() const { return element.ConnectResult(); }
     [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
+    [[nodiscard]] QHostAddress PeerAddress() const { return element.PeerAddress(); }
 
     // Gets ready for the reply to the next command.
     void ForgetReply() { Lines.Forget(); }

@@ -2,16 +2,14 @@
 
 #include "net/ftp_text.h"
 
-FtpDataElements::FtpDataElements(FtpCommands& ownCommands, QObject* parent)
-    : QObject(parent), commands(ownCommands) {}
+FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& ownProperties,
+                                 QObject* parent)
+    : QObject(parent), commands(ownCommands), properties(ownProperties) {}
 
 void FtpDataElements::Load(Role role, qint32 size) {
     auto* element = new Winsock(this);
     loaded.push_back(element);
-    connect(element, &Winsock::ConnectionRequest, element, [element] {
-        element->Close();
-        element->Accept();
-    });
+    connect(element, &Winsock::ConnectionRequest, this, [this, element] { Take(*element); });
     connect(element, &Winsock::SendComplete, this,
             [this, role, size] { emit SendComplete(role, size); });
     if (DataIndex() == 1) {
@@ -19,6 +17,16 @@ void FtpDataElements::Load(Role role, qint32 size) {
                 [this, element, role, size] { emit DataArrival(role, size, element->GetData()); });
     }
     element->Listen(commands.Control.LocalAddress());
+}
+
+void FtpDataElements::Take(Winsock& element) {
+    const QHostAddress peer = element.RequestAddress();
+    if (properties.DataFromAnywhere || peer == commands.Control.PeerAddress()) {
+        element.Close();
+        element.Accept();
+    } else {
+        emit StrangerRefused(peer.toString());
+    }
 }
 
 bool FtpDataElements::Announce() {

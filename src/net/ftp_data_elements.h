@@ -13,13 +13,16 @@ class FtpDataElements : public QObject {
   public:
     enum class Role { Receiver, Sender, Lister };
 
-    explicit FtpDataElements(FtpCommands& commands, QObject* parent = nullptr);
+    FtpDataElements(FtpCommands& commands, const FtpProperties& properties,
+                    QObject* parent = nullptr);
 
     // The number of the highest element loaded; 0 when there is none.
     [[nodiscard]] int DataIndex() const { return static_cast<int>(loaded.size()); }
 
-    // Loads an element that listens where the control connection comes from. size: bytes that
-    // will be sent or are expected.
+    // Loads an element that listens where the control connection comes from. Unless the properties
+    // say otherwise, only the server's own address may connect (RFC 2577): who else is faster at
+    // the port is closed, and the element goes on listening. size: bytes that will be sent or are
+    // expected.
     void Load(Role role, qint32 size = 0);
     // Tells the server where to connect to, by PORT. False when it refuses.
     [[nodiscard]] bool Announce();
@@ -43,9 +46,13 @@ class FtpDataElements : public QObject {
   signals:
     // An element of that role has sent everything; size as in Load.
     void SendComplete(FtpDataElements::Role role, qint32 size);
+    void StrangerRefused(const QString& address);
     void DataArrival(FtpDataElements::Role role, qint32 size, const QByteArray& chunk);
 
   private:
+    void Take(Winsock& element);
+
     FtpCommands& commands;
+    const FtpProperties& properties;
     std::vector<Winsock*> loaded;  // children of this object
 };

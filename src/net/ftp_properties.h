@@ -8,7 +8,8 @@ struct FtpProperties {
     qint32 RemotePort = 21;
     QString UserName;
     QString Password;
-    qint16 TimeOut = 30;       // seconds
-    qint32 LastErrorCode = 0;  // kept for the host; no operation changes these two
+    bool DataFromAnywhere = false;  // else only the server's own address takes data connections
+    qint16 TimeOut = 30;            // seconds
+    qint32 LastErrorCode = 0;       // kept for the host; no operation changes these two
     QString LastErrorDesc = QStringLiteral("(n/a)");
 };

@@ -32,6 +32,8 @@ FtpTrial::FtpTrial(Waiting& ownWaiting, StatusDisplay& ownLog, const TrialAccess
       grace(ownWaiting.OwnClock(), graceMilliseconds) {
     connect(&client, &FTP::CommandSentToServer, this, &FtpTrial::CommandSent);
     connect(&client, &FTP::ServerResponse, this, &FtpTrial::ReplyCame);
+    connect(&client, &FTP::StrangerRefused, this,
+            [this](const QString& address) { stranger = address; });
     connect(&deadline, &Timer::Tick, this, [this] { Stop(TrialResult::TooSlow); });
     connect(&grace, &Timer::Tick, this, [this] { client.Disconnect(); });
     client.SetRemoteHost(access.Server);
@@ -39,13 +41,14 @@ FtpTrial::FtpTrial(Waiting& ownWaiting, StatusDisplay& ownLog, const TrialAccess
     client.SetUserName(access.User);
     client.SetPassword(access.Password);
     client.SetTimeOut(operationSeconds);
+    client.SetDataFromAnywhere(access.DataFromAnywhere);
 }
 
 TrialOutcome FtpTrial::Run() {
     deadline.SetEnabled(true);
     TrialOutcome outcome{Try(), {}, {}};
     deadline.SetEnabled(false);
-    outcome.Reply = LastReply();
+    outcome.Reply = outcome.Is == TrialResult::DataFromElsewhere ? stranger : LastReply();
     CleanUp();
     client.Disconnect();
     if (stopped) outcome.Is = *stopped;
@@ -140,6 +143,7 @@ TrialResult FtpTrial::StoreFault(int code) const {
     constexpr int cannotOpen = 425;
     constexpr int transferAborted = 426;
     if (!client.IsConnected()) return TrialResult::ConnectionLost;
+    if (!stranger.isEmpty()) return TrialResult::DataFromElsewhere;
     if (code == noRoom || code == overQuota) return TrialResult::NoRoom;
     const bool storing = command == "STOR";
     // A server that cannot come back to this computer says 425 or 426, refuses the address, or

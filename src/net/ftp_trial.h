@@ -47,6 +47,7 @@ class FtpTrial : public QObject {
     Timer grace;  // for a server that is to delete the test file
 
     std::optional<TrialResult> stopped;
+    QString stranger;      // who wanted the test file and is not the server
     QString command;       // the last one sent, its verb only
     QString reply;         // the text since that command
     QStringList onServer;  // test files that may be there

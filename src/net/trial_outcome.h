@@ -12,6 +12,7 @@ struct TrialAccess {
     QString Folder = {};       // on the server, empty for the one it starts in; local: a full path
     bool DeleteFirst = false;  // the old picture is deleted before the new one gets its name
     bool Local = false;
+    bool DataFromAnywhere = false;  // see FTP
 };
 
 enum class TrialStep { Connecting, ChangingFolder, Storing, Renaming, Deleting };
@@ -29,7 +30,8 @@ enum class TrialResult {
     EncryptionNeeded,  // no login without encryption
     LoginRefused,
     FolderMissing,
-    DataBlocked,  // no connection from the server back to this computer
+    DataBlocked,        // no connection from the server back to this computer
+    DataFromElsewhere,  // it came from another address than the server's
     MayNotStore,
     NoRoom,
     RenameRefused,
@@ -43,7 +45,7 @@ enum class TrialResult {
 
 struct TrialOutcome {
     TrialResult Is = TrialResult::Fine;
-    QString Reply = {};       // the server's own words on it; empty when there are none
+    QString Reply = {};       // the server's own words on it, or that address; may be empty
     QString LeftBehind = {};  // the name of a test file that could not be deleted; empty: none
 };
 

@@ -46,7 +46,10 @@ void Winsock::TakeRequest() {
     request = listener->nextPendingConnection();
     request->setParent(this);
     emit ConnectionRequest();
-    if (request) request->deleteLater();
+    if (request) {
+        request->abort();
+        request->deleteLater();
+    }
     request = nullptr;
 }
 
@@ -134,6 +137,14 @@ QByteArray Winsock::GetData() {
 
 QHostAddress Winsock::LocalAddress() const {
     return socket ? socket->localAddress() : QHostAddress();
+}
+
+QHostAddress Winsock::PeerAddress() const {
+    return socket ? socket->peerAddress() : QHostAddress();
+}
+
+QHostAddress Winsock::RequestAddress() const {
+    return request ? request->peerAddress() : QHostAddress();
 }
 
 quint16 Winsock::LocalPort() const {

@@ -42,8 +42,11 @@ class Winsock : public QObject {
     // Listens on the address at a port that the system chooses.
     void Listen(const QHostAddress& address);
 
-    // Takes the connection that ConnectionRequest has announced. Only from a handler of it.
+    // Takes the connection that ConnectionRequest has announced. Only from a handler of it; one
+    // that is not taken is closed.
     void Accept();
+    // Where that connection comes from.
+    [[nodiscard]] QHostAddress RequestAddress() const;
 
     // Closes whatever is open. What SendComplete has reported still reaches the peer.
     void Close();
@@ -61,6 +64,7 @@ class Winsock : public QObject {
     [[nodiscard]] ElementState State() const { return state; }
     [[nodiscard]] ConnectEnd ConnectResult() const { return connectEnd; }
     [[nodiscard]] QHostAddress LocalAddress() const;
+    [[nodiscard]] QHostAddress PeerAddress() const;
     [[nodiscard]] quint16 LocalPort() const;
 
   signals:

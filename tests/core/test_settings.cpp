@@ -43,6 +43,8 @@ class TestSettings : public QObject {
                                         {"Color=16777216", 0xffffff, "Color 16777216 is no colour"},
                                         {"Date=5", 0, "there is no date format 5"},
                                         {"Date=01", 0, "there is no date format 01"},
+                                        {"DataFrom=any", 1, ""},
+                                        {"DataFrom=1", 0, ""},
                                         {"Delete=-1", 1, ""},
                                         {"Delete=true", 0, ""},
                                         {"PictureEff=true", 1, ""},
@@ -62,6 +64,7 @@ class TestSettings : public QObject {
                                      {"Size", s.Size},
                                      {"Color", s.Color.rgb() & 0xffffff},
                                      {"Date", int(s.Date)},
+                                     {"DataFrom", s.DataFromAnywhere},
                                      {"Delete", s.Delete},
                                      {"PictureEff", s.PictureEff}};
         QCOMPARE(numbers.value(key, -1).toDouble(), number);

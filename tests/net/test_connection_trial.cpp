@@ -45,6 +45,9 @@ class TestConnectionTrial : public QObject {
         row("no such folder", {Says("CWD", {"550 none\r\n"})}, FolderMissing, "550 none");
         row("address refused", {Says("PORT", {"500 illegal PORT\r\n"})}, DataBlocked,
             "500 illegal PORT");
+        row("another connects",
+            {{.Verb = "STOR", .NoDataConnection = true, .DataFrom = "127.0.0.2"}},
+            DataFromElsewhere, "127.0.0.2");
         row("cannot connect back", {Says("STOR", {"425 cannot\r\n"})}, DataBlocked, "425 cannot");
         row("silent while it connects",
             {{.Verb = "STOR", .Silent = true, .NoDataConnection = true}}, DataBlocked, "");

@@ -75,6 +75,23 @@ class TestFtpTransfers : public QObject {
         QVERIFY(server->Files["a"] == Content(3'000'000));
     }
 
+    void SendsToTheServerAlone_data() {
+        const Rows<bool, int> row;
+        row("a stranger is first", false, 2);
+        row("a server of two addresses", true, 1);
+    }
+    void SendsToTheServerAlone() {
+        const auto [anywhere, connections] = Row<bool, int>();
+        server->Script = {{.Verb = "STOR", .DataFrom = "127.0.0.2"}};
+        bench->Client.SetDataFromAnywhere(anywhere);
+        QSignalSpy refused(&bench->Client, &FTP::StrangerRefused);
+        QVERIFY(bench->Client.PutFile({}, "a", bench->Local(Content(9000)), false));
+        QVERIFY(bench->AwaitReply(226));
+        QVERIFY(server->Files["a"] == Content(9000));
+        QCOMPARE(server->DataConnections, connections);
+        QCOMPARE(refused.count(), connections - 1);
+    }
+
     void LeavesTheServersFileAlone() {
         server->Files["a"] = "old";
         QVERIFY(!bench->Client.PutFile({}, "a", bench->Folder.filePath("missing"), false));

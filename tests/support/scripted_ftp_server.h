@@ -20,6 +20,9 @@ struct FtpFault {
     bool NoDataConnection = false;  // the transfer is announced, but nobody connects
     int DataBytes = -1;             // the data connection is closed after so many bytes
     int AwaySeconds = 0;            // closes everything, and takes connections again after so long
+    // The data connection comes from this address; when it is closed without a byte, another one
+    // comes from the server's own.
+    QString DataFrom = {};
 };
 
 // Answers the command with this, in as many chunks as there are.

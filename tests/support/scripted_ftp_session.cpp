@@ -154,23 +154,25 @@ void ScriptedFtpSession::Pump() {
 void ScriptedFtpSession::StartUpload(const QString& path) {
     const FtpFault fault = server.Meet(QStringLiteral("STOR"));
     const bool announced = fault.Chunks.isEmpty() || fault.Chunks.first().startsWith(u'1');
-    if (!announced || fault.NoDataConnection || fault.CloseControl || fault.AwaySeconds > 0)
+    const bool stays = fault.NoDataConnection && fault.DataFrom.isEmpty();
+    if (!announced || stays || fault.CloseControl || fault.AwaySeconds > 0)
         return ReplyAs(fault, QStringLiteral("150 opening"));
 
     if (server.RepliesBeforeConnecting) {
         ReplyAs(fault, QStringLiteral("150 opening"));
         // Connects when the client has seen the reply.
-        Later(2, [this, fault, path] { OpenData(fault, path); });
+        Later(2, [this, fault, path] { OpenData(fault, path, true); });
     } else {
-        OpenData(fault, path);
+        OpenData(fault, path, false);
     }
 }
 
-void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path) {
+void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path, bool announced) {
     data = new QTcpSocket(this);
-    connect(data, &QTcpSocket::connected, this, [this, fault, path] {
+    if (!fault.DataFrom.isEmpty()) data->bind(QHostAddress(fault.DataFrom));
+    connect(data, &QTcpSocket::connected, this, [this, fault, path, announced] {
         ++server.DataConnections;
-        if (!server.RepliesBeforeConnecting) ReplyAs(fault, QStringLiteral("150 opening"));
+        if (!announced) ReplyAs(fault, QStringLiteral("150 opening"));
         ReceiveData(fault, path);
     });
     connect(data, &QTcpSocket::errorOccurred, this, [this](QTcpSocket::SocketError error) {
@@ -192,8 +194,14 @@ void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path)
         EndData(QStringLiteral("426 aborted"));
     };
     connect(data, &QTcpSocket::readyRead, this, receive);
-    connect(data, &QTcpSocket::disconnected, this,
-            [this] { EndData(QStringLiteral("226 complete")); });
+    connect(data, &QTcpSocket::disconnected, this, [this, fault, path] {
+        if (fault.DataFrom.isEmpty() || !server.Files[path].isEmpty())
+            return EndData(QStringLiteral("226 complete"));
+        FtpFault own = fault;
+        own.DataFrom.clear();
+        data->deleteLater();
+        if (!fault.NoDataConnection) OpenData(own, path, true);
+    });
     if (fault.DataBytes == 0) receive();
 }
 

@@ -35,7 +35,7 @@ class ScriptedFtpSession : public QObject {
     [[nodiscard]] QString PathOf(const QString& name) const;
 
     void StartUpload(const QString& path);
-    void OpenData(const FtpFault& fault, const QString& path);
+    void OpenData(const FtpFault& fault, const QString& path, bool announced);
     void ReceiveData(const FtpFault& fault, const QString& path);
     void EndData(const QString& reply);
 

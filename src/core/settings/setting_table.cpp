@@ -37,6 +37,7 @@ std::vector<SettingRow> MakeTable() {
         {main, u"PW", &S::PW},
         {main, u"Port", &S::Port, 1, 65535, otherwise},
         {main, u"FileMode", &S::FileMode, u"|[0-7]{3,4}"},
+        {main, u"DataFrom", &S::DataFromAnywhere, u"any"},
         {main, u"Delete", &S::Delete},
         {main, u"Anwahl", &S::Anwahl},
         {main, u"Abwahl", &S::Abwahl},

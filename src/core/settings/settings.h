@@ -16,6 +16,7 @@ struct Settings : PictureSettings {
     QString PW;
     int Port = 21;
     QString FileMode = "644";  // of the public picture, octal; empty: as the server makes it
+    bool DataFromAnywhere = false;
     bool Anwahl = false;
     bool Abwahl = false;
     QString AWName;

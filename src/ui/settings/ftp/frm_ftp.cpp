@@ -187,7 +187,8 @@ std::optional<TrialAccess> frmFTP::WantedTrial() {
                        Access->txtPW->text(),
                        local ? FullFolder() : Access->Folder(),
                        chkDelete->isChecked(),
-                       local};
+                       local,
+                       Core().State.Values.DataFromAnywhere};
 }
 
 QString frmFTP::OfflinePath() const {

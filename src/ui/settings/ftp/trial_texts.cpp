@@ -19,6 +19,7 @@ QString KeyOf(TrialResult result, bool local) {
                                   "TrialLoginRefused",
                                   "TrialFolderMissing",
                                   "TrialDataBlocked",
+                                  "TrialDataFromElsewhere",
                                   "TrialMayNotStore",
                                   "TrialNoRoom",
                                   "TrialRenameRefused",
