@@ -5,11 +5,11 @@
 #include "net/ftp_listing.h"
 #include "net/ftp_upload.h"
 
-// The FTP client: active mode over IPv4, one operation at a time. Each operation waits through the
-// event loop until it is done and returns whether it succeeded; the reason of a failure is stored
-// as last error (for the user, across runs) and announced by Error. The host must not start an
-// operation, nor delete the client, from a handler of its signals. Texts with control characters
-// are refused before anything is sent.
+// The FTP client: active mode over IPv4 and IPv6, one operation at a time. Each operation waits
+// through the event loop until it is done and returns whether it succeeded; the reason of a failure
+// is stored as last error (for the user, across runs) and announced by Error. The host must not
+// start an operation, nor delete the client, from a handler of its signals. Texts with control
+// characters are refused before anything is sent.
 class FTP : public QObject {
     Q_OBJECT
 

@@ -45,6 +45,7 @@ class FtpCommands : public QObject {
     // Waits, within the time-out, for the end of a reply that has begun: its last lines must not
     // be taken for the reply to the next command.
     void AwaitLastLine();
+    [[nodiscard]] Clock& OwnClock() const { return waiting.OwnClock(); }
     // Lets pending events run once.
     void Yield() { waiting.Yield(); }
 

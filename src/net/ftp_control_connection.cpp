@@ -8,7 +8,7 @@ constexpr int lateEndMilliseconds = 5000;
 }  // namespace
 
 FtpControlConnection::FtpControlConnection(Clock& clock, QObject* parent)
-    : QObject(parent), lateEnd(clock, lateEndMilliseconds) {
+    : QObject(parent), element(clock), lateEnd(clock, lateEndMilliseconds) {
     connect(&lateEnd, &Timer::Tick, this, &FtpControlConnection::CountOpenReply);
     connect(&element, &Winsock::Connected, this, [this] { Connected = true; });
     connect(&element, &Winsock::Closed, this, [this] { Connected = LoggedIn = false; });

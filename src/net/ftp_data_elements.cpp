@@ -7,7 +7,7 @@ FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& 
     : QObject(parent), commands(ownCommands), properties(ownProperties) {}
 
 void FtpDataElements::Load(Role role, qint32 size) {
-    auto* element = new Winsock(this);
+    auto* element = new Winsock(commands.OwnClock(), this);
     loaded.push_back(element);
     connect(element, &Winsock::ConnectionRequest, this, [this, element] { Take(*element); });
     connect(element, &Winsock::SendComplete, this,
@@ -30,9 +30,11 @@ void FtpDataElements::Take(Winsock& element) {
 }
 
 bool FtpDataElements::Announce() {
-    const QString argument =
-        PortArgument(commands.Control.LocalAddress(), loaded.back()->LocalPort());
-    return commands.SendCommand(QStringLiteral("PORT"), argument, 200);
+    const QHostAddress address = commands.Control.LocalAddress();
+    const quint16 port = loaded.back()->LocalPort();
+    if (address.protocol() == QAbstractSocket::IPv4Protocol)
+        return commands.SendCommand(QStringLiteral("PORT"), PortArgument(address, port), 200);
+    return commands.SendCommand(QStringLiteral("EPRT"), EprtArgument(address, port), 200);
 }
 
 void FtpDataElements::Unload() {

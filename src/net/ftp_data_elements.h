@@ -24,7 +24,8 @@ class FtpDataElements : public QObject {
     // the port is closed, and the element goes on listening. size: bytes that will be sent or are
     // expected.
     void Load(Role role, qint32 size = 0);
-    // Tells the server where to connect to, by PORT. False when it refuses.
+    // Tells the server where to connect to, by PORT, or by EPRT where the control connection runs
+    // over IPv6. False when it refuses.
     [[nodiscard]] bool Announce();
     // Closes and unloads the highest element, if there is one. After a Cancel there is none.
     void Unload();

@@ -9,6 +9,13 @@ QString PortArgument(const QHostAddress& address, quint16 port) {
         .arg(port % 256);
 }
 
+QString EprtArgument(const QHostAddress& address, quint16 port) {
+    // The name of this computer's network card means nothing to the server.
+    QHostAddress plain = address;
+    plain.setScopeId({});
+    return QStringLiteral("|2|%1|%2|").arg(plain.toString()).arg(port);
+}
+
 bool HasControlCharacters(const QString& text) {
     return std::any_of(text.cbegin(), text.cend(),
                        [](QChar c) { return c < QChar(0x20) || c == QChar(0x7F); });

@@ -7,6 +7,9 @@
 // The argument of PORT for an IPv4 address and a port: 192,168,0,5,4,11.
 [[nodiscard]] QString PortArgument(const QHostAddress& address, quint16 port);
 
+// The argument of EPRT (RFC 2428) for an IPv6 address and a port: |2|2001:db8::5|1035|.
+[[nodiscard]] QString EprtArgument(const QHostAddress& address, quint16 port);
+
 // Whether the text has a control character in it. On the wire one would end the command early and
 // start another, so no such text is ever sent.
 [[nodiscard]] bool HasControlCharacters(const QString& text);

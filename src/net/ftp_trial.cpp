@@ -149,7 +149,7 @@ TrialResult FtpTrial::StoreFault(int code) const {
     // A server that cannot come back to this computer says 425 or 426, refuses the address, or
     // keeps silent until the time is up.
     const bool blocked = code == cannotOpen || code == transferAborted ||
-                         (IsRefusal(code) ? command == "PORT" : storing);
+                         (IsRefusal(code) ? command == "PORT" || command == "EPRT" : storing);
     if (blocked) return TrialResult::DataBlocked;
     if (!IsRefusal(code)) return TrialResult::NoAnswer;
     return storing ? TrialResult::MayNotStore : TrialResult::ServerRefused;

@@ -2,6 +2,7 @@
 
 #include "platform/socket_options.h"
 
+#include <QHostInfo>
 #include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -10,28 +11,74 @@
 
 namespace {
 
+constexpr int patienceMilliseconds = 5000;
+
+// An IPv4 address in the form of IPv6 stands for the former, and so do those of the connection.
+QHostAddress Plain(const QHostAddress& address) {
+    bool mapped = false;
+    const quint32 ipv4 = address.toIPv4Address(&mapped);
+    return mapped ? QHostAddress(ipv4) : address;
+}
+
+QString WithoutBrackets(const QString& host) {
+    return host.startsWith(u'[') && host.endsWith(u']') ? host.mid(1, host.size() - 2) : host;
+}
+
 Winsock::ConnectEnd EndOf(QAbstractSocket::SocketError error) {
     using enum Winsock::ConnectEnd;
-    if (error == QAbstractSocket::HostNotFoundError) return HostNotFound;
     return error == QAbstractSocket::ConnectionRefusedError ? Refused : Unreachable;
 }
 
 }  // namespace
 
-Winsock::Winsock(QObject* parent) : QObject(parent) {}
+Winsock::Winsock(Clock& clock, QObject* parent)
+    : QObject(parent), patience(clock, patienceMilliseconds) {
+    connect(&patience, &Timer::Tick, this, [this] {
+        Drop(std::exchange(socket, nullptr));
+        TryNext();
+    });
+}
 
 void Winsock::Connect(const QString& host, qint32 port) {
+    if (Begin(port)) Resolve(WithoutBrackets(host));
+}
+
+void Winsock::Connect(const QList<QHostAddress>& addresses, qint32 port) {
+    if (Begin(port)) TryEach(addresses);
+}
+
+bool Winsock::Begin(qint32 port) {
     Close();
     connectEnd = ConnectEnd::None;
-    if (port < 1 || port > 65535) {
-        state = StateError;
-        return;
-    }
+    const bool possible = port >= 1 && port <= 65535;
+    if (possible) remotePort = static_cast<quint16>(port);
+    state = possible ? StateResolving : StateError;
+    return possible;
+}
+
+void Winsock::Resolve(const QString& name) {
+    if (const QHostAddress address(name); !address.isNull()) return TryEach({address});
+    lookup = QHostInfo::lookupHost(name, this, [this](const QHostInfo& found) {
+        lookup = noLookup;
+        TryEach(found.addresses());
+    });
+}
+
+void Winsock::TryEach(const QList<QHostAddress>& addresses) {
+    untried = addresses;
+    if (!untried.isEmpty()) return TryNext();
+    connectEnd = ConnectEnd::HostNotFound;
+    state = StateError;
+}
+
+void Winsock::TryNext() {
+    const QHostAddress address = Plain(untried.takeFirst());
+    patience.SetEnabled(false);
+    patience.SetEnabled(!untried.isEmpty());
+    state = StateConnecting;
     Use(new QTcpSocket(this));
-    state = StateResolving;
     socket->setProxy(QNetworkProxy::NoProxy);
-    socket->connectToHost(host, static_cast<quint16>(port), QTcpSocket::ReadWrite,
-                          QTcpSocket::IPv4Protocol);
+    socket->connectToHost(address, remotePort);
 }
 
 void Winsock::Listen(const QHostAddress& address) {
@@ -62,7 +109,6 @@ void Winsock::Accept() {
 
 void Winsock::Use(QTcpSocket* newSocket) {
     socket = newSocket;
-    connect(socket, &QTcpSocket::hostFound, this, [this] { state = StateConnecting; });
     connect(socket, &QTcpSocket::connected, this, &Winsock::Established);
     connect(socket, &QTcpSocket::readyRead, this, &Winsock::DataArrival);
     connect(socket, &QTcpSocket::bytesWritten, this, &Winsock::Written);
@@ -77,6 +123,7 @@ void Winsock::SetUpSocket() {
 }
 
 void Winsock::Established() {
+    patience.SetEnabled(false);
     state = StateConnected;
     connectEnd = ConnectEnd::Established;
     SetUpSocket();
@@ -97,24 +144,33 @@ void Winsock::Ended() {
     if (socket->bytesAvailable() > 0) emit DataArrival();
     if (!socket) return;
     if (!stood) connectEnd = EndOf(socket->error());
+    if (!stood && !untried.isEmpty()) {
+        Drop(std::exchange(socket, nullptr));
+        return TryNext();
+    }
     state = orderly ? StatePeerClosing : StateError;
     if (stood) emit Closed();
 }
 
+// The objects may be emitting at this moment, so they are deleted later.
+void Winsock::Drop(QTcpSocket* old) {
+    if (!old) return;
+    old->disconnect(this);
+    old->abort();
+    old->deleteLater();
+}
+
 void Winsock::Close() {
-    // The objects may be emitting at this moment, so they are deleted later.
+    patience.SetEnabled(false);
+    untried.clear();
+    if (lookup != noLookup) QHostInfo::abortHostLookup(std::exchange(lookup, noLookup));
     if (listener) {
         listener->disconnect(this);
         listener->close();
         listener->deleteLater();
     }
-    if (socket) {
-        socket->disconnect(this);
-        socket->abort();
-        socket->deleteLater();
-    }
     listener = nullptr;
-    socket = nullptr;
+    Drop(std::exchange(socket, nullptr));
     sending = false;
     state = StateClosed;
 }

@@ -1,16 +1,17 @@
 #pragma once
 
+#include "base/clock.h"
+
 #include <QByteArray>
 #include <QHostAddress>
-#include <QObject>
 #include <QString>
 
 class QTcpServer;
 class QTcpSocket;
 
-// One element of a socket control: it connects, or listens and accepts a single connection, over
-// IPv4 (active-mode FTP can announce nothing else). Faults show in State() and never in a return
-// value. It may be closed, and its owner may schedule its deletion, from a handler of its signals.
+// One element of a socket control: it connects, or listens and accepts a single connection. Faults
+// show in State() and never in a return value. It may be closed, and its owner may schedule its
+// deletion, from a handler of its signals.
 class Winsock : public QObject {
     Q_OBJECT
 
@@ -34,10 +35,14 @@ class Winsock : public QObject {
         Established,
     };
 
-    explicit Winsock(QObject* parent = nullptr);
+    explicit Winsock(Clock& clock, QObject* parent = nullptr);
 
-    // Starts connecting; Connected follows, or the state becomes StateError.
+    // Starts connecting to a name or an address, which may stand in brackets; Connected follows, or
+    // the state becomes StateError.
     void Connect(const QString& host, qint32 port);
+    // Tries the addresses one after the other. One that has not answered after five seconds gives
+    // way to the next.
+    void Connect(const QList<QHostAddress>& addresses, qint32 port);
 
     // Listens on the address at a port that the system chooses.
     void Listen(const QHostAddress& address);
@@ -76,6 +81,11 @@ class Winsock : public QObject {
     void Closed();
 
   private:
+    bool Begin(qint32 port);
+    void Resolve(const QString& name);
+    void TryEach(const QList<QHostAddress>& addresses);
+    void TryNext();
+    void Drop(QTcpSocket* old);
     void Use(QTcpSocket* newSocket);
     void TakeRequest();
     void Established();
@@ -83,10 +93,16 @@ class Winsock : public QObject {
     void Ended();
     void SetUpSocket();
 
+    static constexpr int noLookup = -1;
+
     ElementState state = StateClosed;
     ConnectEnd connectEnd = ConnectEnd::None;
     QTcpSocket* socket = nullptr;
     QTcpServer* listener = nullptr;
     QTcpSocket* request = nullptr;
     bool sending = false;
+    int lookup = noLookup;
+    QList<QHostAddress> untried;
+    quint16 remotePort = 0;
+    Timer patience;  // with an address that does not answer
 };

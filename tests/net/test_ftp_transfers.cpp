@@ -2,6 +2,10 @@
 #include "net/listing.h"
 #include "support/data_rows.h"
 
+#include <QTcpSocket>
+
+#include <array>
+
 // Transfers against the scripted server: what is on the wire, and what happens when it is wrong.
 class TestFtpTransfers : public QObject {
     Q_OBJECT
@@ -73,6 +77,54 @@ class TestFtpTransfers : public QObject {
         QVERIFY(bench->Client.PutFile({}, "a", local, false));
         QVERIFY(bench->AwaitReply(226));
         QVERIFY(server->Files["a"] == Content(3'000'000));
+    }
+
+    void ReachesServersByEveryAddress_data() {
+        const Rows<QHostAddress, QString, QString> row;
+        row("name", QHostAddress::LocalHost, "localhost", "PORT 127,0,0,1,");
+        row("IPv4 in IPv6", QHostAddress::LocalHost, "::ffff:127.0.0.1", "PORT 127,0,0,1,");
+        row("IPv6", QHostAddress::LocalHostIPv6, "[::1]", "EPRT |2|::1|");
+    }
+    void ReachesServersByEveryAddress() {
+        const auto [address, host, announced] = Row<QHostAddress, QString, QString>();
+        ScriptedFtpServer other(bench->Clock, address);
+        bench->Client.SetRemoteHost(host);
+        bench->Client.SetRemotePort(other.Port());
+        QVERIFY(bench->Client.Connect());
+        QVERIFY(bench->Client.PutFile({}, "a", bench->Local("x"), false));
+        QVERIFY(bench->AwaitReply(226));
+        QCOMPARE(other.Files["a"], QByteArray("x"));
+        QCOMPARE(other.Commands.filter(announced).size(), 1);
+    }
+
+    void TriesOneAddressAfterTheOther_data() {
+        const Rows<QStringList, int, int> row;
+        row("refused, open", {"127.0.0.3", "127.0.0.1"}, Winsock::StateConnected, 0);
+        row("dead, open", {"127.0.0.4", "127.0.0.1"}, Winsock::StateConnected, 5000);
+        row("dead, refused", {"127.0.0.4", "127.0.0.3"}, Winsock::StateError, 5000);
+    }
+    void TriesOneAddressAfterTheOther() {
+        const auto [texts, state, milliseconds] = Row<QStringList, int, int>();
+        // A listener that takes nothing answers no more once its queue is full.
+        QTcpServer dead;
+        dead.setListenBacklogSize(0);
+        QVERIFY(dead.listen(QHostAddress("127.0.0.4"), server->Port()));
+        dead.pauseAccepting();
+        std::array<QTcpSocket, 2> queue;
+        for (QTcpSocket& socket : queue) socket.connectToHost(dead.serverAddress(), server->Port());
+        QVERIFY(queue[0].waitForConnected());
+        QList<QHostAddress> addresses;
+        for (const QString& text : texts) addresses << QHostAddress(text);
+        Winsock element(bench->Clock);
+        const qint64 start = bench->Clock.Milliseconds();
+        element.Connect(addresses, server->Port());
+        QVERIFY(
+            bench->Clock.RunUntil([&element, state = state] { return element.State() == state; }));
+        QCOMPARE((bench->Clock.Milliseconds() - start) / 100 * 100, milliseconds);
+        element.Connect(addresses, server->Port());
+        element.Close();
+        bench->Clock.Advance(10'000);
+        QCOMPARE(element.State(), Winsock::StateClosed);
     }
 
     void SendsToTheServerAlone_data() {

@@ -2,7 +2,8 @@
 
 #include "support/scripted_ftp_session.h"
 
-ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock) : clock(ownClock), back(ownClock, 1) {
+ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock, const QHostAddress& ownAddress)
+    : clock(ownClock), address(ownAddress), back(ownClock, 1) {
     connect(&back, &Timer::Tick, this, [this] {
         back.SetEnabled(false);
         BackSince = clock.Milliseconds();
@@ -23,7 +24,7 @@ void ScriptedFtpServer::Take() {
 
 void ScriptedFtpServer::ListenAgain() {
     if (listener.isListening()) return;
-    if (!listener.listen(QHostAddress::LocalHost, port)) qFatal("the test server cannot listen");
+    if (!listener.listen(address, port)) qFatal("the test server cannot listen");
     port = listener.serverPort();
 }
 

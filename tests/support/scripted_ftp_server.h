@@ -50,8 +50,8 @@ class ScriptedFtpServer : public QObject {
     Q_OBJECT
 
   public:
-    // Listens on 127.0.0.1 at a free port.
-    explicit ScriptedFtpServer(Clock& clock);
+    // Listens at a free port.
+    explicit ScriptedFtpServer(Clock& clock, const QHostAddress& address = QHostAddress::LocalHost);
     ~ScriptedFtpServer() override;
 
     [[nodiscard]] quint16 Port() const { return port; }
@@ -86,6 +86,7 @@ class ScriptedFtpServer : public QObject {
     void Take();
 
     Clock& clock;
+    QHostAddress address;
     QTcpServer listener;
     quint16 port = 0;
     Timer back;

@@ -69,6 +69,11 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
         dataPort = static_cast<quint16>(parts[4].toInt() * 256 + parts[5].toInt());
         return QStringLiteral("200 port set");
     }
+    if (verb == QStringLiteral("EPRT")) {
+        dataPort = argument.section(u'|', 3, 3).toUShort();
+        return argument.startsWith(u"|2|::1|") ? QStringLiteral("200 port set")
+                                               : QStringLiteral("522 wrong address");
+    }
     if (verb == QStringLiteral("DELE"))
         return server.Files.remove(path) ? QStringLiteral("250 deleted")
                                          : QStringLiteral("550 no such file");
@@ -179,7 +184,7 @@ void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path, bo
         if (error != QTcpSocket::ConnectionRefusedError) return;
         EndData(QStringLiteral("425 cannot connect"));
     });
-    data->connectToHost(QHostAddress::LocalHost, dataPort);
+    data->connectToHost(control->peerAddress(), dataPort);
 }
 
 void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path) {
