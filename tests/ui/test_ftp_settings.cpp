@@ -120,6 +120,34 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fixture.Access.Server(), "localhost");
     }
 
+    void TakesAPastedAddressApart() {
+        Fixture fixture;
+        fixture.Write("[Einstellungen]\nServer=ftp://me@a.org/web/\nUser=own\n");
+        fixture.Window.Open();
+        const auto fields = [&] {
+            const FtpAccessGroup& access = fixture.Access;
+            return QStringList{access.txtServer->text(), access.txtUser->text(),
+                               access.txtPW->text(), access.Folder(), access.txtPort->text()}
+                .join(u' ');
+        };
+        QCOMPARE(fields(), "a.org own  web 21");
+        fixture.Access.txtServer->setText(" ftp://you:pw@[::1]:2121/ ");
+        QVERIFY(fixture.Window.Save());
+        QCOMPARE(fields(), "::1 you pw web 2121");
+        QVERIFY(fixture.Lines().contains("Server=::1"));
+        QSet<QString> notes;
+        for (const QString& bad : QStringList{"ftp://", "a.org:99999", "https://a.org"}) {
+            fixture.Window.Open();
+            fixture.Access.txtServer->setText(bad);
+            fixture.Trial.btnTrial->click();
+            QVERIFY(!fixture.Window.Save());
+            QVERIFY(fixture.Window.lblNote->text().contains(bad));
+            notes << fixture.Window.lblNote->text().remove(bad);
+            QCOMPARE(fixture.Access.txtServer->text(), bad);
+        }
+        QCOMPARE(notes.size(), 3);
+    }
+
     void ExamplesAreNeverUsed() {
         Fixture fixture;
         fixture.Write("[Einstellungen]\nServer=ftp.ihr-server.example\n");

@@ -1,6 +1,7 @@
 #include "core/settings/load_settings.h"
 
 #include "base/paths.h"
+#include "base/server_address.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,6 +18,17 @@ QString NameOf(const QString& section, const QString& key) {
     return section + u'/' + key;
 }
 
+void TakeServerApart(Settings& settings) {
+    const ServerAddress address = ServerAddress::Of(settings.Server);
+    // What makes no sense shows when it is used.
+    if (settings.LocalMode() || address.Is != ServerAddress::Fault::None) return;
+    settings.Server = address.Host;
+    if (address.Port != 0) settings.Port = address.Port;
+    if (settings.User.isEmpty()) settings.User = address.User;
+    if (settings.PW.isEmpty()) settings.PW = address.Password;
+    if (settings.Verzeichnis.isEmpty()) settings.Verzeichnis = address.Path;
+}
+
 }  // namespace
 
 QString SettingFolder(const QString& programFolder, const QString& written) {
@@ -30,6 +42,7 @@ QString SettingFolder(const QString& programFolder, const QString& written) {
 Settings LoadSettings(const QString& programFolder, const SettingSource& source) {
     Settings settings;
     for (const SettingRow& row : SettingTable()) row.Read(source, settings);
+    TakeServerApart(settings);
     if (settings.Server.isEmpty()) settings.Verzeichnis.clear();
     if (settings.LocalMode())
         settings.Verzeichnis = SettingFolder(programFolder, settings.Verzeichnis);

@@ -9,6 +9,8 @@
 // is missing or out of range is replaced as the table of settings says. Folders given relative to
 // the program folder are created. A WorkPath that is not there, of another machine perhaps, gives
 // way to the folder "work", so that pictures are made all the same.
+// A server that is written as an address of several parts is taken apart: its port counts, of the
+// others those whose own keys are empty.
 // entries: what counts in place of what the file says; of several for one key the last.
 [[nodiscard]] Settings LoadSettings(const QString& file, const QList<ProfileEntry>& entries = {});
 

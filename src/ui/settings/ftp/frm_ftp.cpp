@@ -106,6 +106,7 @@ void frmFTP::Connect() {
 
 void frmFTP::ShowSettings() {
     SettingsWindow::ShowSettings();
+    Access->AdoptWritten();
     qualityChosen = false;
     Trial->Clear();
 }
@@ -142,7 +143,7 @@ QString frmFTP::FullFolder() const {
 }
 
 bool frmFTP::Check() {
-    Access->AdoptTypedMode();
+    Access->AdoptTyped();
     return (Access->Local() ? CheckFolder() : CheckServer()) && CheckOffline();
 }
 
@@ -155,8 +156,10 @@ bool frmFTP::CheckFolder() {
 }
 
 bool frmFTP::CheckServer() {
-    if (!Access->ServerIsExample()) return true;
-    Refuse(*Access->txtServer, Text("ExampleServer").arg(Access->Server()));
+    const QString fault = Access->AddressFault();
+    if (fault.isEmpty() && !Access->ServerIsExample()) return true;
+    Refuse(*Access->txtServer,
+           Text(fault.isEmpty() ? QString("ExampleServer") : fault).arg(Access->Server()));
     return false;
 }
 
@@ -173,7 +176,7 @@ bool frmFTP::CheckOffline() {
 }
 
 std::optional<TrialAccess> frmFTP::WantedTrial() {
-    Access->AdoptTypedMode();
+    Access->AdoptTyped();
     const bool local = Access->Local();
     if (!local && Access->Server().isEmpty()) {
         Refuse(*Access->txtServer, Text("NoServer"));

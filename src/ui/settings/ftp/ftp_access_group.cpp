@@ -1,6 +1,7 @@
 #include "ui/settings/ftp/ftp_access_group.h"
 
 #include "base/paths.h"
+#include "base/server_address.h"
 #include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_rows.h"
 
@@ -36,7 +37,7 @@ FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidge
     connect(btnFolder, &QPushButton::clicked, this, &FtpAccessGroup::ChooseFolder);
     connect(optLocal, &QRadioButton::toggled, this, &FtpAccessGroup::SwitchFolder);
     connect(optLocal, &QRadioButton::toggled, this, &FtpAccessGroup::Edited);
-    connect(txtServer, &QLineEdit::editingFinished, this, &FtpAccessGroup::AdoptTypedMode);
+    connect(txtServer, &QLineEdit::editingFinished, this, &FtpAccessGroup::AdoptTyped);
     for (const QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         connect(field, &QLineEdit::textChanged, this, &FtpAccessGroup::Edited);
     connect(txtPort, &QSpinBox::valueChanged, this, &FtpAccessGroup::Edited);
@@ -86,8 +87,31 @@ void FtpAccessGroup::SwitchFolder() {
     ShowMode();
 }
 
-void FtpAccessGroup::AdoptTypedMode() {
-    if (!NamesLocalMode(txtServer->text().trimmed())) return;
+void FtpAccessGroup::AdoptAddress(bool overwrite) {
+    const ServerAddress address = ServerAddress::Of(txtServer->text());
+    if (Local() || address.Is != ServerAddress::Fault::None) return;
+    if (txtServer->text() != address.Host) txtServer->setText(address.Host);
+    if (address.Port != 0) txtPort->setValue(address.Port);
+    const auto adopt = [overwrite](QLineEdit* field, const QString& part) {
+        if (!part.isEmpty() && (overwrite || field->text().isEmpty())) field->setText(part);
+    };
+    adopt(txtUser, address.User);
+    adopt(txtPW, address.Password);
+    adopt(txtVerzeichnis, address.Path);
+}
+
+void FtpAccessGroup::AdoptWritten() {
+    AdoptAddress(false);
+}
+
+QString FtpAccessGroup::AddressFault() const {
+    static const QStringList keys{{}, "BadServer", "BadPort", "BadProtocol"};
+    if (Local() || Server().isEmpty()) return {};
+    return keys.value(static_cast<int>(ServerAddress::Of(Server()).Is));
+}
+
+void FtpAccessGroup::AdoptTyped() {
+    if (!NamesLocalMode(txtServer->text().trimmed())) return AdoptAddress(true);
     // What was typed for a server is the folder then.
     otherFolder = txtVerzeichnis->text();
     txtServer->clear();

@@ -29,8 +29,13 @@ class FtpAccessGroup : public QGroupBox {
     QPushButton* btnShowPW = new QPushButton;
     NumberBox* txtPort = new NumberBox;
 
-    // The name of the local mode, typed as a server, means the local mode.
-    void AdoptTypedMode();
+    // What was typed or pasted as a server: the name of the local mode means the local mode, the
+    // parts of an address go into their own fields.
+    void AdoptTyped();
+    // The same for a written one: what stands in another field stays there.
+    void AdoptWritten();
+    // The key of the text on what is wrong with the server; empty when nothing is.
+    [[nodiscard]] QString AddressFault() const;
     [[nodiscard]] bool Local() const;
     // As the settings have them: "Local" for a folder, which ends in a separator then.
     [[nodiscard]] QString Server() const;
@@ -43,6 +48,7 @@ class FtpAccessGroup : public QGroupBox {
 
   private:
     void LayOut(Bindings& bindings, QWidget* trial);
+    void AdoptAddress(bool overwrite);
     void ShowServer(const QString& server);
     void SwitchFolder();
     void ShowMode();

@@ -1,0 +1,73 @@
+#include "base/server_address.h"
+
+#include <QRegularExpression>
+#include <QUrl>
+
+namespace {
+
+constexpr int mostPort = 65535;
+
+// What has a sign of per cent without being encoded stays as it is.
+QString Decoded(const QString& text) {
+    static const QRegularExpression plainSign("%(?![0-9A-Fa-f]{2})");
+    return text.contains(plainSign) ? text : QUrl::fromPercentEncoding(text.toUtf8());
+}
+
+bool IsHost(const QString& host) {
+    static const QRegularExpression impossible(R"([\s/\\@\[\]\x00-\x20\x7f])");
+    return !host.isEmpty() && !host.contains(impossible) && host != u"Local" && host != u"local";
+}
+
+// An address without brackets has no port behind it.
+bool IsBareIpv6(const QString& text) {
+    static const QRegularExpression form("^[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*(%.+)?$");
+    return text.contains(form);
+}
+
+ServerAddress::Fault ReadPort(const QString& text, int& port) {
+    if (text.isEmpty()) return ServerAddress::Fault::None;
+    bool numeric = false;
+    const uint number = text.toUInt(&numeric);
+    if (!numeric || number < 1 || number > mostPort) return ServerAddress::Fault::Port;
+    port = static_cast<int>(number);
+    return ServerAddress::Fault::None;
+}
+
+// host, host:port or [address]:port.
+void ReadHost(const QString& text, ServerAddress& address) {
+    const qsizetype bracket = text.startsWith(u'[') ? text.indexOf(u']') : -1;
+    const qsizetype colon = IsBareIpv6(text) ? -1 : text.indexOf(u':', bracket + 1);
+    const QString host = text.left(colon);
+    address.Host = bracket > 0 && bracket == host.size() - 1 ? host.mid(1, bracket - 1) : host;
+    address.Is = IsHost(address.Host) ? ReadPort(colon < 0 ? QString() : text.mid(colon + 1),
+                                                 address.Port)
+                                      : ServerAddress::Fault::Host;
+}
+
+void ReadUser(const QString& text, ServerAddress& address) {
+    const qsizetype colon = text.indexOf(u':');
+    address.User = Decoded(text.left(colon));
+    if (colon >= 0) address.Password = Decoded(text.mid(colon + 1));
+}
+
+}  // namespace
+
+ServerAddress ServerAddress::Of(const QString& text) {
+    const QString marker = "://";
+    ServerAddress address;
+    QString rest = text.trimmed();
+    if (const qsizetype end = rest.indexOf(marker); end >= 0) {
+        if (rest.left(end).compare(u"ftp", Qt::CaseInsensitive) != 0)
+            address.Is = Fault::Protocol;
+        rest = rest.mid(end + marker.size());
+    }
+    if (address.Is != Fault::None) return address;
+    const qsizetype slash = rest.indexOf(u'/');
+    const QString server = rest.left(slash);
+    const qsizetype at = server.lastIndexOf(u'@');
+    if (at >= 0) ReadUser(server.left(at), address);
+    ReadHost(server.mid(at + 1), address);
+    if (slash >= 0) address.Path = Decoded(rest.mid(slash + 1));
+    if (address.Path.size() > 1 && address.Path.endsWith(u'/')) address.Path.chop(1);
+    return address;
+}
