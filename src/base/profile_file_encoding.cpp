@@ -29,10 +29,13 @@ QString FromWindows(QByteArrayView bytes) {
     return text;
 }
 
+// A profile file has no other place to tell its encoding. No UTF-8 has these last three bytes.
+const QByteArray windowsComment = "; Windows-1252, not UTF-8: \xe4\xf6\xfc";
+
 // Nothing when a character has no place in Windows-1252.
 std::optional<QByteArray> ToWindows(const QString& text) {
-    QByteArray bytes;
-    bytes.reserve(text.size());
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char* next = bytes.data();
     for (const QChar each : text) {
         char16_t code = each.unicode();
         if (code >= firstSpecial && (code < afterSpecials || code > 0xff)) {
@@ -41,7 +44,7 @@ std::optional<QByteArray> ToWindows(const QString& text) {
             if (place == windowsCharacters.end()) return std::nullopt;
             code = static_cast<char16_t>(firstSpecial + (place - windowsCharacters.begin()));
         }
-        bytes.append(static_cast<char>(code));
+        *next++ = static_cast<char>(code);
     }
     return bytes;
 }
@@ -76,17 +79,27 @@ EncodedText EncodedText::Decode(const QByteArray& bytes) {
         return result;
     }
     if (bytes.startsWith("\xef\xbb\xbf")) result.Mark = bytes.left(3);
-    const QByteArrayView content = QByteArrayView(bytes).sliced(result.Mark.size());
+    QByteArrayView content = QByteArrayView(bytes).sliced(result.Mark.size());
     const std::optional<QString> text = FromUtf8(content);
     result.As = text ? Encoding::Utf8 : Encoding::Windows1252;
+    for (const char* const lineEnd : {"\n", "\r\n"})
+        if (content.startsWith(windowsComment + lineEnd)) result.Comment = windowsComment + lineEnd;
+    content = content.sliced(result.Comment.size());
     result.Text = text ? *text : FromWindows(content);
     return result;
 }
 
-QByteArray EncodedText::Encode() const {
+QByteArray EncodedText::Encode() {
     if (As == Encoding::Utf16LittleEndian || As == Encoding::Utf16BigEndian)
         return Mark + QByteArray(QStringEncoder(Utf16(As))(Text)) + Tail;
-    const std::optional<QByteArray> windows =
-        As == Encoding::Windows1252 ? ToWindows(Text) : std::nullopt;
-    return Mark + windows.value_or(Text.toUtf8());
+    if (As == Encoding::Utf8) return Mark + Text.toUtf8();
+    const std::optional<QByteArray> bytes = ToWindows(Text);
+    if (!bytes) {
+        As = Encoding::Utf8;
+        Comment.clear();
+        return Encode();
+    }
+    if (Comment.isEmpty() && FromUtf8(*bytes))
+        Comment = windowsComment + (Text.contains("\r\n") ? "\r\n" : "\n");
+    return Mark + Comment + *bytes;
 }

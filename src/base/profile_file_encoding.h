@@ -8,7 +8,8 @@ struct EncodedText {
     enum class Encoding { Utf8, Windows1252, Utf16LittleEndian, Utf16BigEndian };
 
     Encoding As = Encoding::Utf8;
-    QByteArray Mark;  // the byte order mark at the beginning, if there was one
+    QByteArray Mark;     // the byte order mark at the beginning, if there was one
+    QByteArray Comment;  // the line behind it that tells of Windows-1252, if there is one
     QString Text;
     QByteArray Tail;  // half a UTF-16 character at the end
 
@@ -16,7 +17,8 @@ struct EncodedText {
     // Windows-1252, whose five undefined bytes stand for the control characters of the same number.
     [[nodiscard]] static EncodedText Decode(const QByteArray& bytes);
 
-    // The text as bytes: those it was made from, when it is unchanged. Windows-1252 gives way to
-    // UTF-8 when it cannot hold the text.
-    [[nodiscard]] QByteArray Encode() const;
+    // The text as bytes: those it was made from, when it is unchanged. Decode() finds the same text
+    // in them, in the same encoding: a text in Windows-1252 whose bytes would pass for UTF-8 gets a
+    // comment in front that does not. A text that Windows-1252 cannot hold becomes UTF-8 for good.
+    [[nodiscard]] QByteArray Encode();
 };

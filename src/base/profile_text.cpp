@@ -173,9 +173,5 @@ bool ProfileText::Set(const QString& section, const QString& key, const QString&
         InsertAfter(last, line);
     }
     SplitLines();
-    // In Windows-1252 two accented letters in a row may look like one character of UTF-8.
-    const bool mistaken = content.As == EncodedText::Encoding::Windows1252 &&
-                          ProfileText(Bytes()).Value(sectionName, keyName) != value;
-    if (mistaken) content.As = EncodedText::Encoding::Utf8;
     return true;
 }

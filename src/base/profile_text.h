@@ -23,8 +23,8 @@ class ProfileText {
     // when a name or the value could not be found again in the file as it was meant.
     [[nodiscard]] bool Set(const QString& section, const QString& key, const QString& value);
 
-    // The file's content; a character that its encoding cannot hold may make it UTF-8.
-    [[nodiscard]] QByteArray Bytes() const { return content.Encode(); }
+    // The file's content, in the encoding it was found in; see EncodedText::Encode().
+    [[nodiscard]] QByteArray Bytes() { return content.Encode(); }
 
   private:
     // Positions count characters of the whole text.

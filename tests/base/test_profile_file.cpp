@@ -12,6 +12,8 @@ namespace {
 
 // Characters 0x80 and 0x81 of Windows-1252, the second one undefined there.
 const QByteArray euroAndGap = "\x80\x81";
+// What a file in Windows-1252 begins with when nothing else in it tells that it is.
+const QByteArray told = "; Windows-1252, not UTF-8: \xe4\xf6\xfc\n";
 const QString euroAndGapText = QStringLiteral("\u20ac\u0081");
 
 QByteArray Utf16(const QString& text, QStringConverter::Encoding as) {
@@ -105,12 +107,16 @@ class TestProfileFile : public QObject {
         row("Windows-1252", "[Sec]\nX=\xfc" + euroAndGap + "\n",
             QStringLiteral("ü") + euroAndGapText,
             "[Sec]\nX=\xfc" + euroAndGap + "\nKey=\xfc" + euroAndGap + "\n");
-        row("more than Windows-1252 holds", "[Sec]\nX=\xfc\n", QStringLiteral("\u0159"),
+        row("more than Windows-1252 holds", told + "[Sec]\nX=\xfc\n", QStringLiteral("\u0159"),
             "[Sec]\nX=\xc3\xbc\nKey=\xc5\x99\n");
         row("Windows-1252 that would pass for UTF-8", "[Sec]\nKey=\xfc\n",
-            QStringLiteral("\u00c3\u00bc"), "[Sec]\nKey=\xc3\x83\xc2\xbc\n");
+            QStringLiteral("\u00c3\u00bc"), told + "[Sec]\nKey=\xc3\xbc\n");
         row("the only character that was no UTF-8", "[Sec]\nX=\xc3\xbc\nKey=\xfc\n", "v",
-            "[Sec]\nX=\xc3\xbc\nKey=v\n");
+            told + "[Sec]\nX=\xc3\xbc\nKey=v\n");
+        row("no character left that was no UTF-8", "[Sec]\r\nKey=\xfc\r\n", "v",
+            told.chopped(1) + "\r\n[Sec]\r\nKey=v\r\n");
+        row("no such character since", told + "[Sec]\nKey=v\n", QStringLiteral("ü"),
+            told + "[Sec]\nKey=\xfc\n");
         row("UTF-16 little endian", Utf16("[Sec]\r\nX=ü\r\n", QStringConverter::Utf16LE),
             QStringLiteral("\u0159"),
             Utf16(QStringLiteral("[Sec]\r\nX=ü\r\nKey=\u0159\r\n"), QStringConverter::Utf16LE));
@@ -120,9 +126,12 @@ class TestProfileFile : public QObject {
     void Writes() {
         const auto [before, value, after] = Row<QByteArray, QString, QByteArray>();
         const QString file = NewFile(before);
+        const QString other = ReadSetting(file, "Sec", "X");
         QVERIFY(WriteSetting(file, "Sec", "Key", value) != 0);
         QCOMPARE(ReadBytes(file), after);
         QCOMPARE(ReadSetting(file, "Sec", "Key"), value);
+        // As the next start of the program reads it.
+        QCOMPARE(ProfileText(after).Value(u"Sec", u"X").value_or(QString()), other);
     }
 
     void ComesBack_data() {
@@ -188,12 +197,17 @@ class TestProfileFile : public QObject {
             QVERIFY2(text.Bytes() == before, hex);
             const QString old = text.Value(u"Sec", u"Key").value_or(QString());
             QVERIFY2(text.Set("Sec", "Key", "value"), hex);
-            const ProfileText again(text.Bytes());
+            QByteArray after = text.Bytes();
+            ProfileText again(after);
             QVERIFY2(again.Value(u"Sec", u"Key") == "value", hex);
-            const QByteArray removed = RemovedPart(before, text.Bytes());
+            for (const QByteArray& line : {told, told.chopped(1) + "\r\n"}) after.replace(line, "");
+            const QByteArray removed = RemovedPart(before, after);
             // Only the old value itself, its blanks and quotes may be gone: never a line.
             QVERIFY2(!removed.contains('\n') && !removed.contains('\r'), hex);
             if (old.isEmpty()) QVERIFY2(removed.size() <= 2 || removed.trimmed().size() <= 2, hex);
+            // What is kept in memory and what the next start reads go on alike.
+            QVERIFY2(text.Set("Sec", "New", "ü") && again.Set("Sec", "New", "ü"), hex);
+            QVERIFY2(text.Bytes() == again.Bytes(), hex);
         }
     }
 
