@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -42,7 +43,8 @@ struct Stamp {
 };
 
 struct KnownFile {
-    Stamp Version;
+    std::optional<Stamp> Version;  // none: whether the bytes are still these, only reading tells
+    QByteArray Bytes;
     ProfileText Text;
 };
 
@@ -60,28 +62,29 @@ bool IsReadable(const QFileInfo& info) {
 }
 
 // Nothing when it cannot be read to its end, or grew too large meanwhile.
-std::optional<ProfileText> Load(const QString& path) {
+std::optional<QByteArray> Load(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QByteArray bytes = file.read(mostBytes + 1);
+    QByteArray bytes = file.read(mostBytes + 1);
     if (file.error() != QFileDevice::NoError || bytes.size() > mostBytes) return std::nullopt;
-    return ProfileText(bytes);
+    return bytes;
 }
 
-std::optional<QString> Find(const QString& path, const QString& section, const QString& key) {
+// The file as it is now; null when it has no settings. Only what has changed is parsed again, which
+// takes much longer than reading it.
+KnownFile* Current(const QString& path) {
     const QFileInfo info(path);
-    if (!IsReadable(info)) return std::nullopt;
-    auto& files = KnownFiles();
+    if (!IsReadable(info)) return nullptr;
+    KnownFile& known = KnownFiles()[path];
     // The stamp is taken before the content is read, so it can only be too old.
     const Stamp version(info);
-    const auto known = files.find(path);
-    if (known != files.end() && known->second.Version == version)
-        return known->second.Text.Value(section, key);
+    if (known.Version == version) return &known;
     const bool settled = version.Settled();
-    const std::optional<ProfileText> text = Load(path);
-    if (!text) return std::nullopt;
-    if (settled) files.insert_or_assign(path, KnownFile{version, *text});
-    return text->Value(section, key);
+    const std::optional<QByteArray> bytes = Load(path);
+    if (!bytes) return nullptr;
+    if (*bytes != known.Bytes) known = {std::nullopt, *bytes, ProfileText(*bytes)};
+    known.Version = settled ? std::optional(version) : std::nullopt;
+    return &known;
 }
 
 bool Replace(const QString& path, const QByteArray& bytes) {
@@ -96,7 +99,9 @@ bool Replace(const QString& path, const QByteArray& bytes) {
 }  // namespace
 
 QString ReadSetting(const QString& file, const QString& section, const QString& key) {
-    const std::optional<QString> found = Find(file, section, key);
+    const KnownFile* const known = Current(file);
+    const std::optional<QString> found =
+        known ? known->Text.Value(section, key) : std::optional<QString>();
     if (!found) return {};
     QString value = found->isEmpty() ? QString("") : *found;
     if (value.size() <= mostCharacters) return value;
@@ -111,15 +116,17 @@ int WriteSetting(const QString& file, const QString& section, const QString& key
 }
 
 int WriteSettings(const QString& file, const QList<ProfileEntry>& entries) {
-    const QFileInfo info(file);
-    const bool isNew = !info.exists();
-    if (!isNew && !IsReadable(info)) return 0;
-    std::optional<ProfileText> text = isNew ? ProfileText() : Load(file);
-    if (!text) return 0;
+    KnownFile known;
+    if (QFileInfo::exists(file)) {
+        KnownFile* const current = Current(file);
+        if (!current) return 0;
+        // Taken out: forgotten unless the file comes to be what this becomes.
+        known = std::exchange(*current, KnownFile());
+    }
     for (const ProfileEntry& entry : entries)
-        if (!text->Set(entry.Section, entry.Key, entry.Value)) return 0;
-    const QByteArray bytes = text->Bytes();
+        if (!known.Text.Set(entry.Section, entry.Key, entry.Value)) return 0;
+    const QByteArray bytes = known.Text.Bytes();
     if (bytes.size() > mostBytes || !Replace(file, bytes)) return 0;
-    KnownFiles().erase(file);
+    KnownFiles().insert_or_assign(file, KnownFile{std::nullopt, bytes, std::move(known.Text)});
     return 1;
 }

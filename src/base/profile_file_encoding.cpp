@@ -51,6 +51,7 @@ std::optional<QByteArray> ToWindows(const QString& text) {
 
 // Nothing when the bytes are no UTF-8, or not in the one form that gives the same bytes again.
 std::optional<QString> FromUtf8(QByteArrayView bytes) {
+    if (!QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8()) return std::nullopt;
     QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom |
                                                        QStringConverter::Flag::Stateless);
     const QString text = decoder(bytes);
@@ -93,7 +94,7 @@ QByteArray EncodedText::Encode() {
     if (As == Encoding::Utf16LittleEndian || As == Encoding::Utf16BigEndian)
         return Mark + QByteArray(QStringEncoder(Utf16(As))(Text)) + Tail;
     if (As == Encoding::Utf8) return Mark + Text.toUtf8();
-    const std::optional<QByteArray> bytes = ToWindows(Text);
+    std::optional<QByteArray> bytes = ToWindows(Text);
     if (!bytes) {
         As = Encoding::Utf8;
         Comment.clear();
@@ -101,5 +102,5 @@ QByteArray EncodedText::Encode() {
     }
     if (Comment.isEmpty() && FromUtf8(*bytes))
         Comment = windowsComment + (Text.contains("\r\n") ? "\r\n" : "\n");
-    return Mark + Comment + *bytes;
+    return bytes->prepend(Mark + Comment);
 }

@@ -56,24 +56,26 @@ bool KeyIsUsable(QStringView key) {
 
 }  // namespace
 
-ProfileText::ProfileText(const QByteArray& bytes) : content(EncodedText::Decode(bytes)) {
-    SplitLines();
+void ProfileText::Line::Move(qsizetype further) {
+    for (qsizetype* const position : {&Begin, &End, &Next, &NameBegin, &NameEnd})
+        *position += further;
 }
 
-void ProfileText::SplitLines() {
+ProfileText::ProfileText(const QByteArray& bytes) : content(EncodedText::Decode(bytes)) {
+    for (qsizetype begin = 0; begin < content.Text.size(); begin = lines.back().Next)
+        lines.push_back(LineAt(begin));
+}
+
+ProfileText::Line ProfileText::LineAt(qsizetype begin) const {
     const QString& text = content.Text;
-    lines.clear();
-    for (qsizetype begin = 0; begin < text.size(); begin = lines.back().Next) {
-        Line line;
-        line.Begin = begin;
-        line.End = begin;
-        while (line.End < text.size() && !IsLineEnd(text[line.End])) ++line.End;
-        line.Next = std::min(line.End + 1, text.size());
-        if (line.Next < text.size() && text[line.End] == u'\r' && text[line.Next] == u'\n')
-            ++line.Next;
-        Classify(line);
-        lines.push_back(line);
-    }
+    Line line;
+    line.Begin = begin;
+    line.End = begin;
+    while (line.End < text.size() && !IsLineEnd(text[line.End])) ++line.End;
+    line.Next = std::min(line.End + 1, text.size());
+    if (line.Next < text.size() && text[line.End] == u'\r' && text[line.Next] == u'\n') ++line.Next;
+    Classify(line);
+    return line;
 }
 
 void ProfileText::Classify(Line& line) const {
@@ -147,7 +149,27 @@ QString ProfileText::LineEnd() const {
 // Adds whole lines behind the one given, which gets a line end if it has none.
 void ProfileText::InsertAfter(std::size_t line, const QString& added) {
     const bool ended = lines[line].Next > lines[line].End;
-    content.Text.insert(lines[line].Next, ended ? added : LineEnd() + added);
+    Replace(line, lines[line].Next, 0, ended ? added : LineEnd() + added);
+}
+
+// Puts `added` in the place of characters in that line or right behind it. The lines further down
+// are only moved: to split a megabyte anew takes long.
+void ProfileText::Replace(std::size_t line, qsizetype from, qsizetype length,
+                          const QString& added) {
+    content.Text.replace(from, length, added);
+    std::size_t behind = std::min(line + 1, lines.size());
+    for (std::size_t i = behind; i < lines.size(); ++i) lines[i].Move(added.size() - length);
+
+    qsizetype begin = line < lines.size() ? lines[line].Begin : from;
+    std::vector<Line> anew;
+    do {
+        anew.push_back(LineAt(begin));
+        begin = anew.back().Next;
+        while (behind < lines.size() && lines[behind].Begin < begin) ++behind;
+    } while (begin < (behind < lines.size() ? lines[behind].Begin : content.Text.size()));
+    const auto place = lines.begin() + static_cast<std::ptrdiff_t>(line);
+    const auto rest = lines.erase(place, lines.begin() + static_cast<std::ptrdiff_t>(behind));
+    lines.insert(rest, anew.begin(), anew.end());
 }
 
 bool ProfileText::Set(const QString& section, const QString& key, const QString& value) {
@@ -161,17 +183,16 @@ bool ProfileText::Set(const QString& section, const QString& key, const QString&
     if (begin == lines.size()) {
         const QString head = QChar(u'[') + sectionName + QChar(u']') + LineEnd();
         if (lines.empty())
-            content.Text = head + line;
+            Replace(0, 0, 0, head + line);
         else
             InsertAfter(lines.size() - 1, LineEnd() + head + line);
     } else if (found < lines.size() && lines[found].Is == Line::Kind::Key) {
         const qsizetype from = RawValue(lines[found]).data() - content.Text.constData();
-        content.Text.replace(from, lines[found].End - from, Written(value));
+        Replace(found, from, lines[found].End - from, Written(value));
     } else {
         std::size_t last = found - 1;
         while (lines[last].Is == Line::Kind::Blank) --last;
         InsertAfter(last, line);
     }
-    SplitLines();
     return true;
 }

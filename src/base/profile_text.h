@@ -36,9 +36,11 @@ class ProfileText {
         qsizetype Next = 0;  // behind them
         qsizetype NameBegin = 0;
         qsizetype NameEnd = 0;  // of a section or key
+
+        void Move(qsizetype further);
     };
 
-    void SplitLines();
+    [[nodiscard]] Line LineAt(qsizetype begin) const;
     void Classify(Line& line) const;
     [[nodiscard]] QStringView Name(const Line& line) const;
     [[nodiscard]] std::size_t SectionLine(QStringView section) const;
@@ -46,6 +48,7 @@ class ProfileText {
     [[nodiscard]] QStringView RawValue(const Line& line) const;
     [[nodiscard]] QString LineEnd() const;
     void InsertAfter(std::size_t line, const QString& added);
+    void Replace(std::size_t line, qsizetype from, qsizetype length, const QString& added);
 
     EncodedText content;
     std::vector<Line> lines;
