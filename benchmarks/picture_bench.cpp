@@ -8,7 +8,6 @@
 // "name value unit". FOLDER/frame.bmp is the frame, FOLDER/1pw.jpg the picture afterwards;
 // FOLDER/overlay and FOLDER/Offline are overwritten.
 
-#include "base/clock.h"
 #include "base/message_boxes.h"
 #include "base/status_hub.h"
 #include "base/waiting.h"
@@ -18,6 +17,7 @@
 #include "picture/overlay/picture_overlay.h"
 #include "picture/overlay/text_overlay.h"
 #include "picture/picture_pipeline.h"
+#include "platform/system_clock.h"
 
 #include <turbojpeg.h>
 #include <QDir>

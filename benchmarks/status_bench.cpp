@@ -8,6 +8,7 @@
 
 #include "core/program.h"
 #include "net/page_control.h"
+#include "platform/system_clock.h"
 #include "support/answering_boxes.h"
 #include "ui/skin/shaped_window.h"
 #include "ui/skin/skin_folders.h"

@@ -6,10 +6,10 @@
 // `curl` the same with the program of that name, one process an upload. Prints the processor time
 // of one upload, and the commands that it took, as lines "name value unit".
 
-#include "base/clock.h"
 #include "base/status_hub.h"
 #include "base/waiting.h"
 #include "net/ftp.h"
+#include "platform/system_clock.h"
 #include "support/real_ftp_server.h"
 
 #include <QCoreApplication>

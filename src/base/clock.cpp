@@ -1,11 +1,6 @@
 #include "base/clock.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
-
 #include <algorithm>
-#include <chrono>
 
 void Clock::FireDue() {
     while (!armed.empty() && armed.begin()->first <= Milliseconds()) {
@@ -62,32 +57,4 @@ void Timer::Fire() {
     due = due + interval > now ? due + interval : now + interval;
     clock.Arm(*this, due);
     emit Tick();
-}
-
-SystemClock::SystemClock() {
-    alarm.setSingleShot(true);
-    alarm.setTimerType(Qt::PreciseTimer);
-    connect(&alarm, &QTimer::timeout, this, &SystemClock::FireDue);
-}
-
-qint64 SystemClock::Milliseconds() const {
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
-
-QDateTime SystemClock::Now() const {
-    return QDateTime::currentDateTime();
-}
-
-void SystemClock::WaitForEvents() {
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-}
-
-void SystemClock::NextDueChanged() {
-    const qint64 next = NextDue();
-    if (next < 0) {
-        alarm.stop();
-        return;
-    }
-    alarm.start(static_cast<int>(std::clamp<qint64>(next - Milliseconds(), 0, 3'600'000)));
 }

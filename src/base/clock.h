@@ -2,8 +2,6 @@
 
 #include <QDateTime>
 #include <QObject>
-#include <QPointer>
-#include <QTimer>
 
 #include <map>
 
@@ -16,6 +14,7 @@ class Clock : public QObject {
 
   public:
     // Milliseconds since an arbitrary start; never goes back, whatever the user does to the date.
+    // The time that the machine was suspended counts.
     [[nodiscard]] virtual qint64 Milliseconds() const = 0;
 
     // The local date and time of day.
@@ -72,21 +71,4 @@ class Timer : public QObject {
     int interval;
     bool enabled = false;
     qint64 due = 0;
-};
-
-// The machine's own time.
-class SystemClock : public Clock {
-    Q_OBJECT
-
-  public:
-    SystemClock();
-    [[nodiscard]] qint64 Milliseconds() const override;
-    [[nodiscard]] QDateTime Now() const override;
-    void WaitForEvents() override;
-
-  protected:
-    void NextDueChanged() override;
-
-  private:
-    QTimer alarm;
 };

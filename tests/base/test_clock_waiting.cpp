@@ -1,5 +1,5 @@
-#include "base/clock.h"
 #include "base/waiting.h"
+#include "platform/system_clock.h"
 #include "support/data_rows.h"
 #include "support/test_clock.h"
 
@@ -122,6 +122,23 @@ class TestClockWaiting : public QObject {
         QCOMPARE(bench.Wait.Until(Never), Waiting::End::Closing);
         QCOMPARE(innerEnd, Waiting::End::Closing);
         QCOMPARE(idle.size(), 1);
+    }
+
+    void AMachineThatWakesUpIsNotLate() {
+        // Suspended: it is later than before, and nothing else has happened.
+        class Machine : public SystemClock {
+          public:
+            using SystemClock::SystemClock;
+            qint64 Slept = 0;
+            [[nodiscard]] qint64 Milliseconds() const override {
+                return SystemClock::Milliseconds() + Slept;
+            }
+        } clock(10);
+        Timer timer(clock, 600'000);
+        const Ticks ticks(clock, timer);
+        timer.SetEnabled(true);
+        clock.Slept = 3'600'000;
+        QTRY_COMPARE(ticks.Times.size(), 1);
     }
 
     void SleepingWaitsWakeUp() {

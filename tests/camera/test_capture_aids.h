@@ -2,6 +2,7 @@
 
 #include "camera/ezvidcap.h"
 #include "platform/capture_devices.h"
+#include "platform/system_clock.h"
 
 #include <QImage>
 #include <QTcpServer>

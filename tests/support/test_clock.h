@@ -28,14 +28,14 @@ class TestClock : public Clock {
     // Sets the date and time of day that belong to this moment.
     void SetNow(const QDateTime& time) { start = time.addMSecs(-now); }
 
+    // The machine is suspended for so long and wakes up.
+    void Suspend(qint64 milliseconds) { now += milliseconds; }
+
     // Moves the time on step by step from timer to timer, events handled between the steps.
     void Advance(qint64 milliseconds);
 
     // Runs until the condition holds; false when `limit` milliseconds of clock time pass before.
     [[nodiscard]] bool RunUntil(const std::function<bool()>& condition, qint64 limit = 600'000);
-
-    // The machine sleeps: the time goes on, and nothing happens in it.
-    void Suspend(qint64 milliseconds) { now += milliseconds; }
 
   protected:
     void NextDueChanged() override {}
