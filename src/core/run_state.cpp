@@ -40,7 +40,7 @@ QString NameOf(RunState state) {
 }
 
 RunStatus::RunStatus(const Clock& ownClock, StatusDisplay& ownLog)
-    : clock(ownClock), log(ownLog), since(ownClock.Now()) {}
+    : clock(ownClock), log(ownLog), since(ownClock.Milliseconds()) {}
 
 void RunStatus::Enter(RunState next, const QString& why) {
     const bool beneath =
@@ -51,14 +51,14 @@ void RunStatus::Enter(RunState next, const QString& why) {
     if (next != RunState::Paused && next != RunState::Stopping) step = next;
     log.LogState(NameOf(next) + (why.isEmpty() ? QString() : ": " + why));
     if (!beneath) {
-        const QDateTime now = clock.Now();
+        const qint64 now = clock.Milliseconds();
         const bool trouble = next == RunState::WaitingToRetry;
-        if (trouble && troubleSince.isNull()) troubleSince = now;
+        if (trouble && !troubleSince) troubleSince = now;
         // The steps of the next try are no end of the trouble.
-        if (!trouble && (next == RunState::Waiting || !IsStep(next))) troubleSince = {};
+        if (!trouble && (next == RunState::Waiting || !IsStep(next))) troubleSince.reset();
         state = next;
         reason = why;
-        since = trouble ? troubleSince : now;
+        since = trouble ? *troubleSince : now;
     }
     emit Changed();
 }

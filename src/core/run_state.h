@@ -2,8 +2,8 @@
 
 #include "core/retry.h"
 
-#include <QDateTime>
 #include <QObject>
+#include <QString>
 
 #include <optional>
 
@@ -66,8 +66,8 @@ class RunStatus : public QObject {
 
     // Why the state was entered; empty for the ordinary course.
     [[nodiscard]] const QString& Reason() const { return reason; }
-    // The local time since when it lasts; of a trouble that repeats, the first time.
-    [[nodiscard]] const QDateTime& Since() const { return since; }
+    // Since when it lasts, in milliseconds of the clock; of a trouble that repeats, the first time.
+    [[nodiscard]] qint64 Since() const { return since; }
 
     OneRun ThisRun;
 
@@ -81,8 +81,8 @@ class RunStatus : public QObject {
     RunState state = RunState::Stopped;
     RunState step = RunState::Stopped;
     QString reason;
-    QDateTime since;
-    QDateTime troubleSince;  // null while there is none
+    qint64 since;
+    std::optional<qint64> troubleSince;
 };
 
 // Which of the three buttons can be pressed.

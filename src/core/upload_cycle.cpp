@@ -144,7 +144,8 @@ void UploadCycle::Unload() {
 }
 
 void UploadCycle::OnTimer2() {
-    const bool shown = run.Since().secsTo(parts.Wait.OwnClock().Now()) % 2 == 0;
+    const qint64 paused = Now() - run.Since();
+    const bool shown = paused / 1000 % 2 == 0;
     parts.Display.ShowStatus(shown ? QString("Pause") : QString());
 }
 

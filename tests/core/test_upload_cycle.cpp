@@ -216,7 +216,7 @@ class TestUploadCycle : public QObject {
             const qint64 late = connects.at(i + 1) - connects.at(i) - 1000LL * pauses.at(i);
             QVERIFY2(late >= 0 && late <= 1000, qPrintable(QString::number(i)));
         }
-        QVERIFY2(f.Run.Since().secsTo(f.Time.Now()) > 600, "the trouble began with the first try");
+        QVERIFY2(f.Time.Milliseconds() - f.Run.Since() > 600'000, "the trouble began with the first try");
         QCOMPARE(f.Boxes.Shown, QStringList());
         QCOMPARE(
             f.Display.Statuses.contains("Login refused (530 wrong): check user name and password "
@@ -327,6 +327,11 @@ class TestUploadCycle : public QObject {
             f.Display.Statuses.clear();
         });
         press.SetEnabled(true);
+        Timer setBack(f.Time, 1000);
+        QObject::connect(&setBack, &Timer::Tick, &f.Cycle, [&f, noon = f.Time.Now()] {
+            f.Time.SetNow(noon);  // somebody else's doing, which is nothing to the program
+        });
+        setBack.SetEnabled(true);
         f.Time.Advance(20'000);
         QVERIFY2(f.Published() == 2, "the picture that is on its way arrives, no other is made");
         QVERIFY(f.Run.Is() == RunState::Paused && f.Run.Step() == RunState::Waiting);
