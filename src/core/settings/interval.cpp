@@ -14,6 +14,6 @@ qint64 TotalInterval(const IntervalParts& parts) {
 }
 
 int WithoutWholeMinutes(int written) {
-    if (written > 0) return (written - 1) % IntervalMinute + 1;
-    return static_cast<int>(std::max<qint64>(1, qint64{written} + IntervalMinute));
+    const int rest = written % IntervalMinute;
+    return rest > 0 ? rest : rest + IntervalMinute;
 }

@@ -24,6 +24,5 @@ struct IntervalParts {
 [[nodiscard]] qint64 TotalInterval(const IntervalParts& parts);
 
 // What a number that is no rest of a minute means as key Framerate, in milliseconds: whole minutes
-// above a minute are lost, 0 is a minute, a negative value counts back from a minute (-5 is 59995)
-// and is at least 1.
+// are lost, 0 is a minute, a negative value counts back from a minute (-5 and -60005 are 59995).
 [[nodiscard]] int WithoutWholeMinutes(int written);
