@@ -140,7 +140,8 @@ bool Connectivity::Online() {
 }
 
 bool Connectivity::Connected() const {
-    return !needsNetwork || state.Connected();
+    // Whoever has an entry to dial wants it dialled, whatever else the machine is connected to.
+    return !needsNetwork || (anwahl ? state.Connected() : state.Reachable());
 }
 
 void Connectivity::Show(bool online) {

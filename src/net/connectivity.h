@@ -11,8 +11,10 @@
 
 #include <optional>
 
-// Whether the machine is on the internet, and the ways to bring it there: dialling a configured
-// entry, or page requests that make the system dial by itself. Owns the line that it dialled.
+// Whether the server can be reached, as far as the machine knows, and the ways to make it so:
+// dialling a configured entry, or page requests that make the system dial by itself. Any network
+// will do, because the server may be in it; only with an entry to dial it must have a way to the
+// internet. Owns the line that it dialled.
 class Connectivity : public QObject {
     Q_OBJECT
 

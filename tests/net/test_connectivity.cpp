@@ -149,6 +149,14 @@ class TestConnectivity : public QObject {
         }
     }
 
+    void anyNetworkWillDoUnlessAnEntryIsToBeDialled() {
+        bench->State.Near = true;
+        QCOMPARE(bench->Check(), 0.0);
+        QVERIFY(bench->Answer);
+        bench->Net.SetDialling(true, "Stick");
+        QVERIFY(!bench->Net.Online());
+    }
+
     void onlineShowsChanges() {
         bench->State.Set(true);
         QCOMPARE(bench->Check(), 0.0);

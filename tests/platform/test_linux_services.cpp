@@ -79,15 +79,17 @@ class TestLinuxServices : public QObject {
         QCOMPARE(links(), Links());  // nothing at the other end
         QVERIFY(Ip("link set ppp0 up"));
         QTRY_COMPARE(links(), Links(OnlineState::Lan));
-        // A link-local address leads nowhere.
+        // A link-local address leads no further than the cable.
         QVERIFY(Ip("addr add 169.254.3.4/16 dev lan0"));
         QVERIFY(Ip("addr del 10.9.8.7/24 dev lan0"));
         QTRY_COMPARE(links(), Links());
+        QVERIFY(std::ranges::any_of(watch.Interfaces(), HasNeighbours));
         QVERIFY(Ip("addr add fe80::7/64 dev ppp0 nodad"));
         QVERIFY(Ip("addr add fd00::7/64 dev ppp0 nodad"));
         QTRY_COMPARE(links(), Links(OnlineState::Modem));
         QVERIFY(Ip("link set lan0 down"));
         QTRY_COMPARE(links(), Links());
+        QVERIFY(std::ranges::none_of(watch.Interfaces(), HasNeighbours));
     }
 
     void signalRequestsTermination_data() {

@@ -89,22 +89,25 @@ class TestNetworkManager : public ServiceContracts {
     }
 
     void states_data() {
-        const Rows<uint, uint, QString, bool, Links> row;
-        row("phone", global, 4U, "bluetooth", true, OnlineState::Modem);
-        row("kind not told", global, 4U, "", true, {});
-        row("own probe fails, server may be near", site, 3U, "bridge", true, OnlineState::Lan);
-        row("no default route", local, 1U, "802-3-ethernet", false, {});
-        row("connectivity lost first", global, 1U, "gsm", false, {});
+        const Rows<uint, uint, QString, bool, bool, Links> row;
+        row("phone", global, 4U, "bluetooth", true, true, OnlineState::Modem);
+        row("kind not told", global, 4U, "", true, true, {});
+        row("own probe fails", site, 3U, "bridge", true, true, OnlineState::Lan);
+        row("site that is connected to nothing", site, 1U, "", false, true, {});
+        row("no default route", local, 1U, "802-3-ethernet", false, true, {});
+        row("connectivity lost first", global, 1U, "gsm", false, true, {});
+        row("connecting", 40U, 1U, "gsm", false, false, {});
     }
     void states() {
-        const auto [state, connectivity, kind, connected, links] =
-            Row<uint, uint, QString, bool, Links>();
+        const auto [state, connectivity, kind, connected, reachable, links] =
+            Row<uint, uint, QString, bool, bool, Links>();
         manager->Set(
             {{"State", state}, {"Connectivity", connectivity}, {"PrimaryConnectionType", kind}});
         // The kernel's view differs on purpose: the service's own is the one that counts.
         const LinuxOnlineState online(bus->Connect(), ModemOnly);
         // The first answer is there at once, without the event loop.
         QCOMPARE(online.Connected(), connected);
+        QCOMPARE(online.Reachable(), reachable);
         QCOMPARE(online.Connection(), links);
     }
 
@@ -128,6 +131,10 @@ class TestNetworkManager : public ServiceContracts {
         QVERIFY(!none.isConnected());
         LinuxOnlineState online(none, ModemOnly);
         QVERIFY(online.Connected());
+        const LinuxOnlineState cable(none, [] {
+            return QList{NetworkInterface{.Name = "eth0", .Up = true, .HasLinkLocal = true}};
+        });
+        QVERIFY(cable.Reachable() && !cable.Connected());
         online.ForceOnline();
         QCOMPARE(LinuxDialer(none).Entries(), QStringList());
     }

@@ -12,12 +12,14 @@
 
 class TestOnlineState : public OnlineState {
   public:
-    int Forced = 0;  // how often ForceOnline was called
+    int Forced = 0;     // how often ForceOnline was called
+    bool Near = false;  // there is a network, be it without a way out
 
     // Sets the state and tells those who listen when it is another one.
     void Set(bool nowConnected, Links nowLinks = {});
 
     [[nodiscard]] bool Connected() const override { return connected; }
+    [[nodiscard]] bool Reachable() const override { return connected || Near; }
     [[nodiscard]] Links Connection() const override { return links; }
     void ForceOnline() override { ++Forced; }
 

@@ -20,6 +20,10 @@ bool ReachesFurther(const QNetworkAddressEntry& entry) {
     return !entry.ip().isLinkLocal() && !entry.ip().isLoopback();
 }
 
+bool IsLinkLocal(const QNetworkAddressEntry& entry) {
+    return entry.ip().isLinkLocal();
+}
+
 // Opens the kernel's notifications about interfaces and addresses; -1 when they are not to be had.
 int OpenNotifications() {
     const int socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE);
@@ -44,13 +48,18 @@ QList<NetworkInterface> ReadInterfaces() {
             .Name = found.name(),
             .Up = flags.testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning),
             .Loopback = flags.testFlag(QNetworkInterface::IsLoopBack),
-            .HasAddress = std::ranges::any_of(found.addressEntries(), ReachesFurther)};
+            .HasAddress = std::ranges::any_of(found.addressEntries(), ReachesFurther),
+            .HasLinkLocal = std::ranges::any_of(found.addressEntries(), IsLinkLocal)};
     }
     return list;
 }
 
 bool LeadsOut(const NetworkInterface& interface) {
     return interface.Up && interface.HasAddress && !interface.Loopback;
+}
+
+bool HasNeighbours(const NetworkInterface& interface) {
+    return interface.Up && (interface.HasAddress || interface.HasLinkLocal) && !interface.Loopback;
 }
 
 OnlineState::Links LinksOf(const QList<NetworkInterface>& interfaces) {

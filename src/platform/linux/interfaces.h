@@ -16,6 +16,7 @@ struct NetworkInterface {
     bool Up = false;  // switched on and with a carrier
     bool Loopback = false;
     bool HasAddress = false;  // one that reaches further than the link
+    bool HasLinkLocal = false;
 
     bool operator==(const NetworkInterface&) const = default;
 };
@@ -25,6 +26,9 @@ struct NetworkInterface {
 
 // Whether the interface leads out of this machine: up, with an address, not the loopback.
 [[nodiscard]] bool LeadsOut(const NetworkInterface& interface);
+
+// Whether neighbours can be reached through it, for which an address that it gave itself will do.
+[[nodiscard]] bool HasNeighbours(const NetworkInterface& interface);
 
 // The kinds of those interfaces that lead out: Modem for dial-up and mobile ones, Lan for the rest.
 [[nodiscard]] OnlineState::Links LinksOf(const QList<NetworkInterface>& interfaces);

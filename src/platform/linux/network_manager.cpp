@@ -11,6 +11,7 @@ namespace {
 constexpr int startLimit = 500;  // milliseconds
 
 // Values of NetworkManager's interface.
+constexpr uint connectedLocal = 50;   // State: from here on there is a network
 constexpr uint connectedSite = 60;    // State: from here on there is a default route
 constexpr uint connectivityNone = 1;  // Connectivity: not connected to any network
 
@@ -40,6 +41,10 @@ NetworkManager::NetworkManager(const QDBusConnection& ownBus)
 
 bool NetworkManager::Connected() const {
     return running && state >= connectedSite && connectivity != connectivityNone;
+}
+
+bool NetworkManager::OnANetwork() const {
+    return running && state >= connectedLocal;
 }
 
 OnlineState::Links NetworkManager::Connection() const {

@@ -21,6 +21,8 @@ class NetworkManager : public QObject {
     // Whether there is a way out of this machine. A limited network or a portal counts: the server
     // may be reachable where NetworkManager's own probe is not.
     [[nodiscard]] bool Connected() const;
+    // Some connection stands, be it without a way out of its network.
+    [[nodiscard]] bool OnANetwork() const;
 
     // The kind of the connection that carries the default route: Modem, Lan, or none while not
     // connected.

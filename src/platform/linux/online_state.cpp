@@ -1,5 +1,7 @@
 #include "platform/linux/online_state.h"
 
+#include <algorithm>
+
 namespace {
 
 bool ProxyConfigured() {
@@ -35,12 +37,16 @@ void LinuxOnlineState::Judge() {
     if (manager.Running() && !managerRan) unmanaged.Fetch();
     managerRan = manager.Running();
 
-    const Links own = LinksOf(OwnInterfaces());
+    const QList<NetworkInterface> ownInterfaces = OwnInterfaces();
+    const Links own = LinksOf(ownInterfaces);
     const bool nowConnected = manager.Connected() || own != Links();
+    const bool nowReachable =
+        nowConnected || manager.OnANetwork() || std::ranges::any_of(ownInterfaces, HasNeighbours);
     Links nowLinks = manager.Connection() | own;
     if (nowConnected && ProxyConfigured()) nowLinks |= Proxy;
-    if (nowConnected == connected && nowLinks == links) return;
+    if (nowConnected == connected && nowReachable == reachable && nowLinks == links) return;
     connected = nowConnected;
+    reachable = nowReachable;
     links = nowLinks;
     emit Changed();
 }

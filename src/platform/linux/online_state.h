@@ -17,6 +17,7 @@ class LinuxOnlineState : public OnlineState {
                               InterfaceWatch::Reader reader = ReadInterfaces);
 
     [[nodiscard]] bool Connected() const override { return connected; }
+    [[nodiscard]] bool Reachable() const override { return reachable; }
     // Proxy is added where the environment names one and something is connected.
     [[nodiscard]] Links Connection() const override { return links; }
     // The system's state cannot be set here; NetworkManager is asked to look again.
@@ -31,5 +32,6 @@ class LinuxOnlineState : public OnlineState {
     UnmanagedDevices unmanaged;
     bool managerRan = false;
     bool connected = false;
+    bool reachable = false;
     Links links;
 };

@@ -5,6 +5,10 @@
 
 #include "platform/windows/system.h"
 
+#include <QNetworkInterface>
+
+#include <algorithm>
+
 #include <iphlpapi.h>
 #include <wininet.h>
 
@@ -14,6 +18,17 @@ WindowsOnlineState::Answer AskWinInet() {
     DWORD flags = 0;
     const bool connected = InternetGetConnectedState(&flags, 0);
     return {.Connected = connected, .Flags = flags};
+}
+
+// Whether this machine has an address by which others can reach it, be it one that an interface
+// gave itself. To look at all of them takes a while.
+bool IsOnANetwork() {
+    const QList<QNetworkInterface> interfaces = QNetworkInterface::allInterfaces();
+    return std::ranges::any_of(interfaces, [](const QNetworkInterface& each) {
+        const auto flags = each.flags();
+        return flags.testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) &&
+               !flags.testFlag(QNetworkInterface::IsLoopBack) && !each.addressEntries().isEmpty();
+    });
 }
 
 }  // namespace
@@ -30,7 +45,10 @@ struct WindowsOnlineState::Order {
 };
 
 WindowsOnlineState::WindowsOnlineState(Reader read)
-    : reader(read ? read : AskWinInet), order(std::make_unique<Order>()), last(reader()) {
+    : reader(read ? read : AskWinInet),
+      order(std::make_unique<Order>()),
+      last(reader()),
+      onANetwork(IsOnANetwork()) {
     connect(&notifier, &QWinEventNotifier::activated, this, [this] {
         Await();
         Judge();
@@ -65,7 +83,9 @@ void WindowsOnlineState::ForceOnline() {
 
 void WindowsOnlineState::Judge() {
     const Answer now = reader();
-    if (now == last) return;
+    const bool nowOnANetwork = IsOnANetwork();
+    if (now == last && nowOnANetwork == onANetwork) return;
     last = now;
+    onANetwork = nowOnANetwork;
     emit Changed();
 }

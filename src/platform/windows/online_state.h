@@ -7,7 +7,8 @@
 #include <memory>
 
 // Online or not on Windows: what WinInet says. It has no notification of its own, so it is asked
-// again when an address of the machine changes; it answers from memory.
+// again when an address of the machine changes; it answers from memory. It may say no on a network
+// without a way out, so whether a network can be reached is told by the addresses besides.
 class WindowsOnlineState : public OnlineState {
     Q_OBJECT
 
@@ -25,6 +26,7 @@ class WindowsOnlineState : public OnlineState {
     ~WindowsOnlineState() override;
 
     [[nodiscard]] bool Connected() const override { return reader().Connected; }
+    [[nodiscard]] bool Reachable() const override { return onANetwork || Connected(); }
     [[nodiscard]] Links Connection() const override;
     void ForceOnline() override;
 
@@ -41,4 +43,5 @@ class WindowsOnlineState : public OnlineState {
     std::unique_ptr<Order> order;
     QWinEventNotifier notifier;
     Answer last;
+    bool onANetwork;
 };
