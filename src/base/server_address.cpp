@@ -39,9 +39,9 @@ void ReadHost(const QString& text, ServerAddress& address) {
     const qsizetype colon = IsBareIpv6(text) ? -1 : text.indexOf(u':', bracket + 1);
     const QString host = text.left(colon);
     address.Host = bracket > 0 && bracket == host.size() - 1 ? host.mid(1, bracket - 1) : host;
-    address.Is = IsHost(address.Host) ? ReadPort(colon < 0 ? QString() : text.mid(colon + 1),
-                                                 address.Port)
-                                      : ServerAddress::Fault::Host;
+    address.Is = IsHost(address.Host)
+                     ? ReadPort(colon < 0 ? QString() : text.mid(colon + 1), address.Port)
+                     : ServerAddress::Fault::Host;
 }
 
 void ReadUser(const QString& text, ServerAddress& address) {
@@ -57,8 +57,7 @@ ServerAddress ServerAddress::Of(const QString& text) {
     ServerAddress address;
     QString rest = text.trimmed();
     if (const qsizetype end = rest.indexOf(marker); end >= 0) {
-        if (rest.left(end).compare(u"ftp", Qt::CaseInsensitive) != 0)
-            address.Is = Fault::Protocol;
+        if (rest.left(end).compare(u"ftp", Qt::CaseInsensitive) != 0) address.Is = Fault::Protocol;
         rest = rest.mid(end + marker.size());
     }
     if (address.Is != Fault::None) return address;

@@ -85,12 +85,13 @@ class TestFtpTransfers : public QObject {
     }
     void ReachesServersByEveryAddress() {
         const auto [address, host, announced] = Row<QHostAddress, QString, QString>();
-        ScriptedFtpServer other(bench->Clock, address);
-        bench->Client.SetRemoteHost(host);
-        bench->Client.SetRemotePort(other.Port());
-        QVERIFY(bench->Client.Connect());
-        QVERIFY(bench->Client.PutFile({}, "a", bench->Local("x"), false));
-        QVERIFY(bench->AwaitReply(226));
+        FtpBench patient(0, 100);  // names are looked up beside this thread
+        ScriptedFtpServer other(patient.Clock, address);
+        patient.Client.SetRemoteHost(host);
+        patient.Client.SetRemotePort(other.Port());
+        QVERIFY(patient.Client.Connect());
+        QVERIFY(patient.Client.PutFile({}, "a", patient.Local("x"), false));
+        QVERIFY(patient.AwaitReply(226));
         QCOMPARE(other.Files["a"], QByteArray("x"));
         QCOMPARE(other.Commands.filter(announced).size(), 1);
     }
