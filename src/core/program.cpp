@@ -228,10 +228,7 @@ void Program::ExitKeepingLine() {
 void Program::Exit() {
     if (exiting) return;
     exiting = true;
-    if (Net.DialConnection() != 0) {
-        Net.HangUp();
-        Display.ShowOnline(false);
-    }
+    Net.HangUp();
     Cycle.Unload();
     const bool idle = Wait.Depth() == 0;
     Wait.Close();

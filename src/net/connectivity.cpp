@@ -111,11 +111,11 @@ void Connectivity::DialConfigured() {
     const Running running(*this);
     display.ShowStatus("Connecting to " + entryName);
     // The line of another entry would be forgotten, and stay open for ever.
-    if (dialConnection != 0 && dialledEntry != entryName) HangUp();
+    if (dialHandle != 0 && dialledEntry != entryName) HangUp();
     dialled = true;
     dialledEntry = entryName;
     dialConnection = 0;
-    dialer.Dial(entryName, [self = QPointer(this)](int handle) {
+    dialHandle = dialer.Dial(entryName, [self = QPointer(this)](int handle) {
         if (self) self->dialConnection = handle;
     });
     waiting.Until([this] { return dialConnection != 0 || Aborted(); },
@@ -123,10 +123,10 @@ void Connectivity::DialConfigured() {
 }
 
 void Connectivity::HangUp() {
-    if (dialConnection == 0) return;
-    dialer.HangUp(dialConnection);
-    dialConnection = 0;
-    if (display.InUse()) Show(false);
+    if (dialHandle != 0) dialer.HangUp(dialHandle);
+    const bool stood = dialConnection != 0;
+    dialHandle = dialConnection = 0;
+    if (stood && display.InUse()) Show(false);
 }
 
 bool Connectivity::Online() {

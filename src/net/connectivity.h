@@ -44,7 +44,7 @@ class Connectivity : public QObject {
     // stands later is noted all the same, so that it can be hung up.
     void DialConfigured();
 
-    // Ends the connection that was dialled, if any.
+    // Ends the connection that was dialled, if any, or the dialling.
     void HangUp();
 
     // The handle of the connection that was dialled, 0 when none.
@@ -52,7 +52,7 @@ class Connectivity : public QObject {
     // The entry of that connection.
     [[nodiscard]] QString DialledEntry() const { return dialledEntry; }
     // Forgets the connection without ending it.
-    void KeepConnection() { dialConnection = 0; }
+    void KeepConnection() { dialConnection = dialHandle = 0; }
     // Whether the program has dialled at all.
     [[nodiscard]] bool Dialled() const { return dialled; }
 
@@ -84,6 +84,7 @@ class Connectivity : public QObject {
     int depth = 0;             // checks and dials that run inside each other
     bool checking = false;
     bool dialled = false;
+    int dialHandle = 0;  // of what was dialled last, stands it or not
     int dialConnection = 0;
     QString dialledEntry;
     std::optional<bool> shown;  // what the indicators show; none while nobody looks

@@ -216,7 +216,8 @@ class TestUploadCycle : public QObject {
             const qint64 late = connects.at(i + 1) - connects.at(i) - 1000LL * pauses.at(i);
             QVERIFY2(late >= 0 && late <= 1000, qPrintable(QString::number(i)));
         }
-        QVERIFY2(f.Time.Milliseconds() - f.Run.Since() > 600'000, "the trouble began with the first try");
+        QVERIFY2(f.Time.Milliseconds() - f.Run.Since() > 600'000,
+                 "the trouble began with the first try");
         QCOMPARE(f.Boxes.Shown, QStringList());
         QCOMPARE(
             f.Display.Statuses.contains("Login refused (530 wrong): check user name and password "

@@ -138,6 +138,10 @@ class TestConnectivity : public QObject {
         bench->Net.HangUp();
         QCOMPARE(bench->Dial.HungUp, QList<int>({1, 2}));
         QVERIFY(bench->Net.DialConnection() == 0 && !bench->Display.Online);
+        bench->Dial.Answers = false;
+        bench->Net.DialConfigured();
+        bench->Net.HangUp();
+        QVERIFY2(bench->Dial.HungUp.contains(3), "also while it is still dialled");
     }
 
     void localServerNeedsNoNetwork() {

@@ -30,6 +30,16 @@ void ServiceContracts::dialsAnEntryOnce() {
     dialer.HangUp(handles.constLast());
     QTRY_COMPARE(modem->HungUp(), QStringList("Stick"));
     QCOMPARE(modem->Dialled(), QStringList({"Stick", "Stick"}));
+
+    handles.clear();
+    const int coming = dialer.Dial("Stick", [&handles](int handle) { handles << handle; });
+    QTRY_COMPARE(modem->Dialled().size(), 3);
+    dialer.HangUp(coming);
+    QTRY_COMPARE(modem->HungUp().size(), 2);
+    modem->Answer(true);
+    dial();
+    QTRY_COMPARE(modem->Dialled().size(), 4);
+    QVERIFY2(handles.isEmpty(), "what was hung up is not reported any more");
 }
 
 void ServiceContracts::failedDialIsNotReported() {

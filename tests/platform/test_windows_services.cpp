@@ -57,6 +57,10 @@ struct Line {
         const QMutexLocker guard(&Lock);
         HungUp << Dialled.value(static_cast<qsizetype>(connection - First));
     }
+    void GiveUp(const QString& entry) {
+        const QMutexLocker guard(&Lock);
+        HungUp << entry;
+    }
 };
 
 class ModemBelow : public PlayedModem {
@@ -84,7 +88,8 @@ class ModemBelow : public PlayedModem {
         DialCalls{.Entries = [] { return QStringList{"Stick"}; },
                   .Stands = [line = line](const QString&) { return line->Stands.load(); },
                   .Dial = [line = line](const QString& entry) { return line->Dial(entry); },
-                  .HangUp = [line = line](quintptr connection) { line->HangUp(connection); }});
+                  .HangUp = [line = line](quintptr connection) { line->HangUp(connection); },
+                  .GiveUp = [line = line](const QString& entry) { line->GiveUp(entry); }});
 };
 
 class PlayedWinInet : public PlayedNetwork {

@@ -10,17 +10,19 @@ void TestOnlineState::Set(bool nowConnected, Links nowLinks) {
     emit Changed();
 }
 
-void TestDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
+int TestDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
     auto line = std::ranges::find(lines, entry, &Line::Entry);
     if (line == lines.end()) {
         Dialled << entry;
-        if (!EntryList.contains(entry)) return;
-        line = lines.insert(static_cast<int>(Dialled.size()), {.Entry = entry});
+        const int handle = static_cast<int>(Dialled.size());
+        if (!EntryList.contains(entry)) return handle;
+        line = lines.insert(handle, {.Entry = entry});
     }
     line->Waiting.push_back(std::move(dialled));
-    if (!Answers && !line->Stands) return;
-    QMetaObject::invokeMethod(
-        this, [this, handle = line.key()] { Report(handle); }, Qt::QueuedConnection);
+    if (Answers || line->Stands)
+        QMetaObject::invokeMethod(
+            this, [this, handle = line.key()] { Report(handle); }, Qt::QueuedConnection);
+    return line.key();
 }
 
 void TestDialer::Report(int handle) {

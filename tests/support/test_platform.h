@@ -37,7 +37,7 @@ class TestDialer : public Dialer {
     bool Answers = true;
 
     [[nodiscard]] QStringList Entries() const override { return EntryList; }
-    void Dial(const QString& entry, std::function<void(int)> dialled) override;
+    int Dial(const QString& entry, std::function<void(int)> dialled) override;
     void HangUp(int handle) override;
 
     // The dials that are still open stand now.

@@ -84,7 +84,7 @@ void LinuxDialer::List(const std::function<void(const Profiles&)>& listed) {
     });
 }
 
-void LinuxDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
+int LinuxDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
     // Activating a connection a second time would cut the line that stands or is coming up.
     const auto known = std::find_if(lines.begin(), lines.end(),
                                     [&entry](const Line& line) { return line.Entry == entry; });
@@ -92,13 +92,16 @@ void LinuxDialer::Dial(const QString& entry, std::function<void(int)> dialled) {
         const int handle = ++lastHandle;
         lines[handle] = {.Entry = entry, .Waiting = {std::move(dialled)}};
         List([this, handle](const Profiles& profiles) { Activate(handle, profiles); });
-    } else if (known->Standing) {
+        return handle;
+    }
+    if (known->Standing) {
         QMetaObject::invokeMethod(
             this, [dialled = std::move(dialled), handle = known.key()] { dialled(handle); },
             Qt::QueuedConnection);
     } else {
         known->Waiting.push_back(std::move(dialled));
     }
+    return known.key();
 }
 
 void LinuxDialer::Activate(int handle, const Profiles& profiles) {
@@ -109,12 +112,13 @@ void LinuxDialer::Activate(int handle, const Profiles& profiles) {
                                     {ObjectPath(profile), ObjectPath("/"), ObjectPath("/")});
     NmBus::Call(bus, call, this, [this, handle](const QDBusMessage& reply) {
         if (!Succeeded(reply)) return Drop(handle);
-        Watch(handle, reply.arguments().constFirst().value<QDBusObjectPath>().path());
+        const QString path = reply.arguments().constFirst().value<QDBusObjectPath>().path();
+        // It may have been hung up before NetworkManager has named it.
+        lines.contains(handle) ? Watch(handle, path) : Deactivate(path);
     });
 }
 
 void LinuxDialer::Watch(int handle, const QString& path) {
-    if (!lines.contains(handle)) return;
     lines[handle].Path = path;
     bus.connect(NmBus::Service, path, NmBus::Properties, "PropertiesChanged", this,
                 SLOT(LinePropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
@@ -149,10 +153,13 @@ void LinuxDialer::LineState(int handle, uint state) {
 
 void LinuxDialer::HangUp(int handle) {
     const QString path = lines.value(handle).Path;
-    if (path.isEmpty()) return;
+    if (!path.isEmpty()) Deactivate(path);
+    Drop(handle);
+}
+
+void LinuxDialer::Deactivate(const QString& path) {
     bus.asyncCall(
         NmBus::Method(NmBus::Path, NmBus::Service, "DeactivateConnection", {ObjectPath(path)}));
-    Drop(handle);
 }
 
 void LinuxDialer::Drop(int handle) {

@@ -22,7 +22,7 @@ class LinuxDialer : public Dialer {
     explicit LinuxDialer(const QDBusConnection& bus);
 
     [[nodiscard]] QStringList Entries() const override { return entries; }
-    void Dial(const QString& entry, std::function<void(int handle)> dialled) override;
+    int Dial(const QString& entry, std::function<void(int handle)> dialled) override;
     void HangUp(int handle) override;
 
   private slots:
@@ -45,6 +45,7 @@ class LinuxDialer : public Dialer {
     void Activate(int handle, const Profiles& profiles);
     void Watch(int handle, const QString& path);
     void LineState(int handle, uint state);
+    void Deactivate(const QString& path);
     void Drop(int handle);
 
     QDBusConnection bus;

@@ -41,13 +41,19 @@ QStringList Entries() {
     return names;
 }
 
-bool Stands(const QString& entry) {
-    const auto connections = Listed<RASCONNW>([](auto* items, DWORD* bytes, DWORD* count) {
+// Those of the entry, also while they are dialled.
+std::vector<RASCONNW> Connections(const QString& entry) {
+    auto connections = Listed<RASCONNW>([](auto* items, DWORD* bytes, DWORD* count) {
         return RasEnumConnectionsW(items, bytes, count);
     });
-    return std::ranges::any_of(connections, [&entry](const RASCONNW& connection) {
-        return QString::fromWCharArray(connection.szEntryName) == entry;
+    std::erase_if(connections, [&entry](const RASCONNW& connection) {
+        return QString::fromWCharArray(connection.szEntryName) != entry;
     });
+    return connections;
+}
+
+bool Stands(const QString& entry) {
+    return !Connections(entry).empty();
 }
 
 quintptr Dial(const QString& entry) {
@@ -62,8 +68,23 @@ void HangUp(quintptr connection) {
     InternetHangUp(connection, 0);
 }
 
+// The modem needs a moment; a program that ends before leaves the line open.
+void GiveUp(const QString& entry) {
+    constexpr int looks = 30;
+    constexpr DWORD betweenLooks = 100;  // milliseconds
+    for (const RASCONNW& connection : Connections(entry)) {
+        if (RasHangUpW(connection.hrasconn) != ERROR_SUCCESS) continue;
+        RASCONNSTATUSW status{};
+        status.dwSize = sizeof status;
+        for (int i = 0; i < looks; ++i) {
+            if (RasGetConnectStatusW(connection.hrasconn, &status) == ERROR_INVALID_HANDLE) break;
+            Sleep(betweenLooks);
+        }
+    }
+}
+
 }  // namespace
 
 DialCalls SystemDialCalls() {
-    return {.Entries = Entries, .Stands = Stands, .Dial = Dial, .HangUp = HangUp};
+    return {.Entries = Entries, .Stands = Stands, .Dial = Dial, .HangUp = HangUp, .GiveUp = GiveUp};
 }

@@ -15,6 +15,7 @@ struct DialCalls {
     std::function<bool(const QString& entry)> Stands;    // whether it is connected now
     std::function<quintptr(const QString& entry)> Dial;  // the connection; 0 when that failed
     std::function<void(quintptr connection)> HangUp;
+    std::function<void(const QString& entry)> GiveUp;  // ends its dialling, or its connection
 };
 
 // Those of WinInet and the remote-access service.
@@ -31,7 +32,7 @@ class WindowsDialer : public Dialer {
     ~WindowsDialer() override;
 
     [[nodiscard]] QStringList Entries() const override { return calls.Entries(); }
-    void Dial(const QString& entry, std::function<void(int handle)> dialled) override;
+    int Dial(const QString& entry, std::function<void(int handle)> dialled) override;
     void HangUp(int handle) override;
 
   private:
@@ -42,6 +43,7 @@ class WindowsDialer : public Dialer {
     };
 
     void Dialled(int handle, quintptr connection);
+    void InBackground(const std::function<void()>& hangUp);
 
     DialCalls calls;
     QMap<int, Line> lines;  // by handle
