@@ -10,8 +10,12 @@ bool FakeCamera::GrabFrame() {
     return Plugged;
 }
 
+int FakeCamera::GrabOf(QSize size) const {
+    return size.width() - 32 + (size.height() - 24) * Sizes;
+}
+
 bool FakeCamera::SaveDIB(const QString& path) {
-    QImage frame(32, 24, QImage::Format_RGB888);
+    QImage frame(32 + Grabs % Sizes, 24 + Grabs / Sizes % Sizes, QImage::Format_RGB888);
     frame.fill(QColor::fromHsv(Grabs * 37 % 360, 255, 255));
     return Plugged && frame.save(path, "BMP");
 }

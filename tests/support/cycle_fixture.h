@@ -14,11 +14,16 @@
 
 #include <QTemporaryDir>
 
-// A camera of which every picture is of another colour; it can be pulled out.
+// A camera of which every picture is of another colour, and of another size when that is wanted;
+// it can be pulled out.
 class FakeCamera : public CaptureControl {
   public:
     bool Plugged = true;
     int Grabs = 0;
+    int Sizes = 1;  // how many different widths, and heights
+
+    // Which grab a picture of that size is from.
+    [[nodiscard]] int GrabOf(QSize size) const;
 
     [[nodiscard]] bool GrabFrame() override;
     [[nodiscard]] bool SaveDIB(const QString& path) override;

@@ -49,5 +49,5 @@ FtpFault ScriptedFtpServer::Meet(const QString& verb) {
     for (const FtpFault& fault : std::as_const(Script))
         if (fault.Verb == verb && (fault.Occurrence == 0 || fault.Occurrence == occurrence))
             return fault;
-    return {.Verb = verb};
+    return Whim ? Whim(verb) : FtpFault{.Verb = verb};
 }

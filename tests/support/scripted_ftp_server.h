@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QTcpServer>
 
+#include <functional>
+
 // What the scripted server does wrong, or otherwise, at one command.
 struct FtpFault {
     // The command; "CONNECT" is the greeting, "DONE" the reply at the end of a transfer.
@@ -65,6 +67,8 @@ class ScriptedFtpServer : public QObject {
     void GoAway(int seconds);
 
     QList<FtpFault> Script;
+    // Asked at each command that the script says nothing of.
+    std::function<FtpFault(const QString& verb)> Whim;
     QMap<QString, QByteArray> Files;
     QStringList Folders;                   // besides the root
     bool AnyFolder = false;                // CWD goes anywhere
