@@ -44,11 +44,10 @@ qint64 UploadCycle::Now() const {
 }
 
 void UploadCycle::ApplyInterval() {
-    OneRun& once = run.ThisRun;
+    qint64& due = run.ThisRun.Due;
     const Settings& values = parts.State.Values;
     Timer4.SetInterval(values.Framerate);
-    once.MinutesLeft = std::min<qint16>(once.MinutesLeft, static_cast<qint16>(values.Uptime));
-    once.Due = std::min(once.Due, Now() + values.TotalInterval());
+    due = std::min(due, Now() + values.TotalInterval());
 }
 
 void UploadCycle::Start(Starter who) {
