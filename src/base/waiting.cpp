@@ -1,5 +1,7 @@
 #include "base/waiting.h"
 
+#include "base/clock.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "base/clock.h"
-
 #include <QObject>
 
 #include <functional>
 #include <optional>
+
+class Clock;
 
 // What ends a wait besides its condition.
 struct WaitTerms {

@@ -1,5 +1,6 @@
 #include "camera/ezvidcap.h"
 
+#include "base/waiting.h"
 #include "camera/camera_adjustments.h"
 #include "camera/capture_format.h"
 #include "camera/capture_session.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/waiting.h"
+#include "base/clock.h"
 #include "camera/camera_list.h"
 #include "camera/dib.h"
 #include "picture/capture_control.h"
@@ -12,6 +12,7 @@
 class CaptureSession;
 struct CaptureRequest;
 class QImage;
+class Waiting;
 
 // The capture control: lists the cameras, holds the one selected, grabs its newest frame, saves it
 // and shows a preview. A camera is opened when the first picture is wanted of it, closed when none

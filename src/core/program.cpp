@@ -1,10 +1,24 @@
 #include "core/program.h"
 
+#include "base/clock.h"
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
+#include "base/status_hub.h"
+#include "base/waiting.h"
+#include "camera/ezvidcap.h"
+#include "core/hang_up_question.h"
+#include "core/main_state.h"
+#include "core/offline_picture.h"
 #include "core/public_names.h"
+#include "core/run_state.h"
 #include "core/settings/load_settings.h"
+#include "core/upload_cycle.h"
+#include "core/upload_transaction.h"
+#include "net/connectivity.h"
+#include "net/ftp.h"
 #include "net/page_control.h"
+#include "picture/picture_pipeline.h"
+#include "platform/platform.h"
 
 #include <QDir>
 #include <QFile>
@@ -22,29 +36,59 @@ constexpr int cameraWatchMilliseconds = 10'000;
 
 }  // namespace
 
+struct Program::Controls {
+    explicit Controls(const Surroundings& around)
+        : Wait(around.Time),
+          Net(Wait, *around.System.Online, *around.System.Dial, Display, around.Page),
+          FTP1(Wait, Display),
+          ezVidCap1(Wait, *around.System.Cameras),
+          PictureValues{around.Folder, around.InstalledFolders},
+          Pictures(PictureValues, ezVidCap1, Wait, around.Boxes, Display),
+          Run(around.Time, Display),
+          Transaction(Wait, FTP1, Net, Display, around.Boxes, State, Run),
+          Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
+          Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
+                 around.ClickSound}),
+          CameraWatch(around.Time, cameraWatchMilliseconds) {}
+
+    Waiting Wait;
+    StatusHub Display;
+    MainState State;
+    Connectivity Net;
+    FTP FTP1;
+    ezVidCap ezVidCap1;
+    PictureState PictureValues;
+    PicturePipeline Pictures;
+    RunStatus Run;
+    UploadTransaction Transaction;
+    OfflinePicture Offline;
+    UploadCycle Cycle;
+    Timer CameraWatch;  // for the camera of a run that is not there
+};
+
 Program::Program(const Surroundings& ownSurroundings)
-    : Wait(ownSurroundings.Time),
-      Net(Wait, *ownSurroundings.System.Online, *ownSurroundings.System.Dial, Display,
-          ownSurroundings.Page),
-      FTP1(Wait, Display),
-      ezVidCap1(Wait, *ownSurroundings.System.Cameras),
-      PictureValues{ownSurroundings.Folder, ownSurroundings.InstalledFolders},
-      Pictures(PictureValues, ezVidCap1, Wait, ownSurroundings.Boxes, Display),
-      Run(ownSurroundings.Time, Display),
-      Transaction(Wait, FTP1, Net, Display, ownSurroundings.Boxes, State, Run),
-      Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
-      Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *ownSurroundings.System.Sounds, State,
-             Run, ownSurroundings.ClickSound}),
-      surroundings(ownSurroundings),
-      cameraWatch(ownSurroundings.Time, cameraWatchMilliseconds) {
+    : surroundings(ownSurroundings),
+      controls(std::make_unique<Controls>(surroundings)),
+      Wait(controls->Wait),
+      Display(controls->Display),
+      State(controls->State),
+      Net(controls->Net),
+      FTP1(controls->FTP1),
+      ezVidCap1(controls->ezVidCap1),
+      PictureValues(controls->PictureValues),
+      Pictures(controls->Pictures),
+      Run(controls->Run),
+      Transaction(controls->Transaction),
+      Offline(controls->Offline),
+      Cycle(controls->Cycle) {
     FTP1.SetProgramFolder(surroundings.Folder);
     State.SettingsFile = SettingsFile();
     Cycle.SetOfflinePicture(&Offline);
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         if (!fault.isEmpty()) Display.ShowStatus(fault);
     });
-    connect(&cameraWatch, &Timer::Tick, this, &Program::LookForCamera);
-    cameraWatch.SetEnabled(true);
+    connect(&controls->CameraWatch, &Timer::Tick, this, &Program::LookForCamera);
+    controls->CameraWatch.SetEnabled(true);
     connect(&Wait, &Waiting::Idle, this, [this] {
         if (exiting) emit Ended();
     });

@@ -1,22 +1,29 @@
 #pragma once
 
-#include "base/status_hub.h"
-#include "base/waiting.h"
-#include "camera/ezvidcap.h"
-#include "core/hang_up_question.h"
-#include "core/main_state.h"
-#include "core/offline_picture.h"
-#include "core/upload_cycle.h"
-#include "core/upload_transaction.h"
-#include "net/connectivity.h"
-#include "net/ftp.h"
-#include "picture/picture_pipeline.h"
-#include "platform/platform.h"
-
 #include <QObject>
+#include <QStringList>
 
+#include <memory>
+
+class Clock;
+class Connectivity;
+class ezVidCap;
+class FTP;
+class HangUpQuestion;
 class MessageBoxes;
+class OfflinePicture;
 class PageControl;
+class PicturePipeline;
+class RunStatus;
+class StatusHub;
+class UploadCycle;
+class UploadTransaction;
+class Waiting;
+struct MainState;
+struct PictureState;
+struct Platform;
+struct ProfileEntry;
+struct Settings;
 
 // The whole program without its windows: the controls and timers that the main window holds, the
 // order of start-up, the way out.
@@ -36,18 +43,24 @@ class Program : public QObject {
     explicit Program(const Surroundings& surroundings);
     ~Program() override;
 
-    Waiting Wait;
-    StatusHub Display;
-    MainState State;
-    Connectivity Net;
-    FTP FTP1;
-    ezVidCap ezVidCap1;
-    PictureState PictureValues;
-    PicturePipeline Pictures;
-    RunStatus Run;
-    UploadTransaction Transaction;
-    OfflinePicture Offline;
-    UploadCycle Cycle;
+  private:
+    struct Controls;
+    Surroundings surroundings;
+    std::unique_ptr<Controls> controls;  // what follows, in the order of their needs
+
+  public:
+    Waiting& Wait;
+    StatusHub& Display;
+    MainState& State;
+    Connectivity& Net;
+    FTP& FTP1;
+    ezVidCap& ezVidCap1;
+    PictureState& PictureValues;
+    PicturePipeline& Pictures;
+    RunStatus& Run;
+    UploadTransaction& Transaction;
+    OfflinePicture& Offline;
+    UploadCycle& Cycle;
 
     // Start-up in its order: capture devices, settings, old working files removed, capture switched
     // on; with `autostarter` and Autostart "1" the cycle starts at once.
@@ -117,9 +130,7 @@ class Program : public QObject {
     void DeleteOldFiles();
     [[nodiscard]] QString NoDriverText() const;
 
-    Surroundings surroundings;
     QStringList drivers;
     HangUpQuestion* question = nullptr;
-    Timer cameraWatch;  // for the camera of a run that is not there
     bool exiting = false;
 };

@@ -1,5 +1,11 @@
 #include "net/connectivity.h"
 
+#include "base/status_display.h"
+#include "base/waiting.h"
+#include "net/page_control.h"
+#include "platform/dialer.h"
+#include "platform/online_state.h"
+
 #include <QHostAddress>
 #include <QPointer>
 #include <QScopedValueRollback>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "base/status_display.h"
-#include "base/waiting.h"
-#include "net/page_control.h"
-#include "platform/dialer.h"
-#include "platform/online_state.h"
-
 #include <QObject>
 #include <QString>
 
 #include <optional>
+
+class Dialer;
+class OnlineState;
+class PageControl;
+class StatusDisplay;
+class Waiting;
 
 // Whether the server can be reached, as far as the machine knows, and the ways to make it so:
 // dialling a configured entry, or page requests that make the system dial by itself. Any network

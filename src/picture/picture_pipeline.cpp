@@ -1,5 +1,7 @@
 #include "picture/picture_pipeline.h"
 
+#include "base/clock.h"
+#include "base/waiting.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/encode_jpeg.h"
 

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "base/message_boxes.h"
-#include "base/waiting.h"
 #include "picture/capture_control.h"
 #include "picture/overlay/overlays.h"
 #include "picture/picture_settings.h"
 #include "picture/picture_state.h"
+
+class MessageBoxes;
+class StatusDisplay;
+class Waiting;
 
 // Makes the pictures: one frame of the camera becomes "1pw.jpg" in the working folder, by way of
 // the bitmap "1pw.bmp", on which the overlays are put. Keeping one cycle from starting inside

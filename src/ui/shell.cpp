@@ -3,6 +3,8 @@
 #include "base/message_boxes.h"
 #include "base/paths.h"
 #include "base/profile_file.h"
+#include "base/waiting.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_oberflaeche.h"

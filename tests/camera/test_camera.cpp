@@ -1,6 +1,7 @@
 // The capture control and real V4L2 cameras. Runs on a machine with two of the kernel's virtual
 // cameras, which camera-machine starts; there it may pull them out.
 
+#include "base/waiting.h"
 #include "camera/ezvidcap.h"
 #include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"

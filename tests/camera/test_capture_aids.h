@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/waiting.h"
 #include "camera/ezvidcap.h"
 #include "platform/capture_devices.h"
 #include "platform/system_clock.h"

@@ -1,4 +1,6 @@
+#include "base/waiting.h"
 #include "net/connectivity.h"
+#include "net/page_control.h"
 #include "support/data_rows.h"
 #include "support/recording_display.h"
 #include "support/test_clock.h"

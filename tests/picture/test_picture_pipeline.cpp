@@ -1,3 +1,4 @@
+#include "base/waiting.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/decoded_jpeg.h"
 #include "picture/picture_pipeline.h"

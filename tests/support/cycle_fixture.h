@@ -5,6 +5,7 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
+#include "net/page_control.h"
 #include "picture/picture_pipeline.h"
 #include "support/answering_boxes.h"
 #include "support/recording_display.h"

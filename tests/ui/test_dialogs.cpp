@@ -1,3 +1,4 @@
+#include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"

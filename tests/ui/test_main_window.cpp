@@ -1,3 +1,4 @@
+#include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"

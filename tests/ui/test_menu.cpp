@@ -1,3 +1,4 @@
+#include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/info.h"

@@ -1,3 +1,4 @@
+#include "camera/ezvidcap.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "ui/settings/overlay/colour_button.h"

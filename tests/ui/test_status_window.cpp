@@ -1,3 +1,4 @@
+#include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "ui/skin/skin.h"
 #include "ui/status/frm_status.h"

@@ -2,6 +2,8 @@
 
 #include "base/message_boxes.h"
 #include "base/profile_file.h"
+#include "base/waiting.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "ui/menu/menu_panel.h"
 #include "ui/skin/rounded_corners.h"

@@ -1,6 +1,10 @@
 #include "ui/dialogs/frm_statusgesamt.h"
 
+#include "base/waiting.h"
+#include "camera/ezvidcap.h"
+#include "core/main_state.h"
 #include "core/program.h"
+#include "core/upload_transaction.h"
 #include "ui/texts/texts.h"
 #include "ui/tray/run_figures.h"
 

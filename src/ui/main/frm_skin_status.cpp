@@ -1,4 +1,5 @@
 #include "core/program.h"
+#include "core/run_state.h"
 #include "ui/main/frm_skin.h"
 #include "ui/skin/picture_box.h"
 #include "ui/status/status_texts.h"

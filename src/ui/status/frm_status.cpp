@@ -1,8 +1,13 @@
 #include "ui/status/frm_status.h"
 
 #include "base/profile_file.h"
+#include "base/status_hub.h"
+#include "base/waiting.h"
+#include "camera/ezvidcap.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "core/settings/interval.h"
+#include "core/upload_cycle.h"
 #include "ui/skin/skin.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"

@@ -1,6 +1,7 @@
 #include "ui/texts/languages.h"
 
 #include "base/profile_file.h"
+#include "core/main_state.h"
 #include "core/program.h"
 
 namespace {

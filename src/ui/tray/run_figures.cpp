@@ -1,6 +1,12 @@
 #include "ui/tray/run_figures.h"
 
+#include "base/status_hub.h"
+#include "base/waiting.h"
+#include "camera/ezvidcap.h"
+#include "core/main_state.h"
 #include "core/program.h"
+#include "core/upload_cycle.h"
+#include "net/ftp.h"
 #include "ui/texts/texts.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "ui/tray/tray1.h"
 
 #include "core/program.h"
+#include "core/upload_cycle.h"
 #include "ui/texts/texts.h"
 #include "ui/tray/program_icons.h"
 

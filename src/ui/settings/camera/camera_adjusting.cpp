@@ -1,7 +1,10 @@
 #include "ui/settings/camera/camera_adjusting.h"
 
 #include "camera/camera_adjustments.h"
+#include "camera/ezvidcap.h"
+#include "core/main_state.h"
 #include "core/program.h"
+#include "platform/platform.h"
 #include "ui/settings/camera/camera_view.h"
 #include "ui/settings/camera/control_row.h"
 

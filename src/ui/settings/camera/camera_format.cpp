@@ -1,6 +1,8 @@
 #include "ui/settings/camera/camera_format.h"
 
+#include "camera/ezvidcap.h"
 #include "core/program.h"
+#include "platform/platform.h"
 #include "ui/settings/settings_rows.h"
 
 #include <QComboBox>

@@ -4,6 +4,7 @@
 #include "camera/test_picture.h"
 #include "core/program.h"
 #include "core/settings/load_settings.h"
+#include "platform/platform.h"
 #include "ui/settings/camera/camera_address.h"
 #include "ui/settings/camera/camera_view.h"
 

@@ -2,8 +2,10 @@
 
 #include "base/message_boxes.h"
 #include "base/paths.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "core/settings/load_settings.h"
+#include "picture/picture_state.h"
 #include "ui/settings/camera/path_field.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"

@@ -1,5 +1,6 @@
 #include "ui/settings/ftp/trial_panel.h"
 
+#include "base/clock.h"
 #include "ui/settings/bindings.h"
 #include "ui/settings/ftp/trial_texts.h"
 

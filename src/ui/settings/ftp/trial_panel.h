@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/clock.h"
 #include "net/connection_trial.h"
 #include "ui/texts/texts.h"
 

@@ -4,6 +4,7 @@
 #include "base/paths.h"
 #include "core/program.h"
 #include "core/settings/setting_table.h"
+#include "picture/picture_state.h"
 #include "ui/settings/overlay/overlay_files.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"

@@ -1,10 +1,12 @@
 #include "ui/settings/overlay/frm_overlay.h"
 
 #include "base/message_boxes.h"
+#include "base/waiting.h"
 #include "core/program.h"
 #include "core/settings/setting_table.h"
 #include "picture/overlay/date_time_form.h"
 #include "picture/overlay/text_style.h"
+#include "picture/picture_state.h"
 #include "ui/settings/overlay/colour_button.h"
 #include "ui/settings/overlay/font_chooser.h"
 #include "ui/settings/overlay/frm_bild.h"

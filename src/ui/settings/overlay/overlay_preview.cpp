@@ -1,5 +1,6 @@
 #include "ui/settings/overlay/overlay_preview.h"
 
+#include "base/waiting.h"
 #include "core/program.h"
 #include "ui/widgets/preview_area.h"
 

@@ -1,5 +1,8 @@
 #include "ui/settings/overlay/preview_camera.h"
 
+#include "base/waiting.h"
+#include "camera/ezvidcap.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "picture/overlay/text_drawing.h"
 #include "ui/texts/texts.h"

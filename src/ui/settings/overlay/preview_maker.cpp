@@ -1,7 +1,10 @@
 #include "ui/settings/overlay/preview_maker.h"
 
+#include "base/clock.h"
+#include "base/waiting.h"
 #include "core/program.h"
 #include "core/settings/load_settings.h"
+#include "picture/picture_state.h"
 
 #include <algorithm>
 
