@@ -19,6 +19,8 @@ class Retry {
     // Whatever made the tries fail has changed: the next one is due at once, the pauses begin anew.
     void AtOnce() { *this = {}; }
 
+    // Nothing has failed yet.
+    [[nodiscard]] bool Fresh() const { return pause == 0; }
     [[nodiscard]] bool Due(qint64 now) const { return now >= next; }
 
   private:

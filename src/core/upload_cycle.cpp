@@ -62,13 +62,14 @@ void UploadCycle::Start(Starter who) {
     flags.QuietErrors = who == Starter::System;
     parts.Display.ResetRunningTime();
     if (!parts.ClickSound.isEmpty()) parts.Sounds.Play(parts.ClickSound);
-    flags.ConnectionDown = false;
+    const bool local = parts.State.Values.LocalMode();
+    flags.ConnectionDown = !local;  // whatever still stands
     parts.Net.SetStopped(false);
     const qint64 began = Now();
-    if (parts.State.Values.LocalMode()) {
+    if (local) {
         parts.Display.ShowStatus("Save Picture Local");
         run.Enter(RunState::Waiting);
-    } else if (!parts.Transaction.ConnectFtp() && run.Running()) {
+    } else if (!Connect(RunState::Waiting) && run.Running()) {
         Failed(NotConnected(), began);
     }
     Timer4.SetInterval(parts.State.Values.Framerate);
@@ -280,7 +281,7 @@ UploadCycle::Outcome UploadCycle::FtpTick() {
         parts.Display.ShowStatus("reconnecting");
         return Trouble{"No Connection to Internet"};
     }
-    if (!run.Running() || !Connect()) return NotConnected();
+    if (!run.Running() || !Connect(RunState::TakingPicture)) return NotConnected();
     if (!run.Running() || parts.Wait.Closing()) return NotConnected();
     run.ThisRun.Published = false;
     Outcome trouble = Publish();
@@ -288,11 +289,18 @@ UploadCycle::Outcome UploadCycle::FtpTick() {
     return trouble;
 }
 
-// Whether the connection stands; makes it where it does not.
-bool UploadCycle::Connect() {
-    bool& down = parts.Transaction.Flags.ConnectionDown;
-    if (std::exchange(down, false)) return parts.Transaction.ConnectFtp(RunState::TakingPicture);
-    return parts.Ftp.IsConnected() || parts.Transaction.ConnectOnceMore(RunState::TakingPicture);
+// Whether the connection stands; makes it where it does not, the first time that it fails once more
+// at once: a server that was only restarted is there again. Not where it would lock somebody out.
+bool UploadCycle::Connect(RunState then) {
+    UploadTransaction& transaction = parts.Transaction;
+    bool& down = transaction.Flags.ConnectionDown;
+    if (!down && parts.Ftp.IsConnected()) return true;
+    const bool first = run.ThisRun.Again.Fresh();
+    const bool connected = std::exchange(down, false) ? transaction.ConnectFtp(then)
+                                                      : transaction.ConnectOnceMore(then);
+    if (connected || !first || transaction.LoginRefused() || !run.Running()) return connected;
+    down = false;
+    return transaction.ConnectFtp(then);
 }
 
 bool UploadCycle::PrepareSending() {

@@ -85,7 +85,7 @@ class UploadCycle : public QObject {
     void Tick();
     [[nodiscard]] Outcome LocalTick();
     [[nodiscard]] Outcome FtpTick();
-    [[nodiscard]] bool Connect();
+    [[nodiscard]] bool Connect(RunState then);
     [[nodiscard]] Outcome Publish();
     void MakeReady();
     void Failed(const Trouble& trouble, qint64 began);

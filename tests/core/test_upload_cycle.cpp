@@ -198,7 +198,7 @@ class TestUploadCycle : public QObject {
 
     void PausesGrow_data() {
         const Rows<QString, QList<int>> row;  // how long until the next connect begins, seconds
-        row("server away", "", {9, 10, 20, 40, 80, 160, 300, 300});
+        row("server away", "", {4, 9, 10, 20, 40, 80, 160, 300, 300});
         row("login refused", "another", {9, 10, 20, 40, 80, 160, 320, 640, 900, 900});
     }
     void PausesGrow() {
@@ -234,7 +234,10 @@ class TestUploadCycle : public QObject {
         const Rows<QString, int, int> row;  // in which step; seconds away, and until a picture
         const QStringList steps{"USER", "PASS", "CWD",  "TYPE", "PORT",
                                 "STOR", "DONE", "DELE", "RNFR", "RNTO"};
-        for (const QString& step : steps) row(qPrintable(step), step, 19, 15);
+        for (const QString& step : steps) {
+            row(qPrintable(step), step, 13, 15);
+            row(qPrintable(step + " longer"), step, 20, 15);
+        }
         row("long", "STOR", 180, 170);
     }
     void ServerDiesAndComesBack() {
@@ -309,6 +312,7 @@ class TestUploadCycle : public QObject {
         f.Server.StopListening();
         f.Cycle.Start(UploadCycle::Starter::System);
         f.Time.Advance(60'000);
+        QCOMPARE(f.Display.States.count("connecting"), 5);  // twice at once
         QCOMPARE(f.Run.Is(), RunState::WaitingToRetry);
         QVERIFY(f.Display.Statuses.last().startsWith("The Server dont exists"));
         f.Server.ListenAgain();
