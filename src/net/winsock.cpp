@@ -4,6 +4,7 @@
 
 #include <QHostInfo>
 #include <QNetworkProxy>
+#include <QScopedValueRollback>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int patienceMilliseconds = 5000;
+constexpr int mostAtOnce = 16;  // sends in a row, before other events have their turn
 
 // An IPv4 address in the form of IPv6 stands for the former, and so do those of the connection.
 QHostAddress Plain(const QHostAddress& address) {
@@ -131,9 +133,20 @@ void Winsock::Established() {
 }
 
 void Winsock::Written() {
-    if (!sending || socket->bytesToWrite() > 0) return;
-    sending = false;
-    emit SendComplete();
+    if (handingOver || !sending || socket->bytesToWrite() > 0) return;
+    const QScopedValueRollback now(handingOver, true);
+    int left = mostAtOnce;
+    do {
+        sending = false;
+        emit SendComplete();
+    } while (Taken(--left > 0));
+}
+
+// Whether the system has taken what a handler of SendComplete has sent; with `atOnce` without a
+// pass through the event loop, which costs more than a block.
+bool Winsock::Taken(bool atOnce) {
+    if (atOnce && state == StateConnected) socket->flush();
+    return state == StateConnected && sending && socket->bytesToWrite() == 0;
 }
 
 void Winsock::Ended() {

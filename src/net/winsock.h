@@ -57,7 +57,8 @@ class Winsock : public QObject {
     void Close();
 
     // Sends bytes; ignored unless connected. SendComplete follows from the event loop once the
-    // system has taken all of them, also when there are none.
+    // system has taken all of them, also when there are none; where a handler of SendComplete
+    // sends, it may follow as soon as that handler has returned.
     void Send(const QByteArray& bytes);
 
     // Hands over at once what Send has taken, as far as the system takes it without waiting.
@@ -90,6 +91,7 @@ class Winsock : public QObject {
     void TakeRequest();
     void Established();
     void Written();
+    bool Taken(bool atOnce);
     void Ended();
     void SetUpSocket();
 
@@ -101,6 +103,7 @@ class Winsock : public QObject {
     QTcpServer* listener = nullptr;
     QTcpSocket* request = nullptr;
     bool sending = false;
+    bool handingOver = false;  // SendComplete is being raised
     int lookup = noLookup;
     QList<QHostAddress> untried;
     quint16 remotePort = 0;
