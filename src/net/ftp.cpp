@@ -33,10 +33,7 @@ bool FTP::Connect() {
 }
 
 bool FTP::Disconnect() {
-    if (commands.Control.Connected) {
-        commands.Control.SendLine(QStringLiteral("QUIT"));
-        commands.Control.Flush();
-    }
+    if (commands.Control.Connected) commands.Control.SendLine(QStringLiteral("QUIT"));
     commands.Control.Close();
     return true;
 }

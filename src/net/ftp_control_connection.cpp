@@ -32,6 +32,7 @@ void FtpControlConnection::Close() {
 
 void FtpControlConnection::SendLine(const QString& line) {
     element.Send((line + QStringLiteral("\r\n")).toUtf8());
+    element.Flush();
 }
 
 bool FtpControlConnection::Gone() const {

@@ -17,10 +17,9 @@ class FtpControlConnection : public QObject {
     void Open(const QString& host, qint32 port);
     void Close();
 
-    // Sends the line in UTF-8 with its line end; ignored when there is no connection.
+    // Sends the line in UTF-8 with its line end, before a Close that follows; ignored when there is
+    // no connection.
     void SendLine(const QString& line);
-    // Hands over to the system what was sent, so that it reaches the server before a Close.
-    void Flush() { element.Flush(); }
 
     // Whether the connection stands; false as soon as the server has closed it.
     [[nodiscard]] bool Stands() const { return element.State() == Winsock::StateConnected; }
