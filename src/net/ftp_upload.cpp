@@ -90,10 +90,9 @@ void FtpUpload::SendNext(FtpDataElements::Role role, qint32 size) {
     }
 }
 
-// Sends the first `bytes` of the block at the current position and moves on by a whole block. A
-// file that has become shorter meanwhile ends the transfer.
+// Sends the next `bytes` of the file; the position moves on by a whole block. A file that has
+// become shorter meanwhile ends the transfer.
 bool FtpUpload::SendBlock(qint32 bytes) {
-    localFile.seek(position - 1);
     const QByteArray block = localFile.read(bytes);
     readFault = block.size() < bytes;
     position += plan.BlockSize;
