@@ -1,10 +1,10 @@
 #include "base/waiting.h"
 #include "platform/system_clock.h"
-#include "support/data_rows.h"
 #include "support/test_clock.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QTest>
 
 namespace {
 
@@ -77,32 +77,6 @@ class TestClockWaiting : public QObject {
         const qint64 start = bench.Time.Milliseconds();
         QVERIFY(bench.Time.RunUntil(done));
         QCOMPARE(bench.Time.Milliseconds() - start, 4000);
-    }
-
-    void AWaitThatNothingCanEndIsGivenUp() {
-        Bench bench;
-        bench.Time.Patience = 30;
-        bench.Time.GiveUp = [&bench] { bench.Wait.Close(); };
-        QCOMPARE(bench.Wait.Until(Never), Waiting::End::Closing);
-    }
-
-    void Ends_data() {
-        using enum Waiting::End;
-        const Rows<bool, bool, bool, int, Waiting::End> row;
-        row("done, though all is lost", true, true, true, 0, Done);
-        row("the program closes", false, true, true, 0, Closing);
-        row("limit", false, false, false, 100, Limit);
-        row("hopeless", false, false, true, 100, Hopeless);
-    }
-    void Ends() {
-        const auto [done, closing, hopeless, limit, end] =
-            Row<bool, bool, bool, int, Waiting::End>();
-        Bench bench;
-        if (closing) bench.Wait.Close();
-        const WaitTerms terms{.LimitMilliseconds = limit, .Hopeless = [&] { return hopeless; }};
-        QCOMPARE(bench.Wait.Until([&] { return done; }, terms), end);
-        QCOMPARE(bench.Wait.Depth(), 0);
-        QCOMPARE(bench.Wait.Seconds(1), !closing);
     }
 
     void CloseEndsNestedWaits() {

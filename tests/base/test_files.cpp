@@ -1,4 +1,3 @@
-#include "base/paths.h"
 #include "base/whole_file.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
@@ -13,24 +12,6 @@ class TestFiles : public QObject {
     Q_OBJECT
 
   private slots:
-    void Find_data() {
-        const Rows<QString, QString> row;
-        row("other case everywhere", "skins/DEFAULT/Splash.BMP", "Skins/Default/splash.bmp");
-        row("backslashes", "\\skins\\default\\", "Skins/Default");
-        row("accent", QStringLiteral("BÜRO"), QStringLiteral("büro"));
-        row("below a file", "skins/default/splash.bmp/x", "");
-        row("only begins the same", "skin", "");
-    }
-    void Find() {
-        const auto [name, found] = Row<QString, QString>();
-        const QTemporaryDir folder;
-        QVERIFY(QDir(folder.path()).mkpath("Skins/Default"));
-        for (const QString& each : {QString("Skins/Default/splash.bmp"), QStringLiteral("büro")})
-            QVERIFY(WriteBytes(folder.filePath(each), ""));
-        const QString full = found.isEmpty() ? QString() : folder.filePath(found);
-        QCOMPARE(Paths::Find(folder.path(), name), QDir::toNativeSeparators(full));
-    }
-
     void Replaces_data() {
         const Rows<QString> row;
         row("names of other languages", QStringLiteral("Jürgen Ω/写真.jpg"));

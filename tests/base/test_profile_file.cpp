@@ -3,7 +3,6 @@
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
-#include <QDir>
 #include <QRandomGenerator>
 #include <QStringEncoder>
 #include <QTemporaryDir>
@@ -234,21 +233,6 @@ class TestProfileFile : public QObject {
         const auto [path] = Row<QString>();
         QCOMPARE(ReadSetting(path, "Sec", "Key"), "");
         QCOMPARE(WriteSetting(path, "Sec", "Key", "v"), 0);
-    }
-
-    void Numbers_data() {
-        Rows<QString, double, int>(
-            {{" \t21 ", 21, 21},
-             {"--5", 0, 0},
-             {"-75.9abc", -75.9, -75},
-             {"1e3", 1, 1},
-             {"-99999999999", -99999999999.0, -2147483647 - 1},
-             {QString(400, u'9'), std::numeric_limits<double>::max(), 2147483647}});
-    }
-    void Numbers() {
-        const auto [text, number, whole] = Row<QString, double, int>();
-        QCOMPARE(Val(text), number);
-        QCOMPARE(ValLong(text), whole);
     }
 
   private:

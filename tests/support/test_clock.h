@@ -18,12 +18,8 @@ class TestClock : public Clock {
     [[nodiscard]] qint64 Milliseconds() const override { return now; }
     [[nodiscard]] QDateTime Now() const override { return start.addMSecs(now); }
     // A wait that nothing can end any more, because no timer is armed and no event has come for
-    // many real seconds, is given up.
+    // many real seconds, ends the test with a message.
     void WaitForEvents() override;
-
-    // What giving up is: it ends the test with a message. And after how many real milliseconds.
-    std::function<void()> GiveUp;
-    int Patience = 20'000;
 
     // Sets the date and time of day that belong to this moment.
     void SetNow(const QDateTime& time) { start = time.addMSecs(-now); }
