@@ -18,14 +18,8 @@ class TestConnectionTrial : public QObject {
         const auto before = bench.Server.Files;
         TrialAccess access = bench.Access();
         access.Folder = "cam";
-        QList<TrialStep> steps;
-        connect(&bench.Trial, &ConnectionTrial::StepStarted, this,
-                [&steps](TrialStep step) { steps << step; });
         QCOMPARE(bench.Trial.Run(access).Is, Fine);
         QVERIFY(bench.Server.Files == before);
-        using enum TrialStep;
-        QCOMPARE(steps, QList({Connecting, ChangingFolder, Storing, Renaming, Storing, Renaming,
-                               Deleting}));
         QVERIFY(!bench.Server.Commands.join(u' ').contains("pw.jpg"));
         QVERIFY(bench.Log.Commands.filter("STOR").size() == 2);
         QVERIFY(bench.Log.Commands.filter("secret").isEmpty());

@@ -7,7 +7,6 @@
 // A display that writes down everything it is shown, in order.
 class RecordingDisplay : public StatusDisplay {
   public:
-    bool Shown = true;
     QStringList Statuses;     // every status text
     QStringList Commands;     // every command sent
     QStringList States;       // every state of the run
@@ -20,7 +19,7 @@ class RecordingDisplay : public StatusDisplay {
     bool Online = false;
     QString Recording;
 
-    [[nodiscard]] bool InUse() const override { return Shown; }
+    [[nodiscard]] bool InUse() const override { return true; }
     void ShowStatus(const QString& text) override { Statuses << text; }
     void ShowTimeOutLabel(std::optional<int> seconds) override {
         LabelVisible = seconds.has_value();
