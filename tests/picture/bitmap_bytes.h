@@ -14,26 +14,18 @@ struct BitmapShape {
     bool TopDown = false;
     int HeaderSize = 40;
     std::array<quint32, 3> Masks = {};  // red, green, blue; none: no bit fields
-    bool GreyPalette = false;
-    int Block = 1;  // pixels of one colour, across and down
 
     [[nodiscard]] int Colours() const { return Bits <= 8 ? 1 << Bits : 0; }
     [[nodiscard]] bool Masked() const { return Masks[0] != 0; }
 
     // The number stored for a pixel; y from the top.
     [[nodiscard]] quint32 Raw(int x, int y) const {
-        const int column = x / Block;
-        const int row = y / Block;
-        const auto value =
-            static_cast<quint32>(column * 40503 + row * 2654435 + column * row * 977);
+        const auto value = static_cast<quint32>(x * 40503 + y * 2654435 + x * y * 977);
         return Bits == 32 ? value * 2654435761U : value % (1U << Bits);
     }
 
     [[nodiscard]] QColor PaletteColour(quint32 index) const {
         const int i = static_cast<int>(index);
-        const int top = Colours() - 1;
-        if (GreyPalette)
-            return QColor(255 - i * 255 / top, 255 - i * 255 / top, 255 - i * 255 / top);
         return QColor((i * 53 + 7) % 256, 255 - i * 11 % 256, i * 37 % 256);
     }
 
