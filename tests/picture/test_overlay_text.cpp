@@ -46,21 +46,6 @@ class TestOverlayText : public QObject {
                  expected);
     }
 
-    void SuitsEveryLocale() {
-        const auto all =
-            QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
-        QVERIFY(all.size() > 100);
-        for (const QLocale& locale : all) {
-            const QString date = FormatDate(DateForm::System, Evening.date(), locale);
-            QVERIFY2(date.contains(locale.toString(Evening.date(), "yyyy")), qPrintable(date));
-            const QString time = FormatTime(TimeForm::System, Evening.time(), locale);
-            QVERIFY2(time != FormatTime(TimeForm::System, Evening.time().addSecs(1), locale),
-                     qPrintable(time));
-            QVERIFY2(!time.contains(QRegularExpression("UTC|GMT|[()\\[\\]]|[\\s,]$")),
-                     qPrintable(locale.name() + ' ' + time));
-        }
-    }
-
     void ShowsTheWholeText_data() {
         const Rows<QString, QString> row;  // with | for the line breaks
         row("all", "1|2|3|4|5|6|7|8", "1|2|3|4|5|6|7|8");
@@ -124,11 +109,6 @@ class TestOverlayText : public QObject {
         overlay.BuildOverlayText(settings, Evening);
         expected.replace("|", "\r\n").replace("D, T", "14.11.2026, 21:40:15");
         QCOMPARE(first + '/' + overlay.OverlayText, expected);
-        // Without a row there is no empty line either.
-        settings.Lin = {};
-        overlay.BuildOverlayText(settings, Evening);
-        if (inRows && !alone && mode == OverlayMode::SpecialText)
-            QCOMPARE(overlay.OverlayText, "14.11.2026, 21:40:15");
         QVERIFY(display.Statuses.isEmpty());
     }
 };

@@ -81,22 +81,6 @@ class TestPictureOverlay : public QObject {
         overlay = std::make_unique<PictureOverlay>(display, QStringList{folder->path()});
     }
 
-    void FindsThePlace_data() {
-        const Rows<OverlayPlace, QPoint> row;
-        using enum OverlayPlace;
-        row("up right", UpRight, {440, 0});
-        row("up left", UpLeft, {0, 0});
-        row("up middle", UpMiddle, {220, 0});
-        row("down right", DownRight, {440, 400});
-        row("down left", DownLeft, {0, 400});
-        row("down middle", DownMiddle, {220, 400});
-        row("center", Center, {220, 200});
-    }
-    void FindsThePlace() {
-        const auto [position, place] = Row<OverlayPlace, QPoint>();
-        QCOMPARE(OverlayPosition(position, {640, 480}, {200, 80}), place);
-    }
-
     void StampsEveryKindOfFile_data() {
         const Rows<QByteArray, QImage> row;
         const QImage large = Speckled({90, 70}, 3);
