@@ -114,21 +114,6 @@ class CameraTest : public QObject {
         QCOMPARE(seen.size(), 5);
     }
 
-    void ControlsAreListed() {
-        const CaptureDevice device = MakeCaptureDevices()->List().first();
-        const auto controls = MakeCameraControls();
-        const QList<CameraControl> list = controls->List(device);
-        QCOMPARE(Named(list, "MirrorHorizontal").Kind, CameraControl::Form::Switch);
-        // A menu of the driver's own; no sound, no buttons and texts.
-        QVERIFY(std::ranges::any_of(list, [](const CameraControl& control) {
-            return control.Kind == CameraControl::Form::Menu && control.Choices.size() > 1 &&
-                   control.Id.startsWith("0x");
-        }));
-        for (const CameraControl& control : list)
-            QVERIFY2(!QStringList({"Volume", "Button", "String"}).contains(control.Name),
-                     qPrintable(control.Name));
-    }
-
     void CamerasAreAdjusted() {
         const QList<CaptureDevice> devices = MakeCaptureDevices()->List();
         const auto controls = MakeCameraControls();

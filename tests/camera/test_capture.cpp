@@ -235,9 +235,7 @@ class CaptureTest : public QObject {
         QTRY_VERIFY(shown.count() >= 3);
         const int last = bench.Grab();
         QVERIFY(last >= 3 && last <= time.elapsed() / 40 + 3);  // at its own pace, and the grab's
-        const auto picture = shown.last().first().value<QImage>();
-        QCOMPARE(picture.size(), QSize(91, 51));
-        QCOMPARE(picture.pixelColor(45, 10).alpha(), 255);
+        QCOMPARE(shown.last().first().value<QImage>().size(), QSize(91, 51));
         // Looked after every five seconds: closed when nothing has come, and opened again.
         bench.Time.Jump(5000);
         QCOMPARE(bench.Control.Fault(), QString());
@@ -285,23 +283,6 @@ class CaptureTest : public QObject {
         // It is told its adjustments each time, because it forgets them.
         QCOMPARE(ColouredCamera::Adjusted,
                  QStringList({"blue Gain7", "blue Hue-1", "blue Gain7", "blue Hue-1"}));
-    }
-
-    void NothingSelectedGrabsNothing() {
-        CaptureBench bench;
-        bench.Control.SetCameras({"cam|test:64x48"});
-        QVERIFY(!bench.Control.GrabFrame());
-        bench.Control.SetDriverIndex(0);
-        bench.Control.SetEnabled(false);
-        QVERIFY(!bench.Control.GrabFrame());
-        QVERIFY(!bench.Control.Running());
-        bench.Control.SetEnabled(true);
-        QVERIFY(bench.Control.GrabFrame());
-        // The operator has given it another address.
-        bench.Control.SetCameras({"cam|test:32x24"});
-        bench.Control.SetDriverIndex(0);
-        QVERIFY(bench.Control.GrabFrame());
-        QCOMPARE(bench.Control.Width(), 32);
     }
 
   private:

@@ -41,14 +41,10 @@ class CapturePartsTest : public QObject {
         row("raw where it is fast enough", webcam, "1280x720", "1280x720@10 yuyv422");
         row("rate asked for rules raw out", webcam, "1280x720@25", "1280x720@25 mjpeg");
         row("nearest size", webcam, "650X470", "640x480@30 yuyv422");
-        row("unreadable wish", webcam, "large", "1920x1080@30 mjpeg");
         row("fast before large", {Raw(1920, 1080, 2), Raw(800, 600, 30)}, "", "800x600@30 yuyv422");
-        row("nothing small enough", {Raw(3840, 2160, 15), Raw(2592, 1944, 15)}, "",
-            "2592x1944@15 yuyv422");
         row("nothing offered", {}, "640x480@5", "640x480@5 ");
         const CaptureFormat rated{640, 480, 60, "mjpeg", true, {60, 29.996, 10}};
         row("rate told more exactly", {rated}, "640x480@30", "640x480@29.996 mjpeg");
-        row("slower than it can", {rated}, "640x480@5", "640x480@10 mjpeg");
     }
     void FormatIsChosen() {
         const auto [offered, asked, expected] = Row<QList<CaptureFormat>, QString, QString>();
