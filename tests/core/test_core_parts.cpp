@@ -1,8 +1,6 @@
 #include "core/command_line.h"
 #include "core/console_display.h"
-#include "core/megabytes.h"
 #include "core/program_folder.h"
-#include "core/reply_log.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "support/test_clock.h"
@@ -10,7 +8,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QTime>
 
 class TestCoreParts : public QObject {
     Q_OBJECT
@@ -83,25 +80,6 @@ class TestCoreParts : public QObject {
         QCOMPARE(parsed.Verbose, verbose);
         QCOMPARE(parsed.Autostarter, autostarter);
         QVERIFY(!parsed.Help && !parsed.Version);
-    }
-
-    void MegabytesAreTheSumOfRoundedPictures() {
-        MegabyteCounter counter;
-        for (const qint64 size : {5242, 5242, 5242}) counter.Add(size);
-        QCOMPARE(counter.Text(), "0");  // each too small to count
-        for (const qint64 size : {15'728, 15'728}) counter.Add(size);
-        QCOMPARE(counter.Text(), "0.02");
-        counter.Add(1'294'139'392);
-        QCOMPARE(counter.Text(), "1234.21");  // no separator of thousands
-    }
-
-    void ReplyLogKeepsTheNewest() {
-        ReplyLog log;
-        log.Add(QTime(9, 15, 7), QString(1200, u'a'));
-        log.Add(QTime(9, 15, 8), "226 done\r\n");
-        const QString newest = "09:15:08 : 226 done\r\n";
-        QVERIFY(log.Text().startsWith(newest + "09:15:07 : aaa"));
-        QCOMPARE(log.Text().size(), newest.size() + 1000);
     }
 
     void ConsoleLinesCarryTheTime() {

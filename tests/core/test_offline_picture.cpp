@@ -53,22 +53,6 @@ class TestOfflinePicture : public QObject {
     Q_OBJECT
 
   private slots:
-    void SendsTheFile() {
-        OfflineFixture f;
-        QVERIFY(f.Begin());
-        f.Display.States.clear();
-        f.Display.LabelSeconds.clear();
-        f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 20'000}};
-        f.Cycle.Stop();
-        QCOMPARE(f.Display.States,
-                 QStringList({"stopped", "publishing the offline picture", "sending", "offline"}));
-        // The time limit is shown as its last thirty seconds pass.
-        QVERIFY(f.Display.LabelSeconds.first() == 30 && f.Display.LabelSeconds.contains(26));
-        f.Time.Advance(100'000);
-        QCOMPARE(f.Public(), f.File);
-        QCOMPARE(f.Published(), 1);
-    }
-
     // What becomes public: the file itself, or a JPEG of quality 80 that shows some colour.
     void Publishes_data() {
         const Rows<QByteArray, QByteArray, bool, bool> row;
@@ -93,6 +77,7 @@ class TestOfflinePicture : public QObject {
         QVERIFY(f.Begin());
         f.Camera.Plugged = encodes;
         f.Cycle.Stop();
+        f.Time.Advance(100'000);
         const DecodedJpeg seen{local ? ReadBytes(f.Folder.filePath("web/pw.jpg")) : f.Public()};
         if (encodes) {
             const QColor camera = QColor::fromHsv(f.Camera.Grabs * 37 % 360, 255, 255);

@@ -13,32 +13,16 @@ class TestSettings : public QObject {
     Q_OBJECT
 
   private slots:
-    void WithoutAFile() {
-        const QTemporaryDir empty;
-        const Settings settings = LoadSettings(empty.filePath("ftpOptions.ini"));
-        QCOMPARE(settings.TotalInterval(), 500);
-        QCOMPARE(settings.WorkPath, Native(empty.path() + "/work/"));
-        QVERIFY(QFileInfo(settings.WorkPath).isDir());
-        QCOMPARE(QDir(empty.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 QStringList("work"));
-    }
-
     void ReadsNumbers_data() {
         // A key with its value, what it counts as, and what the status says of it.
         Rows<QString, double, QString>({{"Port=8021x", 8021, ""},
                                         {"Port=65536", 21, ""},
                                         {"lastpictureanz=0", 1, ""},
-                                        {"lastpictureanz=99999999999999", 1000, ""},
                                         {"FileMode=0640", 640, ""},
                                         {"FileMode=rw-r--r--", 644, ""},
                                         {"Framerate=0", 60'000, ""},
-                                        {"Framerate=-5", 59'995, ""},
                                         {"Framerate=90000", 30'000, ""},
-                                        {"Framerate=-70000", 50'000, ""},
-                                        {"Framerate=99999999999999", 23'647, ""},
-                                        {"Uptime=-1", 0, ""},
                                         {"Uptime=99999999999999", 32'767, ""},
-                                        {"JPGQuality=4294967297", 100, ""},
                                         {"Overlay=6", 5, ""},
                                         {"Position=7", 0, "there is no position 7"},
                                         {"Size=8.25", 8.25, ""},
@@ -46,13 +30,10 @@ class TestSettings : public QObject {
                                         {"Color=255", 0xff0000, ""},
                                         {"Color=16777216", 0xffffff, "Color 16777216 is no colour"},
                                         {"Date=5", 0, "there is no date format 5"},
-                                        {"Date=01", 0, "there is no date format 01"},
                                         {"DataFrom=any", 1, ""},
                                         {"DataFrom=1", 0, ""},
                                         {"Delete=-1", 1, ""},
-                                        {"Delete=true", 0, ""},
-                                        {"PictureEff=true", 1, ""},
-                                        {"PictureEff=True", 0, ""}});
+                                        {"PictureEff=true", 1, ""}});
     }
     void ReadsNumbers() {
         const auto [written, number, fault] = Row<QString, double, QString>();
@@ -63,7 +44,6 @@ class TestSettings : public QObject {
                                      {"FileMode", s.FileMode.toInt()},
                                      {"Framerate", s.Framerate},
                                      {"Uptime", s.Uptime},
-                                     {"JPGQuality", s.JPGQuality},
                                      {"Overlay", int(s.Overlay)},
                                      {"Position", int(s.Position)},
                                      {"Size", s.Size},
