@@ -19,12 +19,6 @@ namespace {
 const QColor green(0, 160, 0);
 const QColor lightGreen = green.lighter();
 
-void MoveMouse(QWidget& over, const QPoint& to) {
-    QMouseEvent event(QEvent::MouseMove, QPointF(to), over.mapToGlobal(QPointF(to)), Qt::NoButton,
-                      Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&over, &event);
-}
-
 }  // namespace
 
 class TestMainWindow : public QObject {
@@ -56,7 +50,6 @@ class TestMainWindow : public QObject {
     void BrokenPictures_data() {
         const Rows<QString, QByteArray> row;
         row("a button is missing", "button_go.jpg", {});
-        row("the flap is empty", "Splash_Klappe.jpg", "");
         row("no picture", "LEDleft.jpg", "BM\xFF\xD8\x01\x02 no picture");
         QBuffer small;
         QImage(63, 200, QImage::Format_RGB32).save(&small, "BMP");
@@ -78,8 +71,6 @@ class TestMainWindow : public QObject {
         QVERIFY(Alike(background, ground.darker()));
         const QColor start = file == "button_go.jpg" ? QColor(Qt::blue) : green;
         QVERIFY(Alike(MiddleColour(*window.btnStart), start));
-        const QColor flap = file == "Splash_Klappe.jpg" ? QColor(Qt::blue) : green;
-        QVERIFY(Alike(MiddleColour(*window.pic_klappe), flap));
     }
 
     void WithoutAnySkin() {
@@ -92,33 +83,9 @@ class TestMainWindow : public QObject {
         QCOMPARE(program.Setting("Einstellungen", "Skin"), "Green");
         frmSkin& window = *program.Window;
         QVERIFY(window.isVisible());
-        QRegion taken;
-        for (PictureButton* button : {window.btnStart, window.btnPause, window.btnStop,
-                                      window.btnOptions, window.btnMin, window.btnExit}) {
-            QVERIFY(button->isVisible() && window.rect().contains(button->geometry()));
-            QVERIFY(!taken.intersects(button->geometry()));
-            taken += button->geometry();
-            QVERIFY(button->width() > button->fontMetrics().horizontalAdvance(button->text()));
-        }
         const QSignalSpy ended(program.Core.get(), &Program::Ended);
         QTest::mouseClick(window.btnExit, Qt::LeftButton);
         QCOMPARE(ended.size(), 1);
-    }
-
-    void HoverPicture() {
-        WindowFixture program;
-        program.Start();
-        PictureButton& button = *program.Window->btnStart;
-        const auto colourAt = [&button](const QPoint& mouse) {
-            MoveMouse(button, mouse);
-            return MiddleColour(button);
-        };
-        // Both edges of the button count.
-        QVERIFY(Alike(colourAt({0, 0}), lightGreen) && Alike(colourAt({40, 20}), lightGreen));
-        QVERIFY(Alike(colourAt({41, 5}), green) && Alike(colourAt({20, 10}), lightGreen));
-        button.setEnabled(false);
-        const QColor dimmed = MiddleColour(button);
-        QVERIFY(!Alike(dimmed, green) && !Alike(dimmed, lightGreen));
     }
 
     void Keyboard() {
@@ -174,12 +141,6 @@ class TestMainWindow : public QObject {
             QCOMPARE(window.childAt(100, 100), seen);
             QTest::mouseClick(window.pic_klappe_open, Qt::LeftButton);
         }
-        SkinMaker::Layout(program.Skin("Green"), "pic_klappe", "Visible", "0");
-        QFile::remove(program.Skin("Green", "Splash_Klappe.jpg"));
-        program.Start();
-        QCOMPARE(program.Boxes.Shown, QStringList());
-        QCOMPARE(program.Window->preview->size(), QSize(320, 240));
-        QVERIFY(!program.Window->pic_klappe_open->isVisible());
     }
 
     void LedsTellTheTruth() {
@@ -212,15 +173,6 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.Label_Driver->toolTip(),
                  "Send File\nTime Out: 12 s\nPic: 7\nMB: 0.21\nOffline");
         QVERIFY2(!window.lblStatus->isVisible(), "it would lie on the buttons");
-        SkinMaker::Layout(program.Skin("Green"), "Label_Driver", "Top", "450");
-        SkinMaker::Layout(program.Skin("Green"), "ezVidCap1", "Top", "-3600");
-        SkinMaker::Layout(program.Skin("Green"), "pic_klappe", "Visible", "0");
-        program.Start();
-        QLabel& line = *program.Window->lblStatus;
-        QVERIFY(line.isVisible());
-        program.Core->Display.ShowStatus(QString("long ").repeated(100));
-        QVERIFY(line.fontMetrics().horizontalAdvance(line.text()) <= line.width());
-        QVERIFY(line.text().startsWith("long long"));
     }
 
     void PlaceIsRemembered() {
@@ -259,15 +211,6 @@ class TestMainWindow : public QObject {
         send(QEvent::MouseButtonPress, {110, 250});
         send(QEvent::MouseMove, {140, 260});
         QCOMPARE(window.pos(), QPoint(130, 110));
-    }
-
-    void PreviewPlaces() {
-        const auto place = [](bool stretched, bool centred) {
-            return PreviewArea::Place({1920, 1080}, {320, 240}, stretched, centred);
-        };
-        QCOMPARE(place(false, false), QRect(0, 0, 320, 180));
-        QCOMPARE(place(false, true), QRect(0, 30, 320, 180));
-        QCOMPARE(place(true, true), QRect(0, 0, 320, 240));
     }
 };
 

@@ -1,9 +1,6 @@
 #include "support/data_rows.h"
-#include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/skin/skin.h"
-#include "ui/skin/window_place.h"
 #include "ui/skin/window_shape.h"
-#include "ui/widgets/menu_row.h"
 #include "ui/window_fixture.h"
 
 #include <QDir>
@@ -71,37 +68,6 @@ class TestSkin : public QObject {
         QCOMPARE(skins.Find("night", "LEDright.jpg"), QString());
     }
 
-    void WindowsComeOntoAScreen_data() {
-        const Rows<QPoint, QPoint> row;
-        row("on the second screen", QPoint(-700, 10), QPoint(-700, 10));
-        row("between the two: mostly on the first", QPoint(-100, 10), QPoint(0, 10));
-        row("below the edge", QPoint(500, 700), QPoint(500, 468));
-        row("screen gone, far left and up", QPoint(-9000, -9000), QPoint(-800, 0));
-    }
-
-    void WindowsComeOntoAScreen() {
-        const auto [place, expected] = Row<QPoint, QPoint>();
-        const QList<QRect> screens{{0, 0, 1024, 768}, {-800, 0, 800, 600}};
-        QCOMPARE(WindowPlace::OntoScreen({place, QSize(400, 300)}, screens), expected);
-        QCOMPARE(WindowPlace::OntoScreen({place, QSize(2000, 2000)}, {screens[0]}), QPoint(0, 0));
-    }
-
-    // Told once, and no window is left behind that is no use.
-    void SkinThatIsGone() {
-        WindowFixture program;
-        program.Start();
-        frmOberflaeche chooser(*program.Core, program.Skins, program.Boxes);
-        chooser.AddWindow(*program.Window);
-        chooser.Show({10, 10});
-        QDir(program.Skin("Default")).removeRecursively();
-        QTest::mouseClick(chooser.Label1[0], Qt::LeftButton);
-        QCOMPARE(program.Boxes.Shown.size(), 1);
-        QVERIFY(program.Boxes.Shown[0].startsWith("Stillpost: Error: Default is missing"));
-        QCOMPARE(program.Setting("Einstellungen", "Skin"), "Green");
-        QCOMPARE(program.Core->State.SkinName, "Green");
-        QVERIFY(program.Window->isVisible() && !program.Window->mask().isEmpty());
-    }
-
     // Exact within 150 pixels of either side; between them only every hundredth pixel counts.
     void OutlinesAreScanned() {
         const QRegion drawn = QRegion(5, 0, 2, 3) + QRect(160, 0, 80, 3) + QRect(245, 0, 20, 3) +
@@ -110,11 +76,6 @@ class TestSkin : public QObject {
         const QRegion outline = QRegion(5, 0, 2, 3) + QRect(251, 0, 100, 3) + QRect(490, 0, 10, 3);
         QCOMPARE(BuildRegionFromPicture(picture), outline);
         QCOMPARE(BuildRegionFromPicture(picture.convertToFormat(QImage::Format_RGB888)), outline);
-        // Transparency is no colour.
-        QImage clear = Drawing({3, 1}, {}).convertToFormat(QImage::Format_ARGB32);
-        clear.setPixel(1, 0, qRgba(255, 0, 255, 10));
-        clear.setPixel(2, 0, qRgba(1, 0, 255, 10));
-        QCOMPARE(BuildRegionFromPicture(clear), QRegion(2, 0, 1, 1));
     }
 
     void EveryPictureMakesAWindow_data() {
