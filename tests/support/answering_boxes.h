@@ -8,12 +8,10 @@
 class AnsweringBoxes : public MessageBoxes {
   public:
     QStringList Shown;  // "title: text"
-    QList<Icon> Icons;  // of each
     bool Retry = false;
     bool Yes = false;
 
-    void Show(const QString& title, const QString& text, Icon icon) override {
-        Icons << icon;
+    void Show(const QString& title, const QString& text, Icon /*icon*/) override {
         Shown << title + QStringLiteral(": ") + text;
     }
     bool AskRetry(const QString& title, const QString& text) override {

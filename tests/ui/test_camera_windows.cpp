@@ -205,36 +205,6 @@ class TestCameraWindows : public QObject {
         QVERIFY(window.lblNote->text().contains(missing));
     }
 
-    void MissingArchiveIsToldWhereItIsTyped() {
-        CameraFixture fixture;
-        frmCam& window = fixture.Window;
-        window.Open();
-        window.asFlatTextBox1->setText("/no/such/archive");
-        window.asFlatCheck1->click();
-        QTRY_VERIFY(!window.lblArchiveNote->text().isEmpty());
-    }
-
-    // Left by its archive side, the chooser goes on serving it.
-    void ChooserServesTheFieldOfItsMode() {
-        CameraFixture fixture;
-        const QString pictures = fixture.Folder.path();
-        const QString archive = fixture.Folder.filePath("archive");
-        QDir(archive).mkpath("old");
-        fixture.OpenWith("[Einstellungen]\nPath=" + pictures + "\nArchivePath=" + archive + "\n");
-        frmCam& window = fixture.Window;
-        frmPfad& chooser = window.Chooser;
-        QTest::mouseClick(window.asFlatTextBox1, Qt::LeftButton);
-        QVERIFY(chooser.isVisible() && Read(*chooser.Dir1));
-        QCOMPARE(chooser.Dir1->Path(), archive);
-        chooser.btnCancel->click();
-        QTest::mouseClick(window.Text5, Qt::LeftButton);
-        QVERIFY(Read(*chooser.Dir1));
-        chooser.Dir1->setCurrentRow(1);
-        chooser.btnSave->click();
-        QCOMPARE(window.asFlatTextBox1->text(), Paths::Native(archive + "/old"));
-        QCOMPARE(window.Text5->text(), Paths::Native(pictures));
-    }
-
     void ChooserFindsItsWay() {
         SettingsFixture fixture;
         QDir(fixture.Folder.path()).mkpath("a/b");

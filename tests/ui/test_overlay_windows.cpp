@@ -1,4 +1,3 @@
-#include "camera/ezvidcap.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "ui/settings/overlay/colour_button.h"
@@ -10,7 +9,6 @@
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/overlay/picture_list.h"
 #include "ui/settings_fixture.h"
-#include "ui/texts/toolkit_texts.h"
 #include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
@@ -135,27 +133,6 @@ class TestOverlayWindows : public QObject {
         bench.Lines8.Open();
         QCOMPARE(bench.Lines8.Lin[1]->text(), QString(" \"Hello\" "));
         QVERIFY(bench.Lines8.optRows->isChecked() && bench.Lines8.chkDateFirst->isChecked());
-    }
-
-    void SavedLinesAreShown() {
-        OverlayBench bench;
-        bench.Window.Open();
-        bench.Window.btnText->click();
-        bench.Lines8.Lin[2]->setText("Harbour");
-        QVERIFY(bench.Lines8.Save());
-        QVERIFY(bench.Lines().contains("Overlay=3"));
-        QCOMPARE(bench.Window.lstEffect->Place(), 3);
-        QCOMPARE(bench.Window.lblText->text(), QString("Harbour"));
-    }
-
-    // Message boxes and choosers are the toolkit's, and follow a change of the language.
-    void TheToolkitSpeaksTheLanguage() {
-        Texts words(German);
-        const ToolkitTexts toolkit(words);
-        const auto size = [] { return QCoreApplication::translate("QFileSystemModel", "Size"); };
-        QCOMPARE(size(), QString("Größe"));
-        words.SetLanguage(French);
-        QCOMPARE(size(), QString("Taille"));
     }
 
     void TextsAndKeyboard() {
@@ -310,28 +287,6 @@ class TestOverlayWindows : public QObject {
         QCOMPARE(bench.Boxes.Shown.size(), 1);
         QVERIFY(bench.Boxes.Shown[0].contains("at most 50 pictures"));
         QVERIFY(bench.Saved(bench.Pictures).contains("49Pic=a.png"));
-    }
-
-    // Once for each picture chosen, and not where it takes the place of the camera's.
-    void LargerThanTheCamera() {
-        OverlayBench bench(OverlayBench::Empty + "Preview=1\n[Cameras]\nCam0=Gate|test:64x48\n");
-        bench.Core->Start();
-        bench.Core->Cycle.Stop();
-        QTRY_COMPARE(bench.Core->ezVidCap1.Width(), 64);
-        const QString warning =
-            "Stillpost: Their overlay picture is larger than the camera picture!";
-        const QString fits = bench.MakePicture("overlay/fits.png", Qt::red, {64, 48});
-        const QString wide = bench.MakePicture("overlay/wide.png", Qt::red, {65, 10});
-        bench.Boxes.Shown.clear();
-        bench.Pictures.Open();
-        bench.Pictures.Add({fits, wide});
-        bench.Time.Advance(3000);
-        QCOMPARE(bench.Boxes.Shown, QStringList(warning));
-        bench.Boxes.Shown.clear();
-        bench.Pictures.chkCapture->setChecked(true);
-        bench.Pictures.Add({wide});
-        bench.Time.Advance(3000);
-        QCOMPARE(bench.Boxes.Shown, QStringList());
     }
 
     // The picture that is chosen shows first, over whatever is set beside it, and then the next.
