@@ -1,5 +1,6 @@
 #include "core/command_line.h"
 #include "core/console_display.h"
+#include "core/megabytes.h"
 #include "core/program_folder.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
@@ -80,6 +81,12 @@ class TestCoreParts : public QObject {
         QCOMPARE(parsed.Verbose, verbose);
         QCOMPARE(parsed.Autostarter, autostarter);
         QVERIFY(!parsed.Help && !parsed.Version);
+    }
+
+    void MegabytesAreTheSumOfRoundedPictures() {
+        MegabyteCounter counter;
+        for (const qint64 size : {5242, 15'728, 1'294'139'392}) counter.Add(size);
+        QCOMPARE(counter.Text(), "1234.2");
     }
 
     void ConsoleLinesCarryTheTime() {
