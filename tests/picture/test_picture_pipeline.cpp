@@ -19,8 +19,8 @@ class ScriptedCapture : public CaptureControl {
     bool Grabs = true;
     bool Saves = true;
     bool Runs = true;
-    QByteArray Damaged;                   // what lands in the file instead of the frame
-    QImage Frame = FourQuarters(81, 60);  // of rows that are padded in a bitmap
+    QByteArray Damaged;  // what lands in the file instead of the frame
+    QImage Frame = FourQuarters(80, 60);
     QList<bool> Previews;
 
     bool GrabFrame() override { return Grabs; }
@@ -61,11 +61,13 @@ class TestPicturePipeline : public QObject {
     void PublishesTheFrame() {
         settings.OverKombi = true;  // means nothing without a text
         settings.JPGQuality = 80;
+        // Of rows that are padded in a bitmap, and of more than one piece of them.
+        capture->Frame = FourQuarters(333, 300);
         QVERIFY(pipeline->MakePicture(settings));
         QCOMPARE(capture->Previews, QList<bool>{true});
         const DecodedJpeg picture{ReadBytes(Path("work/1pw.jpg"))};
-        QVERIFY(picture.Shows(10, 10, Qt::red) && picture.Shows(70, 10, Qt::green));
-        QVERIFY(picture.Shows(10, 50, Qt::blue) && picture.Shows(70, 50, Qt::white));
+        QVERIFY(picture.Shows(10, 10, Qt::red) && picture.Shows(320, 10, Qt::green));
+        QVERIFY(picture.Shows(10, 290, Qt::blue) && picture.Shows(320, 290, Qt::white));
         QVERIFY(picture.HasQuality80());
         QCOMPARE(ReadBytes(Path("archive/14.11.2026-093015.jpg")), picture.Bytes);
         QCOMPARE(Files("work"), QStringList{"1pw.jpg"});
