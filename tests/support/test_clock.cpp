@@ -27,9 +27,13 @@ bool TestClock::HandleEvents() {
 void TestClock::WaitForEvents() {
     const bool happened = HandleEvents();
     const qint64 next = NextDue();
-    idle = happened || next >= 0 ? 0 : idle + quiet;
     constexpr int patience = 20'000;
-    if (idle > patience) qFatal("Nothing can end this wait: no timer is armed and no event comes.");
+    if (happened || next >= 0)
+        idle.invalidate();
+    else if (!idle.isValid())
+        idle.start();
+    if (idle.isValid() && idle.hasExpired(patience))
+        qFatal("Nothing can end this wait: no timer is armed and no event comes.");
     if (happened || next < 0) return;
     now = std::max(now, next);
     FireDue();

@@ -2,6 +2,8 @@
 
 #include "base/clock.h"
 
+#include <QElapsedTimer>
+
 #include <functional>
 
 // Time that stands still while anything happens and jumps to the next timer when the event loop has
@@ -41,7 +43,7 @@ class TestClock : public Clock {
     bool HandleEvents();
 
     int quiet;
-    int idle = 0;  // real milliseconds of waiting in which nothing happened nor could
+    QElapsedTimer idle;  // real time in which nothing happened nor could
     qint64 now = 1'000'000;
     QDateTime start{QDate(2026, 3, 4), QTime(10, 0)};
 };
