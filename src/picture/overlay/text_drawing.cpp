@@ -45,6 +45,8 @@ QStringList SplitLines(const QString& text, bool trim) {
         if (line.endsWith(u'\r')) line.chop(1);
         if (trim) line = line.trimmed();
     }
+    while (!lines.isEmpty() && lines.back().isEmpty()) lines.removeLast();
+    while (!lines.isEmpty() && lines.front().isEmpty()) lines.removeFirst();
     return lines;
 }
 

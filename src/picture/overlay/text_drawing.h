@@ -18,9 +18,10 @@ struct TextSurface {
 
 // Prints lines, separated by line feeds with or without a carriage return, on the surface. cell:
 // the place on a grid of three by three, row by row from the top left, 0 to 8; any other is 0. Each
-// line stands at its edge or in the middle, all of them as one block, the empty ones too. What is
-// wider or higher than the picture starts at its left or upper edge and is cut off at the other.
-// trim: without the blanks around each line. An empty text prints nothing.
+// line stands at its edge or in the middle, all of them as one block: from the first to the last
+// that is not empty, with the empty ones between them. What is wider or higher than the picture
+// starts at its left or upper edge and is cut off at the other. trim: without the blanks around
+// each line. An empty text prints nothing.
 void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim);
 
 // The font for a picture: `family` in `pixels` (at least 1), or what is installed of its kind, its
