@@ -83,12 +83,20 @@ class TestOverlayText : public QObject {
     }
 
     void FollowsTheMode_data() {
-        const Rows<OverlayMode, bool, bool, QString> row;  // of two pictures, / between
+        const Rows<OverlayMode, bool, bool, QString, const char*> rows;
+        // The texts of two pictures, / between.
+        const auto row = [&rows](const char* name, OverlayMode mode, bool inRows, bool alone,
+                                 const QString& expected, const char* lines = "A|B") {
+            rows(name, mode, inRows, alone, expected, lines);
+        };
         using enum OverlayMode;
         row("date", Date, false, true, " 14.11.2026 / 14.11.2026 ");
         row("time", Time, false, true, " 21:40:15 / 21:40:15 ");
         row("date, time, text", DateTimeText, false, true, " D, T  A|B / D, T  A|B ");
         row("date, time, row", DateTimeText, true, false, " D, T  A / D, T  B ");
+        row("no second date", DateTimeText, false, true, " D, T  from A|B / D, T  from A|B ",
+            "Date, Time from A|B");
+        row("no second date in a row", DateTimeText, true, true, " D, T  B / D, T   ", "Date|B");
         row("special text", SpecialText, false, true, "A|B||||||/A|B||||||");
         row("first row is for rows only", SpecialText, false, false, "A|B||||||/A|B||||||");
         row("rows", SpecialText, true, true, "A/B");
@@ -96,11 +104,12 @@ class TestOverlayText : public QObject {
         row("picture only", PictureOnly, false, true, "/");
     }
     void FollowsTheMode() {
-        auto [mode, inRows, alone, expected] = Row<OverlayMode, bool, bool, QString>();
+        auto [mode, inRows, alone, expected, lines] =
+            Row<OverlayMode, bool, bool, QString, const char*>();
         RecordingDisplay display;
         TextOverlay overlay(display, QLocale("de_DE"));
         OverlaySettings settings;
-        static_cast<::SpecialText&>(settings) = Text("A|B", 1);
+        static_cast<::SpecialText&>(settings) = Text(lines, 1);
         settings.Overlay = mode;
         settings.TextInRows = inRows;
         settings.TextRowsAlone = alone;

@@ -125,6 +125,10 @@ class TestOverlayWindows : public QObject {
         const QImage before = bench.Seen(*bench.Lines8.Preview);
         bench.Lines8.Lin[1]->setText(" \"Hello\" ");
         QVERIFY(bench.Seen(*bench.Lines8.Preview) != before);
+        bench.Lines8.Lin[0]->setText("Date, Time at");
+        QVERIFY(bench.Lines8.Preview->Note().contains("is left out"));
+        bench.Lines8.Lin[0]->clear();
+        QCOMPARE(bench.Lines8.Preview->Note(), QString());
         bench.Lines8.optRows->setChecked(true);
         bench.Lines8.Pic->setValue(12);
         QCOMPARE(bench.Saved(bench.Lines8),

@@ -13,6 +13,12 @@ QString WithDateTime(QString text, const QString& dateTime) {
     return at < 0 ? text : text.replace(at, dateTimeWords.size(), dateTime);
 }
 
+// All lines, with another one in place of the first.
+QString Joined(const SpecialText& text, QString first) {
+    for (std::size_t i = 1; i < text.Lin.size(); ++i) first += lineBreak + text.Lin[i];
+    return first;
+}
+
 // A first row that reads "Date" stands for date and time. It stays in words, so that a row that is
 // shown again later shows the time of each picture.
 QString RowOf(const SpecialText& text, const QString& line) {
@@ -44,11 +50,14 @@ void TakeTurn(const SpecialText& text, RowTurns& turns) {
 
 }  // namespace
 
+bool LosesRest(const SpecialText& text) {
+    const QString& first = text.Lin.front();
+    return first.startsWith(dateWord) && first != dateWord && first != dateTimeWords;
+}
+
 QString WholeText(const SpecialText& text, const QString& dateTime) {
     const QString& first = text.Lin.front();
-    QString whole = first.startsWith(dateWord) ? dateTime : first;
-    for (std::size_t i = 1; i < text.Lin.size(); ++i) whole += lineBreak + text.Lin[i];
-    return WithDateTime(whole, dateTime);
+    return WithDateTime(Joined(text, first.startsWith(dateWord) ? dateTime : first), dateTime);
 }
 
 QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTime) {
@@ -67,7 +76,11 @@ QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString&
 
 QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
     text.TextRowsAlone = true;
-    QString appendix = NextSpecialText(text, turns, dateTime);
+    QString& first = text.Lin.front();
+    if (first == dateWord) first.clear();
+    if (first.startsWith(dateTimeWords)) first = first.sliced(dateTimeWords.size()).trimmed();
+    QString appendix = text.TextInRows ? NextRow(text, turns, dateTime)
+                                       : WithDateTime(Joined(text, first), dateTime);
     while (appendix.endsWith(lineBreak)) appendix.chop(lineBreak.size());
     return appendix;
 }

@@ -29,13 +29,17 @@ struct RowTurns {
 // does. dateTime: both, joined.
 [[nodiscard]] QString WholeText(const SpecialText& text, const QString& dateTime);
 
+// Whether the first line has more in it than the words for date and time that it begins with, all
+// of which the whole text leaves out.
+[[nodiscard]] bool LosesRest(const SpecialText& text);
+
 // The row for one more picture, of the eight in turn, and moves `turns` on. An empty row passes its
 // turn on to the next at the cost of one picture; behind the last row with text the pictures go
 // without, for what is left of the round.
 [[nodiscard]] QString NextRow(const SpecialText& text, RowTurns& turns, const QString& dateTime);
 
-// What mode 2 puts behind date and time: the text without empty lines at its end and without a
-// second date in the first row.
+// What mode 2 puts behind date and time: the text without empty lines at its end and without the
+// words for a second date at the beginning of the first row; the rest of that row stays.
 [[nodiscard]] QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime);
 
 // The text as it is for one more picture, whole or a row of it.

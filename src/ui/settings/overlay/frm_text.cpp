@@ -1,6 +1,7 @@
 #include "ui/settings/overlay/frm_text.h"
 
 #include "core/program.h"
+#include "picture/overlay/special_text.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
@@ -30,6 +31,8 @@ frmText::frmText(const Surroundings& surroundings, QWidget* parent)
     connect(optRows, &QRadioButton::toggled, Preview, &OverlayPreview::Restart);
     connect(&Controls, &Bindings::Edited, Preview, &OverlayPreview::Renew);
     connect(&Controls, &Bindings::TextsShown, Preview, &OverlayPreview::Renew);
+    for (const auto signal : {&Bindings::Edited, &Bindings::TextsShown})
+        connect(&Controls, signal, this, &frmText::ShowNote);
     Preview->SetEntries([this] { return PreviewEntries(); });
     Finish();
 }
@@ -103,7 +106,19 @@ void frmText::ShowEffect(const QString& written) {
 void frmText::ShowSettings() {
     SettingsWindow::ShowSettings();
     Lin[0]->setFocus();
+    ShowNote();
     Preview->Restart();
+}
+
+// With date and time in front of the text anyway, nothing is lost.
+void frmText::ShowNote() {
+    SpecialText text;
+    text.Lin.front() = Lin[0]->text();
+    QString mode;
+    for (const ProfileEntry& entry : PreviewEntries())
+        if (entry.Key == "Overlay") mode = entry.Value;
+    const bool lost = optWhole->isChecked() && mode == special && LosesRest(text);
+    Preview->SetNote(lost ? Text("RestLeftOut") : QString());
 }
 
 QList<ProfileEntry> frmText::Entries() const {

@@ -39,6 +39,7 @@ class frmText : public SettingsWindow {
     void AddEffect();
     [[nodiscard]] QWidget* TextFrame();
     void ShowEffect(const QString& written);
+    void ShowNote();
     [[nodiscard]] QList<ProfileEntry> PreviewEntries() const;
 
     std::function<QList<ProfileEntry>()> base;
