@@ -1,3 +1,4 @@
+#include "picture/bitmap/bitmap_runs.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/bitmap_bytes.h"
 #include "picture/imaging.h"
@@ -62,13 +63,14 @@ class TestBitmapFile : public QObject {
         row("another signature", whole, {0, 'A', 1}, ImagingNotABitmap);
         row("pixels inside the palette", palette, {10, 54 + 1023, 4}, ImagingDamaged);
         row("pixels past the end", whole, {10, 0xFFFFFFFF, 4}, ImagingCannotRead);
-        row("header of no known size", whole, {14, 64, 4}, ImagingUnsupported);
+        row("header of no known size", whole, {14, 63, 4}, ImagingUnsupported);
         row("header longer than the file", whole, {14, 124, 4}, ImagingDamaged);
         row("wider than any picture", {.Bits = 1}, {18, 65501, 4}, ImagingDamaged);
         row("lowest height", whole, {22, lowest, 4}, ImagingDamaged);
         row("one row more, top down", whole, {22, -4, 4}, ImagingCannotRead);
         row("30000 by 30000", whole, {18, 30000 | (30000LL << 32), 8}, ImagingCannotRead);
-        row("run lengths, 8 bit", palette, {30, 1, 4}, ImagingUnsupported);
+        row("run lengths, cut off", palette, {30, 1, 4}, ImagingCannotRead);
+        row("run lengths of 24 bit", whole, {30, 1, 4}, ImagingUnsupported);
         row("mask with a hole", masked, {54, 0xA800, 4}, ImagingDamaged);
         row("mask outside the 16 bits", masked, {54, 0xF80000, 4}, ImagingDamaged);
         row("masks that are pixels", masked, {10, 54, 4}, ImagingDamaged);
@@ -83,6 +85,24 @@ class TestBitmapFile : public QObject {
         QCOMPARE(bmpinfo(file, header), result);
         QImage surface;
         QVERIFY(!LoadSurface(surface, file));
+    }
+
+    void UnpacksRunLengths_data() {
+        const Rows<int, QByteArray, QByteArray> row;  // pixels of 4 x 2, the lower row first
+        row("8 bit", 8, "0407 0000 0405 0001", "7777 5555");
+        row("as they are, padded", 8, "0003 010203 00 0109 0000 0405", "1239 5555");
+        row("4 bit", 4, "0412 0000 0003 3450 0109 0001", "1212 3450");
+        row("moved, ended early", 8, "0108 0002 0101 0109 0001", "8000 0090");
+        row("wider than the picture", 8, "FF06 0000 0401", "6666 1111");
+        row("cut off in a run", 8, "0407 0000 04", "");
+        row("cut off between", 8, "0407 0000 0205", "");
+    }
+    void UnpacksRunLengths() {
+        auto [bits, coded, expected] = Row<int, QByteArray, QByteArray>();
+        QByteArray seen;
+        const auto rows = DecodeRuns(QByteArray::fromHex(coded), bits, {4, 2});
+        for (const char index : rows.value_or("")) seen += static_cast<char>('0' + index);
+        QCOMPARE(seen, expected.replace(" ", ""));
     }
 
   private:

@@ -1,6 +1,7 @@
 #include "picture/bitmap/bitmap_file.h"
 
 #include "base/whole_file.h"
+#include "picture/bitmap/bitmap_runs.h"
 
 #include <QtEndian>
 
@@ -14,9 +15,14 @@ namespace {
 constexpr int fileHeaderSize = 14;
 constexpr quint32 coreHeaderSize = 12;
 constexpr quint32 infoHeaderSize = 40;
+constexpr quint32 alphaHeaderSize = 56;  // and longer: with a mask of its own
+constexpr quint32 os2HeaderSize = 64;    // but for this one, with other things in these places
 constexpr quint32 headersSize = fileHeaderSize + infoHeaderSize;
 constexpr quint32 uncompressed = 0;
+constexpr quint32 runsOf8 = 1;
+constexpr quint32 runsOf4 = 2;
 constexpr quint32 bitFields = 3;
+constexpr quint32 alphaBitFields = 6;
 
 template <class Number>
 Number Get(const QByteArray& bytes, int offset) {
@@ -24,7 +30,8 @@ Number Get(const QByteArray& bytes, int offset) {
 }
 
 bool KnownHeader(quint32 size) {
-    constexpr quint32 known[] = {coreHeaderSize, infoHeaderSize, 52, 56, 108, 124};
+    constexpr quint32 known[] = {
+        coreHeaderSize, infoHeaderSize, 52, alphaHeaderSize, os2HeaderSize, 108, 124};
     return std::find(std::begin(known), std::end(known), size) != std::end(known);
 }
 
@@ -97,14 +104,20 @@ bool WriteRows(QFile& file, int width, int height, const BitmapRows& rows) {
 int BitmapReader::Open(const QString& name) {
     file.setFileName(name);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return ImagingCannotRead;
+    return Open(file);
+}
+
+int BitmapReader::Open(QIODevice& device) {
+    source = &device;
     if (const int fault = ReadHeader()) return fault;
     if (const int fault = CheckHeader()) return fault;
     if (const int fault = ReadPalette()) return fault;
+    if (HasRuns()) return ReadRuns();
     return header.BitCount == 16 || header.BitCount == 32 ? ReadMasks() : ImagingDone;
 }
 
 int BitmapReader::ReadHeader() {
-    const QByteArray bytes = file.read(fileHeaderSize + infoHeaderSize);
+    const QByteArray bytes = source->read(fileHeaderSize + infoHeaderSize);
     if (bytes.isEmpty()) return ImagingCannotRead;
     if (!bytes.startsWith("BM")) return ImagingNotABitmap;
     if (bytes.size() < fileHeaderSize + static_cast<int>(coreHeaderSize)) return ImagingCannotRead;
@@ -125,7 +138,9 @@ int BitmapReader::CheckHeader() {
     if (std::find(std::begin(depths), std::end(depths), header.BitCount) == std::end(depths))
         return ImagingUnsupported;
     const bool masked = header.BitCount == 16 || header.BitCount == 32;
-    if (header.Compression != uncompressed && !(masked && header.Compression == bitFields))
+    const bool fields = header.Compression == bitFields || header.Compression == alphaBitFields;
+    if (header.Compression != uncompressed && !HasRuns() &&
+        !(masked && fields && headerSize != os2HeaderSize))
         return ImagingUnsupported;
     // Compared without qAbs: the lowest number has no opposite.
     if (header.Planes != 1 || header.Width < 1 || header.Width > LongestBitmapSide ||
@@ -133,8 +148,34 @@ int BitmapReader::CheckHeader() {
         header.Height < -LongestBitmapSide)
         return ImagingDamaged;
     if (pixelOffset < fileHeaderSize + qint64{headerSize}) return ImagingDamaged;
+    if (HasRuns()) {
+        const qint64 most = std::min(MostBitmapPixels, MostPixelsIn(source->size()));
+        const bool fits = header.Height > 0 && qint64{Width()} * Height() <= most;
+        return fits ? ImagingDone : ImagingDamaged;
+    }
     const qint64 pixels = BitmapStride(Width(), header.BitCount) * Height();
-    return pixelOffset + pixels <= file.size() ? ImagingDone : ImagingCannotRead;
+    return pixelOffset + pixels <= source->size() ? ImagingDone : ImagingCannotRead;
+}
+
+bool BitmapReader::HasRuns() const {
+    return header.Compression == (header.BitCount == 8   ? runsOf8
+                                  : header.BitCount == 4 ? runsOf4
+                                                         : ~0U);
+}
+
+// From here on it is a bitmap of 8 bits like any other.
+int BitmapReader::ReadRuns() {
+    if (!source->seek(pixelOffset)) return ImagingCannotRead;
+    const auto rows =
+        DecodeRuns(source->read(MostBitmapPixels), header.BitCount, {Width(), Height()});
+    if (!rows) return ImagingCannotRead;
+    unpacked.setData(*rows);
+    unpacked.open(QIODevice::ReadOnly);
+    source = &unpacked;
+    pixelOffset = 0;
+    header.BitCount = 8;
+    header.Compression = uncompressed;
+    return ImagingDone;
 }
 
 int BitmapReader::ReadPalette() {
@@ -145,8 +186,8 @@ int BitmapReader::ReadPalette() {
     const qint64 entrySize = headerSize == coreHeaderSize ? 3 : 4;
     const qint64 start = fileHeaderSize + headerSize;
     if (start + count * entrySize > pixelOffset) return ImagingDamaged;
-    file.seek(start);
-    const QByteArray bytes = file.read(count * entrySize);
+    source->seek(start);
+    const QByteArray bytes = source->read(count * entrySize);
     if (bytes.size() != count * entrySize) return ImagingCannotRead;
     for (qint64 i = 0; i < count; ++i)
         std::memcpy(&palette[static_cast<size_t>(i)], bytes.constData() + i * entrySize, 3);
@@ -154,21 +195,30 @@ int BitmapReader::ReadPalette() {
 }
 
 int BitmapReader::ReadMasks() {
-    std::array<quint32, 3> masks = {0x0000FF, 0x00FF00, 0xFF0000};  // blue, green, red
-    if (header.BitCount == 16) masks = {0x001F, 0x03E0, 0x7C00};
-    if (header.Compression == bitFields) {
+    std::array<quint32, 4> masks = {0x0000FF, 0x00FF00, 0xFF0000, 0};  // blue, green, red, alpha
+    if (header.BitCount == 16) masks = {0x001F, 0x03E0, 0x7C00, 0};
+    const bool fields = header.Compression != uncompressed;
+    const bool withAlpha = header.Compression == alphaBitFields ||
+                           (headerSize >= alphaHeaderSize && headerSize != os2HeaderSize);
+    if (fields || withAlpha) {
         // They follow the 40 bytes in every header, be it longer or not.
         constexpr int start = fileHeaderSize + static_cast<int>(infoHeaderSize);
-        if (pixelOffset < start + 12) return ImagingDamaged;
-        file.seek(start);
-        const QByteArray bytes = file.read(12);
-        if (bytes.size() != 12) return ImagingCannotRead;
-        masks = {Get<quint32>(bytes, 8), Get<quint32>(bytes, 4), Get<quint32>(bytes, 0)};
-        if (header.BitCount == 16 && ((masks[0] | masks[1] | masks[2]) >> 16))
-            return ImagingDamaged;
+        const int size = withAlpha ? 16 : 12;
+        if (pixelOffset < start + size) return ImagingDamaged;
+        source->seek(start);
+        const QByteArray bytes = source->read(size);
+        if (bytes.size() != size) return ImagingCannotRead;
+        if (fields)
+            masks = {Get<quint32>(bytes, 8), Get<quint32>(bytes, 4), Get<quint32>(bytes, 0), 0};
+        if (withAlpha) masks[3] = Get<quint32>(bytes, 12);
     }
-    for (size_t i = 0; i < masks.size(); ++i)
+    const quint32 colours = masks[0] | masks[1] | masks[2];
+    if (header.BitCount == 16 && colours >> 16) return ImagingDamaged;
+    for (size_t i = 0; i < 3; ++i)
         if (!MakeChannel(masks[i], channels[i])) return ImagingDamaged;
+    // A mask for alpha that cannot be true costs the transparency, not the picture.
+    const bool apart = !(masks[3] & colours) && (header.BitCount == 32 || !(masks[3] >> 16));
+    if (!apart || !MakeChannel(masks[3], channels[3])) channels[3] = {};
     return ImagingDone;
 }
 
@@ -193,17 +243,17 @@ int BitmapReader::ReadPixels(const BitmapRows& rows, int bits) {
     const bool topDown = header.Height < 0;
     const qptrdiff step = topDown ? rows.Step : -rows.Step;  // in the order of the file
     uchar* const first = topDown ? rows.Top : rows.Top + (Height() - 1) * rows.Step;
-    if (!file.seek(pixelOffset)) return ImagingCannotRead;
-    if (bits == header.BitCount && step == stride) {
+    if (!source->seek(pixelOffset)) return ImagingCannotRead;
+    if (bits == header.BitCount && bits < 32 && step == stride) {
         char* const all = reinterpret_cast<char*>(first);
-        return file.read(all, stride * Height()) == stride * Height() ? ImagingDone
-                                                                      : ImagingCannotRead;
+        return source->read(all, stride * Height()) == stride * Height() ? ImagingDone
+                                                                         : ImagingCannotRead;
     }
     const int rowsAtOnce = static_cast<int>(std::max<qint64>(1, BitmapPiece / stride));
     std::vector<char> piece(static_cast<size_t>(rowsAtOnce * stride));
     for (int done = 0; done < Height();) {
         const int count = std::min(rowsAtOnce, Height() - done);
-        if (file.read(piece.data(), count * stride) != count * stride) return ImagingCannotRead;
+        if (source->read(piece.data(), count * stride) != count * stride) return ImagingCannotRead;
         for (int i = 0; i < count; ++i)
             ConvertRow(reinterpret_cast<const uchar*>(piece.data()) + i * stride,
                        first + (done + i) * step, bits);
@@ -213,23 +263,24 @@ int BitmapReader::ReadPixels(const BitmapRows& rows, int bits) {
 }
 
 void BitmapReader::ConvertRow(const uchar* from, uchar* to, int bits) const {
-    if (bits == header.BitCount) {
+    if (bits == header.BitCount && bits < 32) {
         const qint64 bytes = (qint64{Width()} * bits + 7) / 8;
         std::memcpy(to, from, static_cast<size_t>(bytes));
     } else if (header.BitCount <= 8) {
         ResolveIndexes(from, header.BitCount, Width(), palette, to);
     } else {
-        ConvertPixels(from, to);
+        ConvertPixels(from, to, bits);
     }
 }
 
-void BitmapReader::ConvertPixels(const uchar* from, uchar* to) const {
+void BitmapReader::ConvertPixels(const uchar* from, uchar* to, int bits) const {
     const int size = header.BitCount / 8;
+    const auto wanted = static_cast<size_t>(bits / 8);
     for (int x = 0; x < Width(); ++x, from += size) {
         const quint32 pixel =
             size == 2 ? qFromLittleEndian<quint16>(from) : qFromLittleEndian<quint32>(from);
-        for (const Channel& channel : channels)
-            *to++ = channel.Levels[(pixel & channel.Mask) >> channel.Shift];
+        for (size_t i = 0; i < wanted; ++i)
+            *to++ = channels[i].Levels[(pixel & channels[i].Mask) >> channels[i].Shift];
     }
 }
 

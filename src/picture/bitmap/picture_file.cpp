@@ -2,7 +2,6 @@
 
 #include "base/paths.h"
 #include "picture/bitmap/bitmap_file.h"
-#include "picture/bitmap/picture_surface.h"
 
 #include <turbojpeg.h>
 #include <QBuffer>
@@ -31,31 +30,40 @@ bool TooManyPixels(QSize size) {
     return qint64{size.width()} * size.height() > MostPicturePixels;
 }
 
-bool IsOpaque(const QImage& image) {
+bool Alike(const QImage& image, int alpha) {
     for (int y = 0; y < image.height(); ++y) {
         const auto* const row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        if (!std::all_of(row, row + image.width(), [](QRgb p) { return qAlpha(p) == 255; }))
+        if (!std::all_of(row, row + image.width(), [=](QRgb p) { return qAlpha(p) == alpha; }))
             return false;
     }
     return true;
 }
 
-FilePicture Decoded(const QImage& image) {
+// Without transparency where nothing is transparent.
+FilePicture Decoded(QImage image) {
     if (image.isNull()) return Failed(PictureFault::Unreadable);
     if (image.hasAlphaChannel()) {
-        const QImage mixed = image.convertToFormat(QImage::Format_ARGB32);
-        if (!IsOpaque(mixed)) return {.Image = mixed, .Fault = PictureFault::None};
+        image = std::move(image).convertToFormat(QImage::Format_ARGB32);
+        if (!Alike(image, 255)) return {.Image = image, .Fault = PictureFault::None};
     }
-    return {.Image = image.convertToFormat(QImage::Format_BGR888), .Fault = PictureFault::None};
+    return {.Image = std::move(image).convertToFormat(QImage::Format_BGR888),
+            .Fault = PictureFault::None};
 }
 
-FilePicture ReadBitmap(const QString& path, QSize size) {
+FilePicture ReadBitmap(QIODevice& file) {
+    BitmapReader reader;
+    if (reader.Open(file) != ImagingDone) return Failed(PictureFault::Unreadable);
+    const QSize size(reader.Width(), reader.Height());
     if (TooManyPixels(size)) return Failed(PictureFault::TooLarge);
-    FilePicture picture;
-    const bool loaded = LoadSurface(picture.Image, path);
-    if (!loaded) return Failed(PictureFault::Unreadable);
-    picture.Fault = PictureFault::None;
-    return picture;
+    const bool alpha = reader.HasAlpha();
+    QImage image(size, alpha ? QImage::Format_ARGB32 : QImage::Format_BGR888);
+    if (image.isNull()) return Failed(PictureFault::TooLarge);
+    const int bits = alpha ? 32 : 24;
+    if (reader.ReadPixels({image.bits(), image.bytesPerLine()}, bits) != ImagingDone)
+        return Failed(PictureFault::Unreadable);
+    // Programs that know nothing of transparency leave zeros.
+    if (alpha && Alike(image, 0)) image.reinterpretAsFormat(QImage::Format_RGB32);
+    return Decoded(image);
 }
 
 QSize GifScreen(const QByteArray& bytes) {
@@ -68,7 +76,7 @@ QSize GifScreen(const QByteArray& bytes) {
 // Reads formats that the toolkit knows. Those that are drawn by a description, not stored as
 // pixels, are left out: their size says nothing about what they cost.
 FilePicture ReadOther(QByteArray& bytes) {
-    static const QByteArrayList known = {"png", "gif", "jpeg", "bmp", "webp", "tiff"};
+    static const QByteArrayList known = {"png", "gif", "jpeg"};
     QImageReader::setAllocationLimit(mostMegabytes);
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
@@ -110,21 +118,20 @@ FilePicture ReadJpeg(QByteArray& bytes) {
 
 }  // namespace
 
+FilePicture ReadPicture(QIODevice& file) {
+    if (file.peek(2) == "BM") return ReadBitmap(file);
+    QByteArray bytes = file.read(MostPictureBytes);
+    return bytes.startsWith("\xFF\xD8") ? ReadJpeg(bytes) : ReadOther(bytes);
+}
+
 FilePicture ReadPicture(const QString& path) {
     // Only files: a pipe would keep the program waiting for its other end.
     const QFileInfo info(path);
     if (path.isEmpty() || !info.isFile()) return Failed(PictureFault::Missing);
     if (info.size() > MostPictureBytes) return Failed(PictureFault::TooLarge);
-    BitmapReader bitmap;
-    const int opened = bitmap.Open(path);
-    if (opened == ImagingDone) return ReadBitmap(path, {bitmap.Width(), bitmap.Height()});
-    // Compressed bitmaps are left to the toolkit.
-    if (opened != ImagingNotABitmap && opened != ImagingUnsupported)
-        return Failed(PictureFault::Unreadable);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return Failed(PictureFault::Unreadable);
-    QByteArray bytes = file.read(MostPictureBytes);
-    return bytes.startsWith("\xFF\xD8") ? ReadJpeg(bytes) : ReadOther(bytes);
+    return ReadPicture(file);
 }
 
 QString FindPicture(const QStringList& places, const QString& folder, const QString& name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QIODevice>
 #include <QString>
 
 // Pictures that the operator has put into a folder of the program: overlays and the offline
@@ -27,6 +28,8 @@ constexpr qint64 MostPictureBytes = 64 * 1024 * 1024;
 
 // Reads and decodes a picture file. Never returns half a picture.
 [[nodiscard]] FilePicture ReadPicture(const QString& path);
+// The same from a file or buffer that is open, at its beginning.
+[[nodiscard]] FilePicture ReadPicture(QIODevice& file);
 
 // The full path of the picture `name` in `folder` below the first of the places that has it, all
 // found without regard to case; '\' and '/' in the name separate. Empty when there is none, or when
