@@ -42,12 +42,12 @@ QByteArray Saved(const QImage& image, const char* format) {
 }
 
 // Two pixels, red and white.
-QByteArray Gif(int width = 2, int height = 1) {
+QByteArray Gif(int width = 2, int height = 1, const char* data = "02440a00") {
     QByteArray bytes = QByteArray::fromHex(
         "474946383961"
         "0200010080000"
-        "0ff0000ffffff2c00000000020001000002"
-        "02440a003b");
+        "0ff0000ffffff2c000000000200010000" +
+        QByteArray("02") + data + "3b");
     BitmapShape::Put(bytes, 6, width, 2);
     BitmapShape::Put(bytes, 8, height, 2);
     return bytes;
@@ -112,6 +112,7 @@ class TestPictureOverlay : public QObject {
         two.setPixel(0, 0, 0xFFFF0000);
         two.setPixel(1, 0, 0xFFFFFFFF);
         row("GIF", Gif(), two);
+        row("GIF with stray bytes behind", Gif() + "stray", two);
         QImage grey(13, 9, QImage::Format_BGR888);
         grey.fill(qRgb(90, 90, 90));
         row("JPEG", Saved(grey, "JPG"), grey);
@@ -157,6 +158,9 @@ class TestPictureOverlay : public QObject {
         row("JPEG of 30000x30000", HugeJpeg(), tooLarge);
         row("GIF of 30000x30000", Gif(30000, 30000), tooLarge);
         row("bitmap of 8000x8000", HugeBitmap(), tooLarge);
+        row("GIF of 35 bytes and 5000x5000", Gif(5000, 5000), unreadable);
+        row("GIF without data", Gif(2, 1, "01"), unreadable);
+        row("GIF of half a picture", Gif(2, 1, "02440100"), unreadable);
         row("bitmap with a damaged header",
             QByteArray::fromHex("424d00000000000000001a0000aa00000000050004000100180000"),
             unreadable);

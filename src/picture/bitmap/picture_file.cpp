@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/gif_file.h"
 
 #include <turbojpeg.h>
 #include <QBuffer>
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
-#include <QtEndian>
 
 #include <algorithm>
 #include <memory>
@@ -24,10 +24,6 @@ struct CloseDecoder {
 
 FilePicture Failed(PictureFault fault) {
     return {.Image = {}, .Fault = fault};
-}
-
-bool TooManyPixels(QSize size) {
-    return qint64{size.width()} * size.height() > MostPicturePixels;
 }
 
 bool Alike(const QImage& image, int alpha) {
@@ -54,7 +50,8 @@ FilePicture ReadBitmap(QIODevice& file) {
     BitmapReader reader;
     if (reader.Open(file) != ImagingDone) return Failed(PictureFault::Unreadable);
     const QSize size(reader.Width(), reader.Height());
-    if (TooManyPixels(size)) return Failed(PictureFault::TooLarge);
+    if (const PictureFault fault = SizeFault(size, file.size()); fault != PictureFault::None)
+        return Failed(fault);
     const bool alpha = reader.HasAlpha();
     QImage image(size, alpha ? QImage::Format_ARGB32 : QImage::Format_BGR888);
     if (image.isNull()) return Failed(PictureFault::TooLarge);
@@ -66,30 +63,17 @@ FilePicture ReadBitmap(QIODevice& file) {
     return Decoded(image);
 }
 
-QSize GifScreen(const QByteArray& bytes) {
-    constexpr qsizetype begin = 6;
-    if (bytes.size() < begin + 4) return {};
-    const char* const screen = bytes.constData() + begin;
-    return {qFromLittleEndian<quint16>(screen), qFromLittleEndian<quint16>(screen + 2)};
-}
-
 // Reads formats that the toolkit knows. Those that are drawn by a description, not stored as
 // pixels, are left out: their size says nothing about what they cost.
 FilePicture ReadOther(QByteArray& bytes) {
-    static const QByteArrayList known = {"png", "gif", "jpeg"};
+    static const QByteArrayList known = {"png", "jpeg"};
     QImageReader::setAllocationLimit(mostMegabytes);
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
     if (!known.contains(reader.format())) return Failed(PictureFault::Unreadable);
-    QSize size = reader.size();
-    if (size.isEmpty()) return Failed(PictureFault::Unreadable);
-    // A GIF is decoded as large as its screen; the decoder tells the size of the first picture.
-    if (reader.format() == "gif") size = size.expandedTo(GifScreen(bytes));
-    if (TooManyPixels(size)) return Failed(PictureFault::TooLarge);
-    // The decoder of GIF is content with the part that has arrived. A whole one ends in ';'.
-    if (reader.format() == "gif" && !bytes.endsWith(';')) return Failed(PictureFault::Unreadable);
-    return Decoded(reader.read());
+    const PictureFault fault = SizeFault(reader.size(), bytes.size());
+    return fault == PictureFault::None ? Decoded(reader.read()) : Failed(fault);
 }
 
 FilePicture ReadJpeg(QByteArray& bytes) {
@@ -102,8 +86,8 @@ FilePicture ReadJpeg(QByteArray& bytes) {
     if (!decoder || tjDecompressHeader3(decoder.get(), data, count, &size.rwidth(), &size.rheight(),
                                         &sampling, &colours) != 0)
         return Failed(PictureFault::Unreadable);
-    if (size.isEmpty()) return Failed(PictureFault::Unreadable);
-    if (TooManyPixels(size)) return Failed(PictureFault::TooLarge);
+    if (const PictureFault fault = SizeFault(size, bytes.size()); fault != PictureFault::None)
+        return Failed(fault);
     // The four colours of printing, which browsers show wrongly or not at all.
     if (colours == TJCS_CMYK || colours == TJCS_YCCK) return ReadOther(bytes);
     FilePicture picture{QImage(size, QImage::Format_BGR888), PictureFault::None, true};
@@ -118,10 +102,20 @@ FilePicture ReadJpeg(QByteArray& bytes) {
 
 }  // namespace
 
+PictureFault SizeFault(QSize size, qint64 bytes) {
+    if (size.isEmpty()) return PictureFault::Unreadable;
+    const qint64 pixels = qint64{size.width()} * size.height();
+    if (pixels > MostPicturePixels) return PictureFault::TooLarge;
+    return pixels > MostPixelsIn(bytes) ? PictureFault::Unreadable : PictureFault::None;
+}
+
 FilePicture ReadPicture(QIODevice& file) {
     if (file.peek(2) == "BM") return ReadBitmap(file);
     QByteArray bytes = file.read(MostPictureBytes);
-    return bytes.startsWith("\xFF\xD8") ? ReadJpeg(bytes) : ReadOther(bytes);
+    if (bytes.startsWith("\xFF\xD8")) return ReadJpeg(bytes);
+    if (!bytes.startsWith("GIF8")) return ReadOther(bytes);
+    const FilePicture picture = ReadGif(bytes);
+    return picture.Fault == PictureFault::None ? Decoded(picture.Image) : picture;
 }
 
 FilePicture ReadPicture(const QString& path) {

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QImage>
 #include <QIODevice>
+#include <QImage>
 #include <QString>
 
 // Pictures that the operator has put into a folder of the program: overlays and the offline
 // picture. What a file is, its content tells, not its name. Bitmaps of every depth, JPEG, PNG and
-// GIF (the first picture of it) are read; nothing in a file is believed before it is checked.
+// GIF (the first picture of it) are read; nothing in a file is believed before it is checked, and
+// what a header claims costs no more memory than so small a file can be worth.
 
 enum class PictureFault {
     None,
@@ -17,7 +18,7 @@ enum class PictureFault {
 
 // What was in a file.
 struct FilePicture {
-    QImage Image;  // Format_BGR888, or Format_ARGB32 where not all of it is opaque
+    QImage Image = {};  // Format_BGR888, or Format_ARGB32 where not all of it is opaque
     PictureFault Fault = PictureFault::Missing;
     bool Jpeg = false;  // a whole JPEG that any browser shows
 };
@@ -30,6 +31,9 @@ constexpr qint64 MostPictureBytes = 64 * 1024 * 1024;
 [[nodiscard]] FilePicture ReadPicture(const QString& path);
 // The same from a file or buffer that is open, at its beginning.
 [[nodiscard]] FilePicture ReadPicture(QIODevice& file);
+
+// What is wrong with a picture of this size, in pixels, in a file of so many bytes.
+[[nodiscard]] PictureFault SizeFault(QSize size, qint64 bytes);
 
 // The full path of the picture `name` in `folder` below the first of the places that has it, all
 // found without regard to case; '\' and '/' in the name separate. Empty when there is none, or when
