@@ -8,6 +8,7 @@
 #include <QBuffer>
 #include <QDateTime>
 #include <QDir>
+#include <QImageReader>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
@@ -115,7 +116,10 @@ class TestPictureOverlay : public QObject {
         row("GIF with stray bytes behind", Gif() + "stray", two);
         QImage grey(13, 9, QImage::Format_BGR888);
         grey.fill(qRgb(90, 90, 90));
-        row("JPEG", Saved(grey, "JPG"), grey);
+        const QByteArray jpeg = Saved(grey, "JPG");
+        row("JPEG", jpeg, grey);
+        row("JPEG with stray bytes before its end", jpeg.chopped(2) + "stray\xFF\xD9", grey);
+        row("JPEG with stray bytes behind", jpeg + "stray", grey);
     }
     void StampsEveryKindOfFile() {
         const auto [bytes, picture] = Row<QByteArray, QImage>();
@@ -218,6 +222,25 @@ class TestPictureOverlay : public QObject {
                 if (random.bounded(20) == 0) bytes[i] = static_cast<char>(random.bounded(256));
             const FilePicture damaged = read(bytes);
             QCOMPARE(damaged.Image.isNull(), damaged.Fault != PictureFault::None);
+        }
+    }
+
+    // As the toolkit, which goes by the same entry, turns it.
+    void StandsUpright() {
+        for (char orientation = 1; orientation <= 8; ++orientation) {
+            QByteArray exif(
+                "\xFF\xE1\x00\x22"
+                "Exif\0\0MM\0*\0\0\0\x08\0\1\1\x12\0\3\0\0\0\1\0",
+                31);
+            exif += QByteArray(1, orientation) + QByteArray(4, '\0');
+            QByteArray bytes = Saved(FourQuarters(48, 32), "JPG").insert(2, exif);
+            QBuffer buffer(&bytes);
+            buffer.open(QIODevice::ReadOnly);
+            const QImage seen = ReadPicture(buffer).Image;
+            buffer.seek(0);
+            QImageReader toolkit(&buffer);
+            toolkit.setAutoTransform(true);
+            QCOMPARE(seen, toolkit.read().convertToFormat(QImage::Format_BGR888));
         }
     }
 

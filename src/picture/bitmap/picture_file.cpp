@@ -3,8 +3,8 @@
 #include "base/paths.h"
 #include "picture/bitmap/bitmap_file.h"
 #include "picture/bitmap/gif_file.h"
+#include "picture/bitmap/jpeg_file.h"
 
-#include <turbojpeg.h>
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
@@ -12,15 +12,10 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 
 constexpr int mostMegabytes = 256;  // decoded: MostPicturePixels at 8 bytes, as deep as PNG goes
-
-struct CloseDecoder {
-    void operator()(void* decoder) const { tjDestroy(decoder); }
-};
 
 FilePicture Failed(PictureFault fault) {
     return {.Image = {}, .Fault = fault};
@@ -63,41 +58,22 @@ FilePicture ReadBitmap(QIODevice& file) {
     return Decoded(image);
 }
 
-// Reads formats that the toolkit knows. Those that are drawn by a description, not stored as
-// pixels, are left out: their size says nothing about what they cost.
-FilePicture ReadOther(QByteArray& bytes) {
-    static const QByteArrayList known = {"png", "jpeg"};
+FilePicture ReadPng(QByteArray& bytes) {
     QImageReader::setAllocationLimit(mostMegabytes);
     QBuffer buffer(&bytes);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    if (!known.contains(reader.format())) return Failed(PictureFault::Unreadable);
+    QImageReader reader(&buffer, "png");
     const PictureFault fault = SizeFault(reader.size(), bytes.size());
     return fault == PictureFault::None ? Decoded(reader.read()) : Failed(fault);
 }
 
-FilePicture ReadJpeg(QByteArray& bytes) {
-    const std::unique_ptr<void, CloseDecoder> decoder(tjInitDecompress());
-    const auto* const data = reinterpret_cast<const uchar*>(bytes.constData());
-    const auto count = static_cast<unsigned long>(bytes.size());
-    QSize size;
-    int sampling = 0;
-    int colours = 0;
-    if (!decoder || tjDecompressHeader3(decoder.get(), data, count, &size.rwidth(), &size.rheight(),
-                                        &sampling, &colours) != 0)
-        return Failed(PictureFault::Unreadable);
-    if (const PictureFault fault = SizeFault(size, bytes.size()); fault != PictureFault::None)
-        return Failed(fault);
-    // The four colours of printing, which browsers show wrongly or not at all.
-    if (colours == TJCS_CMYK || colours == TJCS_YCCK) return ReadOther(bytes);
-    FilePicture picture{QImage(size, QImage::Format_BGR888), PictureFault::None, true};
-    if (picture.Image.isNull()) return Failed(PictureFault::TooLarge);
-    // A picture that is cut off is only a warning to the decoder, which makes up the rest.
-    if (tjDecompress2(decoder.get(), data, count, picture.Image.bits(), size.width(),
-                      static_cast<int>(picture.Image.bytesPerLine()), size.height(), TJPF_BGR,
-                      TJFLAG_STOPONWARNING | TJFLAG_LIMITSCANS) != 0)
-        return Failed(PictureFault::Unreadable);
-    return picture;
+FilePicture ReadAny(QIODevice& file, QSize enough) {
+    if (file.peek(2) == "BM") return ReadBitmap(file);
+    QByteArray bytes = file.read(MostPictureBytes);
+    if (bytes.startsWith("\xFF\xD8")) return ReadJpeg(bytes, enough);
+    if (bytes.startsWith("\x89PNG")) return ReadPng(bytes);
+    if (!bytes.startsWith("GIF8")) return Failed(PictureFault::Unreadable);
+    const FilePicture picture = ReadGif(bytes);
+    return picture.Fault == PictureFault::None ? Decoded(picture.Image) : picture;
 }
 
 }  // namespace
@@ -109,23 +85,20 @@ PictureFault SizeFault(QSize size, qint64 bytes) {
     return pixels > MostPixelsIn(bytes) ? PictureFault::Unreadable : PictureFault::None;
 }
 
-FilePicture ReadPicture(QIODevice& file) {
-    if (file.peek(2) == "BM") return ReadBitmap(file);
-    QByteArray bytes = file.read(MostPictureBytes);
-    if (bytes.startsWith("\xFF\xD8")) return ReadJpeg(bytes);
-    if (!bytes.startsWith("GIF8")) return ReadOther(bytes);
-    const FilePicture picture = ReadGif(bytes);
-    return picture.Fault == PictureFault::None ? Decoded(picture.Image) : picture;
+FilePicture ReadPicture(QIODevice& file, QSize enough) {
+    FilePicture picture = ReadAny(file, enough);
+    if (picture.Size.isEmpty()) picture.Size = picture.Image.size();
+    return picture;
 }
 
-FilePicture ReadPicture(const QString& path) {
+FilePicture ReadPicture(const QString& path, QSize enough) {
     // Only files: a pipe would keep the program waiting for its other end.
     const QFileInfo info(path);
     if (path.isEmpty() || !info.isFile()) return Failed(PictureFault::Missing);
     if (info.size() > MostPictureBytes) return Failed(PictureFault::TooLarge);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return Failed(PictureFault::Unreadable);
-    return ReadPicture(file);
+    return ReadPicture(file, enough);
 }
 
 QString FindPicture(const QStringList& places, const QString& folder, const QString& name) {

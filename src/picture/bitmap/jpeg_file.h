@@ -1,0 +1,9 @@
+#pragma once
+
+#include "picture/bitmap/picture_file.h"
+
+#include <QByteArray>
+
+// Decodes a JPEG, turned as its EXIF data says, as Format_BGR888; every part of it must be there.
+// enough: see ReadPicture.
+[[nodiscard]] FilePicture ReadJpeg(const QByteArray& bytes, QSize enough);
