@@ -186,7 +186,7 @@ double Median(std::vector<double> values) {
 bool MeasureFilter(PictureState& state, PicturePipeline& pipeline, Waiting& waiting,
                    StatusDisplay& display, const PictureSettings& settings, int runs) {
     OfflineFilter filter(state, pipeline, waiting, display);
-    const QImage offline = OpaquePicture(filter.ReadOffline(settings).Image);
+    const QImage offline = OpaquePicture(filter.ReadOffline(settings, {}).Picture.Image);
     QImage camera = offline.mirrored();
     std::vector<double> blends;
     std::vector<double> filters;

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int filterPercent = 50;
+constexpr QSize enoughPixels(1920, 1080);  // of a picture that is too large to be decoded whole
 
 }  // namespace
 
@@ -46,19 +47,19 @@ bool OfflinePicture::Prepare(QString& file) {
         parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
         return false;
     }
-    // Before the camera is asked: without this file the last picture stays as it is.
-    const FilePicture offline = filter.ReadOffline(settings);
-    if (offline.Fault != PictureFault::None) return false;
     if (settings.UseOfflineFilter) {
         parts.Pictures.DeleteWorkingFiles(settings);
         const bool made = parts.Pictures.MakePicture(settings);
         if (parts.Wait.Closing()) return false;
         file = parts.State.WorkFile(PublicNames::Sending);
-        if (made) return filter.ApplyOfflineFilter(filterPercent, settings);
-        parts.Display.ShowStatus("No camera picture: the offline picture is sent as it is");
+        if (made && filter.ApplyOfflineFilter(filterPercent, settings)) return true;
+        if (parts.Wait.Closing()) return false;
+        const QString reason = made ? QString("No blend") : QString("No camera picture");
+        parts.Display.ShowStatus(reason + ": the offline picture is sent as it is");
     }
-    file = filter.OfflinePath(settings);
-    return offline.Jpeg || PreparePlain(offline, file);
+    const OfflineFilter::Source offline = filter.ReadOffline(settings, enoughPixels);
+    file = offline.Path;
+    return offline.Picture.Jpeg || PreparePlain(offline.Picture, file);
 }
 
 bool OfflinePicture::PreparePlain(const FilePicture& offline, QString& file) {

@@ -15,6 +15,7 @@ constexpr int offlineQuality = 80;
 constexpr int wholePercent = 100;
 constexpr int mostSum = 255 * wholePercent;
 constexpr int pixelBytes = 3;
+constexpr QSize plainSize(640, 480);
 
 // As many columns at a time as lie between two updates on the screen: some ten thousand pixels,
 // done well within a millisecond, so that the window stays usable.
@@ -59,13 +60,38 @@ OfflineFilter::OfflineFilter(PictureState& pictureState, PicturePipeline& pictur
                              Waiting& wait, StatusDisplay& statusDisplay)
     : state(pictureState), pictures(picturePipeline), waiting(wait), display(statusDisplay) {}
 
-QString OfflineFilter::OfflinePath(const PictureSettings& settings) const {
-    return FindPicture(state.ReadingFolders(), QStringLiteral("Offline"), settings.Offlinefile);
+// The operator's file, then the ones that came with the program.
+QStringList OfflineFilter::OfflinePaths(const PictureSettings& settings) const {
+    const QString folder = QStringLiteral("Offline");
+    const QStringList places = state.ReadingFolders();
+    QStringList paths{FindPicture(places, folder, settings.Offlinefile)};
+    for (const QString& place : places)
+        paths << FindPicture({place}, folder, PictureSettings().Offlinefile);
+    paths.removeDuplicates();
+    return paths;
 }
 
-FilePicture OfflineFilter::ReadOffline(const PictureSettings& settings) {
-    FilePicture picture = ReadPicture(OfflinePath(settings));
-    switch (picture.Fault) {
+OfflineFilter::Source OfflineFilter::ReadOffline(const PictureSettings& settings, QSize enough) {
+    bool own = true;
+    const QStringList paths = OfflinePaths(settings);
+    for (const QString& path : paths) {
+        const FilePicture picture = ReadPicture(path, enough);
+        if (own) ShowFault(picture.Fault);
+        if (picture.Fault == PictureFault::None) {
+            if (!own) display.ShowStatus("The offline picture of the program takes its place");
+            return {path, picture};
+        }
+        own = false;
+    }
+    display.ShowStatus("A grey picture takes its place");
+    FilePicture plain{.Image = QImage(plainSize, QImage::Format_BGR888),
+                      .Fault = PictureFault::None};
+    plain.Image.fill(Qt::gray);
+    return {{}, plain};
+}
+
+void OfflineFilter::ShowFault(PictureFault fault) {
+    switch (fault) {
         case PictureFault::None:
             break;
         case PictureFault::Missing:
@@ -78,13 +104,10 @@ FilePicture OfflineFilter::ReadOffline(const PictureSettings& settings) {
             display.ShowStatus("Offline file cannot be read");
             break;
     }
-    return picture;
 }
 
 bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& settings) {
     const QScopedValueRollback now(busy, true);
-    const FilePicture offline = ReadOffline(settings);
-    if (offline.Fault != PictureFault::None) return false;
     FilePicture camera =
         ReadPicture(settings.LocalMode() ? settings.Verzeichnis + QStringLiteral("pw.jpg")
                                          : settings.WorkFile(QStringLiteral("1pw.jpg")));
@@ -92,9 +115,9 @@ bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& setti
         display.ShowStatus("The camera picture cannot be read");
         return false;
     }
+    const QImage offline = OpaquePicture(ReadOffline(settings, camera.Image.size()).Picture.Image);
     display.ShowStatus("create Offline - Picture");
-    if (!Blend(camera.Image, OpaquePicture(offline.Image), std::clamp(percent, 0, wholePercent)))
-        return false;
+    if (!Blend(camera.Image, offline, std::clamp(percent, 0, wholePercent))) return false;
     if (!EncodeBlend(camera.Image, settings)) {
         display.ShowStatus("Cannot write the offline picture");
         return false;

@@ -22,11 +22,14 @@ class OfflineFilter {
     OfflineFilter(PictureState& state, PicturePipeline& pictures, Waiting& waiting,
                   StatusDisplay& display);
 
-    // The full path of the setting Offlinefile below the program folder; empty: no such file.
-    [[nodiscard]] QString OfflinePath(const PictureSettings& settings) const;
-
-    // Reads the offline file; what is wrong with it, the status says.
-    [[nodiscard]] FilePicture ReadOffline(const PictureSettings& settings);
+    // The picture to publish: the offline file, or, where that cannot be used, the one that came
+    // with the program, or a plain grey one, because the camera's must not stay. What is wrong with
+    // a file, the status says. enough: see ReadPicture.
+    struct Source {
+        QString Path;  // empty: the plain one
+        FilePicture Picture;
+    };
+    [[nodiscard]] Source ReadOffline(const PictureSettings& settings, QSize enough);
 
     // Blends `percent` of the offline file into the picture that MakePicture made last and encodes
     // the result in its place. Handles pending events all the while. Returns whether it was made;
@@ -45,6 +48,8 @@ class OfflineFilter {
     [[nodiscard]] bool Busy() const { return busy; }
 
   private:
+    [[nodiscard]] QStringList OfflinePaths(const PictureSettings& settings) const;
+    void ShowFault(PictureFault fault);
     [[nodiscard]] bool EncodeBlend(const QImage& picture, PictureSettings settings);
 
     PictureState& state;

@@ -100,12 +100,54 @@ class TestOfflinePicture : public QObject {
         QCOMPARE(f.Server.Connections, local ? 0 : 1);
     }
 
+    // A file that cannot be used gives way to the program's own, or to plain grey.
+    void AnotherTakesItsPlace_data() {
+        const Rows<QString, QString, bool> row;
+        row("missing", "no.jpg", "Offline file not found !", true);
+        row("cut off", "half.jpg", "Offline file cannot be read", true);
+        row("leads out", "../web/secret.jpg", "Offline file not found !", true);
+        row("the program's own cut off", "Offline.jpg", "Offline file cannot be read", false);
+        row("blended", "half.jpg\nUseOfflineFilter=1", "Offline file cannot be read", false);
+    }
+    void AnotherTakesItsPlace() {
+        const auto [file, status, own] = Row<QString, QString, bool>();
+        OfflineFixture f;
+        f.Configure("Offlinefile=" + file.toUtf8() + "\n");
+        f.Write("web/secret.jpg", Plain(Qt::red, "JPG"));
+        f.Write("Offline/half.jpg", f.File.chopped(100));
+        if (!own) f.Write("Offline/Offline.jpg", f.File.chopped(100));
+        QVERIFY(f.Begin());
+        f.Cycle.Stop();
+        QVERIFY(f.Display.Statuses.contains(status));
+        QCOMPARE(f.Public() == f.File, own);
+        QCOMPARE(f.Display.Statuses.last(), "Offline");
+        const bool grey = DecodedJpeg{f.Public()}.Shows(4, 4, Qt::gray);
+        QCOMPARE(grey, !own && !file.contains("Filter"));
+    }
+
+    // 48 million pixels; with the filter as many of them as the camera needs.
+    void SendsPhotographs_data() {
+        const Rows<bool> row;
+        row("as they are", false);
+        row("blended", true);
+    }
+    void SendsPhotographs() {
+        const auto [blends] = Row<bool>();
+        OfflineFixture f;
+        if (blends) f.Configure("UseOfflineFilter=1\n");
+        const QByteArray photograph = Plain(Qt::white, "JPG", {8000, 6000});
+        f.Write("Offline/Offline.jpg", photograph);
+        QVERIFY(f.Begin());
+        f.Cycle.Stop();
+        QCOMPARE(f.Public() == photograph, !blends);
+        const DecodedJpeg seen{f.Public()};
+        QVERIFY(!blends || seen.Picture.pixelColor(30, 20).lightness() > 180);
+        QCOMPARE(f.Display.Statuses.last(), "Offline");
+    }
+
     void KeepsTheLastPicture_data() {
         const Rows<QString, QString> row;
         row("switched off", "off", "stopped");
-        row("missing", "missing", "Offline file not found !");
-        row("cut off", "cut off", "Offline file cannot be read");
-        row("leads out", "outside", "Offline file not found !");
         row("server refuses", "refused", "Offline Picture not sent");
         row("local folder gone", "folder", "Cannot write ");
         row("no local folder", "no folder", "No folder for the pictures");
@@ -119,10 +161,6 @@ class TestOfflinePicture : public QObject {
         const QByteArray last = f.Public();
         const auto sent = f.Server.Commands.count("STOR 1pw.jpg");
         if (fault == "off") f.Write("ftpOptions.ini", "[Einstellungen]\nOfflinePic=0\n");
-        if (fault == "missing") QVERIFY(QFile::remove(f.Folder.filePath("Offline/Offline.jpg")));
-        if (fault == "cut off") f.Write("Offline/Offline.jpg", f.File.chopped(100));
-        if (fault == "outside") f.Configure("Offlinefile=../web/secret.jpg\n");
-        f.Write("web/secret.jpg", f.File);
         if (fault == "refused") f.Server.Script = {{.Verb = "STOR", .Chunks = {"553 no\r\n"}}};
         if (local) QVERIFY(QDir(f.Folder.filePath("web")).removeRecursively());
         if (fault == "no folder") {

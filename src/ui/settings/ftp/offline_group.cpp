@@ -103,10 +103,11 @@ bool OfflineGroup::FolderExists() const {
 }
 
 void OfflineGroup::ShowPicture() {
-    const FilePicture picture = ReadPicture(entries.value(cbOffline->currentIndex()).Path);
+    const FilePicture picture =
+        ReadPicture(entries.value(cbOffline->currentIndex()).Path, previewSize);
     const bool fine = picture.Fault == PictureFault::None;
     found = picture.Fault != PictureFault::Missing;
-    pictureSize = fine ? picture.Image.size() : QSize();
+    pictureSize = picture.Size;
     // A large picture is not kept in memory for a look at it.
     const QSize shown = previewSize * preview->devicePixelRatioF();
     preview->SetPicture(fine ? OpaquePicture(picture.Image)
