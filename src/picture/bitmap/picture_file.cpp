@@ -101,6 +101,10 @@ FilePicture ReadPicture(const QString& path, QSize enough) {
     return ReadPicture(file, enough);
 }
 
+QStringList PictureKinds() {
+    return {"*.bmp", "*.gif", "*.jpeg", "*.jpg", "*.png"};
+}
+
 QString FindPicture(const QStringList& places, const QString& folder, const QString& name) {
     const QStringList steps = QString(name).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
     if (steps.isEmpty() || steps.contains("..")) return {};

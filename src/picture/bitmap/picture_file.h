@@ -38,6 +38,9 @@ constexpr qint64 MostPictureBytes = 64 * 1024 * 1024;
 // What is wrong with a picture of this size, in pixels, in a file of so many bytes.
 [[nodiscard]] PictureFault SizeFault(QSize size, qint64 bytes);
 
+// The names of pictures that can be read, as patterns.
+[[nodiscard]] QStringList PictureKinds();
+
 // The full path of the picture `name` in `folder` below the first of the places that has it, all
 // found without regard to case; '\' and '/' in the name separate. Empty when there is none, or when
 // the name leads out of the folder.

@@ -145,7 +145,7 @@ void OfflineGroup::Warn() {
 void OfflineGroup::ChooseFile() {
     const QFileDialog& chooser =
         OpenFileChooser(this, QFileDialog::ExistingFile, Text("AddOffline"), {},
-                        Text("Pictures") + " (*.jpg *.jpeg *.bmp *.png *.gif)");
+                        Text("Pictures") + " (" + PictureKinds().join(u' ') + ")");
     connect(&chooser, &QFileDialog::fileSelected, this, &OfflineGroup::Add);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/settings/ftp/offline_list.h"
 
 #include "base/paths.h"
+#include "picture/bitmap/picture_file.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,7 +9,6 @@
 #include <algorithm>
 
 QList<OfflineEntry> OfflinePictures(const QStringList& places) {
-    const QStringList kinds{"*.jpg", "*.jpeg", "*.bmp", "*.png", "*.gif"};
     QList<OfflineEntry> found;
     const auto known = [&found](const QString& name) {
         return std::any_of(found.begin(), found.end(), [&name](const OfflineEntry& entry) {
@@ -18,7 +18,7 @@ QList<OfflineEntry> OfflinePictures(const QStringList& places) {
     for (const QString& place : places) {
         const QString folder = Paths::Find(place, "Offline");
         if (folder.isEmpty()) continue;
-        for (const QFileInfo& file : QDir(folder).entryInfoList(kinds, QDir::Files))
+        for (const QFileInfo& file : QDir(folder).entryInfoList(PictureKinds(), QDir::Files))
             if (!known(file.fileName())) found << OfflineEntry{file.fileName(), file.filePath()};
     }
     std::sort(found.begin(), found.end(), [](const OfflineEntry& one, const OfflineEntry& other) {

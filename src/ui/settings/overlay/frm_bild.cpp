@@ -177,7 +177,7 @@ void frmBild::ChooseFiles() {
     const QString folder = Paths::Find(Places().value(0), "overlay");
     const QFileDialog& chooser =
         OpenFileChooser(this, QFileDialog::ExistingFiles, Text("AddTitle"), folder,
-                        Text("AddFilter") + " (*.bmp *.jpg *.jpeg *.png *.gif)");
+                        Text("AddFilter") + " (" + PictureKinds().join(u' ') + ")");
     connect(&chooser, &QFileDialog::filesSelected, this, &frmBild::Add);
 }
 

@@ -54,12 +54,11 @@ QString NumberedName(const QFileInfo& file, int number) {
 }  // namespace
 
 QStringList OverlayNames(const QStringList& places) {
-    static const QStringList kinds{"*.bmp", "*.jpg", "*.jpeg", "*.png", "*.gif"};
     QStringList names;
     for (const QString& place : places) {
         const QString folder = place.isEmpty() ? QString() : Paths::Find(place, folderName);
         if (folder.isEmpty()) continue;
-        for (const QString& name : QDir(folder).entryList(kinds, QDir::Files))
+        for (const QString& name : QDir(folder).entryList(PictureKinds(), QDir::Files))
             if (!names.contains(name, Qt::CaseInsensitive)) names << name;
     }
     names.sort(Qt::CaseInsensitive);
