@@ -166,8 +166,8 @@ bool BitmapReader::HasRuns() const {
 // From here on it is a bitmap of 8 bits like any other.
 int BitmapReader::ReadRuns() {
     if (!source->seek(pixelOffset)) return ImagingCannotRead;
-    const auto rows =
-        DecodeRuns(source->read(MostBitmapPixels), header.BitCount, {Width(), Height()});
+    const qint64 size = std::clamp<qint64>(source->size() - pixelOffset, 0, MostBitmapPixels);
+    const auto rows = DecodeRuns(source->read(size), header.BitCount, {Width(), Height()});
     if (!rows) return ImagingCannotRead;
     unpacked.setData(*rows);
     unpacked.open(QIODevice::ReadOnly);

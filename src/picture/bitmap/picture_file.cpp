@@ -68,7 +68,8 @@ FilePicture ReadPng(QByteArray& bytes) {
 
 FilePicture ReadAny(QIODevice& file, QSize enough) {
     if (file.peek(2) == "BM") return ReadBitmap(file);
-    QByteArray bytes = file.read(MostPictureBytes);
+    // Room is made for as many bytes as are asked for.
+    QByteArray bytes = file.read(std::min(file.size(), MostPictureBytes));
     if (bytes.startsWith("\xFF\xD8")) return ReadJpeg(bytes, enough);
     if (bytes.startsWith("\x89PNG")) return ReadPng(bytes);
     if (!bytes.startsWith("GIF8")) return Failed(PictureFault::Unreadable);
