@@ -231,8 +231,8 @@ class TestPictureOverlay : public QObject {
             QByteArray exif(
                 "\xFF\xE1\x00\x22"
                 "Exif\0\0MM\0*\0\0\0\x08\0\1\1\x12\0\3\0\0\0\1\0",
-                31);
-            exif += QByteArray(1, orientation) + QByteArray(4, '\0');
+                29);
+            exif += QByteArray(1, orientation) + QByteArray(6, '\0');
             QByteArray bytes = Saved(FourQuarters(48, 32), "JPG").insert(2, exif);
             QBuffer buffer(&bytes);
             buffer.open(QIODevice::ReadOnly);
@@ -241,6 +241,7 @@ class TestPictureOverlay : public QObject {
             QImageReader toolkit(&buffer);
             toolkit.setAutoTransform(true);
             QCOMPARE(seen, toolkit.read().convertToFormat(QImage::Format_BGR888));
+            QCOMPARE(seen.width() < seen.height(), orientation > 4);
         }
     }
 
