@@ -14,10 +14,9 @@ class Retry {
     // A try that began at `began` has failed now. The pause counts from its beginning, so that a
     // slow failure does not add to it, but is never shorter than the first one; most: the longest.
     void Failed(qint64 began, qint64 now, qint64 most = MostPause);
-    void Succeeded() { *this = {}; }
-
-    // Whatever made the tries fail has changed: the next one is due at once, the pauses begin anew.
-    void AtOnce() { *this = {}; }
+    // It went well, or whatever made it fail has changed: the next try is due at once, and the
+    // pauses begin anew.
+    void Reset() { *this = {}; }
 
     // Nothing has failed yet.
     [[nodiscard]] bool Fresh() const { return pause == 0; }

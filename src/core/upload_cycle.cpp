@@ -229,7 +229,7 @@ void UploadCycle::Failed(const Trouble& trouble, qint64 began) {
 void UploadCycle::Succeeded() {
     OneRun& once = run.ThisRun;
     const Settings& values = parts.State.Values;
-    once.Again.Succeeded();
+    once.Again.Reset();
     if (once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(values.Uptime);
     once.Due = Now() + values.TotalInterval();
     run.Enter(RunState::Waiting);
@@ -300,8 +300,8 @@ UploadCycle::Outcome UploadCycle::FtpTick() {
         parts.Display.ShowStatus("reconnecting");
         return Trouble{"No Connection to Internet"};
     }
-    if (!run.Running() || !Connect(RunState::TakingPicture)) return NotConnected();
-    if (!run.Running() || parts.Wait.Closing()) return NotConnected();
+    const bool connected = run.Running() && Connect(RunState::TakingPicture);
+    if (!connected || !run.Running() || parts.Wait.Closing()) return NotConnected();
     run.ThisRun.Published = false;
     Outcome trouble = Publish();
     if (trouble) MakeReady();

@@ -56,7 +56,7 @@ class UploadCycle : public QObject {
     // Takes over Framerate and Uptime after the settings were loaded.
     void ApplyInterval();
     // What has failed so far may work now: it is tried again at once.
-    void TryAgainAtOnce() { run.ThisRun.Again.AtOnce(); }
+    void TryAgainAtOnce() { run.ThisRun.Again.Reset(); }
 
     // The window is being unloaded: no further step starts.
     void Unload();

@@ -127,8 +127,7 @@ void UploadTransaction::GiveUpConnect() {
 // A second in which nothing is done but to notice that the connect was given up.
 bool UploadTransaction::PauseConnect() {
     constexpr qint64 second = 1000;
-    const auto end =
-        waiting.Until([this] { return givenUp; }, {.LimitMilliseconds = second, .Hopeless = {}});
+    const auto end = waiting.Until([this] { return givenUp; }, {.LimitMilliseconds = second});
     return end == Waiting::End::Limit;
 }
 
