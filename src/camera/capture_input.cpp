@@ -96,7 +96,6 @@ int CaptureInput::OpenFormat() {
     } else if (request.Kind == CaptureKind::Network) {
         // Pictures over UDP lose packets; it is the second choice.
         options.Set("rtsp_flags", QStringLiteral("prefer_tcp"));
-        options.Set("fflags", QStringLiteral("nobuffer"));
         options.Set("analyzeduration", QStringLiteral("1000000"));
     } else {
         options.Set("pattern_type", QStringLiteral("none"));  // '%' in a name is just that
