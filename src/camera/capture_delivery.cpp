@@ -31,6 +31,7 @@ CaptureFault CaptureDelivery::Run() {
 bool CaptureDelivery::ServeLive(const CaptureSession::Demand& demand) {
     const CaptureSource::Step step = source.Advance();
     if (step == CaptureSource::Step::Failed) return false;
+    if (step != CaptureSource::Step::Nothing) session.CountArrival();
     if (step == CaptureSource::Step::Picture) {
         newForGrab = newForPreview = true;
         if (!settled) WatchExposure();
@@ -50,6 +51,8 @@ bool CaptureDelivery::ServeOnDemand(const CaptureSession::Demand& demand) {
         session.Rest(wait, demand);
         return true;
     }
+    // It was idle until now, not silent.
+    session.CountArrival();
     const CaptureSource::Step step = source.Advance();
     if (step == CaptureSource::Step::Failed) return false;
     if (step == CaptureSource::Step::Nothing) return true;

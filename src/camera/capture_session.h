@@ -40,6 +40,8 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     void SetPreview(int rate, QSize size);
     // Waits until the device is closed, for `milliseconds` at most.
     void WaitForEnd(int milliseconds);
+    // How often something has come from the source: it is alive while this grows.
+    [[nodiscard]] quint64 Arrivals() const { return arrivals; }
 
     // What the user wants to have.
     struct Demand {
@@ -55,6 +57,7 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     [[nodiscard]] Demand Look();
     // Sleeps until more is demanded than was known, or the time is up; below 0 for no limit.
     void Rest(qint64 milliseconds, const Demand& known);
+    void CountArrival() { ++arrivals; }
     void HandOver(Dib&& frame);
     void HandOver(const QImage& image, QSize pictureSize);
 
@@ -74,6 +77,7 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     const WayBack way;
 
     std::atomic<bool> stop = false;
+    std::atomic<quint64> arrivals = 0;
     QMutex mutex;  // of what follows
     QWaitCondition changed;
     Demand demand;

@@ -31,7 +31,8 @@ constexpr qint64 BeforeFirstPicture = std::numeric_limits<qint64>::min();
 class CaptureSource {
   public:
     enum class Step {
-        Nothing,  // no new picture yet
+        Nothing,  // nothing has come
+        Data,     // something has, which makes no new picture
         Picture,  // there is a newer picture than before
         Failed,   // nothing more will come; Fault() tells why
     };

@@ -12,7 +12,10 @@
 namespace {
 constexpr int grabLimit = 5000;
 constexpr int quietLimit = 10000;
+// A stream that was long in coming is not opened anew for each picture.
+constexpr qint64 quietLimitSlowStart = 600'000;
 constexpr int watchInterval = 5000;
+constexpr int lookInterval = 1000;
 constexpr int closeLimit = 1000;
 }  // namespace
 
@@ -20,16 +23,14 @@ ezVidCap::ezVidCap(Waiting& ownWaiting, const CaptureDevices& ownDevices)
     : waiting(ownWaiting),
       devices(ownDevices),
       quiet(ownWaiting.OwnClock(), quietLimit),
-      watch(ownWaiting.OwnClock(), watchInterval) {
+      watch(ownWaiting.OwnClock(), watchInterval),
+      look(ownWaiting.OwnClock(), lookInterval) {
     // FFmpeg's own words on standard error tell nobody anything: the control names each fault once.
     av_log_set_level(AV_LOG_QUIET);
     avformat_network_init();
-    connect(&quiet, &Timer::Tick, this, [this] {
-        if (grabbing > 0 || preview) return;
-        CloseSession();
-        frame = Dib();  // some megabytes, for the minutes until the next picture
-    });
+    connect(&quiet, &Timer::Tick, this, &ezVidCap::CloseWhenQuiet);
     connect(&watch, &Timer::Tick, this, &ezVidCap::Watch);
+    connect(&look, &Timer::Tick, this, &ezVidCap::LookAtArrivals);
 }
 
 ezVidCap::~ezVidCap() {
@@ -128,14 +129,29 @@ void ezVidCap::ApplyPreview() {
 
 // Looks after the preview now and then.
 void ezVidCap::Watch() {
-    if (grabbing > 0) return;
-    if (!session) {
-        (void)OpenSession();
-        return;
-    }
-    if (std::exchange(lively, false)) return;
+    if (grabbing == 0 && !session) (void)OpenSession();
+}
+
+void ezVidCap::CloseWhenQuiet() {
+    if (grabbing > 0 || preview) return;
+    frame = Dib();  // some megabytes, for the minutes until the next picture
+    if (slowStart && Now() - grabbedAt < quietLimitSlowStart) return;
     CloseSession();
-    Report(CaptureFault::Silent);
+}
+
+void ezVidCap::LookAtArrivals() {
+    if (!session) return;
+    if (const quint64 count = session->Arrivals(); count != arrivals) {
+        arrivals = count;
+        arrivedAt = Now();
+    } else if (Now() - arrivedAt >= patience) {
+        CloseSession();
+        if (grabbing > 0 || preview) Report(CaptureFault::Silent);
+    }
+}
+
+qint64 ezVidCap::Now() const {
+    return waiting.OwnClock().Milliseconds();
 }
 
 bool ezVidCap::Running() const {
@@ -148,6 +164,7 @@ bool ezVidCap::GrabFrame() {
     const bool done = Grab();
     --grabbing;
     failed = !done;
+    grabbedAt = Now();
     if (done) Report(CaptureFault::None);
     quiet.SetEnabled(false);
     quiet.SetEnabled(session != nullptr && !preview);
@@ -164,7 +181,7 @@ bool ezVidCap::Grab() {
         waiting.Until([&] { return grabs != before || gone(); }, {.LimitMilliseconds = grabLimit});
     if (grabs != before) return true;
     if (end == Waiting::End::Limit && !gone()) {
-        CloseSession();
+        slowStart = slowStart || session->Arrivals() > 0;
         Report(CaptureFault::Silent);
     }
     return false;
@@ -206,7 +223,6 @@ bool ezVidCap::OpenSession() {
     };
     events.Preview = [this](const QImage& image, QSize size) {
         pictureSize = size;
-        lively = true;
         Report(CaptureFault::None);
         emit PreviewFrame(image);
     };
@@ -216,7 +232,10 @@ bool ezVidCap::OpenSession() {
         if (grabbing > 0 || preview) Report(why);
     };
     session = lastSession = CaptureSession::Start(request, position, lastSession, *this, events);
-    lively = true;
+    arrivals = 0;
+    arrivedAt = Now();
+    slowStart = false;
+    look.SetEnabled(true);
     session->SetPreview(preview ? previewRate : 0, previewSize);
     return true;
 }
@@ -225,6 +244,7 @@ void ezVidCap::CloseSession() {
     if (session) session->Stop();
     session.reset();
     quiet.SetEnabled(false);
+    look.SetEnabled(false);
 }
 
 void ezVidCap::Report(CaptureFault fault) {

@@ -51,8 +51,12 @@ class ezVidCap : public QObject, public CaptureControl {
     // 1920x1080 that comes five times a second.
     void SetCaptureFormat(const QString& format);
 
+    // How long an open camera may send nothing at all before it is closed. 15 seconds at first.
+    void SetPatience(int seconds) { patience = seconds * 1000LL; }
+
     // Waits for a frame newer than the last grabbed, for five seconds at most. False when none
-    // came; Fault() then tells why.
+    // came; Fault() then tells why. A camera that sends something stays open: the picture that all
+    // others of a stream are made from comes in its own time.
     [[nodiscard]] bool GrabFrame() override;
     // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
     // be written: an older file of that name stays.
@@ -89,7 +93,10 @@ class ezVidCap : public QObject, public CaptureControl {
     void CloseSession();
     void ApplyPreview();
     void Watch();
+    void CloseWhenQuiet();
+    void LookAtArrivals();
     void Report(CaptureFault fault);
+    [[nodiscard]] qint64 Now() const;
     void List();
     [[nodiscard]] qsizetype SelectedIn(const QList<Camera>& list) const;
 
@@ -117,7 +124,14 @@ class ezVidCap : public QObject, public CaptureControl {
     bool preview = false;
     int previewRate = 10;
     QSize previewSize;
-    bool lively = false;  // opened, or a preview picture came, since Watch looked last
-    Timer quiet;          // closes a camera that nobody wants a picture of
-    Timer watch;  // looks after the preview: opens the camera again, notices that it is silent
+    Timer quiet;  // closes a camera that nobody wants a picture of
+    Timer watch;  // opens the camera again for the preview
+
+    // Of the camera that is open; times are the clock's milliseconds.
+    Timer look;  // notices that it is silent
+    qint64 patience = 15'000;
+    quint64 arrivals = 0;    // as many as were counted when LookAtArrivals looked last
+    qint64 arrivedAt = 0;    // when it found more of them
+    qint64 grabbedAt = 0;    // the last grab, whether it succeeded or not
+    bool slowStart = false;  // a grab has waited in vain for its first picture
 };

@@ -18,7 +18,7 @@ LiveSource::LiveSource(std::unique_ptr<CaptureInput> opened)
       decoding(av_frame_alloc()) {}
 
 CaptureSource::Step LiveSource::Advance() {
-    bool fresh = false;
+    Step step = Step::Nothing;
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < mostAtOnce && !input->Stopping(); ++i) {
         const int result = input->Read(*packet);
@@ -26,12 +26,15 @@ CaptureSource::Step LiveSource::Advance() {
         if (result == AVERROR_INVALIDDATA && ++unreadable < mostUnreadable) break;
         if (result < 0) return Broken(result);
         unreadable = 0;
-        fresh = Take() || fresh;
+        if (Take())
+            step = Step::Picture;
+        else if (step == Step::Nothing)
+            step = Step::Data;
         // Reading from the network waits for what has not come yet, and so does a device whose
         // driver knows nothing else.
         if (!device || std::chrono::steady_clock::now() - start > longestTurn) break;
     }
-    return fresh ? Step::Picture : Step::Nothing;
+    return step;
 }
 
 // Keeps what was read if it makes a newer picture.

@@ -205,6 +205,7 @@ void Program::LoadSettings() {
     Net.SetDialling(values.Anwahl, values.AWName);
     ezVidCap1.SetAdjustments(values.CameraControls);
     ezVidCap1.SetCaptureFormat(values.CaptureFormat);
+    ezVidCap1.SetPatience(values.CameraPatience);
     SelectDriver(WantedDriver());
     ezVidCap1.SetPreview(values.Preview);
     // The time to the next picture goes on running when something else has changed.

@@ -108,15 +108,16 @@ bool IsWhole(const Dib& dib, int number, double tolerance) {
     return wrong < 8;
 }
 
-bool WriteVideo(const QString& path, const char* name, QSize size, int count) {
+bool WriteVideo(const QString& path, const char* name, QSize size, int count, int group, int rate) {
     const AVCodec* const encoder = avcodec_find_encoder_by_name(name);
     if (!encoder) return false;
     const CodecPtr codec(avcodec_alloc_context3(encoder));
     codec->width = size.width();
     codec->height = size.height();
-    codec->time_base = {1, 25};
-    codec->framerate = {25, 1};
-    codec->gop_size = 5;
+    codec->time_base = {1, rate};
+    codec->framerate = {rate, 1};
+    codec->gop_size = group;
+    codec->keyint_min = group;
     codec->max_b_frames = 0;
     codec->pix_fmt = qstrcmp(name, "mjpeg") == 0 ? AV_PIX_FMT_YUVJ420P : AV_PIX_FMT_YUV420P;
     codec->flags |= AV_CODEC_FLAG_QSCALE | AV_CODEC_FLAG_GLOBAL_HEADER;
@@ -186,12 +187,14 @@ void WebCamera::Reply(QTcpSocket& socket, const QByteArray& status, const QByteA
     socket.disconnectFromHost();
 }
 
-void WebCamera::BeginStream(QTcpSocket& socket) {
-    socket.write(
-        "HTTP/1.1 200 OK\r\nContent-Type: multipart/x-mixed-replace; boundary=next\r\n\r\n");
+void WebCamera::BeginStream(QTcpSocket& socket, const QByteArray& type) {
+    const QByteArray pictures = "multipart/x-mixed-replace; boundary=next";
+    socket.write("HTTP/1.1 200 OK\r\nContent-Type: " + (type.isEmpty() ? pictures : type) +
+                 "\r\n\r\n");
 }
 
-void WebCamera::SendPart(QTcpSocket& socket, const QByteArray& jpeg) {
-    socket.write("--next\r\nContent-Type: image/jpeg\r\nContent-Length: " +
-                 QByteArray::number(jpeg.size()) + "\r\n\r\n" + jpeg + "\r\n");
+QByteArray WebCamera::Part(const QByteArray& jpeg) {
+    if (jpeg.isEmpty()) return {};
+    return "--next\r\nContent-Type: image/jpeg\r\nContent-Length: " +
+           QByteArray::number(jpeg.size()) + "\r\n\r\n" + jpeg + "\r\n";
 }

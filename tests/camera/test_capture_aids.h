@@ -19,14 +19,16 @@ class QTcpSocket;
 // lossy format changes (tolerance: mean difference of a row's bytes).
 [[nodiscard]] bool IsWhole(const Dib& dib, int number, double tolerance);
 
-// Test pictures 0 to count - 1 as a video file. codec: name of an FFmpeg encoder. False when FFmpeg
-// has no such encoder or cannot write the file.
-[[nodiscard]] bool WriteVideo(const QString& path, const char* codec, QSize size, int count);
+// Test pictures 0 to count - 1 as a video file. codec: name of an FFmpeg encoder; group: pictures
+// from one key picture to the next; rate: pictures a second. False when FFmpeg has no such encoder
+// or cannot write the file.
+[[nodiscard]] bool WriteVideo(const QString& path, const char* codec, QSize size, int count,
+                              int group = 5, int rate = 25);
 
 // Test picture of this number as JPEG.
 [[nodiscard]] QByteArray JpegPicture(QSize size, int number);
 
-// The machine's time, which a test puts forward.
+// The machine's time, which a test puts forward, as if a busy program had seen the seconds pass.
 class JumpingClock : public SystemClock {
     Q_OBJECT
 
@@ -35,8 +37,10 @@ class JumpingClock : public SystemClock {
         return SystemClock::Milliseconds() + offset;
     }
     void Jump(qint64 milliseconds) {
-        offset += milliseconds;
-        FireDue();
+        for (; milliseconds > 0; milliseconds -= 1000) {
+            offset += std::min<qint64>(milliseconds, 1000);
+            FireDue();
+        }
     }
 
   private:
@@ -81,9 +85,10 @@ class WebCamera : public QTcpServer {
 
     // Sends a whole answer and closes.
     static void Reply(QTcpSocket& socket, const QByteArray& status, const QByteArray& body);
-    // Begins a stream of pictures, and sends one of its parts.
-    static void BeginStream(QTcpSocket& socket);
-    static void SendPart(QTcpSocket& socket, const QByteArray& jpeg);
+    // Begins a stream of this type, or of pictures.
+    static void BeginStream(QTcpSocket& socket, const QByteArray& type = {});
+    // A picture as a part of a stream of pictures; nothing for none.
+    [[nodiscard]] static QByteArray Part(const QByteArray& jpeg);
 
   private:
     int requests = 0;

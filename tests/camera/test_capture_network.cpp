@@ -2,24 +2,28 @@
 
 #include "camera/test_capture_aids.h"
 #include "support/data_rows.h"
+#include "support/file_bytes.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 
 namespace {
 
 constexpr QSize size(320, 180);
 
-// Sends pictures on its own, at about a hundred a second, until the line is closed.
+// Sends pictures, or pieces of a stream of this type, on its own, at about a hundred a second,
+// until the line is closed.
 class Stream : public QObject {
   public:
-    Stream(QTcpSocket& line, std::function<QByteArray(int)> picture) : QObject(&line) {
-        WebCamera::BeginStream(line);
-        connect(&pace, &QTimer::timeout, this, [this, &line, picture] {
-            if (const QByteArray jpeg = picture(Sent++); !jpeg.isEmpty())
-                WebCamera::SendPart(line, jpeg);
+    Stream(QTcpSocket& line, std::function<QByteArray(int)> picture, const QByteArray& type = {})
+        : QObject(&line) {
+        WebCamera::BeginStream(line, type);
+        connect(&pace, &QTimer::timeout, this, [this, &line, picture, type] {
+            const QByteArray piece = picture(Sent++);
+            if (line.isOpen()) line.write(type.isEmpty() ? WebCamera::Part(piece) : piece);
         });
         pace.start(10);
     }
@@ -138,7 +142,7 @@ class CaptureNetworkTest : public QObject {
             new Stream(socket, [&](int number) {
                 if (!silent) return JpegPicture(size, 7);
                 // Its first picture, then nothing more.
-                if (number == 20) bench.Time.Jump(5000);
+                if (number == 20) bench.Time.Jump(16'000);
                 return number == 0 ? JpegPicture(size, 6) : QByteArray();
             });
         });
@@ -151,6 +155,38 @@ class CaptureNetworkTest : public QObject {
         silent = false;
         QCOMPARE(bench.Grab(), 7);
         QCOMPARE(server.Requests(), 2);
+    }
+
+    void DistantKeyPictureIsWaitedFor_data() {
+        const Rows<int> row;  // where the stream begins, pictures behind a key picture
+        row("from a key picture on", 0);
+        row("from between two", 8);
+    }
+    // Five pictures a second, and a key picture every six seconds.
+    void DistantKeyPictureIsWaitedFor() {
+        const int first = std::get<0>(Row<int>());
+        constexpr int group = 30;
+        constexpr int count = 3 * group;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("video.ts");
+        if (!WriteVideo(path, "libx264", size, count, group, 5)) QSKIP("no such encoder here");
+        const QByteArray bytes = ReadBytes(path);
+        CaptureBench bench;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            const auto piece = [&, first](int number) {
+                // The grab's time is up before the key picture comes.
+                if (first > 0 && number == 15) bench.Time.Jump(5000);
+                const qsizetype at = (first + number) * bytes.size() / count;
+                return bytes.mid(at, (first + number + 1) * bytes.size() / count - at);
+            };
+            new Stream(socket, piece, "video/mp2t");
+        });
+        bench.Select(server.Entry("video.ts"));
+        if (first > 0) QCOMPARE(bench.Grab(14), -1);
+        const int number = bench.Grab(14);
+        // Of the group that was due, not of a later one.
+        QVERIFY2(number >= 0 && number / group == (first > 0), qPrintable(QString::number(number)));
+        QCOMPARE(server.Requests(), 1);
     }
 
     // The server takes the request and never answers.

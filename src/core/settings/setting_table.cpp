@@ -63,6 +63,7 @@ std::vector<SettingRow> MakeTable() {
         {main, u"Uptime", &S::Uptime, 0, MostUptime, nearest},
         {main, u"JPGQuality", &S::JPGQuality, 0, 100, nearest},
         {main, u"CaptureFormat", &S::CaptureFormat},
+        {main, u"CameraPatience", &S::CameraPatience, 5, 600, nearest},
         {main, u"Date", &S::Date, 0, DateForms - 1, otherwise, u"there is no date format %1"},
         {main, u"Time", &S::Time, 0, TimeForms - 1, otherwise, u"there is no time format %1"},
         {main, u"Overlay", &S::Overlay, 0, 5, Outside::Most},

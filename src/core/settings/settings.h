@@ -31,6 +31,7 @@ struct Settings : PictureSettings {
     int Framerate = UnsetInterval;  // milliseconds, 1 to 60000
     int Uptime = 0;                 // minutes
     QString CaptureFormat;          // WIDTHxHEIGHT or WIDTHxHEIGHT@FPS
+    int CameraPatience = 15;        // seconds
     int PositionX = 0;
     int PositionY = 0;
     QString Sprache = "english";
