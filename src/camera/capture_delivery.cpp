@@ -1,11 +1,13 @@
 #include "camera/capture_delivery.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 constexpr qint64 restWanted = 4;     // somebody waits for the next picture
 constexpr qint64 restSettling = 15;  // every picture counts, but nobody looks at it
 constexpr qint64 restIdle = 100;     // a device keeps a few pictures by itself
+constexpr qint64 longDistance = 2000;
 }  // namespace
 
 CaptureDelivery::CaptureDelivery(CaptureSession& ownSession, CaptureSource& ownSource)
@@ -21,22 +23,25 @@ qint64 CaptureDelivery::Elapsed() const {
 
 CaptureFault CaptureDelivery::Run() {
     while (!session.Stopped()) {
-        const CaptureSession::Demand demand = session.Look();
-        const bool goesOn = source.Live() ? ServeLive(demand) : ServeOnDemand(demand);
+        const bool goesOn = source.Live() ? ServeLive() : ServeOnDemand();
         if (!goesOn) return source.Fault();
     }
     return CaptureFault::None;
 }
 
-bool CaptureDelivery::ServeLive(const CaptureSession::Demand& demand) {
+bool CaptureDelivery::ServeLive() {
     const CaptureSource::Step step = source.Advance();
     if (step == CaptureSource::Step::Failed) return false;
     if (step != CaptureSource::Step::Nothing) session.CountArrival();
     if (step == CaptureSource::Step::Picture) {
         newForGrab = newForPreview = true;
+        slow = Elapsed() - std::exchange(lastPicture, Elapsed()) >= longDistance;
         if (!settled) WatchExposure();
     }
-    const bool grab = demand.Frame && settled && newForGrab;
+    // Only now: somebody may have asked while it was read. A picture that is long in coming is
+    // handed over unasked, because who asks next would wait for another one.
+    const CaptureSession::Demand demand = session.Look();
+    const bool grab = (demand.Frame || slow) && settled && newForGrab;
     const bool preview = demand.Preview() && newForPreview && Elapsed() >= nextPreview;
     if (grab || preview)
         Deliver(demand, grab, preview);
@@ -45,7 +50,8 @@ bool CaptureDelivery::ServeLive(const CaptureSession::Demand& demand) {
     return true;
 }
 
-bool CaptureDelivery::ServeOnDemand(const CaptureSession::Demand& demand) {
+bool CaptureDelivery::ServeOnDemand() {
+    const CaptureSession::Demand demand = session.Look();
     const qint64 wait = demand.Preview() ? std::max<qint64>(0, nextStep - Elapsed()) : -1;
     if (!demand.Frame && wait != 0) {
         session.Rest(wait, demand);

@@ -16,8 +16,8 @@ class CaptureDelivery {
     [[nodiscard]] CaptureFault Run();
 
   private:
-    [[nodiscard]] bool ServeLive(const CaptureSession::Demand& demand);
-    [[nodiscard]] bool ServeOnDemand(const CaptureSession::Demand& demand);
+    [[nodiscard]] bool ServeLive();
+    [[nodiscard]] bool ServeOnDemand();
     void WatchExposure();
     void Deliver(const CaptureSession::Demand& demand, bool grab, bool preview);
     [[nodiscard]] qint64 RestTime(const CaptureSession::Demand& demand) const;
@@ -31,6 +31,8 @@ class CaptureDelivery {
     qint64 nextPreview = 0;  // milliseconds since start
     qint64 nextStep = 0;     // of a source that is not live, while it is watched
     bool settled;
+    qint64 lastPicture = 0;  // when it came
+    bool slow = false;       // it came long after the one before
     bool newForGrab = false;
     bool newForPreview = false;
 };

@@ -13,7 +13,8 @@
 
 // What a session tells, on the thread of the object that it was given.
 struct CaptureEvents {
-    std::function<void(Dib&& frame)> Grabbed;  // the frame that was asked for
+    // The frame that was asked for; also one of a slow source that nobody has asked for.
+    std::function<void(Dib&& frame)> Grabbed;
     std::function<void(const QImage& image, QSize pictureSize)> Preview;
     std::function<void(CaptureFault)> Failed;  // the device is closed, nothing more will come
 };

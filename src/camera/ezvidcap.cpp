@@ -16,6 +16,7 @@ constexpr int quietLimit = 10000;
 constexpr qint64 quietLimitSlowStart = 600'000;
 constexpr int watchInterval = 5000;
 constexpr int lookInterval = 1000;
+constexpr qint64 freshEnough = 2000;
 constexpr int closeLimit = 1000;
 }  // namespace
 
@@ -143,11 +144,24 @@ void ezVidCap::LookAtArrivals() {
     if (!session) return;
     if (const quint64 count = session->Arrivals(); count != arrivals) {
         arrivals = count;
-        arrivedAt = Now();
+        distance = looked - std::exchange(arrivedAt, looked);
     } else if (Now() - arrivedAt >= patience) {
         CloseSession();
         if (grabbing > 0 || preview) Report(CaptureFault::Silent);
     }
+    looked = Now();
+}
+
+// Has the picture that came between two grabs be the grabbed one, unless it is older than that.
+bool ezVidCap::TakeKept(qint64 mostAge) {
+    if (!kept.Valid() || Now() - keptAt > mostAge) return false;
+    Use(std::exchange(kept, Dib()));
+    return true;
+}
+
+void ezVidCap::Use(Dib&& newest) {
+    frame = std::move(newest);
+    ++grabs;
 }
 
 qint64 ezVidCap::Now() const {
@@ -160,8 +174,9 @@ bool ezVidCap::Running() const {
 
 bool ezVidCap::GrabFrame() {
     if (!enabled || !isSelected) return false;
+    LookAtArrivals();
     ++grabbing;
-    const bool done = Grab();
+    const bool done = TakeKept(freshEnough) || Grab();
     --grabbing;
     failed = !done;
     grabbedAt = Now();
@@ -180,6 +195,7 @@ bool ezVidCap::Grab() {
     const Waiting::End end =
         waiting.Until([&] { return grabs != before || gone(); }, {.LimitMilliseconds = grabLimit});
     if (grabs != before) return true;
+    if (TakeKept(std::max(freshEnough, distance))) return true;
     if (end == Waiting::End::Limit && !gone()) {
         slowStart = slowStart || session->Arrivals() > 0;
         Report(CaptureFault::Silent);
@@ -217,9 +233,12 @@ bool ezVidCap::OpenSession() {
     }
     CaptureEvents events;
     events.Grabbed = [this](Dib&& newest) {
-        frame = std::move(newest);
-        pictureSize = QSize(frame.Width, frame.Height);
-        ++grabs;
+        pictureSize = QSize(newest.Width, newest.Height);
+        keptAt = Now();
+        if (grabbing > 0)
+            Use(std::move(newest));
+        else
+            kept = std::move(newest);
     };
     events.Preview = [this](const QImage& image, QSize size) {
         pictureSize = size;
@@ -233,7 +252,8 @@ bool ezVidCap::OpenSession() {
     };
     session = lastSession = CaptureSession::Start(request, position, lastSession, *this, events);
     arrivals = 0;
-    arrivedAt = Now();
+    arrivedAt = looked = Now();
+    distance = 0;
     slowStart = false;
     look.SetEnabled(true);
     session->SetPreview(preview ? previewRate : 0, previewSize);
@@ -243,6 +263,7 @@ bool ezVidCap::OpenSession() {
 void ezVidCap::CloseSession() {
     if (session) session->Stop();
     session.reset();
+    kept = Dib();
     quiet.SetEnabled(false);
     look.SetEnabled(false);
 }

@@ -55,7 +55,8 @@ class ezVidCap : public QObject, public CaptureControl {
     void SetPatience(int seconds) { patience = seconds * 1000LL; }
 
     // Waits for a frame newer than the last grabbed, for five seconds at most. False when none
-    // came; Fault() then tells why. A camera that sends something stays open: the picture that all
+    // came; Fault() then tells why. Where pictures come seconds apart, the last one will do when no
+    // other comes meanwhile. A camera that sends something stays open: the picture that all
     // others of a stream are made from comes in its own time.
     [[nodiscard]] bool GrabFrame() override;
     // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
@@ -95,6 +96,8 @@ class ezVidCap : public QObject, public CaptureControl {
     void Watch();
     void CloseWhenQuiet();
     void LookAtArrivals();
+    [[nodiscard]] bool TakeKept(qint64 mostAge);
+    void Use(Dib&& newest);
     void Report(CaptureFault fault);
     [[nodiscard]] qint64 Now() const;
     void List();
@@ -131,7 +134,11 @@ class ezVidCap : public QObject, public CaptureControl {
     Timer look;  // notices that it is silent
     qint64 patience = 15'000;
     quint64 arrivals = 0;    // as many as were counted when LookAtArrivals looked last
-    qint64 arrivedAt = 0;    // when it found more of them
+    qint64 arrivedAt = 0;    // when they may have come at the earliest
+    qint64 distance = 0;     // of that from the arrival before
+    qint64 looked = 0;       // when it looked last
     qint64 grabbedAt = 0;    // the last grab, whether it succeeded or not
     bool slowStart = false;  // a grab has waited in vain for its first picture
+    Dib kept;                // came while no grab was waiting for it
+    qint64 keptAt = 0;
 };

@@ -157,6 +157,40 @@ class CaptureNetworkTest : public QObject {
         QCOMPARE(server.Requests(), 2);
     }
 
+    void PictureOfASlowStreamIsDelivered_data() {
+        const Rows<int, int>
+            row;  // milliseconds before the picture in the grab, and before the next
+        row("that comes during the grab", 0, 0);
+        row("that came too late for a grab", 9000, 0);
+        row("that came a while before", 9000, 3000);
+    }
+    void PictureOfASlowStreamIsDelivered() {
+        const auto [wait, pause] = Row<int, int>();
+        QPointer<QTcpSocket> line;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            line = &socket;
+            WebCamera::BeginStream(socket);
+            socket.write(WebCamera::Part(JpegPicture(size, 0)));
+        });
+        CaptureBench bench;
+        bench.Control.SetPatience(60);
+        bench.Select(server.Entry("video.mjpg"));
+        QCOMPARE(bench.Grab(), 0);
+        for (int number = 1; number < 4; ++number) {
+            const QSize next(size.width() + number, size.height());
+            QTimer::singleShot(0, &bench.Control, [&, number, wait = wait] {
+                bench.Time.Jump(wait);
+                line->write(WebCamera::Part(JpegPicture(next, number)));
+            });
+            if (wait > 0) QCOMPARE(bench.Grab(), -1);
+            if (wait > 0) QTRY_COMPARE(bench.Control.Width(), next.width());
+            bench.Time.Jump(pause);
+            if (pause > 0) QTimer::singleShot(0, &bench.Control, [&] { bench.Time.Jump(5000); });
+            QCOMPARE(bench.Grab(), number);
+        }
+        QCOMPARE(server.Requests(), 1);
+    }
+
     void DistantKeyPictureIsWaitedFor_data() {
         const Rows<int> row;  // where the stream begins, pictures behind a key picture
         row("from a key picture on", 0);
