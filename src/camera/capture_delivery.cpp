@@ -35,13 +35,15 @@ bool CaptureDelivery::ServeLive() {
     if (step != CaptureSource::Step::Nothing) session.CountArrival();
     if (step == CaptureSource::Step::Picture) {
         newForGrab = newForPreview = true;
+        arrival = session.Arrivals();
         slow = Elapsed() - std::exchange(lastPicture, Elapsed()) >= longDistance;
         if (!settled) WatchExposure();
     }
     // Only now: somebody may have asked while it was read. A picture that is long in coming is
     // handed over unasked, because who asks next would wait for another one.
     const CaptureSession::Demand demand = session.Look();
-    const bool grab = (demand.Frame || slow) && settled && newForGrab;
+    const bool wanted = slow || (demand.Frame && arrival > demand.FrameAfter);
+    const bool grab = wanted && settled && newForGrab;
     const bool preview = demand.Preview() && newForPreview && Elapsed() >= nextPreview;
     if (grab || preview)
         Deliver(demand, grab, preview);

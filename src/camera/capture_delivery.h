@@ -33,6 +33,7 @@ class CaptureDelivery {
     bool settled;
     qint64 lastPicture = 0;  // when it came
     bool slow = false;       // it came long after the one before
+    quint64 arrival = 0;     // which one it was
     bool newForGrab = false;
     bool newForPreview = false;
 };

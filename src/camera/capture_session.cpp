@@ -52,9 +52,10 @@ void CaptureSession::Stop() {
     changed.wakeAll();
 }
 
-void CaptureSession::RequestFrame() {
+void CaptureSession::RequestFrame(bool fresh) {
     const QMutexLocker lock(&mutex);
     demand.Frame = true;
+    demand.FrameAfter = fresh ? arrivals.load() : 0;
     changed.wakeAll();
 }
 

@@ -35,8 +35,9 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     // For the user, on the user-interface thread.
     // Tells the thread to end, and does not wait; no event comes any more.
     void Stop();
-    // Asks for one frame newer than the last that was asked for.
-    void RequestFrame();
+    // Asks for one frame newer than the last that was asked for. fresh: only what comes from now on
+    // will do.
+    void RequestFrame(bool fresh);
     // rate: pictures a second, 0 for none; size: pixels to scale to, empty for none.
     void SetPreview(int rate, QSize size);
     // Waits until the device is closed, for `milliseconds` at most.
@@ -47,6 +48,7 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     // What the user wants to have.
     struct Demand {
         bool Frame = false;
+        quint64 FrameAfter = 0;  // the arrival after which it must have come
         int PreviewRate = 0;
         QSize PreviewSize;
         bool PreviewPending = false;  // one is on its way to the screen

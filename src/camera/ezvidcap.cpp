@@ -16,6 +16,9 @@ constexpr int quietLimit = 10000;
 constexpr qint64 quietLimitSlowStart = 600'000;
 constexpr int watchInterval = 5000;
 constexpr int lookInterval = 1000;
+// Longer between two looks, and the machine was suspended: what the system and the camera still
+// hold is from before.
+constexpr qint64 longestLook = 5000;
 constexpr qint64 freshEnough = 2000;
 constexpr int closeLimit = 1000;
 }  // namespace
@@ -142,6 +145,10 @@ void ezVidCap::CloseWhenQuiet() {
 
 void ezVidCap::LookAtArrivals() {
     if (!session) return;
+    if (Now() - looked > longestLook) {
+        CloseSession();
+        return;
+    }
     if (const quint64 count = session->Arrivals(); count != arrivals) {
         arrivals = count;
         distance = looked - std::exchange(arrivedAt, looked);
@@ -190,7 +197,7 @@ bool ezVidCap::Grab() {
     if (!session && !OpenSession()) return false;
     const quint64 before = grabs;
     const auto asked = session;
-    session->RequestFrame();
+    session->RequestFrame(Now() - arrivedAt > std::max(freshEnough, distance));
     const auto gone = [this, &asked] { return session != asked; };
     const Waiting::End end =
         waiting.Until([&] { return grabs != before || gone(); }, {.LimitMilliseconds = grabLimit});

@@ -57,7 +57,8 @@ class ezVidCap : public QObject, public CaptureControl {
     // Waits for a frame newer than the last grabbed, for five seconds at most. False when none
     // came; Fault() then tells why. Where pictures come seconds apart, the last one will do when no
     // other comes meanwhile. A camera that sends something stays open: the picture that all
-    // others of a stream are made from comes in its own time.
+    // others of a stream are made from comes in its own time. No frame is older than two seconds,
+    // or than the time from the one before, those counted in which the machine was suspended.
     [[nodiscard]] bool GrabFrame() override;
     // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
     // be written: an older file of that name stays.

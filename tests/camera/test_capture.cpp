@@ -10,8 +10,10 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 
 namespace {
@@ -33,6 +35,9 @@ class ColouredCamera : public VideoDevice {
     }
 
     static inline QStringList Adjusted;  // what cameras were told, in order
+    static inline std::atomic<int> Taken = 0;
+    static inline std::atomic<bool> Stalled = false;
+    static inline std::atomic<int> InVain = 0;  // how often it was asked while stalled
 
     static CaptureDevice At(const QString& connection, const QString& colour) {
         return {"cam",
@@ -52,7 +57,9 @@ class ColouredCamera : public VideoDevice {
     [[nodiscard]] int RowBytes() const override { return Row; }
     [[nodiscard]] int Take(VideoBuffer& buffer) override {
         fresh = !fresh;
-        if (!fresh || lent == 2) return -EAGAIN;
+        if (Stalled) ++InVain;
+        if (!fresh || lent == 2 || Stalled) return -EAGAIN;
+        ++Taken;
         buffer = {lent++, reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()};
         return 0;
     }
@@ -283,6 +290,31 @@ class CaptureTest : public QObject {
         // It is told its adjustments each time, because it forgets them.
         QCOMPARE(ColouredCamera::Adjusted,
                  QStringList({"blue Gain7", "blue Hue-1", "blue Gain7", "blue Hue-1"}));
+    }
+
+    void OldPictureIsNotDelivered() {
+        CaptureBench bench;
+        ColouredCamera::Adjusted.clear();
+        bench.Control.SetAdjustments({"cam|Gain|7"});
+        bench.Devices.Plugged = {ColouredCamera::At("port 1", "blue")};
+        (void)bench.Control.DriverNames();
+        bench.Control.SetDriverIndex(0);
+        QVERIFY(bench.Control.GrabFrame());
+        int taken = ColouredCamera::Taken;
+        QTRY_VERIFY(ColouredCamera::Taken > taken + 1);
+        // It has stopped: there is a picture that nobody has had yet, and it is four seconds old.
+        ColouredCamera::Stalled = true;
+        QTRY_VERIFY(ColouredCamera::InVain >= 2);
+        bench.Time.Jump(4000);
+        taken = ColouredCamera::Taken;
+        QTimer::singleShot(50, &bench.Control, [] { ColouredCamera::Stalled = false; });
+        QVERIFY(bench.Control.GrabFrame());
+        QVERIFY(ColouredCamera::Taken > taken);
+        QCOMPARE(ColouredCamera::Adjusted.size(), 1);
+        // What lies in the camera's buffers is from before: it is opened anew.
+        bench.Time.Suspend(60'000);
+        QVERIFY(bench.Control.GrabFrame());
+        QCOMPARE(ColouredCamera::Adjusted.size(), 2);
     }
 
   private:

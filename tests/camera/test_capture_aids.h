@@ -43,6 +43,9 @@ class JumpingClock : public SystemClock {
         }
     }
 
+    // The machine is suspended for so long, and wakes up.
+    void Suspend(qint64 milliseconds) { offset += milliseconds; }
+
   private:
     qint64 offset = 0;
 };
