@@ -13,10 +13,6 @@ extern "C" {
 
 namespace {
 
-int Stopped(void* flag) {
-    return static_cast<const std::atomic<bool>*>(flag)->load() ? 1 : 0;
-}
-
 class Options {
   public:
     Options() = default;
@@ -50,8 +46,21 @@ bool IsIntraOnly(AVCodecID codec) {
 
 }  // namespace
 
-CaptureInput::CaptureInput(CaptureRequest wanted, const std::atomic<bool>& stopFlag)
-    : request(std::move(wanted)), stop(stopFlag) {}
+CaptureInput::CaptureInput(CaptureRequest wanted, const std::atomic<bool>& stopFlag,
+                           std::atomic<quint64>& arrivalCount)
+    : request(std::move(wanted)), stop(stopFlag), arrivals(arrivalCount) {}
+
+// FFmpeg asks this all the time while it waits for bytes. To look into a stream may take longer
+// than a camera may be silent, so what comes is counted here too.
+int CaptureInput::AskedToStop(void* self) {
+    auto& own = *static_cast<CaptureInput*>(self);
+    const AVIOContext* const file = own.opened ? own.opened->pb : nullptr;
+    if (file && file->bytes_read != own.bytes) {
+        own.bytes = file->bytes_read;
+        ++own.arrivals;
+    }
+    return own.stop ? 1 : 0;
+}
 
 int CaptureInput::Open() {
     Close();
@@ -65,6 +74,7 @@ int CaptureInput::Open() {
 void CaptureInput::Close() {
     codec.reset();
     packets.reset();
+    opened = nullptr;
     format.reset();
     needKey = true;
 }
@@ -86,7 +96,7 @@ int CaptureInput::OpenDevice() {
 int CaptureInput::OpenFormat() {
     AVFormatContext* context = avformat_alloc_context();
     if (!context) return AVERROR(ENOMEM);
-    context->interrupt_callback = {Stopped, const_cast<std::atomic<bool>*>(&stop)};
+    context->interrupt_callback = {AskedToStop, this};
     const AVInputFormat* input = nullptr;
     Options options;
     if (request.Kind == CaptureKind::Device) {
@@ -102,8 +112,12 @@ int CaptureInput::OpenFormat() {
     }
     // Frees the context when it fails.
     const int result = avformat_open_input(&context, Address().constData(), input, options.Get());
-    if (result >= 0) format.reset(context);
-    return result;
+    if (result < 0) return result;
+    format.reset(context);
+    // Not before: one that fails to open is asked for the last time while its file is being freed.
+    opened = context;
+    bytes = 0;
+    return 0;
 }
 
 int CaptureInput::FindStream() {

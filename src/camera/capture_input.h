@@ -7,8 +7,12 @@
 // itself. Errors are FFmpeg's negative codes.
 class CaptureInput {
   public:
-    // stop: set to make every routine here return soon; must outlive the object.
-    CaptureInput(CaptureRequest request, const std::atomic<bool>& stop);
+    // stop: set to make every routine here return soon; arrivals: counted up while bytes come in.
+    // Both must outlive the object.
+    CaptureInput(CaptureRequest request, const std::atomic<bool>& stop,
+                 std::atomic<quint64>& arrivals);
+    ~CaptureInput() { Close(); }
+    Q_DISABLE_COPY_MOVE(CaptureInput)
 
     // Opens the address anew. Returns 0 or an error.
     [[nodiscard]] int Open();
@@ -38,6 +42,7 @@ class CaptureInput {
     [[nodiscard]] const CaptureRequest& Request() const { return request; }
 
   private:
+    [[nodiscard]] static int AskedToStop(void* self);
     [[nodiscard]] int OpenFormat();
     [[nodiscard]] int OpenDevice();
     [[nodiscard]] int FindStream();
@@ -46,6 +51,9 @@ class CaptureInput {
 
     CaptureRequest request;
     const std::atomic<bool>& stop;
+    std::atomic<quint64>& arrivals;
+    const AVFormatContext* opened = nullptr;  // which bytes come into
+    qint64 bytes = 0;                         // so many until now
     FormatPtr format;
     std::optional<DevicePackets> packets;  // of a camera that FFmpeg does not open itself
     CodecPtr codec;

@@ -41,7 +41,7 @@ void CaptureSession::Run() {
 CaptureFault CaptureSession::OpenAndDeliver() {
     if (stop) return CaptureFault::None;
     CaptureFault fault = CaptureFault::None;
-    const auto source = OpenCaptureSource(request, *position, stop, fault);
+    const auto source = OpenCaptureSource(request, *position, stop, arrivals, fault);
     return source ? CaptureDelivery(*this, *source).Run() : fault;
 }
 

@@ -7,6 +7,7 @@
 std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
                                                  CapturePosition& position,
                                                  const std::atomic<bool>& stop,
+                                                 std::atomic<quint64>& arrivals,
                                                  CaptureFault& fault) {
     fault = CaptureFault::None;
     if (request.Kind == CaptureKind::Test) {
@@ -15,7 +16,7 @@ std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
         fault = CaptureFault::BadAddress;
         return nullptr;
     }
-    auto input = std::make_unique<CaptureInput>(request, stop);
+    auto input = std::make_unique<CaptureInput>(request, stop, arrivals);
     const int result = input->Open();
     if (result < 0) {
         fault = FaultOfError(result, request.Kind);

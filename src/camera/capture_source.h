@@ -65,9 +65,11 @@ class CaptureSource {
     CaptureFault fault = CaptureFault::None;
 };
 
-// Opens what the request names. stop: set to make opening and reading end soon; it must outlive the
-// source, as must position. Returns null and sets fault when it cannot be opened.
+// Opens what the request names. stop: set to make opening and reading end soon; arrivals: counted
+// up while bytes come in. Both must outlive the source, as must position. Returns null and sets
+// fault when it cannot be opened.
 [[nodiscard]] std::unique_ptr<CaptureSource> OpenCaptureSource(const CaptureRequest& request,
                                                                CapturePosition& position,
                                                                const std::atomic<bool>& stop,
+                                                               std::atomic<quint64>& arrivals,
                                                                CaptureFault& fault);
