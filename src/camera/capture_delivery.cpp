@@ -22,6 +22,7 @@ qint64 CaptureDelivery::Elapsed() const {
 }
 
 CaptureFault CaptureDelivery::Run() {
+    session.CountArrival();  // it has answered
     while (!session.Stopped()) {
         const bool goesOn = source.Live() ? ServeLive() : ServeOnDemand();
         if (!goesOn) return source.Fault();

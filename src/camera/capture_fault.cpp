@@ -23,10 +23,13 @@ constexpr std::array sentences{
     Sentence{CaptureFault::BadFormat, "does not offer the picture format asked for"},
     Sentence{CaptureFault::FileMissing, "names a file that does not exist"},
     Sentence{CaptureFault::Unreachable, "cannot be reached"},
+    Sentence{CaptureFault::NoAnswer, "does not answer"},
     Sentence{CaptureFault::WrongPassword, "asks for another name and password"},
+    Sentence{CaptureFault::Forbidden, "refuses access"},
     Sentence{CaptureFault::AddressMissing, "has no picture at its address"},
     Sentence{CaptureFault::BadAddress, "has an address that cannot be opened"},
     Sentence{CaptureFault::NotAPicture, "sends nothing that is a picture"},
+    Sentence{CaptureFault::NoWholePicture, "sends, but no whole picture yet"},
     Sentence{CaptureFault::Silent, "delivers no picture"},
     Sentence{CaptureFault::Lost, "has stopped delivering"},
 };
@@ -46,6 +49,8 @@ CaptureFault FaultOfSystemError(int code, CaptureKind kind) {
             return CaptureFault::Denied;
         case EINVAL:
             return kind == CaptureKind::Device ? CaptureFault::BadFormat : CaptureFault::BadAddress;
+        case ETIMEDOUT:
+            return kind == CaptureKind::Network ? CaptureFault::NoAnswer : CaptureFault::Lost;
         default:
             break;
     }
@@ -58,8 +63,9 @@ CaptureFault FaultOfSystemError(int code, CaptureKind kind) {
 CaptureFault FaultOfError(int error, CaptureKind kind) {
     switch (error) {
         case AVERROR_HTTP_UNAUTHORIZED:
-        case AVERROR_HTTP_FORBIDDEN:
             return CaptureFault::WrongPassword;
+        case AVERROR_HTTP_FORBIDDEN:
+            return CaptureFault::Forbidden;
         case AVERROR_HTTP_NOT_FOUND:
         case AVERROR_HTTP_BAD_REQUEST:
         case AVERROR_HTTP_OTHER_4XX:

@@ -10,12 +10,15 @@ enum class CaptureFault {
     Denied,          // this user may not open it
     BadFormat,       // the device refuses the picture format
     FileMissing,     // no such file
-    Unreachable,     // host not found, refused, or silent
+    Unreachable,     // host not found, or it refuses
+    NoAnswer,        // nothing at all comes from the host
     WrongPassword,   // the address asks for a name and a password
+    Forbidden,       // the host refuses the address, whoever asks
     AddressMissing,  // the host has nothing at this address
     BadAddress,      // nothing that can be opened
     NotAPicture,     // opened, but there is no picture in it
-    Silent,          // open, but no picture comes
+    NoWholePicture,  // it sends, but no whole picture has come yet
+    Silent,          // open, but nothing comes
     Lost,            // it delivered and broke off
 };
 

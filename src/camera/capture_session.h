@@ -42,7 +42,8 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     void SetPreview(int rate, QSize size);
     // Waits until the device is closed, for `milliseconds` at most.
     void WaitForEnd(int milliseconds);
-    // How often something has come from the source: it is alive while this grows.
+    // How often something has come from the source, its opening counted: it is alive while this
+    // grows.
     [[nodiscard]] quint64 Arrivals() const { return arrivals; }
 
     // What the user wants to have.

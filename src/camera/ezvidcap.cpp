@@ -153,8 +153,9 @@ void ezVidCap::LookAtArrivals() {
         arrivals = count;
         distance = looked - std::exchange(arrivedAt, looked);
     } else if (Now() - arrivedAt >= patience) {
+        const CaptureFault fault = FaultOfSilence(false);
         CloseSession();
-        if (grabbing > 0 || preview) Report(CaptureFault::Silent);
+        if (grabbing > 0 || preview) Report(fault);
     }
     looked = Now();
 }
@@ -196,6 +197,7 @@ bool ezVidCap::GrabFrame() {
 bool ezVidCap::Grab() {
     if (!session && !OpenSession()) return false;
     const quint64 before = grabs;
+    const quint64 arrivedBefore = session->Arrivals();
     const auto asked = session;
     session->RequestFrame(Now() - arrivedAt > std::max(freshEnough, distance));
     const auto gone = [this, &asked] { return session != asked; };
@@ -204,8 +206,9 @@ bool ezVidCap::Grab() {
     if (grabs != before) return true;
     if (TakeKept(std::max(freshEnough, distance))) return true;
     if (end == Waiting::End::Limit && !gone()) {
-        slowStart = slowStart || session->Arrivals() > 0;
-        Report(CaptureFault::Silent);
+        const bool sends = session->Arrivals() > std::max<quint64>(arrivedBefore, 1);
+        slowStart = slowStart || sends;
+        Report(FaultOfSilence(sends));
     }
     return false;
 }
@@ -278,7 +281,23 @@ void ezVidCap::CloseSession() {
 void ezVidCap::Report(CaptureFault fault) {
     const QString text = FaultSentence(fault, selected.Name);
     if (text == faultText) return;
+    if (faultText.isEmpty()) faultSince = waiting.OwnClock().Now();
     faultCause = fault;
     faultText = text;
-    emit FaultChanged(text);
+    emit FaultChanged(Reason());
+}
+
+// Of a camera that is open and delivers no picture. sends: other things come from it.
+CaptureFault ezVidCap::FaultOfSilence(bool sends) const {
+    if (sends) return CaptureFault::NoWholePicture;
+    const bool answered = selected.Kind != CaptureKind::Network || session->Arrivals() > 0;
+    return answered ? CaptureFault::Silent : CaptureFault::NoAnswer;
+}
+
+QString ezVidCap::Reason() const {
+    if (!enabled || !isSelected) return QStringLiteral("No Video Capture Device!");
+    if (faultText.isEmpty()) return {};
+    const bool today = faultSince.date() == waiting.OwnClock().Now().date();
+    const auto form = today ? QStringLiteral("HH:mm") : QStringLiteral("yyyy-MM-dd HH:mm");
+    return QStringLiteral("%1 since %2").arg(faultText, faultSince.toString(form));
 }

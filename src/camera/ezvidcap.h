@@ -5,6 +5,7 @@
 #include "camera/dib.h"
 #include "picture/capture_control.h"
 
+#include <QDateTime>
 #include <QSize>
 
 #include <atomic>
@@ -69,6 +70,8 @@ class ezVidCap : public QObject, public CaptureControl {
     [[nodiscard]] bool Running() const override;
     // A sentence for the operator; empty while all is well.
     [[nodiscard]] QString Fault() const { return faultText; }
+    // The same, and since when; also that there is no camera.
+    [[nodiscard]] QString Reason() const override;
     // The same for a window that has its own words for it.
     [[nodiscard]] CaptureFault FaultCause() const { return faultCause; }
 
@@ -85,7 +88,7 @@ class ezVidCap : public QObject, public CaptureControl {
 
   signals:
     void PreviewFrame(const QImage& image);
-    // The fault is another one than before; empty when the camera works again.
+    // The fault is another one than before, as Reason() has it; empty when the camera works again.
     void FaultChanged(const QString& text);
 
   private:
@@ -100,6 +103,7 @@ class ezVidCap : public QObject, public CaptureControl {
     [[nodiscard]] bool TakeKept(qint64 mostAge);
     void Use(Dib&& newest);
     void Report(CaptureFault fault);
+    [[nodiscard]] CaptureFault FaultOfSilence(bool sends) const;
     [[nodiscard]] qint64 Now() const;
     void List();
     [[nodiscard]] qsizetype SelectedIn(const QList<Camera>& list) const;
@@ -125,6 +129,7 @@ class ezVidCap : public QObject, public CaptureControl {
     QSize pictureSize{0, 0};
     QString faultText;
     CaptureFault faultCause = CaptureFault::None;
+    QDateTime faultSince;  // of this fault, or of the one that it came after
     bool preview = false;
     int previewRate = 10;
     QSize previewSize;

@@ -272,8 +272,9 @@ UploadCycle::Trouble UploadCycle::Locally(const QString& why) const {
 
 UploadCycle::Trouble UploadCycle::NoPicture() const {
     const QString& unwritten = parts.Pictures.Unwritten();
-    return Locally(unwritten.isEmpty() ? QString("No picture from the camera")
-                                       : "Cannot write " + unwritten);
+    if (!unwritten.isEmpty()) return Locally("Cannot write " + unwritten);
+    const QString trouble = parts.Pictures.CameraTrouble();
+    return Locally(trouble.isEmpty() ? QString("No picture from the camera") : trouble);
 }
 
 UploadCycle::Trouble UploadCycle::NotConnected() const {

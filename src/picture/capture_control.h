@@ -20,6 +20,10 @@ class CaptureControl {
     virtual void SetPreviewRate(int rate) = 0;
     virtual void SetPreview(bool on) = 0;
 
+    // Why there is no frame, in a sentence for the operator, and since when; empty when nothing is
+    // wrong with the camera.
+    [[nodiscard]] virtual QString Reason() const { return {}; }
+
     // Whether a camera is switched on and selected and has not failed at the last grab.
     [[nodiscard]] virtual bool Running() const = 0;
 };

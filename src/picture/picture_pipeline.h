@@ -26,6 +26,9 @@ class PicturePipeline {
     // The file that the last cycle could not write; empty when it failed otherwise or not at all.
     [[nodiscard]] const QString& Unwritten() const { return state.Unwritten; }
 
+    // What is wrong with the camera; empty when nothing is.
+    [[nodiscard]] QString CameraTrouble() const { return capture.Reason(); }
+
     // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.
     bool EncodeJpeg(const PictureSettings& settings);
 

@@ -55,6 +55,7 @@ class CaptureNetworkTest : public QObject {
         const Rows<QByteArray, QByteArray, QString> row;
         const QByteArray jpeg = JpegPicture(size, 1);
         row("password", "401 Unauthorized", {}, "asks for another name and password");
+        row("forbidden", "403 Forbidden", {}, "refuses access");
         row("missing", "404 Not Found", "no", "has no picture at its address");
         row("server fault", "503 Busy", {}, "cannot be reached");
         row("page", "200 OK", "<html>Log in</html>", "sends nothing that is a picture");
@@ -216,7 +217,11 @@ class CaptureNetworkTest : public QObject {
             new Stream(socket, piece, "video/mp2t");
         });
         bench.Select(server.Entry("video.ts"));
-        if (first > 0) QCOMPARE(bench.Grab(14), -1);
+        if (first > 0) {
+            QCOMPARE(bench.Grab(14), -1);
+            QCOMPARE(bench.Control.Fault(),
+                     QString("Camera 'web' sends, but no whole picture yet"));
+        }
         const int number = bench.Grab(14);
         // Of the group that was due, not of a later one.
         QVERIFY2(number >= 0 && number / group == (first > 0), qPrintable(QString::number(number)));
@@ -230,8 +235,12 @@ class CaptureNetworkTest : public QObject {
         const WebCamera server([&](QTcpSocket&, int) { requested(); });
         {
             CaptureBench bench;
-            requested = [&] { bench.Wait.Close(); };
+            requested = [&] { bench.Time.Jump(5000); };
             bench.Select(server.Entry("video.mjpg"));
+            QVERIFY(!bench.Control.GrabFrame());
+            const QString reason = bench.Control.Reason();
+            QVERIFY2(reason.startsWith("Camera 'web' does not answer since "), qPrintable(reason));
+            QTimer::singleShot(0, &bench.Wait, &Waiting::Close);
             QVERIFY(!bench.Control.GrabFrame());
             QCOMPARE(server.Requests(), 1);
             time.start();

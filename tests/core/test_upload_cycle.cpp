@@ -50,6 +50,7 @@ class TestUploadCycle : public QObject {
         QVERIFY(WriteBytes(f.State.WorkFile("1pw.jpg"), f.Server.Files.value("pw.jpg")));
         f.Time.Advance(20'000);
         QCOMPARE(f.Server.DataConnections, 5);  // nothing is sent twice
+        QCOMPARE(f.Display.Statuses.last(), "Pulled out");
         f.Camera.Plugged = true;
         QVERIFY(f.RunUntilPublished(6));
         QCOMPARE(f.Server.Connections, 1);

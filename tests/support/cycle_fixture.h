@@ -31,6 +31,7 @@ class FakeCamera : public CaptureControl {
     void SetPreviewRate(int) override {}
     void SetPreview(bool) override {}
     [[nodiscard]] bool Running() const override { return Plugged; }
+    [[nodiscard]] QString Reason() const override { return Plugged ? QString() : "Pulled out"; }
 };
 
 class RecordingPage : public PageControl {

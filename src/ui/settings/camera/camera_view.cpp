@@ -14,10 +14,11 @@ namespace {
 const QString section = "CameraFaults";
 
 // In the order of the faults; none at all means that no picture comes.
-constexpr std::array<QStringView, 13> keys{
-    u"Silent",      u"NotConnected", u"Busy",          u"Denied",         u"BadFormat",
-    u"FileMissing", u"Unreachable",  u"WrongPassword", u"AddressMissing", u"BadAddress",
-    u"NotAPicture", u"Silent",       u"Lost"};
+constexpr std::array<QStringView, 16> keys{
+    u"Silent",        u"NotConnected",   u"Busy",           u"Denied",
+    u"BadFormat",     u"FileMissing",    u"Unreachable",    u"NoAnswer",
+    u"WrongPassword", u"Forbidden",      u"AddressMissing", u"BadAddress",
+    u"NotAPicture",   u"NoWholePicture", u"Silent",         u"Lost"};
 static_assert(keys.size() == static_cast<std::size_t>(CaptureFault::Lost) + 1);
 
 }  // namespace
