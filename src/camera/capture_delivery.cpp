@@ -73,12 +73,12 @@ bool CaptureDelivery::ServeOnDemand() {
 }
 
 void CaptureDelivery::WatchExposure() {
-    const AVFrame* const frame = source.Picture();
+    const AVFrame* const frame = source.Picture(false);
     if (frame) settled = exposure.Feed(Elapsed(), scaler.Brightness(*frame));
 }
 
 void CaptureDelivery::Deliver(const CaptureSession::Demand& demand, bool grab, bool preview) {
-    const AVFrame* const frame = source.Picture();
+    const AVFrame* const frame = source.Picture(demand.PreviewRate == 0);
     if (!frame) {
         newForGrab = newForPreview = false;
         return;

@@ -192,10 +192,13 @@ bool CaptureInput::Receive(AVFrame& frame) {
     }
 }
 
-void CaptureInput::Seek(qint64 stamp) {
-    if (av_seek_frame(format.get(), streamIndex, stamp, AVSEEK_FLAG_BACKWARD) < 0) return;
+void CaptureInput::SkipToKey() {
     avcodec_flush_buffers(codec.get());
     needKey = true;
+}
+
+void CaptureInput::Seek(qint64 stamp) {
+    if (av_seek_frame(format.get(), streamIndex, stamp, AVSEEK_FLAG_BACKWARD) >= 0) SkipToKey();
 }
 
 bool CaptureInput::IsStill() const {

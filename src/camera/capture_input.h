@@ -23,6 +23,8 @@ class CaptureInput {
     // end of a file.
     [[nodiscard]] int Read(AVPacket& packet);
 
+    // Begins anew with a picture that stands for itself, whatever came before it.
+    void SkipToKey();
     // Gives the decoder a packet; null at the end of the stream. Damage is dealt with here.
     void Decode(const AVPacket* packet);
     // The next whole frame. False when the decoder has none.

@@ -50,8 +50,10 @@ class CaptureSource {
 
     [[nodiscard]] virtual Step Advance() = 0;
     // The picture that Advance reached, decoded only now where that is possible; null when it
-    // turns out not to be whole. Valid until the next call of Advance.
-    [[nodiscard]] virtual const AVFrame* Picture() = 0;
+    // turns out not to be whole. Valid until the next call of Advance. keyWillDo: of a stream whose
+    // pictures are made from each other it may be the last that stands for itself, where that one
+    // is a few seconds old at most and was not delivered before.
+    [[nodiscard]] virtual const AVFrame* Picture(bool keyWillDo) = 0;
 
     [[nodiscard]] CaptureFault Fault() const { return fault; }
 

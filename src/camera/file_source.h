@@ -11,7 +11,7 @@ class FileSource : public CaptureSource {
     [[nodiscard]] bool Live() const override { return false; }
     [[nodiscard]] int Pace() const override { return pace; }
     [[nodiscard]] Step Advance() override;
-    [[nodiscard]] const AVFrame* Picture() override { return frame.get(); }
+    [[nodiscard]] const AVFrame* Picture(bool /*keyWillDo*/) override { return frame.get(); }
 
   private:
     [[nodiscard]] int Reopen();

@@ -1,19 +1,20 @@
 #include "camera/live_source.h"
 #include "camera/whole_picture.h"
 
-#include <chrono>
+#include <utility>
 
 namespace {
 constexpr int mostAtOnce = 64;       // packets taken before somebody else has a turn
 constexpr int mostUnreadable = 100;  // packets in a row before the stream counts as broken
 constexpr std::chrono::milliseconds longestTurn(20);
+constexpr std::chrono::seconds freshKey(5);
+constexpr qsizetype mostPending = 16'000'000;  // bytes: four seconds of the fastest streams
 }  // namespace
 
 LiveSource::LiveSource(std::unique_ptr<CaptureInput> opened)
     : input(std::move(opened)),
       device(input->Request().Kind == CaptureKind::Device),
       packet(av_packet_alloc()),
-      newest(av_packet_alloc()),
       frame(av_frame_alloc()),
       decoding(av_frame_alloc()) {}
 
@@ -39,30 +40,47 @@ CaptureSource::Step LiveSource::Advance() {
 
 // Keeps what was read if it makes a newer picture.
 bool LiveSource::Take() {
-    if (input->IntraOnly()) {
-        if (!PacketWhole(*packet, *input->Stream().codecpar)) return false;
-        av_packet_unref(newest.get());
-        av_packet_move_ref(newest.get(), packet.get());
-        // A frame may lie in one of the few buffers that the camera has.
-        av_frame_unref(frame.get());
-        decoded = false;
-        return true;
+    const bool intra = input->IntraOnly();
+    // Drivers mark every picture as one that stands for itself.
+    const bool key = intra || (!device && packet->flags & AV_PKT_FLAG_KEY);
+    if (intra && !PacketWhole(*packet, *input->Stream().codecpar)) return false;
+    if (key) {
+        skipped = skipped || !pending.empty();
+        pending.clear();
+        pendingBytes = 0;
+        keyPending = true;
+        keyCame = std::chrono::steady_clock::now();
     }
-    input->Decode(packet.get());
+    // A frame may lie in one of the few buffers that the camera has.
+    if (intra) av_frame_unref(frame.get());
+    decoded = false;
+    pendingBytes += packet->size;
+    pending.emplace_back(av_packet_alloc());
+    av_packet_move_ref(pending.back().get(), packet.get());
+    while (pendingBytes > mostPending && pending.size() > 1) (void)DecodeOldest();
+    return true;
+}
+
+// Whether that gave a newer frame.
+bool LiveSource::DecodeOldest() {
+    keyPending = false;
+    if (std::exchange(skipped, false) && !input->IntraOnly()) input->SkipToKey();
+    const PacketPtr oldest = std::move(pending.front());
+    pending.pop_front();
+    pendingBytes -= oldest->size;
+    input->Decode(oldest.get());
     bool fresh = false;
     while (input->Receive(*decoding)) {
         std::swap(frame, decoding);
-        fresh = decoded = true;
+        fresh = true;
     }
     return fresh;
 }
 
-const AVFrame* LiveSource::Picture() {
-    if (!decoded && input->IntraOnly() && newest->size > 0) {
-        input->Decode(newest.get());
-        decoded = input->Receive(*frame);
-        av_packet_unref(newest.get());
-    }
+const AVFrame* LiveSource::Picture(bool keyWillDo) {
+    const bool key =
+        keyWillDo && keyPending && std::chrono::steady_clock::now() - keyCame <= freshKey;
+    while (!pending.empty() && !(key && decoded)) decoded = DecodeOldest() || decoded;
     return decoded ? frame.get() : nullptr;
 }
 

@@ -2,6 +2,9 @@
 
 #include "camera/capture_input.h"
 
+#include <chrono>
+#include <deque>
+
 // A camera or a network stream: it delivers at its own pace, and only its newest picture counts.
 class LiveSource : public CaptureSource {
   public:
@@ -11,16 +14,23 @@ class LiveSource : public CaptureSource {
     [[nodiscard]] bool Live() const override { return true; }
     [[nodiscard]] bool IsDevice() const override { return device; }
     [[nodiscard]] Step Advance() override;
-    [[nodiscard]] const AVFrame* Picture() override;
+    [[nodiscard]] const AVFrame* Picture(bool keyWillDo) override;
 
   private:
     [[nodiscard]] bool Take();
+    [[nodiscard]] bool DecodeOldest();
     [[nodiscard]] Step Broken(int error);
 
     std::unique_ptr<CaptureInput> input;
     bool device;
     PacketPtr packet;
-    PacketPtr newest;  // where pictures stand for themselves; decoded when asked for
+    // What has come since the last picture that stands for itself and was not decoded yet: nobody
+    // may want it before the next such picture makes it needless.
+    std::deque<PacketPtr> pending;
+    qsizetype pendingBytes = 0;
+    bool keyPending = false;  // pending begins with such a picture
+    bool skipped = false;     // something was left out before it
+    std::chrono::steady_clock::time_point keyCame;
     FramePtr frame;
     FramePtr decoding;
     bool decoded = false;

@@ -26,7 +26,7 @@ class TestPicture : public CaptureSource {
     [[nodiscard]] bool Live() const override { return false; }
     [[nodiscard]] int Pace() const override { return 40; }
     [[nodiscard]] Step Advance() override;
-    [[nodiscard]] const AVFrame* Picture() override { return frame.get(); }
+    [[nodiscard]] const AVFrame* Picture(bool /*keyWillDo*/) override { return frame.get(); }
 
   private:
     void DrawPattern(qint64 number);

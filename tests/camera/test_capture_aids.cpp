@@ -39,7 +39,8 @@ Dib Expected(QSize size, int number) {
     TestPicture source(size, position);
     FrameScaler scaler;
     Dib dib;
-    if (source.Advance() != CaptureSource::Step::Picture || !scaler.ToDib(*source.Picture(), dib))
+    if (source.Advance() != CaptureSource::Step::Picture ||
+        !scaler.ToDib(*source.Picture(false), dib))
         return {};
     return dib;
 }
@@ -70,7 +71,7 @@ bool Encode(AVCodecContext& codec, AVFormatContext& file, int count) {
         good = source.Advance() == CaptureSource::Step::Picture &&
                av_frame_get_buffer(frame.get(), 0) >= 0;
         if (!good) break;
-        const AVFrame& drawn = *source.Picture();
+        const AVFrame& drawn = *source.Picture(false);
         sws_scale(scaler, drawn.data, drawn.linesize, 0, codec.height, frame->data,
                   frame->linesize);
         frame->pts = i;
