@@ -6,8 +6,11 @@
 // program folder and changes everything on it ten times a second for so long. Prints the time of
 // one shaping and the share of a core, as lines "name value unit".
 
+#include "base/status_hub.h"
+#include "base/waiting.h"
 #include "core/program.h"
 #include "net/page_control.h"
+#include "platform/platform.h"
 #include "platform/system_clock.h"
 #include "support/answering_boxes.h"
 #include "ui/skin/shaped_window.h"

@@ -13,6 +13,7 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp.h"
+#include "net/page_control.h"
 #include "platform/system_clock.h"
 #include "support/answering_boxes.h"
 #include "support/real_ftp_server.h"
