@@ -31,8 +31,7 @@ UploadCycle::UploadCycle(const Parts& ownParts)
       run(parts.Run),
       Timer1(parts.Wait.OwnClock(), 1000),
       Timer2(parts.Wait.OwnClock(), 1000),
-      Timer4(parts.Wait.OwnClock(), 500),
-      lastLook(parts.Wait.OwnClock().Milliseconds()) {
+      Timer4(parts.Wait.OwnClock(), 500) {
     connect(&Timer1, &Timer::Tick, this, &UploadCycle::OnTimer1);
     connect(&Timer2, &Timer::Tick, this, &UploadCycle::OnTimer2);
     connect(&Timer4, &Timer::Tick, this, &UploadCycle::OnTimer4);
@@ -150,16 +149,7 @@ void UploadCycle::OnTimer2() {
     parts.Display.ShowStatus(shown ? QString("Pause") : QString());
 }
 
-// Nothing but a suspension keeps Timer1 from ticking for so long.
-void UploadCycle::NoteSleep() {
-    constexpr qint64 gap = 5'000;
-    const qint64 now = Now();
-    slept = slept || now - lastLook > gap;
-    lastLook = now;
-}
-
 void UploadCycle::OnTimer1() {
-    NoteSleep();
     if (!run.Running() || parts.Wait.Closing()) return;
     Watchdog();
     const bool online = parts.Net.Online();
@@ -249,21 +239,12 @@ bool UploadCycle::Online() {
 
 bool UploadCycle::MakePicture() {
     run.Enter(RunState::TakingPicture);
-    NoteSleep();
-    if (std::exchange(slept, false)) EmptyCamera();
     const qint64 start = Now();
     // Whatever lies in the working folder from before: it has been published, or is too old.
     madeAt.reset();
     if (!parts.Pictures.MakePicture(parts.State.ForPicture())) return false;
     madeAt = start;
     return true;
-}
-
-// What the camera still holds is from before the suspension: the first picture is thrown away.
-void UploadCycle::EmptyCamera() {
-    Settings settings = parts.State.ForPicture();
-    settings.Archive = false;
-    (void)parts.Pictures.MakePicture(settings);
 }
 
 UploadCycle::Trouble UploadCycle::Locally(const QString& why) const {

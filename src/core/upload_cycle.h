@@ -79,7 +79,6 @@ class UploadCycle : public QObject {
     };
     using Outcome = std::optional<Trouble>;
 
-    void NoteSleep();
     void OnlineAgain(bool online);
     void ArmTimer4();
     bool TickMakesPicture();
@@ -93,7 +92,6 @@ class UploadCycle : public QObject {
     void Succeeded();
     [[nodiscard]] bool Online();
     bool MakePicture();
-    void EmptyCamera();
     [[nodiscard]] Trouble NotConnected() const;
     // What has nothing to do with the server is tried again as often as the interval asks.
     [[nodiscard]] Trouble Locally(const QString& why) const;
@@ -118,8 +116,6 @@ class UploadCycle : public QObject {
 
     Afterwards afterwards = Afterwards::Nothing;
     bool wasOnline = true;
-    qint64 lastLook;               // of Timer1, clock milliseconds
-    bool slept = false;            // the machine was suspended since the last picture
     std::optional<qint64> madeAt;  // when the picture to be sent was taken, clock milliseconds
     int pictureCount = 0;
     int publishedCount = 0;
