@@ -4,6 +4,8 @@
 
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace {
 
 QMessageBox::Icon PictureOf(MessageBoxes::Icon icon) {
@@ -21,14 +23,25 @@ QMessageBox::Icon PictureOf(MessageBoxes::Icon icon) {
 }  // namespace
 
 void WindowBoxes::Show(const QString& title, const QString& text, Icon icon) {
-    if (shown && shown->text() == text) {
-        shown->raise();
+    if (!shown) {
+        Open({title, text, icon});
         return;
     }
-    if (shown) shown->close();
-    shown = new QMessageBox(PictureOf(icon), title, text, QMessageBox::Ok);
+    shown->raise();
+    const auto same = [&text](const Message& message) { return message.Text == text; };
+    if (shown->text() != text && std::ranges::none_of(unread, same))
+        unread.append({title, text, icon});
+}
+
+void WindowBoxes::Open(const Message& message) {
+    shown =
+        new QMessageBox(PictureOf(message.Picture), message.Title, message.Text, QMessageBox::Ok);
     shown->setAttribute(Qt::WA_DeleteOnClose);
     shown->setWindowModality(Qt::NonModal);
+    QObject::connect(shown, &QDialog::finished, shown, [this] {
+        shown.clear();
+        if (!unread.isEmpty()) Open(unread.takeFirst());
+    });
     shown->show();
 }
 

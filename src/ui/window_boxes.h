@@ -2,6 +2,7 @@
 
 #include "base/message_boxes.h"
 
+#include <QList>
 #include <QPointer>
 
 #include <optional>
@@ -9,7 +10,7 @@
 class QMessageBox;
 class Waiting;
 
-// Message boxes in windows.
+// Message boxes in windows: one at a time, and the next when that has been read.
 class WindowBoxes : public MessageBoxes {
   public:
     // isUnattended: the program started by itself; a question that nobody answers within a minute
@@ -22,10 +23,18 @@ class WindowBoxes : public MessageBoxes {
     [[nodiscard]] bool AskYes(const QString& title, const QString& text) override;
 
   private:
+    struct Message {
+        QString Title;
+        QString Text;
+        Icon Picture;
+    };
+    void Open(const Message& message);
+
     // The button that was pressed; nothing when nobody was there to press one.
     [[nodiscard]] std::optional<int> Ask(QMessageBox& question);
 
     bool unattended;
     Waiting* waiting = nullptr;
     QPointer<QMessageBox> shown;
+    QList<Message> unread;  // behind the one that is shown
 };

@@ -5,9 +5,11 @@
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/languages.h"
+#include "ui/window_boxes.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -107,6 +109,24 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "läuft");
         emit program.Core->FTP1.ServerResponse("220 ready\r\n");
         QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
+
+    void MessagesAreReadOneByOne() {
+        WindowBoxes boxes(false);
+        for (const char* text : {"first", "second", "first", "second", "third"})
+            boxes.Show("Stillpost", QString::fromLatin1(text), MessageBoxes::Icon::Warning);
+        QStringList read;
+        const auto visible = [] {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* box = qobject_cast<QMessageBox*>(window); box && box->isVisible())
+                    return box;
+            return static_cast<QMessageBox*>(nullptr);
+        };
+        while (QMessageBox* box = visible()) {
+            read << box->text();
+            box->accept();
+        }
+        QCOMPARE(read, QStringList({"first", "second", "third"}));
     }
 };
 
