@@ -60,11 +60,12 @@ class TestFtpSettings : public QObject {
             "[Einstellungen]\nServer=ftp.a.org\nVerzeichnis=web/cam\nUser=me\nPW=\" p$@:!ü; \"\n"
             "Port=2121\nDelete=1\nAnwahl=1\nAbwahl=1\nAWName=gone\nAWCon=2\nAutostart=1\n"
             "lastpictures=1\nlastpictureanz=7\nOfflinePic=1\nUseOfflineFilter=1\nOfflinefilter=0\n"
-            "Offlinefile=Closed.png\nQuali=2\n";
+            "Offlinefile=Closed.png\nJPGQuality=55\nQuali=1\n";
         fixture.Write(saved);
         const QStringList before = fixture.Lines();
         fixture.Window.Open();
         QCOMPARE(fixture.Access.txtPW->text(), " p$@:!ü; ");
+        QCOMPARE(fixture.Window.cbQuality->currentText(), "55 %");
         QVERIFY(fixture.Window.Save());
         QCOMPARE(fixture.Lines().mid(0, before.size()), before);
         QCOMPARE(fixture.Boxes.Shown, QStringList());

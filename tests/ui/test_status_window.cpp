@@ -99,6 +99,7 @@ class TestStatusWindow : public QObject {
         QCOMPARE(window.lblJPG->text(), "JPG - Quality: 50 %");
         Drag(*window.Slider1, 130);
         QCOMPARE(program.Einstellung("JPGQuality"), "55");
+        QCOMPARE(program.Einstellung("Quali"), "1");
         QCOMPARE(program.Core->State.Values.JPGQuality, 55);
     }
 

@@ -7,6 +7,7 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/settings/interval.h"
+#include "core/settings/quality_choice.h"
 #include "core/upload_cycle.h"
 #include "ui/skin/skin.h"
 #include "ui/status/picture_bar.h"
@@ -317,7 +318,9 @@ void frmStatus::RefreshStatus() {
 // Counts for this run even where the file cannot be written.
 void frmStatus::SaveQuality(int percent) {
     program.State.Values.JPGQuality = percent;
-    (void)program.ChangeSettings({{"Einstellungen", "JPGQuality", QString::number(percent)}});
+    (void)program.ChangeSettings(
+        {{"Einstellungen", "JPGQuality", QString::number(percent)},
+         {"Einstellungen", "Quali", QString::number(NearestQualityChoice(percent))}});
     ShowQuality(percent);
 }
 

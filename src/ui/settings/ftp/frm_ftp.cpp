@@ -8,6 +8,8 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/program_folder.h"
+#include "core/settings/load_settings.h"
+#include "core/settings/quality_choice.h"
 #include "picture/picture_state.h"
 #include "platform/autostart_entry.h"
 #include "platform/platform.h"
@@ -22,12 +24,9 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include <array>
-
 namespace {
 
 const QString title = "Stillpost";
-constexpr std::array qualities{90, 60, 30};  // per cent, of the entries of the list
 
 }  // namespace
 
@@ -81,7 +80,12 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->AddSpace();
     cbQuality->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cbQuality->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    rows->Add(cbQuality, {.Key = "Quali", .Text = "Quality", .Items = qualities.size()});
+    rows->Add(cbQuality,
+              {.Key = "Quali",
+               .Text = "Quality",
+               .Items = QualityChoices.size(),
+               .Show = [this](const QString&) { ShowQuality(); },
+               .Value = [this] { return QString::number(NearestQualityChoice(Quality())); }});
     rows->AddSpace();
     rows->AddNote({.Text = "DialUp", .Enabled = dials});
     rows->AddBelow(cbConnection, {.Key = "AWName",
@@ -114,8 +118,26 @@ void frmFTP::Connect() {
 void frmFTP::ShowSettings() {
     SettingsWindow::ShowSettings();
     Access->AdoptWritten();
-    qualityChosen = false;
     Trial->Clear();
+}
+
+// What the slider of the status window has set stands as a line of its own.
+void frmFTP::ShowQuality() {
+    constexpr int own = QualityChoices.size();
+    cbQuality->removeItem(own);
+    qualityChosen = false;
+    const int now = Quality();
+    const int nearest = NearestQualityChoice(now);
+    const bool exact = QualityChoices.at(static_cast<std::size_t>(nearest)) == now;
+    if (!exact) cbQuality->addItem(QStringLiteral("%1 %").arg(now));
+    cbQuality->setCurrentIndex(exact ? nearest : own);
+}
+
+// Per cent: as chosen here, else as it is set.
+int frmFTP::Quality() const {
+    const auto index = static_cast<std::size_t>(cbQuality->currentIndex());
+    if (qualityChosen && index < QualityChoices.size()) return QualityChoices.at(index);
+    return LoadSettings(SettingsFile()).JPGQuality;
 }
 
 void frmFTP::ShowConnections(const QString& name) {
@@ -137,9 +159,7 @@ QList<ProfileEntry> frmFTP::Entries() const {
     entries << Entry("AWCon", qMax(0, cbConnection->currentIndex()))
             << Entry("Offlinefilter", Offline->Index());
     // The choice is a short cut to the slider of the status window.
-    if (qualityChosen)
-        entries << Entry("JPGQuality",
-                         qualities.at(static_cast<std::size_t>(cbQuality->currentIndex())));
+    if (qualityChosen) entries << Entry("JPGQuality", Quality());
     return entries;
 }
 

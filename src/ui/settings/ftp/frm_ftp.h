@@ -52,6 +52,8 @@ class frmFTP : public SettingsWindow {
     // shown, so that saving does not lose it; without a name the place in the list counts.
     void ShowConnections(const QString& name);
     [[nodiscard]] QString Connection() const;  // empty when there is none
+    void ShowQuality();
+    [[nodiscard]] int Quality() const;
     [[nodiscard]] bool CheckFolder();
     [[nodiscard]] bool CheckServer();
     [[nodiscard]] bool CheckOffline();
