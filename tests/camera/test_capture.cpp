@@ -129,10 +129,10 @@ class CaptureTest : public QObject {
         for (int i = 0; i < 6; i += 2) {
             QCOMPARE(bench.Grab(), i);
             QCOMPARE(bench.Grab(), i + 1);
-            bench.Time.Jump(9'900);
+            bench.Time.Jump(9'000);
             QCoreApplication::processEvents();
             QVERIFY(Holds(path));
-            bench.Time.Jump(200);
+            bench.Time.Jump(1'200);
             QTRY_VERIFY(!Holds(path));
             QVERIFY(!bench.Control.Frame().Valid());  // some megabytes
         }
