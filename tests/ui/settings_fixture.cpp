@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScreen>
 
 QStringList SettingsFixture::Lines() const {
     QStringList lines;
@@ -120,7 +121,11 @@ QStringList ClippedAnywhere(QWidget& window, Texts& words, const std::function<v
             open();
             // Layouts hand changes on from the inside out, a round of events at a time.
             for (int round = 0; round < 8; ++round) QCoreApplication::processEvents();
-            for (const QString& text : ClippedTexts(window))
+            QStringList faults = ClippedTexts(window);
+            const QSize frame = window.frameGeometry().size();
+            if (frame.boundedTo(window.screen()->availableSize()) != frame)
+                faults << "larger than the screen";
+            for (const QString& text : std::as_const(faults))
                 clipped << QString("%1 points, language %2: %3")
                                .arg(points)
                                .arg(static_cast<int>(language))

@@ -22,8 +22,8 @@ class SettingsFixture : public WindowFixture {
 // have no name for a screen reader or no help, and steps back within a frame.
 [[nodiscard]] QStringList TabFaults(QWidget& window);
 
-// Shows the window in each language and with a small and a large font, and gives what was clipped,
-// with the language and the font's size.
+// Shows the window in each language and with a small and a large font, and gives what was clipped
+// or larger than the screen, with the language and the font's size.
 [[nodiscard]] QStringList ClippedAnywhere(SettingsWindow& window, Texts& words);
 // The same of any window, which `open` shows.
 [[nodiscard]] QStringList ClippedAnywhere(QWidget& window, Texts& words,

@@ -7,6 +7,8 @@
 #include "core/upload_transaction.h"
 #include "ui/texts/texts.h"
 #include "ui/tray/run_figures.h"
+#include "ui/widgets/fitting_area.h"
+#include "ui/widgets/screen_room.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -41,9 +43,14 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
       logCaption(new QLabel(this)),
       refresh(ownProgram.Wait.OwnClock(), refreshMilliseconds) {
     auto* all = new QVBoxLayout(this);
-    auto* grid = new QGridLayout;
+    auto* area = new FittingArea(this);
+    auto* inside = new QWidget;
+    auto* grid = new QGridLayout(inside);
+    grid->setContentsMargins({});
     AddLines(*grid);
-    all->addLayout(grid);
+    area->setWidget(inside);
+    inside->installEventFilter(area);
+    all->addWidget(area, 2);
     all->addWidget(logCaption);
     all->addWidget(txtLog, 1);
     all->addWidget(btnClose, 0, Qt::AlignRight);
@@ -52,7 +59,6 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     txtLog->setTabChangesFocus(true);
     logCaption->setBuddy(txtLog);
     btnClose->setAutoDefault(true);
-    resize(usualSize);
     connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
     connect(&texts, &Texts::Changed, this, &frmStatusgesamt::ShowTexts);
     connect(&refresh, &Timer::Tick, this, &frmStatusgesamt::ShowFigures);
@@ -91,6 +97,7 @@ void frmStatusgesamt::ShowTexts() {
 }
 
 void frmStatusgesamt::Show() {
+    if (!isVisible()) resize(usualSize.expandedTo(sizeHint()).boundedTo(ScreenRoom(*this)));
     isMinimized() ? showNormal() : show();
     raise();
     activateWindow();

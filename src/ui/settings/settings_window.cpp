@@ -4,6 +4,7 @@
 #include "core/program.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/mnemonics.h"
+#include "ui/widgets/screen_room.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -89,13 +90,13 @@ void SettingsWindow::Open() {
 void SettingsWindow::FitToScreen() {
     body->invalidate();
     layout()->invalidate();
-    resize(sizeHint());
+    resize(sizeHint().boundedTo(ScreenRoom(*this)));
 }
 
 bool SettingsWindow::event(QEvent* event) {
     const bool handled = QDialog::event(event);
     if (event->type() == QEvent::LayoutRequest && isVisible())
-        resize(size().expandedTo(sizeHint()));
+        resize(size().expandedTo(sizeHint()).boundedTo(ScreenRoom(*this)));
     return handled;
 }
 

@@ -1,12 +1,26 @@
 #include "ui/widgets/fitting_area.h"
 
+#include "ui/widgets/screen_room.h"
+
 #include <QEvent>
-#include <QScreen>
+#include <QLayout>
 
 FittingArea::FittingArea(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);  // it scrolls to the control that has the focus
+}
+
+// What the layout needs for its margins and for what stands above and below.
+QSize FittingArea::RoomOfOthers(const QLayout& all) const {
+    const QMargins margins = all.contentsMargins();
+    QSize room(margins.left() + margins.right(), margins.top() + margins.bottom());
+    for (int i = 0; i < all.count(); ++i) {
+        QLayoutItem& item = *all.itemAt(i);
+        if (item.widget() != this && !item.isEmpty())
+            room.rheight() += item.minimumSize().height() + all.spacing();
+    }
+    return room;
 }
 
 QSize FittingArea::sizeHint() const {
@@ -16,8 +30,8 @@ QSize FittingArea::sizeHint() const {
                  widget()->hasHeightForWidth()
                      ? qMax(inside.height(), widget()->heightForWidth(inside.width()))
                      : inside.height());
-    constexpr int eighths = 8;
-    const QSize most = screen()->availableSize() * (eighths - 1) / eighths;
+    QSize most = ScreenRoom(*window());
+    if (const QLayout* all = window()->layout()) most -= RoomOfOthers(*all);
     // A bar along one side takes room from the other.
     const int bar = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff ? 0 : 20;
     if (wanted.height() > most.height()) wanted.rwidth() += bar;

@@ -9,10 +9,13 @@ class FittingArea : public QScrollArea {
   public:
     explicit FittingArea(QWidget* parent);
 
-    // The size of what is in it, at most seven eighths of the screen's free area.
+    // The size of what is in it, at most what its window can give it on its screen.
     [[nodiscard]] QSize sizeHint() const override;
 
   protected:
     // Asks for more or less room when what is in it does.
     bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    [[nodiscard]] QSize RoomOfOthers(const QLayout& all) const;
 };
