@@ -2,6 +2,10 @@
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
+#include "ui/dialogs/info.h"
+#include "ui/menu/frm_download_hilfe.h"
+#include "ui/menu/frm_menue.h"
+#include "ui/settings_fixture.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/languages.h"
@@ -109,6 +113,25 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "läuft");
         emit program.Core->FTP1.ServerResponse("220 ready\r\n");
         QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
+
+    void EveryTextIsWhole() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        const auto clipped = [&](QWidget& window, const std::function<void()>& open) {
+            return ClippedAnywhere(window, shell.Words, open).join("\n");
+        };
+        QCOMPARE(clipped(shell.Overview, [&] { shell.Overview.Show(); }), QString());
+        QCOMPARE(clipped(shell.AboutBox, [&] { shell.AboutBox.Show(); }), QString());
+        QCOMPARE(clipped(shell.HelpPrompt, [&] { shell.HelpPrompt.Show(); }), QString());
+        QCOMPARE(clipped(shell.HangUpWindow, [&] { shell.HangUpWindow.Ask("Provider 1"); }),
+                 QString());
+        const auto openMenu = [&] {
+            shell.Menu.CloseAll();
+            (void)program.OpenMenu();
+        };
+        QCOMPARE(clipped(shell.Menu, openMenu), QString());
     }
 
     void MessagesAreReadOneByOne() {

@@ -30,7 +30,6 @@ frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolde
       folders(skinFolders),
       boxes(messageBoxes) {
     setWindowTitle("Skins");
-    MenuPanel::Dress(*this);
     auto* scroll = new QScrollArea(this);
     auto* list = new QWidget(scroll);
     rows = new QVBoxLayout(list);
@@ -82,6 +81,7 @@ int frmOberflaeche::TopOnScreen(int top, int height, const QRect& screen) {
 }
 
 void frmOberflaeche::Show(const QPoint& topLeft) {
+    MenuPanel::Dress(*this);
     ListSkins();
     const QScreen* at = QGuiApplication::screenAt(topLeft);
     const QRect screen = (at ? at : QGuiApplication::primaryScreen())->geometry();

@@ -3,7 +3,9 @@
 #include "core/version.h"
 #include "ui/skin/skin.h"
 #include "ui/texts/texts.h"
+#include "ui/widgets/screen_room.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
@@ -11,9 +13,11 @@
 
 namespace {
 
+// In pixels, for letters of so many; larger ones make everything larger.
+constexpr int fontPixels = 13;
 constexpr QSize boxSize(400, 260);
-constexpr QRect panel(QPoint(20, 120), QPoint(379, 203));
-constexpr QRect button(152, 216, 96, 30);
+constexpr QRectF text(28, 120, 344, 84);
+constexpr QRectF button(152, 216, 96, 30);
 const QColor ground(0x12, 0x42, 0x4e);  // where there is no picture
 
 }  // namespace
@@ -24,20 +28,12 @@ Info::Info(const SkinFolders& skinFolders, Texts& ownTexts)
       btnClose(new QPushButton(this)),
       folders(skinFolders),
       texts(ownTexts) {
-    setFixedSize(boxSize);
-    constexpr int inset = 8;
-    Label1->setGeometry(panel.adjusted(inset, 0, -inset, 0));
     Label1->setAlignment(Qt::AlignCenter);
     Label1->setWordWrap(true);
     Label1->setAttribute(Qt::WA_TransparentForMouseEvents);
     QPalette colours = Label1->palette();
     colours.setColor(QPalette::WindowText, Qt::white);
     Label1->setPalette(colours);
-    QFont font = Label1->font();
-    constexpr int fontPixels = 13;
-    font.setPixelSize(fontPixels);
-    Label1->setFont(font);
-    btnClose->setGeometry(button);
     btnClose->setAutoDefault(true);
     connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
     connect(&texts, &Texts::Changed, this, &Info::ShowTexts);
@@ -53,7 +49,25 @@ void Info::ShowTexts() {
     btnClose->setText(text("Close"));
 }
 
+void Info::LayOut() {
+    const QSizeF room = ScreenRoom(*this);
+    const qreal most = qMin(room.width() / boxSize.width(), room.height() / boxSize.height());
+    const qreal wanted = qreal(QFontInfo(QApplication::font()).pixelSize()) / fontPixels;
+    const qreal factor = qMin(qMax(1.0, wanted), most);
+    const auto larger = [factor](const QRectF& place) {
+        return QRectF(place.topLeft() * factor, place.size() * factor).toRect();
+    };
+    setFixedSize(boxSize * factor);
+    Label1->setGeometry(larger(text));
+    btnClose->setGeometry(larger(button));
+    QFont letters = QApplication::font();
+    letters.setPixelSize(qMax(1, static_cast<int>(fontPixels * factor)));
+    Label1->setFont(letters);
+    btnClose->setFont(letters);
+}
+
 void Info::Show() {
+    LayOut();
     Skin shared(folders, SkinFolders::Default);
     background = shared.SharedPicture("InfoBG.jpg");
     show();

@@ -33,6 +33,7 @@ class Info : public QWidget {
 
   private:
     void ShowTexts();
+    void LayOut();
 
     const SkinFolders& folders;
     Texts& texts;

@@ -136,7 +136,7 @@ void frmMenue::ShowFlyOut(Entry entry, bool focused) {
 void frmMenue::PlaceFlyOut(Entry entry) {
     const FlyOut& flyOut = flyOuts[entry];
     const auto place = [&] {
-        return FlyOutPlace(geometry(), flyOut.Window->size(), entry, ScreenRect());
+        return FlyOutPlace(geometry(), flyOut.Window->size(), Label1[entry]->y(), ScreenRect());
     };
     flyOut.Show(place());
     // A window that lists its lines only now may have another width than it had.

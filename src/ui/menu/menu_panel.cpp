@@ -4,6 +4,7 @@
 #include "ui/skin/rounded_corners.h"
 #include "ui/widgets/menu_row.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -12,7 +13,7 @@
 
 namespace {
 
-constexpr int fontPixels = 13;  // fits into a line whatever the desktop's own size
+constexpr int leastFontPixels = 13;
 const QColor ink(0x1d, 0x2b, 0x30);
 const QColor accent(0xd5, 0xea, 0xed);
 
@@ -35,9 +36,14 @@ void MenuPanel::Dress(QWidget& window) {
         colours.setColor(role, ink);
     colours.setColor(QPalette::Highlight, accent);
     window.setPalette(colours);
-    QFont font = window.font();
-    font.setPixelSize(fontPixels);
+    QFont font = QApplication::font();
+    font.setPixelSize(std::max(leastFontPixels, QFontInfo(font).pixelSize()));
     window.setFont(font);
+}
+
+bool MenuPanel::event(QEvent* event) {
+    if (event->type() == QEvent::ApplicationFontChange) Dress(*this);
+    return QWidget::event(event);
 }
 
 MenuRow& MenuPanel::AddRow() {

@@ -26,6 +26,7 @@ class MenuPanel : public QWidget {
     // A line at the end of the panel.
     MenuRow& AddRow();
     void AddGap(int pixels);
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

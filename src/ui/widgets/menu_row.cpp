@@ -41,7 +41,10 @@ QSize MenuRow::sizeHint() const {
     const int words = fontMetrics().horizontalAdvance(text());
     const int front = isCheckable() ? markRoom + side / 2 : 0;
     const int behind = hasFlyOut ? 3 * arrow : 0;
-    return {side + front + words + behind + side, Height};
+    constexpr int leastHeight = 20;
+    constexpr int aboveAndBelow = 4;
+    return {side + front + words + behind + side,
+            qMax(leastHeight, fontMetrics().height() + aboveAndBelow)};
 }
 
 void MenuRow::PaintMark(QPainter& painter, bool lit) {

@@ -9,8 +9,6 @@ class MenuRow : public QAbstractButton {
     Q_OBJECT
 
   public:
-    static constexpr int Height = 20;  // pixels, whatever the desktop's font
-
     explicit MenuRow(QWidget* parent);
 
     // The picture in front of the text, and the one while the line is lit, when that is another;
