@@ -1,5 +1,7 @@
 #include "camera/capture_delivery.h"
 
+#include "camera/frame_geometry.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -92,7 +94,7 @@ void CaptureDelivery::Deliver(const CaptureSession::Demand& demand, bool grab, b
         newForPreview = false;
         nextPreview = std::max(nextPreview + 1000 / demand.PreviewRate, Elapsed());
         const QImage image = scaler.ToImage(*frame, demand.PreviewSize);
-        if (!image.isNull()) session.HandOver(image, QSize(frame->width, frame->height));
+        if (!image.isNull()) session.HandOver(image, GeometryOf(*frame).Shown());
     }
 }
 

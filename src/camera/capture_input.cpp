@@ -1,5 +1,6 @@
 #include "camera/capture_input.h"
 
+#include "camera/frame_geometry.h"
 #include "camera/whole_picture.h"
 
 extern "C" {
@@ -188,6 +189,7 @@ bool CaptureInput::Receive(AVFrame& frame) {
         // What is not told is customary: the newer colour model for pictures of high definition.
         if (frame.colorspace == AVCOL_SPC_UNSPECIFIED && !intraOnly && frame.height >= 720)
             frame.colorspace = AVCOL_SPC_BT709;
+        CompleteGeometry(*format, *format->streams[streamIndex], frame);
         return true;
     }
 }

@@ -1,5 +1,7 @@
 #include "camera/frame_scaler.h"
 
+#include "camera/frame_geometry.h"
+
 extern "C" {
 #include <libavutil/imgutils.h>
 #include <libswscale/swscale.h>
@@ -7,6 +9,15 @@ extern "C" {
 
 #include <cstring>
 #include <numeric>
+
+namespace {
+
+QImage::Format ImageFormat(AVPixelFormat format) {
+    if (format == AV_PIX_FMT_GRAY8) return QImage::Format_Grayscale8;
+    return format == AV_PIX_FMT_BGR24 ? QImage::Format_BGR888 : QImage::Format_RGB32;
+}
+
+}  // namespace
 
 FrameScaler::FrameScaler() : scratch(av_frame_alloc()) {}
 
@@ -41,48 +52,64 @@ bool FrameScaler::Prepare(Tables& kept, int quality, const AVFrame& frame, const
     return true;
 }
 
+bool FrameScaler::Scale(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
+    if (!Prepare(kept, quality, frame, target)) return false;
+    uint8_t* top[4] = {target.Top};
+    const int step[4] = {target.Step};
+    return sws_scale(kept.Context, frame.data, frame.linesize, 0, frame.height, top, step) ==
+           target.Height;
+}
+
 bool FrameScaler::Convert(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
     if (frame.width < 1 || frame.height < 1 || target.Width < 1 || target.Height < 1) return false;
-    if (!Prepare(kept, quality, frame, target)) return false;
     // The conversion may write a few pixels beyond a row that is not a multiple of what it does at
-    // once. Such rows go through memory that has room for it.
-    const bool direct = target.Width % 16 == 0;
-    uint8_t* top[4] = {target.Top};
-    int step[4] = {target.Step};
-    if (!direct) {
-        av_frame_unref(scratch.get());
-        scratch->format = target.Format;
-        scratch->width = target.Width + 16;
-        scratch->height = target.Height;
-        if (av_frame_get_buffer(scratch.get(), 0) < 0) return false;
-        top[0] = scratch->data[0];
-        step[0] = scratch->linesize[0];
+    // once. Such rows go through memory that has room for it, as do those of turned frames.
+    if (target.Orientation == 1 && target.Width % 16 == 0)
+        return Scale(kept, quality, frame, target);
+    QSize stored(target.Width, target.Height);
+    if (OnItsSide(target.Orientation)) stored.transpose();
+    scratch->format = target.Format;
+    scratch->width = stored.width() + 16;
+    scratch->height = stored.height();
+    if (av_frame_get_buffer(scratch.get(), 0) < 0) return false;
+    const uchar* const pixels = scratch->data[0];
+    const int step = scratch->linesize[0];
+    const bool done = Scale(kept, quality, frame,
+                            {.Format = target.Format,
+                             .Width = stored.width(),
+                             .Height = stored.height(),
+                             .Top = scratch->data[0],
+                             .Step = step});
+    if (done) {
+        const QImage image(pixels, stored.width(), stored.height(), step,
+                           ImageFormat(target.Format));
+        const QImage seen = Upright(image, target.Orientation);
+        const int rowBytes = av_image_get_linesize(target.Format, target.Width, 0);
+        for (int y = 0; y < target.Height; ++y)
+            std::memcpy(target.Top + qptrdiff(y) * target.Step, seen.constScanLine(y),
+                        size_t(rowBytes));
     }
-    if (sws_scale(kept.Context, frame.data, frame.linesize, 0, frame.height, top, step) !=
-        target.Height)
-        return false;
-    if (direct) return true;
-    const int rowBytes = av_image_get_linesize(target.Format, target.Width, 0);
-    for (int y = 0; y < target.Height; ++y)
-        std::memcpy(target.Top + qptrdiff(y) * target.Step, top[0] + qptrdiff(y) * step[0],
-                    size_t(rowBytes));
-    return true;
+    av_frame_unref(scratch.get());
+    return done;
 }
 
 bool FrameScaler::ToDib(const AVFrame& frame, Dib& dib) {
     if (frame.width < 1 || frame.height < 1) return false;
-    dib.Resize(frame.width, frame.height);
+    const FrameGeometry geometry = GeometryOf(frame);
+    dib.Resize(geometry.Shown().width(), geometry.Shown().height());
     const int stride = dib.Stride();
     return Convert(tables[0], SWS_BILINEAR, frame,
                    {.Format = AV_PIX_FMT_BGR24,
                     .Width = dib.Width,
                     .Height = dib.Height,
                     .Top = dib.Bits.data() + qptrdiff(stride) * (dib.Height - 1),
-                    .Step = -stride});
+                    .Step = -stride,
+                    .Orientation = geometry.Orientation});
 }
 
 QImage FrameScaler::ToImage(const AVFrame& frame, QSize size) {
-    const QSize whole(frame.width, frame.height);
+    const FrameGeometry geometry = GeometryOf(frame);
+    const QSize whole = geometry.Shown();
     size = size.isEmpty() ? whole : whole.scaled(size, Qt::KeepAspectRatioByExpanding);
     if (size.width() > whole.width()) size = whole;
     QImage image(size, QImage::Format_RGB32);
@@ -92,7 +119,8 @@ QImage FrameScaler::ToImage(const AVFrame& frame, QSize size) {
                                .Width = size.width(),
                                .Height = size.height(),
                                .Top = image.bits(),
-                               .Step = static_cast<int>(image.bytesPerLine())});
+                               .Step = static_cast<int>(image.bytesPerLine()),
+                               .Orientation = geometry.Orientation});
     return done ? image : QImage();
 }
 

@@ -18,11 +18,12 @@ class FrameScaler {
     ~FrameScaler();
     Q_DISABLE_COPY_MOVE(FrameScaler)
 
-    // The frame in its own size. False when it cannot be converted.
+    // The frame upright and with square pixels, else in its own size. False when it cannot be
+    // converted.
     [[nodiscard]] bool ToDib(const AVFrame& frame, Dib& dib);
 
     // The frame for the screen in its proportions, as large as an area of `size` pixels needs it to
-    // be filled, but never enlarged; in its own size where that is empty. A null image when it
+    // be filled, but never enlarged; as ToDib makes it where that is empty. A null image when it
     // cannot be converted.
     [[nodiscard]] QImage ToImage(const AVFrame& frame, QSize size);
 
@@ -40,13 +41,15 @@ class FrameScaler {
         int Width;
         int Height;
         uchar* Top;
-        int Step;  // bytes from a row to the one below
+        int Step;             // bytes from a row to the one below
+        int Orientation = 1;  // of the frame
     };
 
     [[nodiscard]] bool Convert(Tables& kept, int quality, const AVFrame& frame,
                                const Target& target);
     [[nodiscard]] static bool Prepare(Tables& kept, int quality, const AVFrame& frame,
                                       const Target& target);
+    [[nodiscard]] bool Scale(Tables& kept, int quality, const AVFrame& frame, const Target& target);
 
     std::array<Tables, 3> tables;
     FramePtr scratch;

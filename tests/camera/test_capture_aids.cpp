@@ -2,6 +2,7 @@
 
 #include "camera/frame_scaler.h"
 #include "camera/test_picture.h"
+#include "picture/bitmap/upright.h"
 
 extern "C" {
 #include <libavutil/opt.h>
@@ -11,7 +12,9 @@ extern "C" {
 #include <QBuffer>
 #include <QTcpSocket>
 
+#include <array>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -45,6 +48,11 @@ Dib Expected(QSize size, int number) {
     return dib;
 }
 
+// A picture that stands upright where this orientation is honoured.
+QImage Turned(const QImage& picture, int orientation) {
+    return Upright(picture, orientation == 6 || orientation == 8 ? 14 - orientation : orientation);
+}
+
 // Writes the packets that the encoder has ready.
 bool Drain(AVCodecContext& codec, AVFormatContext& file, AVPacket& packet) {
     while (avcodec_receive_packet(&codec, &packet) >= 0) {
@@ -54,15 +62,20 @@ bool Drain(AVCodecContext& codec, AVFormatContext& file, AVPacket& packet) {
     return true;
 }
 
-bool Encode(AVCodecContext& codec, AVFormatContext& file, int count) {
+bool Encode(AVCodecContext& codec, AVFormatContext& file, QSize size, int orientation, int count) {
     const PacketPtr packet(av_packet_alloc());
     const FramePtr frame(av_frame_alloc());
     CapturePosition position = BeforeFirstPicture;
-    TestPicture source(QSize(codec.width, codec.height), position);
+    TestPicture source(size, position);
+    if (OnItsSide(orientation)) size.transpose();
     SwsContext* const scaler =
-        sws_getContext(codec.width, codec.height, AV_PIX_FMT_BGR24, codec.width, codec.height,
+        sws_getContext(size.width(), size.height(), AV_PIX_FMT_BGR24, codec.width, codec.height,
                        codec.pix_fmt, SWS_BILINEAR, nullptr, nullptr, nullptr);
+    const auto space = codec.height < 720 ? AVCOL_SPC_SMPTE170M : AVCOL_SPC_BT709;
     bool good = scaler != nullptr;
+    if (good)
+        sws_setColorspaceDetails(scaler, sws_getCoefficients(space), 1, sws_getCoefficients(space),
+                                 codec.pix_fmt == AV_PIX_FMT_YUVJ420P ? 1 : 0, 0, 1 << 16, 1 << 16);
     for (int i = 0; good && i < count; ++i) {
         av_frame_unref(frame.get());
         frame->format = codec.pix_fmt;
@@ -72,8 +85,12 @@ bool Encode(AVCodecContext& codec, AVFormatContext& file, int count) {
                av_frame_get_buffer(frame.get(), 0) >= 0;
         if (!good) break;
         const AVFrame& drawn = *source.Picture(false);
-        sws_scale(scaler, drawn.data, drawn.linesize, 0, codec.height, frame->data,
-                  frame->linesize);
+        const QImage stored = Turned(QImage(drawn.data[0], drawn.width, drawn.height,
+                                            drawn.linesize[0], QImage::Format_BGR888),
+                                     orientation);
+        const uint8_t* const rows[4] = {stored.constBits()};
+        const int step[4] = {static_cast<int>(stored.bytesPerLine())};
+        sws_scale(scaler, rows, step, 0, size.height(), frame->data, frame->linesize);
         frame->pts = i;
         good = avcodec_send_frame(&codec, frame.get()) >= 0 && Drain(codec, file, *packet);
     }
@@ -109,12 +126,18 @@ bool IsWhole(const Dib& dib, int number, double tolerance) {
     return wrong < 8;
 }
 
-bool WriteVideo(const QString& path, const char* name, QSize size, int count, int group, int rate) {
+bool WriteVideo(const QString& path, const char* name, QSize size, int count, int group, int rate,
+                const Storage& storage) {
     const AVCodec* const encoder = avcodec_find_encoder_by_name(name);
     if (!encoder) return false;
     const CodecPtr codec(avcodec_alloc_context3(encoder));
-    codec->width = size.width();
-    codec->height = size.height();
+    const QSize square = OnItsSide(storage.Orientation) ? size.transposed() : size;
+    const QSize stored = storage.Size.isEmpty() ? square : storage.Size;
+    codec->width = stored.width();
+    codec->height = stored.height();
+    if (stored != square)
+        codec->sample_aspect_ratio =
+            av_div_q({square.width(), square.height()}, {stored.width(), stored.height()});
     codec->time_base = {1, rate};
     codec->framerate = {rate, 1};
     codec->gop_size = group;
@@ -134,23 +157,35 @@ bool WriteVideo(const QString& path, const char* name, QSize size, int count, in
     avcodec_parameters_from_context(stream->codecpar, codec.get());
     stream->time_base = codec->time_base;
     stream->avg_frame_rate = codec->framerate;
+    stream->sample_aspect_ratio = codec->sample_aspect_ratio;
+    if (storage.Orientation != 1) {
+        // The only one that videos are made with here: 6, a quarter to the right.
+        constexpr std::array<int32_t, 9> right{0, 1 << 16, 0, -(1 << 16), 0, 0, 0, 0, 1 << 30};
+        uint8_t* const matrix =
+            av_stream_new_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, sizeof right);
+        memcpy(matrix, right.data(), sizeof right);
+    }
     const bool good = avio_open(&file->pb, fileName.constData(), AVIO_FLAG_WRITE) >= 0 &&
-                      avformat_write_header(file, nullptr) >= 0 && Encode(*codec, *file, count) &&
+                      avformat_write_header(file, nullptr) >= 0 &&
+                      Encode(*codec, *file, size, storage.Orientation, count) &&
                       av_write_trailer(file) >= 0;
     avio_closep(&file->pb);
     avformat_free_context(file);
     return good;
 }
 
-QByteArray JpegPicture(QSize size, int number) {
+QByteArray JpegPicture(QSize size, int number, int orientation) {
     const Dib dib = Expected(size, number);
     const QImage upsideDown(dib.Bits.data(), dib.Width, dib.Height, dib.Stride(),
                             QImage::Format_BGR888);
     QByteArray jpeg;
     QBuffer buffer(&jpeg);
     buffer.open(QIODevice::WriteOnly);
-    upsideDown.mirrored().save(&buffer, "JPG", 90);
-    return jpeg;
+    Turned(upsideDown.mirrored(), orientation).save(&buffer, "JPG", 90);
+    if (orientation == 1) return jpeg;
+    const auto exif =
+        QByteArray::fromHex("FFE1 0022 457869660000 4D4D002A00000008 0001 011200030000000100");
+    return jpeg.insert(2, exif + QByteArray(1, char(orientation)) + QByteArray(6, '\0'));
 }
 
 void CaptureBench::Select(const QString& entry) {

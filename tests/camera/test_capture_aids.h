@@ -19,14 +19,20 @@ class QTcpSocket;
 // lossy format changes (tolerance: mean difference of a row's bytes).
 [[nodiscard]] bool IsWhole(const Dib& dib, int number, double tolerance);
 
-// Test pictures 0 to count - 1 as a video file. codec: name of an FFmpeg encoder; group: pictures
-// from one key picture to the next; rate: pictures a second. False when FFmpeg has no such encoder
-// or cannot write the file.
-[[nodiscard]] bool WriteVideo(const QString& path, const char* codec, QSize size, int count,
-                              int group = 5, int rate = 25);
+// How a file stores what is seen otherwise.
+struct Storage {
+    int Orientation = 1;  // see Upright
+    QSize Size = {};      // before it is turned; empty: with square pixels
+};
 
-// Test picture of this number as JPEG.
-[[nodiscard]] QByteArray JpegPicture(QSize size, int number);
+// Test pictures 0 to count - 1 as a video file, from 720 rows on in the colour model of high
+// definition. codec: name of an FFmpeg encoder; group: pictures from one key picture to the next;
+// rate: pictures a second. False when FFmpeg has no such encoder or cannot write the file.
+[[nodiscard]] bool WriteVideo(const QString& path, const char* codec, QSize size, int count,
+                              int group = 5, int rate = 25, const Storage& storage = {});
+
+// Test picture of this number as JPEG, which has the orientation in its EXIF data.
+[[nodiscard]] QByteArray JpegPicture(QSize size, int number, int orientation = 1);
 
 // The machine's time, which a test puts forward, as if a busy program had seen the seconds pass.
 class JumpingClock : public SystemClock {

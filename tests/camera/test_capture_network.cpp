@@ -118,6 +118,16 @@ class CaptureNetworkTest : public QObject {
         }
     }
 
+    void EveryOrientationStandsUpright() {
+        int orientation = 0;
+        const WebCamera server([&](QTcpSocket& socket, int) {
+            new Stream(socket, [&](int) { return JpegPicture(size, orientation, orientation); });
+        });
+        CaptureBench bench;
+        bench.Select(server.Entry("video.mjpg"));
+        while (++orientation <= 8) QTRY_COMPARE(bench.Grab(), orientation);
+    }
+
     void StreamThatEndedIsOpenedAgain() {
         QPointer<QTcpSocket> line;
         const WebCamera server([&](QTcpSocket& socket, int request) {

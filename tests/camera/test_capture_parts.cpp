@@ -3,6 +3,7 @@
 
 #include "camera/capture_format.h"
 #include "camera/exposure_settled.h"
+#include "camera/frame_geometry.h"
 #include "camera/frame_scaler.h"
 #include "camera/test_capture_aids.h"
 #include "camera/whole_picture.h"
@@ -85,6 +86,25 @@ class CapturePartsTest : public QObject {
         while (!exposure.Feed(time, brightness(time)) && time < 10'000) time += interval;
         QVERIFY2(time >= least && time <= most, qPrintable(QString::number(time)));
         QVERIFY(exposure.Feed(time + interval, 0));
+    }
+
+    void GeometryIsRead_data() {
+        const Rows<QSize, AVRational, QSize> row;  // stored, proportions of a pixel, shown
+        row("not told", {641, 359}, {0, 1}, {641, 359});
+        row("wide", {720, 576}, {16, 11}, {1048, 576});
+        row("narrow", {720, 480}, {8, 9}, {640, 480});
+        row("one field", {704, 288}, {6, 11}, {768, 576});
+        row("hardly off", {1281, 720}, {1280, 1281}, {1281, 720});
+        row("out of reason", {640, 480}, {100, 1}, {640, 480});
+        row("too large", {5000, 480}, {2, 1}, {5000, 480});
+    }
+    void GeometryIsRead() {
+        const auto [stored, pixel, shown] = Row<QSize, AVRational, QSize>();
+        const FramePtr frame(av_frame_alloc());
+        frame->width = stored.width();
+        frame->height = stored.height();
+        frame->sample_aspect_ratio = pixel;
+        QCOMPARE(GeometryOf(*frame).Shown(), shown);
     }
 
     void RangesAreConverted_data() {
