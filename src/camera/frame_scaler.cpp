@@ -7,6 +7,7 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include <algorithm>
 #include <cstring>
 #include <numeric>
 
@@ -17,6 +18,19 @@ QImage::Format ImageFormat(AVPixelFormat format) {
     return format == AV_PIX_FMT_BGR24 ? QImage::Format_BGR888 : QImage::Format_RGB32;
 }
 
+// How many rows of the frame are converted, and how far apart they lie.
+struct Field {
+    int Rows;
+    std::array<int, AV_NUM_DATA_POINTERS> Steps;
+
+    explicit Field(const AVFrame& frame) : Rows(frame.height) {
+        std::ranges::copy(frame.linesize, Steps.begin());
+        if (!frame.interlaced_frame || frame.height < 2) return;
+        Rows /= 2;
+        for (int& step : Steps) step *= 2;
+    }
+};
+
 }  // namespace
 
 FrameScaler::FrameScaler() : scratch(av_frame_alloc()) {}
@@ -25,14 +39,14 @@ FrameScaler::~FrameScaler() {
     for (const Tables& entry : tables) sws_freeContext(entry.Context);
 }
 
-bool FrameScaler::Prepare(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
-    const std::array key{frame.width,           frame.height, frame.format, frame.colorspace + 0,
+bool FrameScaler::Prepare(Tables& kept, int quality, const AVFrame& frame, int rows,
+                          const Target& target) {
+    const std::array key{frame.width,           rows,         frame.format, frame.colorspace + 0,
                          frame.color_range + 0, target.Width, target.Height};
     if (kept.Context && key == kept.Key) return true;
     sws_freeContext(kept.Context);
-    kept.Context =
-        sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), target.Width,
-                       target.Height, target.Format, quality, nullptr, nullptr, nullptr);
+    kept.Context = sws_getContext(frame.width, rows, AVPixelFormat(frame.format), target.Width,
+                                  target.Height, target.Format, quality, nullptr, nullptr, nullptr);
     kept.Key = key;
     if (!kept.Context) return false;
 
@@ -53,10 +67,11 @@ bool FrameScaler::Prepare(Tables& kept, int quality, const AVFrame& frame, const
 }
 
 bool FrameScaler::Scale(Tables& kept, int quality, const AVFrame& frame, const Target& target) {
-    if (!Prepare(kept, quality, frame, target)) return false;
+    const Field field(frame);
+    if (!Prepare(kept, quality, frame, field.Rows, target)) return false;
     uint8_t* top[4] = {target.Top};
     const int step[4] = {target.Step};
-    return sws_scale(kept.Context, frame.data, frame.linesize, 0, frame.height, top, step) ==
+    return sws_scale(kept.Context, frame.data, field.Steps.data(), 0, field.Rows, top, step) ==
            target.Height;
 }
 

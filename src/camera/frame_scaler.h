@@ -10,8 +10,10 @@
 
 struct SwsContext;
 
-// Turns decoded frames of any format into what the program shows and saves. Keeps FFmpeg's
-// conversion tables from one frame to the next and makes new ones when the frames change.
+// Turns decoded frames of any format into what the program shows and saves. Of interlaced frames
+// it takes one field: the other was taken later, and what moves between them would have combs.
+// Keeps FFmpeg's conversion tables from one frame to the next and makes new ones when the frames
+// change.
 class FrameScaler {
   public:
     FrameScaler();
@@ -47,7 +49,7 @@ class FrameScaler {
 
     [[nodiscard]] bool Convert(Tables& kept, int quality, const AVFrame& frame,
                                const Target& target);
-    [[nodiscard]] static bool Prepare(Tables& kept, int quality, const AVFrame& frame,
+    [[nodiscard]] static bool Prepare(Tables& kept, int quality, const AVFrame& frame, int rows,
                                       const Target& target);
     [[nodiscard]] bool Scale(Tables& kept, int quality, const AVFrame& frame, const Target& target);
 

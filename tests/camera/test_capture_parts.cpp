@@ -107,6 +107,39 @@ class CapturePartsTest : public QObject {
         QCOMPARE(GeometryOf(*frame).Shown(), shown);
     }
 
+    void ColoursAreConverted_data() {
+        const Rows<AVColorSpace, AVColorRange, std::array<uchar, 3>> row;
+        row("not told", AVCOL_SPC_UNSPECIFIED, AVCOL_RANGE_UNSPECIFIED, {122, 87, 176});
+        row("high definition", AVCOL_SPC_BT709, AVCOL_RANGE_MPEG, {116, 92, 174});
+        row("full range", AVCOL_SPC_SMPTE170M, AVCOL_RANGE_JPEG, {123, 81, 183});
+    }
+    // An interlaced frame of one colour in one field, and of another one in the other.
+    void ColoursAreConverted() {
+        const auto [space, range, colour] = Row<AVColorSpace, AVColorRange, std::array<uchar, 3>>();
+        const FramePtr frame(av_frame_alloc());
+        frame->format = AV_PIX_FMT_YUV444P;
+        frame->width = 64;
+        frame->height = 48;
+        frame->colorspace = space;
+        frame->color_range = range;
+        frame->interlaced_frame = 1;
+        QVERIFY(av_frame_get_buffer(frame.get(), 0) >= 0);
+        for (size_t plane = 0; plane < colour.size(); ++plane) {
+            for (int y = 0; y < frame->height; ++y)
+                memset(frame->data[plane] + y * frame->linesize[plane],
+                       y % 2 == 0 ? colour[plane] : 0, size_t(frame->width));
+        }
+        FrameScaler scaler;
+        Dib dib;
+        QVERIFY(scaler.ToDib(*frame, dib));
+        const QImage image = scaler.ToImage(*frame, {});
+        constexpr std::array<int, 3> blueFirst{40, 100, 200};
+        for (size_t at = 0; at < dib.Bits.size(); ++at)
+            QVERIFY(std::abs(dib.Bits[at] - blueFirst[at % 3]) <= 2);
+        const QColor shown = image.pixelColor(10, 11);
+        QVERIFY(std::abs(shown.red() - 200) <= 2 && std::abs(shown.blue() - 40) <= 2);
+    }
+
     void RangesAreConverted_data() {
         const Rows<AVPixelFormat, AVColorRange, int, int> row;
         row("limited by default", AV_PIX_FMT_YUV420P, AVCOL_RANGE_UNSPECIFIED, 71, 180);
