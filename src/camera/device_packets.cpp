@@ -22,6 +22,38 @@ void GiveBack(void* lent, uint8_t* /*bytes*/) {
     own->Device->GiveBack(own->Index);
 }
 
+AVColorSpace ColourSpace(PictureTraits::Model model) {
+    switch (model) {
+        case PictureTraits::Model::Bt601:
+            return AVCOL_SPC_SMPTE170M;
+        case PictureTraits::Model::Bt709:
+            return AVCOL_SPC_BT709;
+        case PictureTraits::Model::Bt2020:
+            return AVCOL_SPC_BT2020_NCL;
+        case PictureTraits::Model::Smpte240:
+            return AVCOL_SPC_SMPTE240M;
+        default:
+            return AVCOL_SPC_UNSPECIFIED;
+    }
+}
+
+AVColorRange ColourRange(PictureTraits::Levels levels) {
+    if (levels == PictureTraits::Levels::Unknown) return AVCOL_RANGE_UNSPECIFIED;
+    return levels == PictureTraits::Levels::Full ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+}
+
+void DescribeTraits(AVCodecParameters& stream, const PictureTraits& traits) {
+    using Fields = PictureTraits::Fields;
+    stream.color_space = ColourSpace(traits.Colours);
+    stream.color_range = ColourRange(traits.Range);
+    stream.sample_aspect_ratio = {traits.PixelWidth, traits.PixelHeight};
+    if (traits.Rows == Fields::Interleaved) stream.field_order = AV_FIELD_TT;
+    // One field will do; its pixels are twice as high.
+    if (traits.Rows == Fields::Stacked) stream.height /= 2;
+    if (traits.Rows == Fields::Stacked || traits.Rows == Fields::Single)
+        stream.sample_aspect_ratio.den *= 2;
+}
+
 int FillPacket(AVPacket& packet, const uchar* bytes, qsizetype size) {
     const int result = av_new_packet(&packet, static_cast<int>(size));
     if (result >= 0) std::memcpy(packet.data, bytes, static_cast<size_t>(size));
@@ -31,9 +63,9 @@ int FillPacket(AVPacket& packet, const uchar* bytes, qsizetype size) {
 }  // namespace
 
 std::vector<uchar> WithoutPadding(const VideoBuffer& picture, AVPixelFormat pixels, QSize size,
-                                  int rowBytes) {
+                                  int rows, int rowBytes) {
     std::array<int, planes> steps{};
-    const int length = av_image_get_buffer_size(pixels, size.width(), size.height(), 1);
+    const int length = av_image_get_buffer_size(pixels, size.width(), rows, 1);
     if (length <= 0 || av_image_fill_linesizes(steps.data(), pixels, size.width()) < 0) return {};
     const int row = steps[0];
     for (int& step : steps) step = static_cast<int>(qint64(step) * rowBytes / row);
@@ -44,7 +76,7 @@ std::vector<uchar> WithoutPadding(const VideoBuffer& picture, AVPixelFormat pixe
     if (needed <= 0 || picture.Size < needed - (rowBytes - row)) return {};
     std::vector<uchar> tight(static_cast<size_t>(length));
     av_image_copy_to_buffer(tight.data(), length, source.data(), steps.data(), pixels, size.width(),
-                            size.height(), 1);
+                            rows, 1);
     return tight;
 }
 
@@ -54,10 +86,12 @@ int DevicePackets::Open(const CaptureRequest& request, FormatPtr& format) {
     if (!device) return AVERROR(-error);
     format.reset(avformat_alloc_context());
     AVStream* const stream = format ? avformat_new_stream(format.get(), nullptr) : nullptr;
-    return stream ? Describe(*stream->codecpar) : AVERROR(ENOMEM);
+    if (!stream) return AVERROR(ENOMEM);
+    Describe(*stream->codecpar);
+    return 0;
 }
 
-int DevicePackets::Describe(AVCodecParameters& stream) {
+void DevicePackets::Describe(AVCodecParameters& stream) {
     const CaptureFormat& picture = device->Format();
     const QByteArray name = picture.PixelFormat.toLatin1();
     stream.codec_type = AVMEDIA_TYPE_VIDEO;
@@ -67,20 +101,22 @@ int DevicePackets::Describe(AVCodecParameters& stream) {
     if (pixels == AV_PIX_FMT_NONE) {
         const AVCodecDescriptor* const codec = avcodec_descriptor_get_by_name(name.constData());
         stream.codec_id = codec ? codec->id : AV_CODEC_ID_NONE;
-        return 0;
+        return;
     }
     stream.codec_id = AV_CODEC_ID_RAWVIDEO;
     stream.codec_tag = avcodec_pix_fmt_to_codec_tag(pixels);
     stream.format = pixels;
-    padded = device->RowBytes() > av_image_get_linesize(pixels, picture.Width, 0);
-    return 0;
+    DescribeTraits(stream, device->Traits());
+    rows = stream.height;
+    loose = device->RowBytes() > av_image_get_linesize(pixels, picture.Width, 0) ||
+            rows < picture.Height;
 }
 
 int DevicePackets::Read(AVPacket& packet) {
     VideoBuffer buffer;
     if (const int error = device->Take(buffer)) return AVERROR(-error);
     // Decoders of compressed pictures read a little behind the end.
-    return pixels == AV_PIX_FMT_NONE || padded ? Copy(buffer, packet) : Lend(buffer, packet);
+    return pixels == AV_PIX_FMT_NONE || loose ? Copy(buffer, packet) : Lend(buffer, packet);
 }
 
 int DevicePackets::Lend(const VideoBuffer& buffer, AVPacket& packet) {
@@ -101,10 +137,10 @@ int DevicePackets::Lend(const VideoBuffer& buffer, AVPacket& packet) {
 
 int DevicePackets::Copy(const VideoBuffer& buffer, AVPacket& packet) {
     int result;
-    if (padded) {
+    if (loose) {
         const CaptureFormat& picture = device->Format();
         const std::vector<uchar> tight = WithoutPadding(
-            buffer, pixels, QSize(picture.Width, picture.Height), device->RowBytes());
+            buffer, pixels, QSize(picture.Width, picture.Height), rows, device->RowBytes());
         result = FillPacket(packet, tight.data(), static_cast<qsizetype>(tight.size()));
     } else {
         result = FillPacket(packet, buffer.Bytes, buffer.Size);

@@ -19,16 +19,18 @@ class DevicePackets {
     [[nodiscard]] int Read(AVPacket& packet);
 
   private:
-    [[nodiscard]] int Describe(AVCodecParameters& stream);
+    void Describe(AVCodecParameters& stream);
     [[nodiscard]] int Lend(const VideoBuffer& buffer, AVPacket& packet);
     [[nodiscard]] int Copy(const VideoBuffer& buffer, AVPacket& packet);
 
     std::shared_ptr<VideoDevice> device;
     AVPixelFormat pixels = AV_PIX_FMT_NONE;  // of raw pictures
-    bool padded = false;                     // rows have bytes behind them
+    int rows = 0;                            // of them that are taken
+    bool loose = false;                      // other bytes lie between or behind those
 };
 
-// Copies a raw picture whose rows begin every rowBytes bytes (of the first plane, the other planes
-// in proportion) into one without gaps. Empty when the source is too short for the picture.
+// Copies the first `rows` rows of a raw picture of this size, which begin every rowBytes bytes (of
+// the first plane, the other planes in proportion), into one without gaps. Empty when the source is
+// too short for the picture.
 [[nodiscard]] std::vector<uchar> WithoutPadding(const VideoBuffer& picture, AVPixelFormat pixels,
-                                                QSize size, int rowBytes);
+                                                QSize size, int rows, int rowBytes);

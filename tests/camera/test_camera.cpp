@@ -5,6 +5,7 @@
 #include "camera/ezvidcap.h"
 #include "platform/linux/camera_controls.h"
 #include "platform/linux/capture_devices.h"
+#include "platform/linux/video_node.h"
 #include "platform/system_clock.h"
 #include "support/data_rows.h"
 
@@ -54,6 +55,24 @@ int Brightness(ezVidCap& control) {
 CameraControl Named(const QList<CameraControl>& controls, const QString& id) {
     const auto found = std::ranges::find(controls, id, &CameraControl::Id);
     return found == controls.end() ? CameraControl() : *found;
+}
+
+// A control of the driver's own, by its name.
+bool SetDriver(const VideoNode& node, const QString& name, int value) {
+    v4l2_queryctrl query{};
+    do {
+        query.id |= V4L2_CTRL_FLAG_NEXT_CTRL;
+        if (!node.Ask(VIDIOC_QUERYCTRL, &query)) return false;
+    } while (DriverText(query.name) != name);
+    v4l2_control wanted{.id = query.id, .value = value};
+    return node.Ask(VIDIOC_S_CTRL, &wanted);
+}
+
+// The largest difference of two rows of a picture's bytes.
+int Difference(const uchar* row, const uchar* other, int width) {
+    int most = 0;
+    for (int at = 0; at < width * 3; ++at) most = std::max(most, std::abs(row[at] - other[at]));
+    return most;
 }
 
 // Whether the picture has colours in every band of rows: the pattern is upright bars, so that rows
@@ -129,6 +148,62 @@ class CameraTest : public QObject {
         QTRY_VERIFY_WITH_TIMEOUT(Brightness(bench.Control) > before + 30, 20'000);
         QVERIFY(controls->Set(devices[1], {"Brightness", 128}));
         QVERIFY(controls->Set(devices[1], {"Contrast", 128}));
+    }
+
+    void DriverTellsOfColours() {
+        const VideoNode node(MakeCaptureDevices()->List()[1].Address);
+        Dib known;
+        for (const auto& [encoding, range] :
+             {std::pair(V4L2_YCBCR_ENC_DEFAULT, V4L2_QUANTIZATION_DEFAULT),
+              std::pair(V4L2_YCBCR_ENC_709, V4L2_QUANTIZATION_DEFAULT),
+              std::pair(V4L2_YCBCR_ENC_BT2020, V4L2_QUANTIZATION_LIM_RANGE),
+              std::pair(V4L2_YCBCR_ENC_601, V4L2_QUANTIZATION_FULL_RANGE)}) {
+            QVERIFY(SetDriver(node, "Y'CbCr Encoding", encoding));
+            QVERIFY(SetDriver(node, "Quantization", range));
+            Bench bench(1);
+            bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
+            QVERIFY(bench.Control.GrabFrame());
+            if (!known.Valid()) known = bench.Control.Frame();
+            const Dib& frame = bench.Control.Frame();
+            QCOMPARE(frame.Bits.size(), known.Bits.size());
+            const int most = Difference(frame.Bits.data(), known.Bits.data(), known.Width);
+            QVERIFY2(most < 12, qPrintable(QString::number(most)));
+        }
+        QVERIFY(SetDriver(node, "Y'CbCr Encoding", V4L2_YCBCR_ENC_DEFAULT));
+        QVERIFY(SetDriver(node, "Quantization", V4L2_QUANTIZATION_DEFAULT));
+    }
+
+    void InterlacedPicturesHaveNoCombs_data() {
+        const Rows<int, QString, QSize> row;  // of the driver's inputs
+        row("television", 2, "720x576", {786, 576});
+        row("one field at a time", 3, "1920x1080", {1920, 1080});
+    }
+    // Upright bars that move to the right.
+    void InterlacedPicturesHaveNoCombs() {
+        const auto [input, format, size] = Row<int, QString, QSize>();
+        const VideoNode node(MakeCaptureDevices()->List()[1].Address);
+        const auto select = [&](int number) { return node.Ask(VIDIOC_S_INPUT, &number); };
+        QVERIFY(select(input));
+        QVERIFY(SetDriver(node, "Horizontal Movement", 6));
+        v4l2_enum_dv_timings timings{};
+        while (node.Ask(VIDIOC_ENUM_DV_TIMINGS, &timings) &&
+               !(timings.timings.bt.interlaced && timings.timings.bt.height == 1080))
+            ++timings.index;
+        QCOMPARE(node.Ask(VIDIOC_S_DV_TIMINGS, &timings.timings), input == 3);
+        {
+            Bench bench(1);
+            bench.Control.SetCaptureFormat(format);
+            for (int i = 0; i < 3; ++i) QVERIFY(bench.Control.GrabFrame());
+            QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
+            const Dib& frame = bench.Control.Frame();
+            int most = 0;
+            for (int y = 0; y < frame.Height / 3; ++y)
+                most = std::max(most, Difference(frame.Bits.data() + y * frame.Stride(),
+                                                 frame.Bits.data(), frame.Width));
+            QVERIFY2(most < 12, qPrintable(QString::number(most)));
+        }
+        QVERIFY(SetDriver(node, "Horizontal Movement", 3));
+        QVERIFY(select(0));
     }
 
     void SecondOpenerIsTold() {

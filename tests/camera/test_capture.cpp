@@ -18,8 +18,9 @@
 
 namespace {
 
-// A camera of one colour, the one that its address names. Its rows have bytes behind them, and it
-// has two buffers: who keeps them gets no more.
+// A camera of one colour, the one that its address names. Its rows have bytes behind them, the
+// lower half is another field of another colour, and it has two buffers: who keeps them gets no
+// more.
 class ColouredCamera : public VideoDevice {
   public:
     static constexpr int Width = 63;
@@ -30,7 +31,7 @@ class ColouredCamera : public VideoDevice {
         const qsizetype channel = colour == "blue" ? 0 : 2;
         for (qsizetype y = 0; y < Height; ++y) {
             for (qsizetype at = 0; at < qsizetype{Width} * 3; ++at)
-                bytes[y * Row + at] = at % 3 == channel ? '\xF0' : '\x10';
+                bytes[y * Row + at] = at % 3 == (y < Height / 2 ? channel : 1) ? '\xF0' : '\x10';
         }
     }
 
@@ -54,6 +55,9 @@ class ColouredCamera : public VideoDevice {
     }
 
     [[nodiscard]] const CaptureFormat& Format() const override { return format; }
+    [[nodiscard]] PictureTraits Traits() const override {
+        return {.Rows = PictureTraits::Fields::Stacked};
+    }
     [[nodiscard]] int RowBytes() const override { return Row; }
     [[nodiscard]] int Take(VideoBuffer& buffer) override {
         fresh = !fresh;
@@ -72,9 +76,9 @@ class ColouredCamera : public VideoDevice {
     bool fresh = false;
 };
 
-// The colour in the middle of the picture: which of blue, green and red is strongest.
+// The colour in the lower half of the picture: which of blue, green and red is strongest.
 int Strongest(const Dib& dib) {
-    const uchar* const pixel = dib.Bits.data() + dib.Height / 2 * dib.Stride() + dib.Width / 2 * 3;
+    const uchar* const pixel = dib.Bits.data() + dib.Height / 4 * dib.Stride() + dib.Width / 2 * 3;
     return static_cast<int>(std::max_element(pixel, pixel + 3) - pixel);
 }
 

@@ -1,8 +1,11 @@
 #include "platform/linux/v4l2_device.h"
 
+#include "platform/linux/picture_traits.h"
 #include "platform/linux/video_node.h"
 
 #include <sys/mman.h>
+
+#include <QSize>
 
 #include <algorithm>
 #include <cerrno>
@@ -28,6 +31,7 @@ class V4l2Device : public VideoDevice {
     [[nodiscard]] int Start(const std::optional<CaptureFormat>& wanted);
 
     [[nodiscard]] const CaptureFormat& Format() const override { return format; }
+    [[nodiscard]] PictureTraits Traits() const override { return traits; }
     [[nodiscard]] int RowBytes() const override { return rowBytes; }
     [[nodiscard]] int Take(VideoBuffer& buffer) override;
     void GiveBack(int index) override { (void)Enqueue(static_cast<__u32>(index)); }
@@ -39,6 +43,8 @@ class V4l2Device : public VideoDevice {
     };
 
     [[nodiscard]] int SetFormat(const std::optional<CaptureFormat>& wanted);
+    void AskPixelShape();
+    [[nodiscard]] bool Usable(const v4l2_buffer& filled) const;
     void SetRate(double rate);
     [[nodiscard]] int MapBuffers();
     [[nodiscard]] int MapBuffer(__u32 index);
@@ -46,6 +52,8 @@ class V4l2Device : public VideoDevice {
 
     VideoNode node;
     CaptureFormat format;
+    PictureTraits traits;
+    bool alternating = false;  // every second buffer holds the other field
     int rowBytes = 0;
     std::vector<Mapping> mappings;
 };
@@ -72,13 +80,37 @@ int V4l2Device::SetFormat(const std::optional<CaptureFormat>& wanted) {
         picture.bytesperline = 0;
         picture.sizeimage = 0;
         if (const int error = node.Do(VIDIOC_S_FMT, &setting)) return error;
+        // Of single fields the driver counts the rows of one.
+        if (TraitsOf(picture).Rows == PictureTraits::Fields::Single &&
+            static_cast<int>(picture.height) == wanted->Height) {
+            picture.height /= 2;
+            if (const int error = node.Do(VIDIOC_S_FMT, &setting)) return error;
+        }
     }
     // Drivers take the nearest they have.
     format.PixelFormat = PixelFormatName(picture.pixelformat);
     format.Width = static_cast<int>(picture.width);
     format.Height = static_cast<int>(picture.height);
     rowBytes = static_cast<int>(picture.bytesperline);
+    traits = TraitsOf(picture);
+    alternating = picture.field == V4L2_FIELD_ALTERNATE;
+    AskPixelShape();
     return format.PixelFormat.isEmpty() ? -EINVAL : 0;
+}
+
+// The driver tells it of pictures of their natural size only.
+void V4l2Device::AskPixelShape() {
+    v4l2_cropcap natural{};
+    natural.type = V4L2_BUF_TYPE_VIDEO_CAPTURE;
+    if (!node.Ask(VIDIOC_CROPCAP, &natural)) return;
+    const bool everyRow = traits.Rows != PictureTraits::Fields::Single;
+    const QSize whole(format.Width, everyRow ? format.Height : format.Height * 2);
+    const v4l2_rect& size = natural.defrect;
+    if (whole != QSize(static_cast<int>(size.width), static_cast<int>(size.height))) return;
+    const v4l2_fract& heightByWidth = natural.pixelaspect;
+    if (heightByWidth.numerator == 0 || heightByWidth.denominator == 0) return;
+    traits.PixelWidth = static_cast<int>(heightByWidth.denominator);
+    traits.PixelHeight = static_cast<int>(heightByWidth.numerator);
 }
 
 // A camera that keeps its own rate is as good.
@@ -126,6 +158,12 @@ int V4l2Device::Enqueue(__u32 index) {
     return node.Do(VIDIOC_QBUF, &buffer);
 }
 
+// Not one that was damaged on the bus, and always the same field: the two lie a row apart.
+bool V4l2Device::Usable(const v4l2_buffer& filled) const {
+    if (filled.flags & V4L2_BUF_FLAG_ERROR || filled.bytesused == 0) return false;
+    return !alternating || filled.field != V4L2_FIELD_BOTTOM;
+}
+
 int V4l2Device::Take(VideoBuffer& buffer) {
     for (size_t tries = 0; tries < mappings.size(); ++tries) {
         v4l2_buffer filled{};
@@ -133,7 +171,7 @@ int V4l2Device::Take(VideoBuffer& buffer) {
         filled.memory = V4L2_MEMORY_MMAP;
         if (const int error = node.Do(VIDIOC_DQBUF, &filled)) return error;
         if (filled.index >= mappings.size()) return -EIO;
-        if (!(filled.flags & V4L2_BUF_FLAG_ERROR) && filled.bytesused > 0) {
+        if (Usable(filled)) {
             const Mapping& mapping = mappings[filled.index];
             buffer = {
                 .Index = static_cast<int>(filled.index),
@@ -141,7 +179,6 @@ int V4l2Device::Take(VideoBuffer& buffer) {
                 .Size = static_cast<qsizetype>(std::min<size_t>(filled.bytesused, mapping.Length))};
             return 0;
         }
-        // A picture that was damaged on the bus.
         if (const int error = Enqueue(filled.index)) return error;
     }
     return -EAGAIN;
