@@ -20,9 +20,10 @@ struct FormatWish {
 
 // The picture format to ask a camera for. Rate 0 leaves the rate to the camera.
 // offered: what the camera lists; asked: "WIDTHxHEIGHT" or "WIDTHxHEIGHT@FPS", or anything else for
-// the largest size up to 1920x1080 at five pictures a second or more. A size or a rate that is not
-// offered gives the nearest one. Of formats of one size an uncompressed one is taken, unless it is
-// slower than five pictures a second (or than asked) and a compressed one is not. Nothing when
-// nothing is offered and nothing was asked for.
+// the largest size up to 1920x1080 at five pictures a second or more, and fifteen of them. A size
+// or a rate that is not offered gives the nearest one. Of formats of one size those come first that
+// reach five pictures a second (or the rate asked for), and of these the one that costs least: raw
+// pictures up to fifteen a second, JPEG, more raw pictures, other codecs. Nothing when nothing is
+// offered and nothing was asked for.
 [[nodiscard]] std::optional<CaptureFormat> ChooseCaptureFormat(const QList<CaptureFormat>& offered,
                                                                const QString& asked);

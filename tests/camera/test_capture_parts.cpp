@@ -38,14 +38,21 @@ class CapturePartsTest : public QObject {
         const QList<CaptureFormat> webcam{
             Raw(640, 480, 30),   Raw(1280, 720, 10),   Raw(1920, 1080, 3),  Jpeg(640, 480, 30),
             Jpeg(1280, 720, 60), Jpeg(1920, 1080, 30), Jpeg(3840, 2160, 30)};
-        row("compressed where raw is too slow", webcam, "", "1920x1080@30 mjpeg");
+        row("compressed where raw is too slow", webcam, "", "1920x1080@15 mjpeg");
         row("raw where it is fast enough", webcam, "1280x720", "1280x720@10 yuyv422");
         row("rate asked for rules raw out", webcam, "1280x720@25", "1280x720@25 mjpeg");
-        row("nearest size", webcam, "650X470", "640x480@30 yuyv422");
-        row("fast before large", {Raw(1920, 1080, 2), Raw(800, 600, 30)}, "", "800x600@30 yuyv422");
+        row("raw costs less up to fifteen", webcam, "640x480@15", "640x480@15 yuyv422");
+        row("compressed costs less beyond", webcam, "640x480@25", "640x480@25 mjpeg");
+        row("nearest size", webcam, "650X470", "640x480@15 yuyv422");
+        row("fast before large", {Raw(1920, 1080, 2), Raw(800, 600, 30)}, "", "800x600@15 yuyv422");
         row("nothing offered", {}, "640x480@5", "640x480@5 ");
         const CaptureFormat rated{640, 480, 60, "mjpeg", true, {60, 29.996, 10}};
         row("rate told more exactly", {rated}, "640x480@30", "640x480@29.996 mjpeg");
+        const CaptureFormat fixed{640, 480, 30, "yuyv422", false, {30, 2}};
+        row("rate below five not taken", {fixed}, "", "640x480@30 yuyv422");
+        row("raw that comes too fast", {fixed, rated}, "", "640x480@10 mjpeg");
+        const CaptureFormat h264{640, 480, 60, "h264", true};
+        row("pictures made from each other last", {h264, fixed, rated}, "", "640x480@10 mjpeg");
     }
     void FormatIsChosen() {
         const auto [offered, asked, expected] = Row<QList<CaptureFormat>, QString, QString>();
