@@ -28,6 +28,11 @@ class ColouredCamera : public VideoDevice {
     static constexpr int Row = 200;
 
     explicit ColouredCamera(const QString& colour) : bytes(Row * Height, '\x80') {
+        if (colour == "jpeg") {
+            bytes = JpegPicture(QSize(320, 180), 7, 6);
+            format = {180, 320, 30, "mjpeg", true};
+            return;
+        }
         const qsizetype channel = colour == "blue" ? 0 : 2;
         for (qsizetype y = 0; y < Height; ++y) {
             for (qsizetype at = 0; at < qsizetype{Width} * 3; ++at)
@@ -300,6 +305,14 @@ class CaptureTest : public QObject {
         // It is told its adjustments each time, because it forgets them.
         QCOMPARE(ColouredCamera::Adjusted,
                  QStringList({"blue Gain7", "blue Hue-1", "blue Gain7", "blue Hue-1"}));
+    }
+
+    void JpegCameraStandsUpright() {
+        CaptureBench bench;
+        bench.Devices.Plugged = {ColouredCamera::At("port 1", "jpeg")};
+        (void)bench.Control.DriverNames();
+        bench.Control.SetDriverIndex(0);
+        QCOMPARE(bench.Grab(), 7);
     }
 
     void OldPictureIsNotDelivered() {
