@@ -13,9 +13,11 @@ build_packages=(
   qt6-base-dev qt6-svg-dev qt6-translations-l10n libgl-dev libavcodec-dev libavformat-dev
   libavutil-dev libswscale-dev libturbojpeg0-dev
 )
+# What lets Qt show windows under Wayland.
+run_packages=(qt6-wayland)
 test_packages=(
   busybox-static clang-format clang-tidy dbus iproute2 kmod python3 python3-dbusmock python3-pyftpdlib
-  qemu-system-x86 vsftpd xauth xvfb
+  qemu-system-x86 vsftpd weston xauth xvfb "${run_packages[@]}"
 )
 
 # install PACKAGE ...: with apt-get, only what is not there yet.

@@ -30,6 +30,7 @@ frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolde
       folders(skinFolders),
       boxes(messageBoxes) {
     setWindowTitle("Skins");
+    RoundedCorners::Prepare(*this);
     auto* scroll = new QScrollArea(this);
     auto* list = new QWidget(scroll);
     rows = new QVBoxLayout(list);
@@ -97,7 +98,7 @@ void frmOberflaeche::FocusRow() {
 }
 
 void frmOberflaeche::paintEvent(QPaintEvent*) {
-    RoundedCorners::DrawEdge(*this);
+    RoundedCorners::Paint(*this);
 }
 
 void frmOberflaeche::resizeEvent(QResizeEvent* event) {

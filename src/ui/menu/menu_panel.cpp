@@ -21,6 +21,7 @@ const QColor accent(0xd5, 0xea, 0xed);
 
 MenuPanel::MenuPanel(QWidget* parent)
     : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint), rows(new QVBoxLayout(this)) {
+    RoundedCorners::Prepare(*this);
     Dress(*this);
     rows->setSpacing(0);
     rows->setContentsMargins(1, MenuLines::Margin, 1, MenuLines::Margin);
@@ -75,15 +76,13 @@ void MenuPanel::keyPressEvent(QKeyEvent* event) {
 }
 
 void MenuPanel::paintEvent(QPaintEvent*) {
+    RoundedCorners::Paint(*this);
     QPainter painter(this);
-    painter.fillRect(rect(), palette().window());
     painter.setPen(palette().color(QPalette::Mid));
     for (const int gap : gaps) {
         const int y = Label1.at(gap)->y() - MenuLines::Gap / 2;
         painter.drawLine(RoundedCorners::Radius, y, width() - RoundedCorners::Radius, y);
     }
-    painter.end();
-    RoundedCorners::DrawEdge(*this);
 }
 
 void MenuPanel::resizeEvent(QResizeEvent* event) {

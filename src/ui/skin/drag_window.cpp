@@ -1,5 +1,7 @@
 #include "ui/skin/drag_window.h"
 
+#include "ui/skin/window_system.h"
+
 #include <QMouseEvent>
 #include <QWindow>
 
@@ -8,6 +10,7 @@ void DragWindow::Press(QWidget& window, const QMouseEvent& event) {
     QWidget& top = *window.window();
     if (QWidget* grabber = QWidget::mouseGrabber()) grabber->releaseMouse();
     if (QWindow* handle = top.windowHandle(); handle && handle->startSystemMove()) return;
+    if (!WindowSystem::PlacesWindows()) return;
     moved = &top;
     grip = event.globalPosition().toPoint() - top.pos();
 }

@@ -1,8 +1,14 @@
 #include "ui/skin/rounded_corners.h"
 
+#include "ui/skin/window_system.h"
+
 #include <QPainter>
 #include <QPainterPath>
 #include <QWidget>
+
+void RoundedCorners::Prepare(QWidget& window) {
+    if (!WindowSystem::CutsWindows()) window.setAttribute(Qt::WA_TranslucentBackground);
+}
 
 void RoundedCorners::Cut(QWidget& window) {
     QPainterPath outline;
@@ -10,8 +16,12 @@ void RoundedCorners::Cut(QWidget& window) {
     window.setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
-void RoundedCorners::DrawEdge(QWidget& window) {
+void RoundedCorners::Paint(QWidget& window) {
     QPainter painter(&window);
+    if (WindowSystem::CutsWindows())
+        painter.fillRect(window.rect(), window.palette().window());
+    else
+        painter.setBrush(window.palette().window());
     constexpr QRgb line = 0x9fb4b9;
     painter.setPen(QColor(line));
     painter.setRenderHint(QPainter::Antialiasing);

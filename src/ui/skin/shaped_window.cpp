@@ -1,12 +1,15 @@
 #include "ui/skin/shaped_window.h"
 
 #include "ui/skin/window_shape.h"
+#include "ui/skin/window_system.h"
 
 #include <QPainter>
 
 ShapedWindow::ShapedWindow(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
-                          Qt::WindowMinimizeButtonHint) {}
+                          Qt::WindowMinimizeButtonHint) {
+    if (!WindowSystem::CutsWindows()) setAttribute(Qt::WA_TranslucentBackground);
+}
 
 void ShapedWindow::SetBackground(const QImage& picture) {
     if (picture.isNull()) {
@@ -17,7 +20,9 @@ void ShapedWindow::SetBackground(const QImage& picture) {
         setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     } else {
         outline = ShapeWindowFromPicture(*this, picture);
-        background = QPixmap::fromImage(WithCleanEdges(picture, outline));
+        background =
+            QPixmap::fromImage(WindowSystem::CutsWindows() ? WithCleanEdges(picture, outline)
+                                                           : CutOut(picture, outline));
     }
     update();
 }
@@ -29,8 +34,11 @@ QColor ShapedWindow::Ground(const QRect& area) const {
 }
 
 void ShapedWindow::paintEvent(QPaintEvent*) {
-    if (background.isNull()) return;
     QPainter painter(this);
+    if (background.isNull()) {
+        painter.fillRect(rect(), palette().window());
+        return;
+    }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(0, 0, background);
 }

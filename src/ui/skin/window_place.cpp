@@ -1,6 +1,7 @@
 #include "ui/skin/window_place.h"
 
 #include "base/profile_file.h"
+#include "ui/skin/window_system.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -55,6 +56,7 @@ void WindowPlace::Write(const QString& side, int pixels) const {
 }
 
 void WindowPlace::Restore(const QWidget* neighbour) {
+    if (!WindowSystem::PlacesWindows()) return;
     const QString left = Read("Left");
     const QString top = Read("Top");
     const bool remembered = !left.isEmpty() && !top.isEmpty();
@@ -69,7 +71,7 @@ void WindowPlace::Restore(const QWidget* neighbour) {
 }
 
 void WindowPlace::Save() {
-    if (!window.isVisible() || window.isMinimized()) return;
+    if (!WindowSystem::PlacesWindows() || !window.isVisible() || window.isMinimized()) return;
     const QPoint place = window.pos();
     if (Read("Left") == QString::number(place.x()) && Read("Top") == QString::number(place.y()))
         return;

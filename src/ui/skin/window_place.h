@@ -7,7 +7,8 @@
 #include <QWidget>
 
 // Remembers where a window was: keys NAMELeft and NAMETop of section "Window" in the settings file,
-// in pixels of the desktop. A move is written down when the window has come to rest.
+// in pixels of the desktop. A move is written down when the window has come to rest. Where the
+// desktop places windows nothing is moved and nothing written.
 class WindowPlace : public QObject {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #include "ui/skin/window_shape.h"
 
 #include <QGuiApplication>
+#include <QPainter>
 #include <QWidget>
 
 #include <array>
@@ -139,4 +140,13 @@ QImage WithCleanEdges(const QImage& picture, const QRegion& outline) {
         }
     }
     return cleaned;
+}
+
+QImage CutOut(const QImage& picture, const QRegion& outline) {
+    QImage cut(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    cut.fill(Qt::transparent);
+    QPainter painter(&cut);
+    painter.setClipRegion(outline);
+    painter.drawImage(0, 0, picture);
+    return cut;
 }

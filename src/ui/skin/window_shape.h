@@ -18,3 +18,6 @@ QRegion ShapeWindowFromPicture(QWidget& window, const QImage& picture);
 // The picture with its cut-away pixels beside the outline coloured like their neighbours, so that
 // the colour that is cut away does not show as a seam where the picture is drawn larger.
 [[nodiscard]] QImage WithCleanEdges(const QImage& picture, const QRegion& outline);
+
+// The picture with everything beside the outline transparent.
+[[nodiscard]] QImage CutOut(const QImage& picture, const QRegion& outline);
