@@ -22,6 +22,7 @@
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/frm_text.h"
 #include "ui/skin/picture_button.h"
+#include "ui/skin/window_system.h"
 #include "ui/status/frm_status.h"
 #include "ui/texts/languages.h"
 #include "ui/texts/toolkit_texts.h"
@@ -106,7 +107,8 @@ Shell::~Shell() {
 
 void Shell::ConnectMenu() {
     Menu.AddFlyOut(frmMenue::Language, LanguageWindow);
-    Menu.AddFlyOut(frmMenue::Skins, {&Chooser, [this](const QPoint& at) { Chooser.Show(at); },
+    Menu.AddFlyOut(frmMenue::Skins, {&Chooser, [this] { Chooser.Fit(); },
+                                     [this](const QPoint& at) { Chooser.Show(at); },
                                      [this] { Chooser.FocusRow(); }});
     Menu.AddFlyOut(frmMenue::Web, WebWindow);
     connect(&MainWindow, &frmSkin::OptionsWanted, &Menu, &frmMenue::OpenBeside);
@@ -152,6 +154,8 @@ void Shell::Show() {
 }
 
 void Shell::Restore() {
+    // Where windows cannot come to the front by themselves, one that is shown anew does.
+    if (!WindowSystem::PlacesWindows() && !MainWindow.isActiveWindow()) MainWindow.hide();
     MainWindow.showNormal();
     MainWindow.raise();
     MainWindow.activateWindow();

@@ -114,6 +114,45 @@ class TestMenu : public QObject {
         QVERIFY2(!menu.isVisible(), "the keyboard is elsewhere");
     }
 
+    // As under Wayland: the toolkit hands all input to the popup that opened last.
+    void PopupsShareTheInput() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        frmMenue& menu = shell.Menu;
+        for (QWidget* window : std::initializer_list<QWidget*>{&menu, &shell.LanguageWindow,
+                                                               &shell.Chooser, &shell.WebWindow})
+            window->setWindowFlags(Qt::Popup | Qt::FramelessWindowHint);
+        const auto over = [&menu](frmMenue::Entry entry) {
+            const QPoint at = menu.Label1[entry]->pos() + QPoint(5, 5);
+            QTest::mouseMove(menu.windowHandle(), at + QPoint(1, 1));
+            QTest::mouseMove(menu.windowHandle(), at);
+            return menu.focusWidget() == menu.Label1[entry];
+        };
+        const auto key = [&shell](Qt::Key which) {
+            QTest::keyClick(shell.MainWindow.windowHandle(), which);
+        };
+        program.OpenMenu();
+        QVERIFY(over(frmMenue::Language) && shell.LanguageWindow.isVisible());
+        key(Qt::Key_Down);
+        QCOMPARE(menu.focusWidget(), menu.Label1[frmMenue::Ftp]);
+        QVERIFY(over(frmMenue::Overlay) && !shell.LanguageWindow.isVisible());
+        key(Qt::Key_Down);
+        key(Qt::Key_Right);
+        QVERIFY(shell.Chooser.isVisible());
+        key(Qt::Key_Left);
+        QVERIFY(!shell.Chooser.isVisible() && menu.isVisible());
+        program.Time.Advance(300);
+        QVERIFY2(menu.isVisible(), "a popup does not take the keyboard from its window");
+        QVERIFY(over(frmMenue::Web) && shell.WebWindow.isVisible());
+        QTest::mouseClick(shell.MainWindow.windowHandle(), Qt::LeftButton, {}, {200, 300});
+        QVERIFY(!program.Core->State.MenuOpen && !menu.isVisible() && !shell.WebWindow.isVisible());
+        program.OpenMenu();
+        QVERIFY(over(frmMenue::Web));
+        shell.WebWindow.close();
+        QVERIFY2(!program.Core->State.MenuOpen && !menu.isVisible(), "the desktop closed a popup");
+    }
+
     void Entries() {
         ShellFixture program;
         program.Begin();

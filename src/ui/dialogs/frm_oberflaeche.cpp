@@ -9,6 +9,7 @@
 #include "ui/skin/rounded_corners.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/skinned_window.h"
+#include "ui/skin/window_system.h"
 #include "ui/widgets/menu_row.h"
 
 #include <QGuiApplication>
@@ -25,7 +26,7 @@ constexpr int margin = 4;  // above and below the rows, pixels
 
 frmOberflaeche::frmOberflaeche(Program& ownProgram, const SkinFolders& skinFolders,
                                MessageBoxes& messageBoxes)
-    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint),
+    : QWidget(nullptr, WindowSystem::MenuFlags()),
       program(ownProgram),
       folders(skinFolders),
       boxes(messageBoxes) {
@@ -81,13 +82,17 @@ int frmOberflaeche::TopOnScreen(int top, int height, const QRect& screen) {
     return std::max(screen.top(), screen.bottom() + 1 - height - fromBottom);
 }
 
-void frmOberflaeche::Show(const QPoint& topLeft) {
+void frmOberflaeche::Fit() {
     MenuPanel::Dress(*this);
     ListSkins();
+    resize(rows->sizeHint() + QSize(2, 2 * margin));
+}
+
+void frmOberflaeche::Show(const QPoint& topLeft) {
+    Fit();
     const QScreen* at = QGuiApplication::screenAt(topLeft);
     const QRect screen = (at ? at : QGuiApplication::primaryScreen())->geometry();
-    const QSize wanted = rows->sizeHint() + QSize(2, 2 * margin);
-    resize(wanted.boundedTo(screen.size()));
+    resize(size().boundedTo(screen.size()));
     move(topLeft.x(), TopOnScreen(topLeft.y(), height(), screen));
     show();
 }

@@ -30,8 +30,10 @@ class frmOberflaeche : public QWidget {
     // A window that changes with the skin; it outlives the chooser.
     void AddWindow(SkinnedWindow& window);
 
-    // Lists the skins anew and shows the chooser with its top left corner here (pixels of the
-    // desktop), moved up where it would hang over the bottom of the screen.
+    // Lists the skins anew and takes the size that they need.
+    void Fit();
+    // Does that and shows the chooser with its top left corner here (pixels of the desktop), moved
+    // up where it would hang over the bottom of the screen.
     void Show(const QPoint& topLeft);
     // Gives the skin in use the keyboard.
     void FocusRow();

@@ -3,6 +3,7 @@
 #include "base/waiting.h"
 #include "core/main_state.h"
 #include "ui/menu/menu_place.h"
+#include "ui/skin/window_system.h"
 #include "ui/texts/texts.h"
 #include "ui/widgets/menu_row.h"
 
@@ -23,6 +24,9 @@ frmMenue::frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, Q
       waiting(ownWaiting),
       state(mainState),
       keyboardRest(ownWaiting.OwnClock(), restMilliseconds) {
+    // A click beside a popup only closes it: where windows do not know their places, it would be
+    // repeated in any of them.
+    setAttribute(Qt::WA_NoMouseReplay);
     for (int i = 0; i < Count; ++i) {
         const auto entry = static_cast<Entry>(i);
         if (i == MenuLines::BehindEntry + 1) AddGap(MenuLines::Gap);
@@ -59,11 +63,11 @@ void frmMenue::AddFlyOut(Entry entry, const FlyOut& flyOut) {
 
 void frmMenue::AddFlyOut(Entry entry, MenuPanel& panel) {
     const auto show = [this, &panel](const QPoint& topLeft) {
-        panel.adjustSize();
         panel.move(OntoScreen(topLeft, panel.size(), ScreenRect()));
         panel.show();
     };
-    AddFlyOut(entry, {&panel, show, [&panel] { panel.FocusRow(); }});
+    AddFlyOut(entry,
+              {&panel, [&panel] { panel.adjustSize(); }, show, [&panel] { panel.FocusRow(); }});
 }
 
 QRect frmMenue::ScreenRect() const {
@@ -135,12 +139,12 @@ void frmMenue::ShowFlyOut(Entry entry, bool focused) {
 
 void frmMenue::PlaceFlyOut(Entry entry) {
     const FlyOut& flyOut = flyOuts[entry];
-    const auto place = [&] {
-        return FlyOutPlace(geometry(), flyOut.Window->size(), Label1[entry]->y(), ScreenRect());
-    };
-    flyOut.Show(place());
-    // A window that lists its lines only now may have another width than it had.
-    flyOut.Window->move(place().x(), flyOut.Window->y());
+    flyOut.Fit();
+    if (!WindowSystem::PlacesWindows()) {
+        flyOut.Window->winId();  // makes the handle
+        flyOut.Window->windowHandle()->setTransientParent(windowHandle());
+    }
+    flyOut.Show(FlyOutPlace(geometry(), flyOut.Window->size(), Label1[entry]->y(), ScreenRect()));
     flyOut.Window->raise();
 }
 
@@ -166,8 +170,14 @@ bool frmMenue::Owns(const QWidget& window) const {
 
 void frmMenue::CloseWhenLeft() {
     keyboardRest.SetEnabled(false);
-    const QWidget* active = QApplication::activeWindow();
-    if (!active || !Owns(*active)) CloseAll();
+    const auto owned = [this](const QWidget* window) { return window && Owns(*window); };
+    if (!owned(QApplication::activePopupWidget()) && !owned(QApplication::activeWindow()))
+        CloseAll();
+}
+
+bool frmMenue::IsOpen(const QWidget& window) const {
+    return &window == this ||
+           (openEntry >= 0 && flyOuts.at(static_cast<Entry>(openEntry)).Window == &window);
 }
 
 // Closes the menu. True when the press must not count: on the button it would open the menu again.
@@ -176,12 +186,37 @@ bool frmMenue::PressedOutside(const QWidget& widget) {
     return QRect(widget.mapToGlobal(QPoint()), widget.size()) == openedBeside;
 }
 
+// All input comes to the popup that opened last. What is not meant for a fly-out goes back to the
+// menu: the mouse over its lines, and keys while one of them has the keyboard.
+bool frmMenue::HandBack(const QWidget& widget, QEvent& event) {
+    if (QApplication::activePopupWidget() != widget.window()) return false;
+    if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease) {
+        QWidget* focus = QApplication::focusWidget();
+        return focus && focus->window() == this && QCoreApplication::sendEvent(focus, &event);
+    }
+    if (event.type() != QEvent::MouseMove && event.type() != QEvent::MouseButtonPress &&
+        event.type() != QEvent::MouseButtonRelease)
+        return false;
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    const QPoint at = mapFromGlobal(mouse.globalPosition().toPoint());
+    if (!rect().contains(at)) return false;
+    QWidget* line = childAt(at);
+    if (!line) line = this;
+    QMouseEvent there(mouse.type(), line->mapFrom(this, at), mouse.globalPosition(), mouse.button(),
+                      mouse.buttons(), mouse.modifiers());
+    QCoreApplication::sendEvent(line, &there);
+    return true;
+}
+
 bool frmMenue::eventFilter(QObject* object, QEvent* event) {
     const auto* widget = qobject_cast<QWidget*>(object);
     if (!widget || !state.MenuOpen) return MenuPanel::eventFilter(object, event);
-    if (event->type() == QEvent::MouseButtonPress && !Owns(*widget->window()))
-        return PressedOutside(*widget);
-    const bool inFlyOut = widget->window() != this && Owns(*widget->window());
+    const bool owned = Owns(*widget->window());
+    const bool inFlyOut = owned && widget->window() != this;
+    if (inFlyOut && HandBack(*widget, *event)) return true;
+    if (event->type() == QEvent::MouseButtonPress && !owned) return PressedOutside(*widget);
+    // A popup that the desktop or a press beside it has closed.
+    if (event->type() == QEvent::Hide && !event->spontaneous() && IsOpen(*widget)) CloseAll();
     if (event->type() == QEvent::KeyPress && inFlyOut) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Left || key == Qt::Key_Escape) {

@@ -26,6 +26,7 @@ class frmMenue : public MenuPanel {
     // The window beside an entry (1, 5 or 7); it outlives the menu.
     struct FlyOut {
         QWidget* Window = nullptr;
+        std::function<void()> Fit;  // gives it the size of what it lists now
         std::function<void(const QPoint& topLeft)> Show;
         std::function<void()> Focus;  // gives one of its lines the keyboard
     };
@@ -56,6 +57,8 @@ class frmMenue : public MenuPanel {
     void LeaveFlyOut();
     void CloseWhenLeft();
     [[nodiscard]] bool Owns(const QWidget& window) const;
+    [[nodiscard]] bool IsOpen(const QWidget& window) const;
+    [[nodiscard]] bool HandBack(const QWidget& widget, QEvent& event);
     [[nodiscard]] QRect ScreenRect() const;
     [[nodiscard]] bool PressedOutside(const QWidget& widget);
 

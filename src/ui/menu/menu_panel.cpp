@@ -2,6 +2,7 @@
 
 #include "ui/menu/menu_place.h"
 #include "ui/skin/rounded_corners.h"
+#include "ui/skin/window_system.h"
 #include "ui/widgets/menu_row.h"
 
 #include <QApplication>
@@ -20,7 +21,7 @@ const QColor accent(0xd5, 0xea, 0xed);
 }  // namespace
 
 MenuPanel::MenuPanel(QWidget* parent)
-    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint), rows(new QVBoxLayout(this)) {
+    : QWidget(parent, WindowSystem::MenuFlags()), rows(new QVBoxLayout(this)) {
     RoundedCorners::Prepare(*this);
     Dress(*this);
     rows->setSpacing(0);

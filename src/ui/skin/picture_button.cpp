@@ -1,5 +1,7 @@
 #include "ui/skin/picture_button.h"
 
+#include "ui/skin/window_system.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -56,6 +58,15 @@ void PictureButton::leaveEvent(QEvent* event) {
 void PictureButton::changeEvent(QEvent* event) {
     QAbstractButton::changeEvent(event);
     if (event->type() == QEvent::EnabledChange && !isEnabled()) SetHovered(false);
+}
+
+bool PictureButton::event(QEvent* event) {
+    // A shortcut shows the button pressed for a moment before it clicks. Where the desktop places
+    // popups it lets them open only while the key is down.
+    if (event->type() != QEvent::Shortcut || WindowSystem::PlacesWindows())
+        return QAbstractButton::event(event);
+    click();
+    return true;
 }
 
 void PictureButton::keyPressEvent(QKeyEvent* event) {

@@ -25,6 +25,7 @@ class PictureButton : public QAbstractButton {
     [[nodiscard]] QSize sizeHint() const override;
 
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;

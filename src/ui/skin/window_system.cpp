@@ -17,3 +17,7 @@ bool WindowSystem::PlacesWindows() {
 bool WindowSystem::CutsWindows() {
     return !IsWayland();
 }
+
+Qt::WindowFlags WindowSystem::MenuFlags() {
+    return (PlacesWindows() ? Qt::Tool : Qt::Popup) | Qt::FramelessWindowHint;
+}

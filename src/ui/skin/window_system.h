@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qt>
+
 // What the window system lets windows do. Asked here and nowhere else.
 namespace WindowSystem {
 
@@ -10,5 +12,8 @@ namespace WindowSystem {
 // Whether a window ends where its mask ends. Under Wayland the mask only says what the mouse meets;
 // what lies outside it must be painted transparent.
 [[nodiscard]] bool CutsWindows();
+
+// What the windows of a menu are: popups where only these come to a place beside their parent.
+[[nodiscard]] Qt::WindowFlags MenuFlags();
 
 }  // namespace WindowSystem
