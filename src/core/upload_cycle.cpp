@@ -2,7 +2,6 @@
 
 #include "base/status_display.h"
 #include "base/waiting.h"
-#include "base/whole_file.h"
 #include "core/offline_picture.h"
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
@@ -268,11 +267,9 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
     // Without a folder the picture would land wherever the program was started.
     if (parts.State.Values.Verzeichnis.isEmpty())
         return Locally("No folder for the pictures: Verzeichnis is empty");
+    // That writes it into the folder as well.
     if (!MakePicture()) return NoPicture();
-    const QString target = parts.State.Values.Verzeichnis + PublicNames::Picture;
-    if (!WholeFile::Copy(parts.State.WorkFile(PublicNames::Sending), target))
-        return Locally("Cannot write " + target);
-    CountPicture(target);
+    CountPicture(parts.State.Values.Verzeichnis + PublicNames::Picture);
     emit PicturePublished(++publishedCount);
     return {};
 }

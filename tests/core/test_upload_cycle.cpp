@@ -67,6 +67,10 @@ class TestUploadCycle : public QObject {
         f.Cycle.Start();
         QCOMPARE(f.Display.Statuses.last(), "Save Picture Local");
         QVERIFY(f.RunUntilPublished(3));
+        // A second time it would be written under this name.
+        QVERIFY(QDir(f.Folder.path()).mkdir("web/pw.jpg.part"));
+        f.State.Values.Delete = true;
+        QVERIFY(f.RunUntilPublished(5));
         QVERIFY(!QImage(f.Folder.filePath("web/pw.jpg")).isNull());
         QCOMPARE(QDir(f.Folder.filePath("web")).entryList(QDir::Files), QStringList("pw.jpg"));
         QCOMPARE(f.Server.Connections, 0);
