@@ -1,60 +1,25 @@
 #include "picture/offline_filter.h"
 
 #include "picture/bitmap/picture_surface.h"
+#include "picture/blend.h"
 #include "picture/imaging.h"
 
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 namespace {
 
 constexpr int offlineQuality = 80;
 constexpr int wholePercent = 100;
-constexpr int mostSum = 255 * wholePercent;
 constexpr int pixelBytes = 3;
 constexpr QSize plainSize(640, 480);
 
-// As many columns at a time as lie between two updates on the screen: some ten thousand pixels,
-// done well within a millisecond, so that the window stays usable.
-constexpr int stripColumns = 10;
-
-constexpr uchar RoundHundredth(int sum) {
-    const int whole = sum / wholePercent;
-    const int rest = sum % wholePercent;
-    constexpr int half = wholePercent / 2;
-    const bool up = rest > half || (rest == half && whole % 2 != 0);
-    return static_cast<uchar>(up ? whole + 1 : whole);
-}
-
-constexpr auto MakeRounded() {
-    std::array<uchar, mostSum + 1> rounded = {};
-    for (int sum = 0; sum <= mostSum; ++sum)
-        rounded[static_cast<size_t>(sum)] = RoundHundredth(sum);
-    return rounded;
-}
-
-// A division and two comparisons for each channel would take several times as long as the encoder.
-constexpr auto roundedHundredths = MakeRounded();
+// Rows that are done in a fraction of a millisecond, so that the window stays usable.
+constexpr int stripRows = 40;
 
 }  // namespace
-
-uchar BlendChannel(int camera, int offline, int percent) {
-    return roundedHundredths[static_cast<size_t>(camera * (wholePercent - percent) +
-                                                 offline * percent)];
-}
-
-void BlendColumns(QImage& camera, const QImage& offline, int percent, int first, int count) {
-    const QSize common = camera.size().boundedTo(offline.size());
-    const int bytes = (std::min(first + count, common.width()) - first) * pixelBytes;
-    for (int y = 0; y < common.height(); ++y) {
-        uchar* const to = camera.scanLine(y) + first * pixelBytes;
-        const uchar* const from = offline.constScanLine(y) + first * pixelBytes;
-        for (int i = 0; i < bytes; ++i) to[i] = BlendChannel(to[i], from[i], percent);
-    }
-}
 
 OfflineFilter::OfflineFilter(PictureState& pictureState, PicturePipeline& picturePipeline,
                              Waiting& wait, StatusDisplay& statusDisplay)
@@ -127,8 +92,8 @@ bool OfflineFilter::ApplyOfflineFilter(int percent, const PictureSettings& setti
 }
 
 bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
-    for (int x = 0; x < camera.width(); x += stripColumns) {
-        BlendColumns(camera, offline, percent, x, stripColumns);
+    for (int y = 0; y < camera.height(); y += stripRows) {
+        BlendRows(camera, offline, percent, y, stripRows);
         display.ShowStatus("processing Offline-Picture");
         waiting.Yield();
         if (waiting.Closing()) return false;

@@ -5,14 +5,6 @@
 #include "picture/bitmap/picture_file.h"
 #include "picture/picture_pipeline.h"
 
-// One colour channel (0 to 255) of two pictures, `percent` (0 to 100) of the offline picture in it,
-// rounded to the nearest whole number with halves to the even one.
-[[nodiscard]] uchar BlendChannel(int camera, int offline, int percent);
-
-// Blends the columns from `first` on, `count` of them, of the offline picture into the camera's,
-// both Format_BGR888. Where only one of them has a pixel, the camera picture stays as it is.
-void BlendColumns(QImage& camera, const QImage& offline, int percent, int first, int count);
-
 // Makes the pictures that tell viewers that the camera is off, out of the operator's file in the
 // folder "Offline": the file itself, or the camera picture blended with it. They are always encoded
 // at quality 80.

@@ -1,5 +1,6 @@
 #include "base/waiting.h"
 #include "picture/bitmap/picture_surface.h"
+#include "picture/blend.h"
 #include "picture/decoded_jpeg.h"
 #include "picture/picture_pipeline.h"
 #include "support/answering_boxes.h"
@@ -179,6 +180,24 @@ class TestPicturePipeline : public QObject {
         QVERIFY(Files("archive").isEmpty() && boxes.Shown.isEmpty());
         // The frame without the overlay is not left for somebody to encode.
         if (settings.PictureCapture) QVERIFY(!QFile::exists(Path("work/1pw.bmp")));
+    }
+
+    // Every level of the camera's with every one of the offline picture, halves to the even one.
+    void BlendsTwoPictures() {
+        QImage offline(256, 256, QImage::Format_BGR888);
+        for (int i = 0; i < 256 * 256; ++i) offline.setPixel(i % 256, i / 256, qRgb(i % 256, 0, 0));
+        for (const int percent : {0, 33, 50, 75, 100}) {
+            QImage camera(300, 256, QImage::Format_BGR888);
+            for (int y = 0; y < 256; ++y)
+                for (int x = 0; x < 300; ++x) camera.setPixel(x, y, qRgb(y, 0, 0));
+            for (int y = 0; y < 256; y += 50) BlendRows(camera, offline, percent, y, 50);
+            for (int i = 0; i < 256 * 256; ++i) {
+                const int sum = i / 256 * (100 - percent) + i % 256 * percent;
+                const bool up = sum % 100 > 50 || (sum % 100 == 50 && sum / 100 % 2 == 1);
+                QCOMPARE(qRed(camera.pixel(i % 256, i / 256)), sum / 100 + (up ? 1 : 0));
+            }
+            QCOMPARE(qRed(camera.pixel(299, 255)), 255);
+        }
     }
 
     // A folder of that name cannot be deleted as a file: that ends, and the other file goes all the
