@@ -50,6 +50,6 @@ function(stillpost_tests folder)
     target_precompile_headers(test_${name} REUSE_FROM ${support})
     add_test(NAME ${name} COMMAND test_${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${limit}
-      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1")
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;XDG_RUNTIME_DIR=;UBSAN_OPTIONS=print_stacktrace=1")
   endforeach()
 endfunction()

@@ -26,4 +26,11 @@ struct MainState {
         static_cast<PictureTarget&>(settings) = static_cast<const PictureTarget&>(Values);
         return settings;
     }
+
+    // Has the working folder be there. One that has gone, as that in memory does at the end of the
+    // user's session, gives way to the one that the settings name now.
+    void FindWorkFolder();
+
+    // Takes the working folder out of memory, where too little is left. False when it is elsewhere.
+    [[nodiscard]] bool LeaveMemory();
 };

@@ -42,6 +42,7 @@ bool OfflinePicture::SendOfflinePicture() {
 }
 
 bool OfflinePicture::Prepare(QString& file) {
+    parts.State.FindWorkFolder();
     const Settings settings = parts.State.ForPicture();
     if (settings.LocalMode() && settings.Verzeichnis.isEmpty()) {
         parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");

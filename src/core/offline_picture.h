@@ -20,7 +20,7 @@ class OfflinePicture {
         PicturePipeline& Pictures;
         PictureState& Picture;
         StatusDisplay& Display;
-        const MainState& State;
+        MainState& State;
     };
     // All of them must outlive the offline picture.
     explicit OfflinePicture(const Parts& parts);

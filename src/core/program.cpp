@@ -12,6 +12,7 @@
 #include "core/public_names.h"
 #include "core/run_state.h"
 #include "core/settings/load_settings.h"
+#include "core/settings/work_folder.h"
 #include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
@@ -255,6 +256,8 @@ int Program::WantedDriver() const {
 void Program::DeleteOldFiles() {
     for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "pw.bmp"})
         QFile::remove(State.WorkFile(QString::fromLatin1(name)));
+    // What lies there from a run without a place in memory, a crashed one perhaps.
+    if (WorksInMemory()) WorkFolder::Remove(WorkFolder::OnDisk(surroundings.Folder));
 }
 
 void Program::Leave() {
@@ -283,4 +286,9 @@ void Program::Exit() {
 void Program::CleanUp() {
     QFile::remove(State.WorkFile(PublicNames::Bitmap));
     QFile::remove(State.WorkFile(PublicNames::Sending));
+    if (WorksInMemory()) WorkFolder::Remove(State.Values.WorkPath);
+}
+
+bool Program::WorksInMemory() const {
+    return State.Values.WorkPath == WorkFolder::InMemory(surroundings.Folder);
 }

@@ -128,6 +128,7 @@ class Program : public QObject {
     [[nodiscard]] int WantedDriver() const;
     void ApplyAccess(const Settings& before);
     void DeleteOldFiles();
+    [[nodiscard]] bool WorksInMemory() const;
     [[nodiscard]] QString NoDriverText() const;
 
     QStringList drivers;

@@ -241,7 +241,13 @@ bool UploadCycle::MakePicture() {
     const qint64 start = Now();
     // Whatever lies in the working folder from before: it has been published, or is too old.
     madeAt.reset();
-    if (!parts.Pictures.MakePicture(parts.State.ForPicture())) return false;
+    parts.State.FindWorkFolder();
+    const auto made = [this] { return parts.Pictures.MakePicture(parts.State.ForPicture()); };
+    const auto again = [this] {
+        return parts.Pictures.Unwritten().startsWith(parts.State.Values.WorkPath) &&
+               parts.State.LeaveMemory();
+    };
+    if (!made() && !(again() && made())) return false;
     madeAt = start;
     return true;
 }

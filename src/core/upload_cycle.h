@@ -33,7 +33,7 @@ class UploadCycle : public QObject {
         PicturePipeline& Pictures;
         StatusDisplay& Display;
         Sound& Sounds;
-        const MainState& State;
+        MainState& State;
         RunStatus& Run;
         QString ClickSound;  // path of "Click.wav"; empty when there is none
     };

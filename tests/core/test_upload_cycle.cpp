@@ -1,10 +1,13 @@
+#include "base/paths.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
 #include <QDir>
 #include <QImage>
+#include <QScopeGuard>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 #include <random>
 #include <set>
@@ -84,13 +87,14 @@ class TestUploadCycle : public QObject {
         const Rows<QString, QString, QString> row;
         row("missing", "missing/", "", "Cannot write %1/missing/pw.jpg");
         row("not set", "", "", "No folder for the pictures: Verzeichnis is empty");
-        row("no working folder", "", "gone/", "Cannot write %1/gone/1pw.bmp");
+        row("no room for the bitmap", "", "full/", "Cannot write %1/full/1pw.bmp");
     }
     void LocalFolderThatCannotBeWritten() {
         const auto [folder, work, status] = Row<QString, QString, QString>();
         CycleFixture f;
         const QString usual = f.State.Values.WorkPath;
         if (!work.isEmpty()) f.State.Values.WorkPath = f.Folder.filePath(work);
+        if (!work.isEmpty()) QVERIFY(QDir(f.Folder.path()).mkpath(work + "1pw.bmp.part"));
         GoLocal(f, work.isEmpty() ? folder : "./");
         f.Cycle.Start();
         f.Time.Advance(5000);
@@ -102,6 +106,34 @@ class TestUploadCycle : public QObject {
         QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
         GoLocal(f, "missing/");
         QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
+    }
+
+    // That the system keeps for the user, until the end of the session.
+    void WorksInMemory() {
+        const QTemporaryDir memory;
+        CycleFixture f;
+        const auto settings = [&] { return LoadSettings(f.State.SettingsFile); };
+        QString& work = f.State.Values.WorkPath;
+        const QString disk = settings().WorkPath;
+        QCOMPARE(disk, Paths::Native(f.Folder.path() + "/work/"));
+        if (QSysInfo::kernelType() == "winnt") QSKIP("has no such place");
+        qputenv("XDG_RUNTIME_DIR", memory.path().toUtf8());
+        const auto again = qScopeGuard([] { qputenv("XDG_RUNTIME_DIR", ""); });
+        const QString own = work = settings().WorkPath;
+        QVERIFY(own.startsWith(memory.path() + "/stillpost-"));
+        QVERIFY(f.Begin());
+        QVERIFY(QDir(own).removeRecursively());
+        QVERIFY2(f.RunUntilPublished(2) && work == own, "made again");
+        // No bitmap can be written: none has room.
+        QVERIFY(QDir(own).mkdir("1pw.bmp.part"));
+        QVERIFY(f.RunUntilPublished(3));
+        QCOMPARE(work, disk);
+        QCOMPARE(f.Display.Statuses.filter("Cannot write"), QStringList());
+        work = own;
+        QVERIFY(QDir(own).removeRecursively());
+        qputenv("XDG_RUNTIME_DIR", "/gone");
+        QVERIFY(f.RunUntilPublished(4));
+        QCOMPARE(work, disk);
     }
 
     void ExtraMinutesAreWaitedOut_data() {

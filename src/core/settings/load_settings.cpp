@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "base/server_address.h"
+#include "core/settings/work_folder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -48,8 +49,10 @@ Settings LoadSettings(const QString& programFolder, const SettingSource& source)
         settings.Verzeichnis = SettingFolder(programFolder, settings.Verzeichnis);
     settings.ArchivePath = SettingFolder(programFolder, settings.ArchivePath);
     settings.WorkPath = SettingFolder(programFolder, settings.WorkPath);
-    if (settings.WorkPath.isEmpty() || !QDir(settings.WorkPath).exists())
-        settings.WorkPath = SettingFolder(programFolder, "work");
+    if (settings.WorkPath.isEmpty() || !QDir(settings.WorkPath).exists()) {
+        settings.WorkPath = WorkFolder::Usual(programFolder);
+        (void)QDir().mkpath(settings.WorkPath);
+    }
     return settings;
 }
 

@@ -8,7 +8,7 @@
 // Reads the settings from the file, whose folder is the program folder. Reading never fails: what
 // is missing or out of range is replaced as the table of settings says. Folders given relative to
 // the program folder are created. A WorkPath that is not there, of another machine perhaps, gives
-// way to the folder "work", so that pictures are made all the same.
+// way to WorkFolder::Usual, so that pictures are made all the same.
 // A server that is written as an address of several parts is taken apart: its port counts, of the
 // others those whose own keys are empty.
 // entries: what counts in place of what the file says; of several for one key the last.

@@ -5,6 +5,7 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/settings/load_settings.h"
+#include "core/settings/work_folder.h"
 #include "picture/picture_state.h"
 #include "ui/settings/camera/path_field.h"
 #include "ui/settings/settings_rows.h"
@@ -108,7 +109,7 @@ QWidget* frmCam::PathFrame() {
     lblArchiveNote->setWordWrap(true);
     lblArchiveNote->setTextFormat(Qt::PlainText);
     // What an empty field stands for.
-    Text5->setPlaceholderText(Paths::WithSeparator(QDir(Core().ProgramFolder()).filePath("work")));
+    Text5->setPlaceholderText(WorkFolder::Usual(Core().ProgramFolder()));
     return frame;
 }
 

@@ -1,0 +1,6 @@
+#include "platform/memory_folder.h"
+
+// The system has no such place.
+QString MemoryFolder() {
+    return {};
+}
