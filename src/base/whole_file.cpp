@@ -41,13 +41,28 @@ bool Rename(const QString& from, const QString& to) {
     return !failed;
 }
 
+bool Open(QFile& file, const std::function<bool(const QFile&)>& reusable) {
+    if (reusable &&
+        file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
+        if (reusable(file)) return true;
+        file.close();
+        // Whoever still reads it keeps it.
+        QFile::remove(file.fileName());
+    }
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+}
+
 }  // namespace
 
 bool Replace(const QString& path, const std::function<bool(QFile&)>& write) {
+    return Replace(path, write, {});
+}
+
+bool Replace(const QString& path, const std::function<bool(QFile&)>& write,
+             const std::function<bool(const QFile&)>& reusable) {
     const QString temporary = TemporaryName(path);
     QFile file(temporary);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        return false;
+    if (!Open(file, reusable)) return false;
     const bool filled = write(file);
     // Some file systems tell only here that the disk is full.
     file.close();
@@ -55,6 +70,19 @@ bool Replace(const QString& path, const std::function<bool(QFile&)>& write) {
     if (written && Rename(temporary, path)) return true;
     QFile::remove(temporary);
     return false;
+}
+
+bool SetAside(const QString& path) {
+    std::error_code failed;
+    std::filesystem::rename(SystemPath(path), SystemPath(TemporaryName(path)), failed);
+    if (!failed) return true;
+    QFile::remove(path);
+    Forget(path);
+    return false;
+}
+
+void Forget(const QString& path) {
+    QFile::remove(TemporaryName(path));
 }
 
 bool Copy(const QString& from, const QString& to) {

@@ -1,9 +1,11 @@
+#include "base/whole_file.h"
 #include "picture/bitmap/bitmap_runs.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/bitmap_bytes.h"
 #include "picture/imaging.h"
 #include "support/data_rows.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 namespace {
@@ -85,6 +87,41 @@ class TestBitmapFile : public QObject {
         QCOMPARE(bmpinfo(file, header), result);
         QImage surface;
         QVERIFY(!LoadSurface(surface, file));
+    }
+
+    // In the room of the last one, unless somebody still reads that.
+    void WritesOverTheLastOne() {
+        QImage picture(331, 301, QImage::Format_BGR888);
+        picture.fill(Qt::red);
+        QVERIFY(SaveSurface(picture, file));
+        for (const int pass : {1, 2, 3}) {
+            const QByteArray old = ReadBytes(file);
+            QFile reader(file);
+            if (pass == 2) QVERIFY(reader.open(QIODevice::ReadOnly));
+            const bool kept = WholeFile::SetAside(file);
+            QVERIFY(kept && !QFile::exists(file));
+            QRegion changed;
+            for (const QRect& part : {QRect(5, 0, 9, pass), QRect(300, 290, 31, 11)}) {
+                for (int y = part.top(); y <= part.bottom(); ++y)
+                    picture.setPixelColor(part.left(), y, QColor(pass, 0, y % 256));
+                changed |= part;
+            }
+            QVERIFY(SaveSurface(picture, file, changed));
+            QImage read;
+            QVERIFY(LoadSurface(read, file));
+            QCOMPARE(read, picture);
+            QVERIFY(pass != 2 || reader.readAll() == old);
+        }
+        // Smaller, and larger again.
+        for (const int width : {20, 400}) {
+            (void)WholeFile::SetAside(file);
+            const QImage other = picture.scaled(width, 30).convertToFormat(QImage::Format_BGR888);
+            QVERIFY(SaveSurface(other, file, QRect(0, 0, 1, 1)));
+            QImage read;
+            QVERIFY(LoadSurface(read, file));
+            QCOMPARE(read, other);
+        }
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("picture.bmp"));
     }
 
     void UnpacksRunLengths_data() {

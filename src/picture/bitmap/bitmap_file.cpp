@@ -2,6 +2,8 @@
 
 #include "base/whole_file.h"
 #include "picture/bitmap/bitmap_runs.h"
+#include "platform/file_use.h"
+#include "platform/row_writer.h"
 
 #include <QtEndian>
 
@@ -68,35 +70,31 @@ bool WriteAll(QFile& file, const uchar* bytes, qint64 count) {
     return file.write(reinterpret_cast<const char*>(bytes), count) == count;
 }
 
-bool WriteHeaders(QFile& file, int width, int height) {
-    const auto pixels = static_cast<quint32>(BitmapStride(width, 24) * height);
+bool WriteHeaders(QFile& file, const BITMAPINFOHEADER& header) {
     uchar head[headersSize] = {'B', 'M'};
-    Put<quint32>(head, 2, headersSize + pixels);
+    Put<quint32>(head, 2, headersSize + header.ImageSize);
     Put<quint32>(head, 10, headersSize);
-    Put<quint32>(head, 14, infoHeaderSize);
-    Put<qint32>(head, 18, width);
-    Put<qint32>(head, 22, height);
-    Put<quint16>(head, 26, 1);
-    Put<quint16>(head, 28, 24);
-    Put<quint32>(head, 34, pixels);
+    Put<quint32>(head, 14, header.Size);
+    Put<qint32>(head, 18, header.Width);
+    Put<qint32>(head, 22, header.Height);
+    Put<quint16>(head, 26, header.Planes);
+    Put<quint16>(head, 28, header.BitCount);
+    Put<quint32>(head, 34, header.ImageSize);
     return WriteAll(file, head, headersSize);
 }
 
-bool WriteRows(QFile& file, int width, int height, const BitmapRows& rows) {
-    const qint64 stride = BitmapStride(width, 24);
-    const uchar* bottom = rows.Top + (height - 1) * rows.Step;
-    if (rows.Step == -stride) return WriteAll(file, bottom, stride * height);
-    const int rowsAtOnce = static_cast<int>(std::max<qint64>(1, BitmapPiece / stride));
-    std::vector<uchar> piece(static_cast<size_t>(rowsAtOnce * stride));
-    for (int done = 0; done < height;) {
-        const int count = std::min(rowsAtOnce, height - done);
-        for (int i = 0; i < count; ++i)
-            std::memcpy(piece.data() + i * stride, bottom - (done + i) * rows.Step,
-                        static_cast<size_t>(width) * 3);
-        if (!WriteAll(file, piece.data(), count * stride)) return false;
-        done += count;
-    }
-    return true;
+bool WritePart(QFile& file, const BITMAPINFOHEADER& header, const BitmapRows& rows,
+               const BitmapPart& part) {
+    const qint64 stride = BitmapStride(header.Width, header.BitCount);
+    const qint64 bytes = qint64{header.Width} * 3;
+    // The lowest row first.
+    const int last = part.First + part.Count - 1;
+    return file.seek(headersSize + stride * (header.Height - 1 - last)) &&
+           WriteRows(file, {.First = rows.Top + last * rows.Step,
+                            .Step = -rows.Step,
+                            .Count = part.Count,
+                            .Bytes = bytes,
+                            .Padding = stride - bytes});
 }
 
 }  // namespace
@@ -295,9 +293,30 @@ void ResolveIndexes(const uchar* from, int bits, int width, const BitmapPalette&
     }
 }
 
+BITMAPINFOHEADER BitmapHeader(int width, int height) {
+    return {.Width = width,
+            .Height = height,
+            .BitCount = 24,
+            .ImageSize = static_cast<quint32>(BitmapStride(width, 24) * height)};
+}
+
 int WriteBitmap(const QString& name, int width, int height, const BitmapRows& rows) {
-    const bool written = WholeFile::Replace(name, [&](QFile& file) {
-        return WriteHeaders(file, width, height) && WriteRows(file, width, height, rows);
-    });
-    return written ? ImagingDone : ImagingCannotWrite;
+    return RewriteBitmap(name, width, height, rows, {{0, height}});
+}
+
+int RewriteBitmap(const QString& name, int width, int height, const BitmapRows& rows,
+                  const QList<BitmapPart>& parts) {
+    const BITMAPINFOHEADER header = BitmapHeader(width, height);
+    const qint64 size = headersSize + qint64{header.ImageSize};
+    const auto write = [&](QFile& file) {
+        // Another file than was meant, or none.
+        const bool all = file.size() != size;
+        if (file.size() > size && !file.resize(size)) return false;
+        const QList<BitmapPart> written = all ? QList<BitmapPart>{{0, height}} : parts;
+        return WriteHeaders(file, header) &&
+               std::ranges::all_of(written, [&](const BitmapPart& part) {
+                   return WritePart(file, header, rows, part);
+               });
+    };
+    return WholeFile::Replace(name, write, OnlyUser) ? ImagingDone : ImagingCannotWrite;
 }

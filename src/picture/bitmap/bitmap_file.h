@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QList>
 #include <QString>
 
 #include <array>
@@ -39,6 +40,9 @@ struct BITMAPINFOHEADER {
     quint32 ColoursImportant = 0;
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
+
+// Of a file that WriteBitmap writes.
+[[nodiscard]] BITMAPINFOHEADER BitmapHeader(int width, int height);
 
 struct BitmapColour {
     uchar Blue = 0;
@@ -131,5 +135,17 @@ void ResolveIndexes(const uchar* from, int bits, int width, const BitmapPalette&
                     uchar* to);
 
 // Writes pixels of 24 bits (blue, green, red) as a bitmap file with the rows from the bottom up, in
-// place of a file of that name. Returns an ImagingResult.
+// place of a file of that name, and in the room of one that WholeFile::SetAside has left there.
+// Returns an ImagingResult.
 [[nodiscard]] int WriteBitmap(const QString& name, int width, int height, const BitmapRows& rows);
+
+// Some rows of a picture, counted from the top.
+struct BitmapPart {
+    int First = 0;
+    int Count = 0;
+};
+
+// The same where the file that was set aside last held these pixels already, but for those parts:
+// no others are written.
+[[nodiscard]] int RewriteBitmap(const QString& name, int width, int height, const BitmapRows& rows,
+                                const QList<BitmapPart>& parts);

@@ -14,10 +14,17 @@ bool LoadSurface(QImage& surface, const QString& file) {
 }
 
 bool SaveSurface(const QImage& surface, const QString& file) {
+    return SaveSurface(surface, file, surface.rect());
+}
+
+bool SaveSurface(const QImage& surface, const QString& file, const QRegion& changed) {
     if (surface.isNull()) return false;
     const QImage picture = surface.convertToFormat(QImage::Format_BGR888);
+    QList<BitmapPart> parts;
+    for (const QRect& part : changed& picture.rect())
+        parts << BitmapPart{part.top(), part.height()};
     // Only read from, though a row in memory can also be written to elsewhere.
     uchar* const top = const_cast<uchar*>(picture.constBits());
-    return WriteBitmap(file, picture.width(), picture.height(), {top, picture.bytesPerLine()}) ==
-           ImagingDone;
+    return RewriteBitmap(file, picture.width(), picture.height(), {top, picture.bytesPerLine()},
+                         parts) == ImagingDone;
 }
