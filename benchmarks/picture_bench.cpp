@@ -13,6 +13,7 @@
 #include "base/waiting.h"
 #include "picture/bitmap/bitmap_file.h"
 #include "picture/bitmap/picture_surface.h"
+#include "picture/bitmap/pixel_memory.h"
 #include "picture/offline_filter.h"
 #include "picture/overlay/picture_overlay.h"
 #include "picture/overlay/text_overlay.h"
@@ -46,7 +47,7 @@ class StandardErrorBoxes : public MessageBoxes {
     bool AskYes(const QString&, const QString&) override { return false; }
 };
 
-// Soft light, edges of a few objects and the noise of a sensor, rows from the bottom up.
+// Soft light, edges of a few objects and the noise of a sensor.
 std::vector<uchar> CameraLikeFrame() {
     std::vector<uchar> frame(size_t{Width} * Height * 3);
     std::mt19937 random(20260304);
@@ -68,17 +69,22 @@ std::vector<uchar> CameraLikeFrame() {
 class FrameCapture : public CaptureControl {
   public:
     explicit FrameCapture(std::vector<uchar>& pixels) : frame(pixels) {}
-    bool GrabFrame() override { return true; }
-    bool SaveDIB(const QString& path) override {
-        uchar* const top = frame.data() + (Height - 1) * Width * 3;
-        return WriteBitmap(path, Width, Height, {top, -Width * 3}) == ImagingDone;
+    // As the camera's thread does it.
+    bool Deliver() {
+        grabbed = NewPicture({Width, Height});
+        std::memcpy(grabbed.bits(), frame.data(), frame.size());
+        return true;
     }
+    bool GrabFrame() override { return !grabbed.isNull(); }
+    bool SaveDIB(const QString& path) override { return SaveSurface(grabbed, path); }
+    QImage TakeFrame() override { return std::exchange(grabbed, {}); }
     void SetPreviewRate(int) override {}
     void SetPreview(bool) override {}
     [[nodiscard]] bool Running() const override { return true; }
 
   private:
     std::vector<uchar>& frame;
+    QImage grabbed;
 };
 
 double ProcessorMilliseconds() {
@@ -158,7 +164,7 @@ class BareEncoder {
         uchar* jpeg = buffer.data();
         unsigned long size = buffer.size();
         return tjCompress2(encoder, frame.data(), Width, 0, Height, TJPF_BGR, &jpeg, &size,
-                           TJSAMP_420, quality, TJFLAG_BOTTOMUP | TJFLAG_NOREALLOC) == 0;
+                           TJSAMP_420, quality, TJFLAG_NOREALLOC) == 0;
     }
 
   private:
@@ -229,14 +235,15 @@ int main(int argc, char** argv) {
     const QString loaded = settings.WorkFile(QStringLiteral("frame.bmp"));
     QImage surface;
 
-    bool done = WritePictures(settings.WorkPath, frame) && capture.SaveDIB(loaded);
+    bool done =
+        WritePictures(settings.WorkPath, frame) && capture.Deliver() && capture.SaveDIB(loaded);
     std::vector<double> alone;
     std::vector<double> whole;
     std::vector<double> loads;  // of the frame alone
     for (int run = -3; run < runs && done; ++run) {
         done = Measure(alone, [&] { return encoder.Encode(frame); }) &&
                Measure(loads, [&] { return LoadSurface(surface, loaded); }) &&
-               overlays.PutOn(surface, settings, clock.Now()) &&
+               overlays.PutOn(surface, settings, clock.Now()) && capture.Deliver() &&
                Measure(whole, [&] { return pipeline.MakePicture(settings); });
         if (run >= 0) continue;  // warming up
         alone.clear();

@@ -215,10 +215,12 @@ bool ezVidCap::Grab() {
 
 bool ezVidCap::SaveDIB(const QString& path) {
     if (!frame.Valid()) return false;
-    const int stride = frame.Stride();
-    const BitmapRows rows{.Top = frame.Bits.data() + qptrdiff(stride) * (frame.Height - 1),
-                          .Step = -stride};
-    return WriteBitmap(path, frame.Width, frame.Height, rows) == ImagingDone;
+    return WriteBitmap(path, frame.Width, frame.Height, {frame.Bits.data(), frame.Stride()}) ==
+           ImagingDone;
+}
+
+QImage ezVidCap::TakeFrame() {
+    return frame.Take();
 }
 
 CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {

@@ -64,6 +64,7 @@ class ezVidCap : public QObject, public CaptureControl {
     // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
     // be written: an older file of that name stays.
     [[nodiscard]] bool SaveDIB(const QString& path) override;
+    [[nodiscard]] QImage TakeFrame() override;
     [[nodiscard]] const Dib& Frame() const { return frame; }
 
     // Whether a camera is selected and has not failed at the last grab.

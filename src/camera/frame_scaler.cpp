@@ -112,13 +112,13 @@ bool FrameScaler::ToDib(const AVFrame& frame, Dib& dib) {
     if (frame.width < 1 || frame.height < 1) return false;
     const FrameGeometry geometry = GeometryOf(frame);
     dib.Resize(geometry.Shown().width(), geometry.Shown().height());
-    const int stride = dib.Stride();
+    if (!dib.Valid()) return false;
     return Convert(tables[0], SWS_BILINEAR, frame,
                    {.Format = AV_PIX_FMT_BGR24,
                     .Width = dib.Width,
                     .Height = dib.Height,
-                    .Top = dib.Bits.data() + qptrdiff(stride) * (dib.Height - 1),
-                    .Step = -stride,
+                    .Top = dib.Bits.data(),
+                    .Step = dib.Stride(),
                     .Orientation = geometry.Orientation});
 }
 

@@ -5,6 +5,7 @@
 #include "base/profile_file.h"
 #include "base/status_hub.h"
 #include "base/waiting.h"
+#include "base/whole_file.h"
 #include "camera/ezvidcap.h"
 #include "core/hang_up_question.h"
 #include "core/main_state.h"
@@ -254,7 +255,7 @@ int Program::WantedDriver() const {
 }
 
 void Program::DeleteOldFiles() {
-    for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "pw.bmp"})
+    for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "1pw.bmp.part", "pw.bmp"})
         QFile::remove(State.WorkFile(QString::fromLatin1(name)));
     // What lies there from a run without a place in memory, a crashed one perhaps.
     if (WorksInMemory()) WorkFolder::Remove(WorkFolder::OnDisk(surroundings.Folder));
@@ -285,6 +286,7 @@ void Program::Exit() {
 
 void Program::CleanUp() {
     QFile::remove(State.WorkFile(PublicNames::Bitmap));
+    WholeFile::Forget(State.WorkFile(PublicNames::Bitmap));
     QFile::remove(State.WorkFile(PublicNames::Sending));
     if (WorksInMemory()) WorkFolder::Remove(State.Values.WorkPath);
 }

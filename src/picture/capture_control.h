@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
 
 // What the picture pipeline asks of the camera: one frame, that frame as a bitmap file, and the
@@ -15,6 +16,10 @@ class CaptureControl {
     // Writes the grabbed frame to `path` as a device-independent bitmap file. Returns false when
     // there is no frame or it cannot be written; an older file of that name is then left alone.
     [[nodiscard]] virtual bool SaveDIB(const QString& path) = 0;
+
+    // The pixels that SaveDIB has written, Format_BGR888, so that they need not be read from there;
+    // the control has them no more. Null when only the file has them.
+    [[nodiscard]] virtual QImage TakeFrame() { return {}; }
 
     // How often the preview is renewed, in pictures per second.
     virtual void SetPreviewRate(int rate) = 0;

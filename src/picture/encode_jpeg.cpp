@@ -64,20 +64,25 @@ QString SavePicture(const PictureTarget& target, const imgdes& image, const QStr
 }  // namespace
 
 bool EncodeJpeg(PictureState& state, const PictureTarget& target, const QDateTime& time,
-                MessageBoxes& boxes) {
+                MessageBoxes& boxes, SpareFile& spare, const QImage& picture) {
     const QString source = target.WorkFile(QStringLiteral("1pw.bmp"));
-    const QString picture = target.WorkFile(QStringLiteral("1pw.jpg"));
-    BITMAPINFOHEADER header;
-    imgdes image;
-    if (!LoadSource(source, header, image, boxes)) return false;
-    state.Unwritten = SavePicture(target, image, picture);
+    const QString file = target.WorkFile(QStringLiteral("1pw.jpg"));
+    BITMAPINFOHEADER header = BitmapHeader(picture.width(), picture.height());
+    imgdes image = ImageOf(picture);
+    if (picture.isNull() && !LoadSource(source, header, image, boxes)) return false;
+    state.Unwritten = SavePicture(target, image, file);
     const bool made = state.Unwritten.isEmpty();
     freeimage(image);
     // A picture that was not saved stops nothing here, but what lies under its name is then an
     // older picture: in the archive it would get a time at which it was not taken, and in local
     // mode it would come back as a new "1pw.jpg" and be counted and published once more.
-    if (made && target.Archive) ArchivePicture(picture, target.ArchivePath, time, state.Locale);
-    QFile::remove(source);
-    if (made) state.LastHeader = header;
+    if (made && target.Archive) ArchivePicture(file, target.ArchivePath, time, state.Locale);
+    if (made) {
+        spare.PutAway(source, time.toMSecsSinceEpoch());
+        state.LastHeader = header;
+    } else {
+        // Its room may be what is missing.
+        QFile::remove(source);
+    }
     return made;
 }

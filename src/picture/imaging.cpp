@@ -1,6 +1,7 @@
 #include "picture/imaging.h"
 
 #include "base/whole_file.h"
+#include "picture/bitmap/pixel_memory.h"
 
 #include <QFile>
 
@@ -8,44 +9,16 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 namespace {
 
-constexpr qint64 mostSpareBytes = 32 * 1024 * 1024;
-
-// The pixels of the image that was freed last, for the next one of the same size. A block this
-// large would go back to the system, and getting it anew for each picture, page by page, takes more
-// processor time than reading the file does.
-struct SparePixels {
-    std::unique_ptr<uchar[]> Pixels;
-    qint64 Bytes = 0;
-};
-
-thread_local SparePixels Spare;
-
-void Free(uchar* pixels, qint64 bytes) {
-    std::unique_ptr<uchar[]> freed(pixels);
-    if (bytes <= mostSpareBytes) Spare = {std::move(freed), bytes};
-}
-
-std::shared_ptr<uchar[]> Allocate(qint64 bytes) {
-    if (Spare.Bytes != bytes) {
-        Spare = {};
-        Spare.Pixels.reset(new (std::nothrow) uchar[static_cast<size_t>(bytes)]);
-    }
-    Spare.Bytes = 0;
-    if (!Spare.Pixels) return {};
-    return {Spare.Pixels.release(), [bytes](uchar* pixels) { Free(pixels, bytes); }};
-}
-
-// Pixels in a form that the encoder takes.
+// The image in a form that the encoder takes.
 struct Source {
-    const uchar* Pixels = nullptr;
-    int Stride = 0;
+    QImage Pixels;
     int Format = TJPF_BGR;
     int Sampling = TJSAMP_420;
-    std::unique_ptr<uchar[]> Converted = {};  // holds Pixels when they are not the image's own
 };
 
 bool AllGrey(const BitmapPalette& palette) {
@@ -55,30 +28,28 @@ bool AllGrey(const BitmapPalette& palette) {
 }
 
 Source GreySource(const imgdes& image) {
-    const qint64 bytes = image.Stride() * image.Height;
-    Source source{nullptr, static_cast<int>(image.Stride()), TJPF_GRAY, TJSAMP_GRAY};
-    source.Converted.reset(new (std::nothrow) uchar[static_cast<size_t>(bytes)]);
-    if (!source.Converted) return source;
-    std::transform(image.Pixels.get(), image.Pixels.get() + bytes, source.Converted.get(),
-                   [&](uchar index) { return image.Palette[index].Green; });
-    source.Pixels = source.Converted.get();
+    Source source{QImage(image.Width, image.Height, QImage::Format_Grayscale8), TJPF_GRAY,
+                  TJSAMP_GRAY};
+    if (source.Pixels.isNull()) return source;
+    for (int y = 0; y < image.Height; ++y) {
+        const uchar* const from = image.Pixels.constScanLine(y);
+        std::transform(from, from + image.Width, source.Pixels.scanLine(y),
+                       [&](uchar index) { return image.Palette[index].Green; });
+    }
     return source;
 }
 
 Source ColourSource(const imgdes& image) {
-    const qint64 stride = BitmapStride(image.Width, 24);
-    Source source{nullptr, static_cast<int>(stride)};
-    source.Converted.reset(new (std::nothrow) uchar[static_cast<size_t>(stride * image.Height)]);
-    if (!source.Converted) return source;
+    Source source{NewPicture({image.Width, image.Height})};
+    if (source.Pixels.isNull()) return source;
     for (int y = 0; y < image.Height; ++y)
-        ResolveIndexes(image.Pixels.get() + y * image.Stride(), image.Bits, image.Width,
-                       image.Palette, source.Converted.get() + y * stride);
-    source.Pixels = source.Converted.get();
+        ResolveIndexes(image.Pixels.constScanLine(y), image.Bits, image.Width, image.Palette,
+                       source.Pixels.scanLine(y));
     return source;
 }
 
 Source SourceOf(const imgdes& image) {
-    if (image.Bits == 24) return {image.Pixels.get(), static_cast<int>(image.Stride())};
+    if (image.Bits == 24) return {image.Pixels};
     return image.Bits == 8 && AllGrey(image.Palette) ? GreySource(image) : ColourSource(image);
 }
 
@@ -95,6 +66,10 @@ int WriteWhole(const QString& name, const uchar* bytes, qint64 count) {
 
 }  // namespace
 
+imgdes ImageOf(const QImage& picture) {
+    return {picture.width(), picture.height(), 24, picture};
+}
+
 int bmpinfo(const QString& file, BITMAPINFOHEADER& header) {
     BitmapReader reader;
     if (const int fault = reader.Open(file)) return fault;
@@ -108,10 +83,12 @@ int allocimage(imgdes& image, int width, int height, int bits) {
     if (width < 1 || rows < 1) return ImagingWrongImage;
     if (width > LongestBitmapSide || rows > LongestBitmapSide || width * rows > MostBitmapPixels)
         return ImagingNoMemory;
-    const qint64 bytes = BitmapStride(width, bits) * rows;
-    std::shared_ptr<uchar[]> pixels = Allocate(bytes);
-    if (!pixels) return ImagingNoMemory;
-    image = {width, static_cast<int>(rows), bits, std::move(pixels), {}};
+    const int high = static_cast<int>(rows);
+    QImage pixels = bits == 24 ? NewPicture({width, high})
+                               : QImage(static_cast<int>(BitmapStride(width, bits)), high,
+                                        QImage::Format_Grayscale8);
+    if (pixels.isNull()) return ImagingNoMemory;
+    image = {width, high, bits, std::move(pixels), {}};
     return ImagingDone;
 }
 
@@ -119,21 +96,21 @@ int loadbmp(const QString& file, imgdes& image) {
     BitmapReader reader;
     if (const int fault = reader.Open(file)) return fault;
     const bool depthFits = image.Bits == reader.LoadedBits() || image.Bits == 24;
-    if (!image.Pixels || !depthFits || image.Width != reader.Width() ||
+    if (image.Pixels.isNull() || !depthFits || image.Width != reader.Width() ||
         image.Height != reader.Height())
         return ImagingWrongImage;
     image.Palette = reader.Palette();
-    return reader.ReadPixels(image.Rows(), image.Bits);
+    return reader.ReadPixels({image.Pixels.bits(), image.Pixels.bytesPerLine()}, image.Bits);
 }
 
 int convert1bitto8bit(const imgdes& source, imgdes& target) {
     if (source.Bits != 1 || target.Bits != 8 || source.Width != target.Width ||
-        source.Height != target.Height || !source.Pixels || !target.Pixels)
+        source.Height != target.Height || source.Pixels.isNull() || target.Pixels.isNull())
         return ImagingWrongImage;
     target.Palette = source.Palette;
     for (int y = 0; y < source.Height; ++y) {
-        const uchar* const from = source.Pixels.get() + y * source.Stride();
-        uchar* const to = target.Pixels.get() + y * target.Stride();
+        const uchar* const from = source.Pixels.constScanLine(y);
+        uchar* const to = target.Pixels.scanLine(y);
         for (int x = 0; x < source.Width; ++x) to[x] = (from[x / 8] >> (7 - x % 8)) & 1;
     }
     return ImagingDone;
@@ -150,18 +127,19 @@ int freeimage(imgdes& image) {
 }
 
 int savejpg(const QString& file, const imgdes& image, int quality) {
-    if (!image.Pixels) return ImagingWrongImage;
+    if (image.Pixels.isNull()) return ImagingWrongImage;
     const Source source = SourceOf(image);
-    if (!source.Pixels) return ImagingNoMemory;
+    if (source.Pixels.isNull()) return ImagingNoMemory;
     // Room for the worst case; what the encoder does not touch costs nothing.
     unsigned long size = tjBufSize(image.Width, image.Height, source.Sampling);
     const std::unique_ptr<uchar[]> buffer(new (std::nothrow) uchar[size]);
     const std::unique_ptr<void, CloseEncoder> encoder(tjInitCompress());
     if (!buffer || !encoder) return ImagingNoMemory;
     uchar* jpeg = buffer.get();
-    const int fault = tjCompress2(encoder.get(), source.Pixels, image.Width, source.Stride,
-                                  image.Height, source.Format, &jpeg, &size, source.Sampling,
-                                  std::clamp(quality, 1, 100), TJFLAG_BOTTOMUP | TJFLAG_NOREALLOC);
+    const int fault =
+        tjCompress2(encoder.get(), source.Pixels.constBits(), image.Width,
+                    static_cast<int>(source.Pixels.bytesPerLine()), image.Height, source.Format,
+                    &jpeg, &size, source.Sampling, std::clamp(quality, 1, 100), TJFLAG_NOREALLOC);
     if (fault) return ImagingCannotEncode;
     return WriteWhole(file, jpeg, static_cast<qint64>(size));
 }

@@ -2,26 +2,24 @@
 
 #include "picture/bitmap/bitmap_file.h"
 
+#include <QImage>
 #include <QString>
-
-#include <memory>
 
 // The imaging operations of the JPEG encoder, by their established names: each works on an image
 // descriptor and returns 0 on success, else another ImagingResult.
 
-// An image: rows from the bottom up, padded to 4 bytes. Copies of a descriptor share the pixels.
+// An image. Copies of a descriptor share the pixels until one of them is changed.
 struct imgdes {
     int Width = 0;   // pixels
     int Height = 0;  // pixels
     int Bits = 0;    // 1, 4 or 8 (palette indexes) or 24 (blue, green, red)
-    std::shared_ptr<uchar[]> Pixels;
+    // Format_BGR888 of 24 bits; else bytes of indexes as a bitmap file has them.
+    QImage Pixels = {};
     BitmapPalette Palette = {};
-
-    [[nodiscard]] qint64 Stride() const { return BitmapStride(Width, Bits); }
-    [[nodiscard]] BitmapRows Rows() const {
-        return {Pixels.get() + (Height - 1) * Stride(), -Stride()};
-    }
 };
+
+// The image that a picture of Format_BGR888 is. They share the pixels.
+[[nodiscard]] imgdes ImageOf(const QImage& picture);
 
 // Reads and checks the header of a bitmap file, and that the file is as long as it says.
 [[nodiscard]] int bmpinfo(const QString& file, BITMAPINFOHEADER& header);

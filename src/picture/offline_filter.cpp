@@ -1,19 +1,16 @@
 #include "picture/offline_filter.h"
 
-#include "picture/bitmap/picture_surface.h"
 #include "picture/blend.h"
 #include "picture/imaging.h"
 
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
 constexpr int offlineQuality = 80;
 constexpr int wholePercent = 100;
-constexpr int pixelBytes = 3;
 constexpr QSize plainSize(640, 480);
 
 // Rows that are done in a fraction of a millisecond, so that the window stays usable.
@@ -104,17 +101,9 @@ bool OfflineFilter::Blend(QImage& camera, const QImage& offline, int percent) {
 bool OfflineFilter::EncodeBlend(const QImage& picture, PictureSettings settings) {
     settings.JPGQuality = offlineQuality;
     state.Picture2 = picture;
-    return SaveSurface(state.Picture2, settings.WorkFile(QStringLiteral("1pw.bmp"))) &&
-           pictures.EncodeJpeg(settings);
+    return pictures.SaveAndEncode(settings);
 }
 
 bool OfflineFilter::SaveAsJpeg(const QImage& picture, const QString& target) {
-    const QImage opaque = OpaquePicture(picture);
-    imgdes image;
-    if (allocimage(image, opaque.width(), opaque.height(), 24) != ImagingDone) return false;
-    const BitmapRows rows = image.Rows();
-    for (int y = 0; y < opaque.height(); ++y)
-        std::memcpy(rows.Top + y * rows.Step, opaque.constScanLine(y),
-                    static_cast<size_t>(opaque.width()) * pixelBytes);
-    return savejpg(target, image, offlineQuality) == ImagingDone;
+    return savejpg(target, ImageOf(OpaquePicture(picture)), offlineQuality) == ImagingDone;
 }

@@ -2,10 +2,13 @@
 
 #include "base/clock.h"
 #include "base/waiting.h"
+#include "base/whole_file.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/encode_jpeg.h"
 
 #include <QFile>
+
+#include <utility>
 
 namespace {
 
@@ -28,16 +31,31 @@ bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const QString frame = settings.WorkFile(frameName);
     state.Unwritten.clear();
     if (!CaptureFrame(settings)) return false;
-    // Without this cycle's frame the surface still holds the last picture: better none than that
-    // one again under a new time.
-    if (!LoadSurface(state.Picture2, frame)) return false;
+    state.Picture2 = capture.TakeFrame();
+    const bool known = !state.Picture2.isNull();
+    if (!known && !LoadSurface(state.Picture2, frame)) return false;
     const bool publishable = overlays.PutOn(state.Picture2, settings, waiting.OwnClock().Now());
     // The overlay may be there to cover the raw frame: that must not be published when there is no
     // overlay or the surface cannot be saved. Removed beforehand, it also never reaches the disk,
     // whereas a file system that is careful with renames starts writing a replaced file at once.
-    QFile::remove(frame);
-    if (!publishable) return false;
-    if (SaveSurface(state.Picture2, frame)) return EncodeJpeg(settings);
+    if (!publishable) {
+        QFile::remove(frame);
+        return false;
+    }
+    const bool kept = WholeFile::SetAside(frame);
+    return SaveAndEncode(settings,
+                         kept && known ? overlays.Changed() : QRegion(state.Picture2.rect()));
+}
+
+bool PicturePipeline::SaveAndEncode(const PictureSettings& settings) {
+    return SaveAndEncode(settings, state.Picture2.rect());
+}
+
+// changed: where the surface is not what was set aside.
+bool PicturePipeline::SaveAndEncode(const PictureSettings& settings, const QRegion& changed) {
+    const QImage picture = std::exchange(state.Picture2, {});
+    const QString frame = settings.WorkFile(frameName);
+    if (SaveSurface(picture, frame, changed)) return EncodeJpeg(settings, picture);
     state.Unwritten = frame;
     return false;
 }
@@ -52,8 +70,8 @@ bool PicturePipeline::CaptureFrame(const PictureSettings& settings) {
     return state.CameraRunning && capture.Running() && grabbed && saved;
 }
 
-bool PicturePipeline::EncodeJpeg(const PictureSettings& settings) {
-    return ::EncodeJpeg(state, settings, waiting.OwnClock().Now(), boxes);
+bool PicturePipeline::EncodeJpeg(const PictureSettings& settings, const QImage& picture) {
+    return ::EncodeJpeg(state, settings, waiting.OwnClock().Now(), boxes, spare, picture);
 }
 
 void PicturePipeline::SaveCamPreview(const PictureTarget& target) {
@@ -64,6 +82,7 @@ void PicturePipeline::SaveCamPreview(const PictureTarget& target) {
 void PicturePipeline::DeleteWorkingFiles(const PictureTarget& target) {
     DeleteWorkingFile(target.WorkFile(QStringLiteral("1pw.jpg")));
     DeleteWorkingFile(target.WorkFile(frameName));
+    WholeFile::Forget(target.WorkFile(frameName));
 }
 
 void PicturePipeline::DeleteWorkingFile(const QString& file) {

@@ -4,6 +4,7 @@
 #include "picture/overlay/overlays.h"
 #include "picture/picture_settings.h"
 #include "picture/picture_state.h"
+#include "picture/spare_file.h"
 
 class MessageBoxes;
 class StatusDisplay;
@@ -29,17 +30,24 @@ class PicturePipeline {
     // What is wrong with the camera; empty when nothing is.
     [[nodiscard]] QString CameraTrouble() const { return capture.Reason(); }
 
-    // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result.
-    bool EncodeJpeg(const PictureSettings& settings);
+    // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result. picture:
+    // what is in it, where that is known.
+    bool EncodeJpeg(const PictureSettings& settings, const QImage& picture = {});
+
+    // The last steps of a cycle: saves the drawing surface as "1pw.bmp", encodes that and empties
+    // the surface; same result.
+    bool SaveAndEncode(const PictureSettings& settings);
 
     // Grabs a frame into "cam.bmp" of the working folder. Without one an older file stays.
     void SaveCamPreview(const PictureTarget& target);
 
-    // Removes "1pw.jpg" and "1pw.bmp". Tries each up to 1000 times, pending events handled
-    // between, because another program may hold them for a moment.
+    // Removes "1pw.jpg" and "1pw.bmp", and what is kept of it for the next one. Tries each up to
+    // 1000 times, pending events handled between, because another program may hold them for a
+    // moment.
     void DeleteWorkingFiles(const PictureTarget& target);
 
   private:
+    bool SaveAndEncode(const PictureSettings& settings, const QRegion& changed);
     [[nodiscard]] bool CaptureFrame(const PictureSettings& settings);
     void DeleteWorkingFile(const QString& file);
 
@@ -48,4 +56,5 @@ class PicturePipeline {
     Waiting& waiting;
     MessageBoxes& boxes;
     Overlays overlays;
+    SpareFile spare;
 };

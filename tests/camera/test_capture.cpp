@@ -83,7 +83,8 @@ class ColouredCamera : public VideoDevice {
 
 // The colour in the lower half of the picture: which of blue, green and red is strongest.
 int Strongest(const Dib& dib) {
-    const uchar* const pixel = dib.Bits.data() + dib.Height / 4 * dib.Stride() + dib.Width / 2 * 3;
+    const uchar* const pixel =
+        dib.Bits.data() + dib.Height * 3 / 4 * dib.Stride() + dib.Width / 2 * 3;
     return static_cast<int>(std::max_element(pixel, pixel + 3) - pixel);
 }
 
@@ -237,7 +238,7 @@ class CaptureTest : public QObject {
         const Dib& frame = bench.Control.Frame();
         for (const QPoint& point : {QPoint(0, 0), QPoint(320, 180), QPoint(160, 90)}) {
             const uchar* const pixel =
-                frame.Bits.data() + (180 - point.y()) * frame.Stride() + point.x() * 3;
+                frame.Bits.data() + point.y() * frame.Stride() + point.x() * 3;
             QCOMPARE(saved.pixelColor(point), QColor(pixel[2], pixel[1], pixel[0]));
         }
         QCOMPARE(QDir(folder.path()).entryList({"frame.bmp*"}), QStringList({"frame.bmp"}));

@@ -19,7 +19,7 @@ extern "C" {
 namespace {
 
 const uchar* Row(const Dib& dib, int y) {
-    return dib.Bits.data() + qptrdiff(dib.Height - 1 - y) * dib.Stride();
+    return dib.Bits.data() + qptrdiff(y) * dib.Stride();
 }
 
 bool LitAt(const Dib& dib, const QRect& dot) {
@@ -176,12 +176,12 @@ bool WriteVideo(const QString& path, const char* name, QSize size, int count, in
 
 QByteArray JpegPicture(QSize size, int number, int orientation) {
     const Dib dib = Expected(size, number);
-    const QImage upsideDown(dib.Bits.data(), dib.Width, dib.Height, dib.Stride(),
-                            QImage::Format_BGR888);
+    const QImage picture(dib.Bits.data(), dib.Width, dib.Height, dib.Stride(),
+                         QImage::Format_BGR888);
     QByteArray jpeg;
     QBuffer buffer(&jpeg);
     buffer.open(QIODevice::WriteOnly);
-    Turned(upsideDown.mirrored(), orientation).save(&buffer, "JPG", 90);
+    Turned(picture, orientation).save(&buffer, "JPG", 90);
     if (orientation == 1) return jpeg;
     const auto exif =
         QByteArray::fromHex("FFE1 0022 457869660000 4D4D002A00000008 0001 011200030000000100");

@@ -158,7 +158,7 @@ class CapturePartsTest : public QObject {
             };
             for (int y = 0; y < dib.Height; ++y) {
                 for (int at = 0; at < dib.Width * 3; ++at)
-                    QVERIFY(near(dib.Bits[size_t(y * dib.Stride() + at)], at % 3));
+                    QVERIFY(near(dib.Bits.data()[y * dib.Stride() + at], at % 3));
             }
             const QColor shown = scaler.ToImage(*frame, {}).pixelColor(10, 11);
             QVERIFY(near(shown.blue(), 0) && near(shown.green(), 1) && near(shown.red(), 2));

@@ -32,12 +32,14 @@ class TestFullDisk : public QObject {
         if (localMode) target.Server = "Local";
         target.Delete = localMode;
         AnsweringBoxes boxes;
+        SpareFile spare;
         for (const rlim_t room : {0, 10, 1000}) {
             QVERIFY(SaveSurface(FourQuarters(400, 300), folder.filePath("work/1pw.bmp")));
             QVERIFY(WriteBytes(folder.filePath("work/1pw.jpg"), "old"));
             QVERIFY(WriteBytes(folder.filePath("site/pw.jpg"), "old"));
             const FullDisk full(room);
-            QVERIFY(!EncodeJpeg(state, target, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes));
+            QVERIFY(!EncodeJpeg(state, target, QDateTime(QDate(2026, 11, 14), QTime(9, 0)), boxes,
+                                spare));
             QCOMPARE(ReadBytes(folder.filePath("work/1pw.jpg")), QByteArray("old"));
             QCOMPARE(ReadBytes(folder.filePath("site/pw.jpg")), QByteArray("old"));
             QCOMPARE(QDir(target.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});

@@ -20,6 +20,7 @@ class ScriptedCapture : public CaptureControl {
     bool Grabs = true;
     bool Saves = true;
     bool Runs = true;
+    bool InMemory = false;
     QByteArray Damaged;  // what lands in the file instead of the frame
     QImage Frame = FourQuarters(80, 60);
     QList<bool> Previews;
@@ -29,6 +30,7 @@ class ScriptedCapture : public CaptureControl {
         if (!Damaged.isEmpty()) return WriteBytes(path, Damaged);
         return Saves && SaveSurface(Frame, path);
     }
+    QImage TakeFrame() override { return InMemory ? Frame : QImage(); }
     void SetPreviewRate(int) override {}
     void SetPreview(bool on) override { Previews << on; }
     [[nodiscard]] bool Running() const override { return Runs; }
@@ -106,6 +108,14 @@ class TestPicturePipeline : public QObject {
         capture->Frame = FourQuarters(200, 150);
         QVERIFY(pipeline->MakePicture(settings));
         const DecodedJpeg picture{ReadBytes(Path("work/1pw.jpg"))};
+        // Again, without reading the bitmap, and in the one of the last picture, which is kept.
+        capture->InMemory = true;
+        QVERIFY(pipeline->MakePicture(settings) && pipeline->MakePicture(settings));
+        QCOMPARE(ReadBytes(Path("work/1pw.jpg")), picture.Bytes);
+        QImage bitmap;
+        QVERIFY(LoadSurface(bitmap, Path("work/1pw.bmp.part")));
+        QCOMPARE(bitmap.pixelColor(150, 125), QColor(stamped ? Qt::blue : Qt::white));
+        QVERIFY(bitmap.pixelColor(10, 10) == Qt::red && bitmap.pixelColor(10, 140) == Qt::blue);
         QVERIFY(picture.Shows(10, 10, Qt::red));
         QVERIFY(picture.Shows(150, 125, stamped ? Qt::blue : Qt::white));
         QVERIFY(picture.Shows(198, 148, written ? Qt::black : stamped ? Qt::blue : Qt::white, 60));

@@ -1,14 +1,15 @@
 #include "picture/bitmap/picture_surface.h"
 
 #include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/pixel_memory.h"
 
 bool LoadSurface(QImage& surface, const QString& file) {
     BitmapReader reader;
     if (reader.Open(file) != ImagingDone) return false;
     if (qint64{reader.Width()} * reader.Height() > MostBitmapPixels) return false;
     const QSize size(reader.Width(), reader.Height());
-    if (surface.size() != size || surface.format() != QImage::Format_BGR888)
-        surface = QImage(size, QImage::Format_BGR888);
+    surface = {};
+    surface = NewPicture(size);
     if (surface.isNull()) return false;
     return reader.ReadPixels({surface.bits(), surface.bytesPerLine()}, 24) == ImagingDone;
 }

@@ -3,6 +3,8 @@
 #include "picture/overlay/picture_overlay.h"
 #include "picture/overlay/text_overlay.h"
 
+#include <QRegion>
+
 // Everything that is put on a frame: the overlay picture, and over it the text. A copy goes on with
 // the turns of rows and pictures on its own.
 class Overlays {
@@ -17,12 +19,20 @@ class Overlays {
     [[nodiscard]] bool PutOn(QImage& picture, const OverlaySettings& settings,
                              const QDateTime& now) {
         text.BuildOverlayText(settings, now);
-        if (settings.WithPicture() && !overlay.StampOverlayPicture(picture, settings)) return false;
-        if (settings.WithText()) text.DrawOverlayText(picture, settings);
+        changed = {};
+        if (settings.WithPicture()) {
+            if (!overlay.StampOverlayPicture(picture, settings)) return false;
+            changed = overlay.Stamped();
+        }
+        if (settings.WithText()) changed |= text.DrawOverlayText(picture, settings);
         return true;
     }
 
+    // The part of that picture outside of which it is as the frame was.
+    [[nodiscard]] const QRegion& Changed() const { return changed; }
+
   private:
+    QRegion changed;
     TextOverlay text;
     PictureOverlay overlay;
 };

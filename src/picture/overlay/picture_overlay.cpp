@@ -57,16 +57,20 @@ bool PictureOverlay::StampOverlayPicture(QImage& picture, const OverlaySettings&
                                              : settings.Overlayfile;
     const FilePicture& overlay = file.Read(FindPicture(places, QStringLiteral("overlay"), name));
     Report(name, overlay.Fault, settings.PictureCapture);
+    stamped = {};
     if (overlay.Fault != PictureFault::None) return !settings.PictureCapture;
-    if (settings.PictureCapture)
+    if (settings.PictureCapture) {
         picture = OpaquePicture(overlay.Image);
-    else
+        stamped = picture.rect();
+    } else {
         PlaceOverlay(picture, overlay.Image, settings.PositionBild);
+    }
     return true;
 }
 
 void PictureOverlay::PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place) {
     const QPoint at = OverlayPosition(place, frame.size(), overlay.size());
+    stamped = QRect(at, overlay.size()) & frame.rect();
     if (overlay.hasAlphaChannel())
         QPainter(&frame).drawImage(at, overlay);
     else

@@ -30,13 +30,17 @@ class PictureOverlay {
     // again. Returns whether `picture` is to be published.
     [[nodiscard]] bool StampOverlayPicture(QImage& picture, const OverlaySettings& settings);
 
+    // The part of that picture that is another than before.
+    [[nodiscard]] const QRect& Stamped() const { return stamped; }
+
   private:
-    static void PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place);
+    void PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place);
     void Report(const QString& name, PictureFault fault, bool alone);
 
     StatusDisplay* display;
     QStringList places;
     OverlayList list;
     OverlayReader file;
+    QRect stamped;
     QMap<QString, PictureFault> reported;  // faults that stand, by the overlay's name
 };

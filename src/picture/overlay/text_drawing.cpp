@@ -67,8 +67,8 @@ QFont::StyleHint KindOf(const QString& family) {
 
 }  // namespace
 
-void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim) {
-    if (text.isEmpty() || surface.Picture.isNull()) return;
+QRect PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim) {
+    if (text.isEmpty() || surface.Picture.isNull()) return {};
     if (cell < 0 || cell >= cells) cell = 0;
     QPainter painter(&surface.Picture);
     painter.setFont(surface.Font);
@@ -79,11 +79,16 @@ void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool 
     const int height = painter.fontMetrics().height();
     const int block = height * static_cast<int>(lines.size());
     int top = Start(cell / columns, surface.Picture.height(), block);
+    // Ink may reach beyond its line, but not that far.
+    const QRect band = surface.Picture.rect() &
+                       QRect(0, top - height, surface.Picture.width(), block + 2 * height);
+    painter.setClipRect(band);
     for (const QString& line : lines) {
         if (top >= surface.Picture.height()) break;
         if (!line.isEmpty()) PrintLine(painter, surface, line, cell % columns, top);
         top += height;
     }
+    return band;
 }
 
 QFont PictureFont(const QString& family, int pixels) {

@@ -21,8 +21,9 @@ struct TextSurface {
 // line stands at its edge or in the middle, all of them as one block: from the first to the last
 // that is not empty, with the empty ones between them. What is wider or higher than the picture
 // starts at its left or upper edge and is cut off at the other. trim: without the blanks around
-// each line. An empty text prints nothing.
-void PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim);
+// each line. An empty text prints nothing. Returns the part of the picture outside of which nothing
+// was drawn.
+QRect PrintTextAligned(TextSurface& surface, const QString& text, int cell, bool trim);
 
 // The font for a picture: `family` in `pixels` (at least 1), or what is installed of its kind, its
 // edges smoothed without the colours that suit a screen only.

@@ -40,13 +40,13 @@ void TextOverlay::BuildOverlayText(const OverlaySettings& settings, const QDateT
     }
 }
 
-void TextOverlay::DrawOverlayText(QImage& picture, const OverlaySettings& settings) {
-    if (OverlayText.isEmpty() || picture.isNull()) return;
+QRect TextOverlay::DrawOverlayText(QImage& picture, const OverlaySettings& settings) {
+    if (OverlayText.isEmpty() || picture.isNull()) return {};
     const QFont font = MakeFont(settings, picture.height());
     // Without any, boxes would stand on the picture.
     const bool anyFont = !QFontInfo(font).family().isEmpty();
     Report({}, anyFont ? QString() : "no font is installed");
-    if (!anyFont) return;
+    if (!anyFont) return {};
     for (const QString& key : QStringList{"Color", "BackColor", "Position"})
         ReportFault(settings, key);
     TextSurface surface{picture, font, settings.Color};
@@ -54,7 +54,7 @@ void TextOverlay::DrawOverlayText(QImage& picture, const OverlaySettings& settin
         surface.Background = settings.BackColor;
         surface.Color = Readable(settings.Color, settings.BackColor);
     }
-    PrintTextAligned(surface, OverlayText, CellOf(settings.Position), false);
+    return PrintTextAligned(surface, OverlayText, CellOf(settings.Position), false);
 }
 
 QFont TextOverlay::MakeFont(const OverlaySettings& settings, int pictureHeight) {

@@ -23,8 +23,9 @@ class TextOverlay {
     // take turns with the calls.
     void BuildOverlayText(const OverlaySettings& settings, const QDateTime& now);
 
-    // Draws OverlayText on the picture. Needs a QGuiApplication for the fonts.
-    void DrawOverlayText(QImage& picture, const OverlaySettings& settings);
+    // Draws OverlayText on the picture. Needs a QGuiApplication for the fonts. Returns the part
+    // outside of which nothing was drawn.
+    QRect DrawOverlayText(QImage& picture, const OverlaySettings& settings);
 
     QString DateText;
     QString TimeText;
