@@ -1,6 +1,7 @@
 // The capture control and cameras on the network, played by a server in this process.
 
 #include "camera/test_capture_aids.h"
+#include "camera/web_question.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
@@ -49,6 +50,32 @@ class CaptureNetworkTest : public QObject {
         for (int i = 0; i < 4; ++i) QCOMPARE(bench.Grab(), i);
         QCOMPARE(server.Requests(), 4);
         QCOMPARE(bench.Control.Width(), 161);
+    }
+
+    void AnswerEnds_data() {
+        const Rows<int, int, WebAnswer::Kind, CaptureFault>
+            row;  // whole pictures that come, milliseconds that it may take, what of it
+        using Kind = WebAnswer::Kind;
+        row("when it takes too long", 0, 0, Kind::Failed, CaptureFault::NoAnswer);
+        row("when nothing more comes", 1, 30'000, Kind::Picture, CaptureFault::None);
+        row("where the next picture begins", 2, 30'000, Kind::Picture, CaptureFault::None);
+    }
+    // The server tells no length, and keeps the line.
+    void AnswerEnds() {
+        const auto [count, limit, kind, fault] = Row<int, int, WebAnswer::Kind, CaptureFault>();
+        const QByteArray jpeg = JpegPicture(size, 1);
+        const WebCamera server([&, count = count](QTcpSocket& socket, int) {
+            if (count > 0) socket.write("HTTP/1.1 200 OK\r\n\r\n" + jpeg.repeated(count));
+        });
+        const std::atomic<bool> stop = false;
+        std::atomic<quint64> arrivals = 0;
+        using std::chrono::milliseconds;
+        const WebTerms terms{.Limit = milliseconds(limit), .Quiet = milliseconds(0)};
+        WebQuestion question(server.Entry("").mid(4), stop, arrivals, terms);
+        const WebAnswer answer = question.Ask({});
+        QCOMPARE(answer.Is, kind);
+        QCOMPARE(answer.Fault, fault);
+        QCOMPARE(answer.Picture.Bytes, count > 0 ? jpeg : QByteArray());
     }
 
     void WrongAnswersAreNamed_data() {
