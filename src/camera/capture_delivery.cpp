@@ -63,12 +63,14 @@ bool CaptureDelivery::ServeOnDemand() {
         return true;
     }
     // It was idle until now, not silent.
-    session.CountArrival();
+    if (!source.CountsArrivals()) session.CountArrival();
     const CaptureSource::Step step = source.Advance();
     if (step == CaptureSource::Step::Failed) return false;
     if (step == CaptureSource::Step::Nothing) return true;
     newForGrab = newForPreview = true;
-    Deliver(demand, demand.Frame, demand.Preview() && Elapsed() >= nextPreview);
+    // Somebody may have asked while it came.
+    const CaptureSession::Demand now = session.Look();
+    Deliver(now, now.Frame, now.Preview() && Elapsed() >= nextPreview);
     // Pictures that were missed are not made up for.
     nextStep = std::max(nextStep + source.Pace(), Elapsed());
     return true;

@@ -2,6 +2,7 @@
 
 #include "camera/capture_fault.h"
 #include "camera/capture_ffmpeg.h"
+#include "camera/web_address.h"
 #include "platform/capture_devices.h"
 
 #include <QString>
@@ -14,7 +15,8 @@
 // What to open.
 struct CaptureRequest {
     CaptureKind Kind = CaptureKind::Device;
-    QString Address;  // what is opened, or test:WIDTHxHEIGHT
+    QString Address;                  // what is opened, or test:WIDTHxHEIGHT
+    std::shared_ptr<WebAddress> Web;  // of a network camera
     // Of an installed camera.
     CaptureDevice Device;
     std::optional<CaptureFormat> Format;
@@ -45,6 +47,9 @@ class CaptureSource {
     // Whether it is a camera of this machine: Advance returns at once when nothing has come, and
     // the first pictures are badly exposed.
     [[nodiscard]] virtual bool IsDevice() const { return false; }
+    // Whether it counts by itself what arrives, and ends by itself when nothing does; of other
+    // sources that are not live each question counts as an arrival.
+    [[nodiscard]] virtual bool CountsArrivals() const { return false; }
     // Milliseconds from one picture to the next when a source that is not live is watched.
     [[nodiscard]] virtual int Pace() const { return 0; }
 

@@ -20,6 +20,8 @@ constexpr int lookInterval = 1000;
 // hold is from before.
 constexpr qint64 longestLook = 5000;
 constexpr qint64 freshEnough = 2000;
+// The longest that a grab that has failed is not tried again while a still may be on its way.
+constexpr qint64 freshLate = 20'000;
 constexpr int closeLimit = 1000;
 }  // namespace
 
@@ -76,6 +78,7 @@ void ezVidCap::SetDriverIndex(int index) {
     isSelected = exists;
     selected = exists ? cameras[index] : Camera();
     position = std::make_shared<CapturePosition>(BeforeFirstPicture);
+    web = std::make_shared<WebAddress>();
     failed = false;
     Report(CaptureFault::None);
     watch.SetEnabled(false);
@@ -139,6 +142,7 @@ void ezVidCap::Watch() {
 void ezVidCap::CloseWhenQuiet() {
     if (grabbing > 0 || preview) return;
     frame = Dib();  // some megabytes, for the minutes until the next picture
+    if (web->Asking > 0 || LateStill()) return;
     if (slowStart && Now() - grabbedAt < quietLimitSlowStart) return;
     CloseSession();
 }
@@ -152,12 +156,18 @@ void ezVidCap::LookAtArrivals() {
     if (const quint64 count = session->Arrivals(); count != arrivals) {
         arrivals = count;
         distance = looked - std::exchange(arrivedAt, looked);
-    } else if (Now() - arrivedAt >= patience) {
+    } else if (web->Asking == 0 && Now() - arrivedAt >= patience) {
         const CaptureFault fault = FaultOfSilence(false);
         CloseSession();
         if (grabbing > 0 || preview) Report(fault);
     }
     looked = Now();
+}
+
+// Whether an answer has come that nobody waits for any more. It is the next picture, or a camera
+// that takes longer to answer than a grab waits would be asked for ever.
+bool ezVidCap::LateStill() const {
+    return kept.Valid() && web->Is == WebAddress::Kind::Still && Now() - keptAt <= freshLate;
 }
 
 // Has the picture that came between two grabs be the grabbed one, unless it is older than that.
@@ -184,7 +194,7 @@ bool ezVidCap::GrabFrame() {
     if (!enabled || !isSelected) return false;
     LookAtArrivals();
     ++grabbing;
-    const bool done = TakeKept(freshEnough) || Grab();
+    const bool done = TakeKept(LateStill() ? freshLate : freshEnough) || Grab();
     --grabbing;
     failed = !done;
     grabbedAt = Now();
@@ -226,6 +236,7 @@ QImage ezVidCap::TakeFrame() {
 CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
     request.Kind = selected.Kind;
     request.Address = selected.Address;
+    request.Web = web;
     if (selected.Kind != CaptureKind::Device) return CaptureFault::None;
     const std::optional<CaptureDevice> device = InstalledDevice();
     if (!device) return CaptureFault::NotConnected;
@@ -260,7 +271,7 @@ bool ezVidCap::OpenSession() {
     events.Failed = [this](CaptureFault why) {
         CloseSession();
         // A line that breaks while nobody wants a picture is opened again when somebody does.
-        if (grabbing > 0 || preview) Report(why);
+        if (grabbing > 0 || preview || failed) Report(why);
     };
     session = lastSession = CaptureSession::Start(request, position, lastSession, *this, events);
     arrivals = 0;
@@ -292,7 +303,8 @@ void ezVidCap::Report(CaptureFault fault) {
 // Of a camera that is open and delivers no picture. sends: other things come from it.
 CaptureFault ezVidCap::FaultOfSilence(bool sends) const {
     if (sends) return CaptureFault::NoWholePicture;
-    const bool answered = selected.Kind != CaptureKind::Network || session->Arrivals() > 0;
+    const bool answered =
+        selected.Kind != CaptureKind::Network || (session->Arrivals() > 0 && web->Asking == 0);
     return answered ? CaptureFault::Silent : CaptureFault::NoAnswer;
 }
 

@@ -13,6 +13,7 @@
 class CaptureSession;
 struct CaptureRequest;
 class QImage;
+class WebAddress;
 class Waiting;
 
 // The capture control: lists the cameras, holds the one selected, grabs its newest frame, saves it
@@ -59,7 +60,8 @@ class ezVidCap : public QObject, public CaptureControl {
     // came; Fault() then tells why. Where pictures come seconds apart, the last one will do when no
     // other comes meanwhile. A camera that sends something stays open: the picture that all
     // others of a stream are made from comes in its own time. No frame is older than two seconds,
-    // or than the time from the one before, those counted in which the machine was suspended.
+    // or than the time from the one before, those counted in which the machine was suspended; only
+    // a still that was too late for one grab is the picture of the next for twenty seconds.
     [[nodiscard]] bool GrabFrame() override;
     // Writes the grabbed frame as a bitmap file of 24 bits. False when there is none, or it cannot
     // be written: an older file of that name stays.
@@ -101,6 +103,7 @@ class ezVidCap : public QObject, public CaptureControl {
     void Watch();
     void CloseWhenQuiet();
     void LookAtArrivals();
+    [[nodiscard]] bool LateStill() const;
     [[nodiscard]] bool TakeKept(qint64 mostAge);
     void Use(Dib&& newest);
     void Report(CaptureFault fault);
@@ -123,6 +126,7 @@ class ezVidCap : public QObject, public CaptureControl {
     std::shared_ptr<CaptureSession> session;      // null while no camera is open
     std::shared_ptr<CaptureSession> lastSession;  // may still be closing its camera
     std::shared_ptr<std::atomic<qint64>> position;
+    std::shared_ptr<WebAddress> web;  // of a network camera that is selected
     quint64 grabs = 0;
     int grabbing = 0;  // grabs that wait now
 

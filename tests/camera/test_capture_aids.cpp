@@ -205,7 +205,7 @@ WebCamera::WebCamera(Answer answer) {
         QTcpSocket* const socket = nextPendingConnection();
         connect(socket, &QTcpSocket::readyRead, this, [this, socket, answer] {
             if (!socket->peek(8192).contains("\r\n\r\n")) return;
-            socket->readAll();
+            asked = socket->readAll();
             answer(*socket, requests++);
         });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);

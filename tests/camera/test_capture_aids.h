@@ -91,6 +91,8 @@ class WebCamera : public QTcpServer {
     explicit WebCamera(Answer answer);
     [[nodiscard]] QString Entry(const QString& path) const;
     [[nodiscard]] int Requests() const { return requests; }
+    // The last request, from its first line to the empty one.
+    [[nodiscard]] const QByteArray& Asked() const { return asked; }
 
     // Sends a whole answer and closes.
     static void Reply(QTcpSocket& socket, const QByteArray& status, const QByteArray& body);
@@ -101,4 +103,5 @@ class WebCamera : public QTcpServer {
 
   private:
     int requests = 0;
+    QByteArray asked;
 };
