@@ -15,6 +15,17 @@ struct Span {
     qsizetype Host;
 };
 
+// The last '@' that a host follows.
+qsizetype LastBeforeHost(const QString& address, qsizetype begin) {
+    static const QRegularExpression host(
+        QStringLiteral(R"(@(?=(\[[0-9A-Fa-f:.]+\]|[^][@:/?#\s]+)(:[0-9]{1,5})?([/?#]|$)))"));
+    qsizetype at = -1;
+    for (auto found = host.match(address, begin); found.hasMatch();
+         found = host.match(address, at + 1))
+        at = found.capturedStart();
+    return at;
+}
+
 Span SpanOf(const QString& address) {
     const qsizetype mark = address.indexOf(separator);
     if (mark < 0) return {0, 0};
@@ -23,16 +34,27 @@ Span SpanOf(const QString& address) {
     qsizetype end = address.indexOf(endOfHost, begin);
     if (end < 0) end = address.size();
     // An '@' may stand in a password that nobody has encoded.
-    const qsizetype at = end > begin ? address.lastIndexOf(u'@', end - 1) : -1;
+    qsizetype at = end > begin ? address.lastIndexOf(u'@', end - 1) : -1;
+    // A colon, and no port behind it: this is no host but the beginning of a plain password.
+    static const QRegularExpression password(QStringLiteral("^[^:[]+:(?![0-9]{1,5}$)"));
+    if (at < begin && password.match(address.mid(begin, end - begin)).hasMatch())
+        at = LastBeforeHost(address, begin);
     return {begin, at < begin ? begin : at + 1};
 }
 
-QString Decoded(const QString& text) {
-    return QUrl::fromPercentEncoding(text.toUtf8());
+QString PercentEncoded(const QString& text) {
+    return QString::fromLatin1(QUrl::toPercentEncoding(text));
 }
 
-QString Encoded(const QString& text) {
-    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+// With that encoded which has to be, and is not yet: a '%' is plain where it begins no code.
+QString Mended(const QString& access) {
+    static const QRegularExpression code(QStringLiteral("%25(?=[0-9A-Fa-f]{2})"));
+    QString text = QString::fromLatin1(QUrl::toPercentEncoding(access, "!$&'()*+,;=:"));
+    return text.replace(code, QStringLiteral("%"));
+}
+
+QString Decoded(const QString& text) {
+    return QUrl::fromPercentEncoding(Mended(text).toLatin1());
 }
 
 }  // namespace
@@ -48,10 +70,17 @@ CameraAddress CameraAddress::Split(const QString& address) {
 
 QString CameraAddress::Joined() const {
     const qsizetype mark = Place.indexOf(separator);
-    if (mark < 0 || (User.isEmpty() && Password.isEmpty())) return Place;
-    QString access = Encoded(User);
-    if (!Password.isEmpty()) access += u':' + Encoded(Password);
+    if (mark < 0 || !HasAccess()) return Place;
+    QString access = PercentEncoded(User);
+    if (!Password.isEmpty()) access += u':' + PercentEncoded(Password);
     return QString(Place).insert(mark + separator.size(), access + u'@');
+}
+
+QString CameraAddress::Encoded(const QString& address) {
+    const auto [begin, host] = SpanOf(address);
+    if (host == begin) return address;
+    return address.left(begin) + Mended(address.mid(begin, host - begin - 1)) +
+           address.mid(host - 1);
 }
 
 QString CameraAddress::WithoutSecrets(const QString& address) {
@@ -61,7 +90,7 @@ QString CameraAddress::WithoutSecrets(const QString& address) {
         QRegularExpression::CaseInsensitiveOption);
     parts.Place.replace(secret, QStringLiteral("\\1") + dots);
     const qsizetype mark = parts.Place.indexOf(separator);
-    if (parts.User.isEmpty() && parts.Password.isEmpty()) return parts.Place;
+    if (!parts.HasAccess()) return parts.Place;
     const QString access = parts.User + (parts.Password.isEmpty() ? QString() : u':' + dots);
     return parts.Place.insert(mark + separator.size(), access + u'@');
 }

@@ -31,6 +31,8 @@ WrittenCamera WrittenCamera::FromLine(const QString& line) {
     camera.Address = line.mid(bar + 1).trimmed();
     camera.FormerName = camera.Name;
     camera.Kind = KindOfAddress(camera.Address);
+    if (camera.Kind == CaptureKind::Network)
+        camera.Address = CameraAddress::Encoded(camera.Address);
     return camera;
 }
 
@@ -66,6 +68,7 @@ void CameraForm::LayOut() {
 void CameraForm::Connect() {
     for (QLineEdit* field : {txtName, txtAddress, txtUser, txtPassword})
         connect(field, &QLineEdit::textEdited, this, &CameraForm::Changed);
+    connect(txtAddress, &QLineEdit::editingFinished, this, &CameraForm::TakeApart);
     connect(cbKind, &QComboBox::activated, this, &CameraForm::ChangeKind);
     connect(btnFile, &QPushButton::clicked, this, &CameraForm::ChooseFile);
     connect(&bindings, &Bindings::TextsShown, this, &CameraForm::FitToKind);
@@ -103,8 +106,18 @@ QString CameraForm::Address() const {
     const QString typed = txtAddress->text().trimmed();
     if (Kind() == CaptureKind::Test) return testScheme + typed;
     if (Kind() == CaptureKind::File) return typed;
+    if (CameraAddress::Split(typed).HasAccess()) return CameraAddress::Encoded(typed);
     const CameraAddress parts{typed, txtUser->text(), txtPassword->text()};
     return CameraAddress::Split(shown.Address) == parts ? shown.Address : parts.Joined();
+}
+
+// An address that was written as a whole goes into the fields for its parts.
+void CameraForm::TakeApart() {
+    const CameraAddress parts = CameraAddress::Split(txtAddress->text().trimmed());
+    if (Kind() != CaptureKind::Network || !parts.HasAccess()) return;
+    txtAddress->setText(parts.Place);
+    txtUser->setText(parts.User);
+    txtPassword->setText(parts.Password);
 }
 
 void CameraForm::ChangeKind() {

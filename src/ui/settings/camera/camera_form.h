@@ -50,6 +50,7 @@ class CameraForm : public QWidget {
     void LayOut();
     void Connect();
     void ChangeKind();
+    void TakeApart();
     void FitToKind();
     void ChooseFile();
     [[nodiscard]] CaptureKind Kind() const;
