@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -49,8 +50,8 @@ struct KnownFile {
 };
 
 // The few files in use: the settings and a skin's layout or two.
-std::map<QString, KnownFile>& KnownFiles() {
-    static std::map<QString, KnownFile> files;
+std::map<QString, std::shared_ptr<KnownFile>>& KnownFiles() {
+    static std::map<QString, std::shared_ptr<KnownFile>> files;
     constexpr std::size_t most = 8;
     if (files.size() > most) files.clear();
     return files;
@@ -72,19 +73,20 @@ std::optional<QByteArray> Load(const QString& path) {
 
 // The file as it is now; null when it has no settings. Only what has changed is parsed again, which
 // takes much longer than reading it.
-KnownFile* Current(const QString& path) {
+std::shared_ptr<KnownFile> Current(const QString& path) {
     const QFileInfo info(path);
-    if (!IsReadable(info)) return nullptr;
-    KnownFile& known = KnownFiles()[path];
+    if (!IsReadable(info)) return {};
+    std::shared_ptr<KnownFile>& known = KnownFiles()[path];
     // The stamp is taken before the content is read, so it can only be too old.
     const Stamp version(info);
-    if (known.Version == version) return &known;
+    if (known && known->Version == version) return known;
     const bool settled = version.Settled();
     const std::optional<QByteArray> bytes = Load(path);
-    if (!bytes) return nullptr;
-    if (*bytes != known.Bytes) known = {std::nullopt, *bytes, ProfileText(*bytes)};
-    known.Version = settled ? std::optional(version) : std::nullopt;
-    return &known;
+    if (!bytes) return {};
+    if (!known || *bytes != known->Bytes)
+        known = std::make_shared<KnownFile>(KnownFile{std::nullopt, *bytes, ProfileText(*bytes)});
+    known->Version = settled ? std::optional(version) : std::nullopt;
+    return known;
 }
 
 bool Replace(const QString& path, const QByteArray& bytes) {
@@ -98,10 +100,19 @@ bool Replace(const QString& path, const QByteArray& bytes) {
 
 }  // namespace
 
+ProfileReader::ProfileReader(const QString& file) {
+    // Held with all that is known of the file.
+    if (const std::shared_ptr<KnownFile> known = Current(file))
+        text = std::shared_ptr<const ProfileText>(known, &known->Text);
+}
+
 QString ReadSetting(const QString& file, const QString& section, const QString& key) {
-    const KnownFile* const known = Current(file);
+    return ProfileReader(file).Value(section, key);
+}
+
+QString ProfileReader::Value(const QString& section, const QString& key) const {
     const std::optional<QString> found =
-        known ? known->Text.Value(section, key) : std::optional<QString>();
+        text ? text->Value(section, key) : std::optional<QString>();
     if (!found) return {};
     QString value = found->isEmpty() ? QString("") : *found;
     if (value.size() <= mostCharacters) return value;
@@ -118,7 +129,7 @@ int WriteSetting(const QString& file, const QString& section, const QString& key
 int WriteSettings(const QString& file, const QList<ProfileEntry>& entries) {
     KnownFile known;
     if (QFileInfo::exists(file)) {
-        KnownFile* const current = Current(file);
+        const std::shared_ptr<KnownFile> current = Current(file);
         if (!current) return 0;
         // Taken out: forgotten unless the file comes to be what this becomes.
         known = std::exchange(*current, KnownFile());
@@ -127,6 +138,7 @@ int WriteSettings(const QString& file, const QList<ProfileEntry>& entries) {
         if (!known.Text.Set(entry.Section, entry.Key, entry.Value)) return 0;
     const QByteArray bytes = known.Text.Bytes();
     if (bytes.size() > mostBytes || !Replace(file, bytes)) return 0;
-    KnownFiles().insert_or_assign(file, KnownFile{std::nullopt, bytes, std::move(known.Text)});
+    KnownFiles().insert_or_assign(
+        file, std::make_shared<KnownFile>(KnownFile{std::nullopt, bytes, std::move(known.Text)}));
     return 1;
 }

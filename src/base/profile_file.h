@@ -3,6 +3,10 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
+
+class ProfileText;
+
 // Profile (INI) files as the system's profile functions treat them: one call for each value, the
 // file is never held open. ftpOptions.ini and Position.ini are such files. A damaged or binary file
 // has no settings, and writing keeps what is in it. To be used from one thread only.
@@ -12,6 +16,17 @@
 // and null then, too.
 // Section and key names are compared without regard to case; the first match counts.
 [[nodiscard]] QString ReadSetting(const QString& file, const QString& section, const QString& key);
+
+// The same for many values of a file as it is at this moment: for each single one the system would
+// be asked whether it has changed. Not to be kept while something is written.
+class ProfileReader {
+  public:
+    explicit ProfileReader(const QString& file);
+    [[nodiscard]] QString Value(const QString& section, const QString& key) const;
+
+  private:
+    std::shared_ptr<const ProfileText> text;  // null: no settings
+};
 
 // Sets the value, creating file, section and key where missing. Everything else in the file stays
 // as it is, byte for byte: encoding, line ends, order, comments, unknown lines. The file is

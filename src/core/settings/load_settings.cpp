@@ -60,9 +60,10 @@ Settings LoadSettings(const QString& file, const QList<ProfileEntry>& entries) {
     QHash<QString, QString> instead;
     for (const ProfileEntry& entry : entries)
         instead.insert(NameOf(entry.Section, entry.Key), entry.Value);
-    return LoadSettings(
-        QFileInfo(file).absolutePath(), [&](const QString& section, const QString& key) {
-            const auto found = instead.constFind(NameOf(section, key));
-            return found != instead.cend() ? *found : ReadSetting(file, section, key);
-        });
+    const ProfileReader profile(file);
+    return LoadSettings(QFileInfo(file).absolutePath(),
+                        [&](const QString& section, const QString& key) {
+                            const auto found = instead.constFind(NameOf(section, key));
+                            return found != instead.cend() ? *found : profile.Value(section, key);
+                        });
 }
