@@ -14,6 +14,7 @@
 #include "platform/termination.h"
 #include "ui/main/splash.h"
 #include "ui/shell.h"
+#include "ui/widgets/outline_style.h"
 #include "ui/window_boxes.h"
 
 #include <QApplication>
@@ -99,6 +100,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("stillpost");
     QApplication::setApplicationVersion(ProgramVersion());
     QApplication::setQuitOnLastWindowClosed(false);
+    OutlineStyle::Install();
     const auto folder =
         ProgramFolder::Choose(ProgramFolder::Places::OfThisProcess(commandLine.Folder));
     if (!folder) {

@@ -1,10 +1,17 @@
 #include "support/data_rows.h"
 #include "ui/skin/skin.h"
 #include "ui/skin/window_shape.h"
+#include "ui/widgets/outline_style.h"
 #include "ui/window_fixture.h"
 
+#include <QCheckBox>
 #include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
 #include <QTest>
 
 namespace {
@@ -99,6 +106,28 @@ class TestSkin : public QObject {
         const QImage picture = Drawing({30, 20}, QRect(5, 5, 10, 10));
         const QImage cleaned = WithCleanEdges(picture, BuildRegionFromPicture(picture));
         QCOMPARE(cleaned, Drawing({30, 20}, QRect(4, 4, 12, 12)));
+    }
+
+    // The toolkit's own outlines are black on black.
+    void ControlsAreSeenOnBlack() {
+        OutlineStyle style;
+        QCheckBox box;
+        QRadioButton choice;
+        QLineEdit line;
+        QListWidget list;
+        QSlider slider;
+        QPushButton button;
+        for (QWidget* each :
+             std::initializer_list<QWidget*>{&box, &choice, &line, &list, &slider, &button}) {
+            each->setStyle(&style);
+            each->setPalette(QPalette(Qt::black, Qt::black));
+            const QImage shown = each->grab().toImage();
+            int lightest = 0;
+            for (int y = 0; y < shown.height(); ++y)
+                for (int x = 0; x < shown.width(); ++x)
+                    lightest = std::max(lightest, qGray(shown.pixel(x, y)));
+            QVERIFY2(lightest > 90, each->metaObject()->className());
+        }
     }
 };
 
