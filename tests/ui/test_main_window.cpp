@@ -83,6 +83,8 @@ class TestMainWindow : public QObject {
         QCOMPARE(program.Setting("Einstellungen", "Skin"), "Green");
         frmSkin& window = *program.Window;
         QVERIFY(window.isVisible());
+        window.setPalette(QPalette(Qt::black, Qt::black));
+        QVERIFY(qGray(window.Label_Driver->palette().windowText().color().rgb()) > 110);
         const QSignalSpy ended(program.Core.get(), &Program::Ended);
         QTest::mouseClick(window.btnExit, Qt::LeftButton);
         QCOMPARE(ended.size(), 1);

@@ -13,6 +13,7 @@
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
+#include "ui/widgets/contrast.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QCloseEvent>
@@ -168,10 +169,23 @@ void frmSkin::ShowDrivers() {
     cbDriver->setCurrentIndex(program.State.DriverPresent ? program.DriverIndex() : 0);
     cbDriver->setEnabled(program.State.DriverPresent);
     Label_Driver->setText(program.DriverText());
-    QPalette colours = Label_Driver->palette();
-    colours.setColor(QPalette::WindowText, program.State.DriverPresent ? Qt::blue : Qt::red);
-    Label_Driver->setPalette(colours);
+    ColourDriver();
     if (layoutComplete) PlaceDriverArea();
+}
+
+// A skin has a light ground for them.
+void frmSkin::ColourDriver() {
+    const bool light = !HasBackground() && Contrast::IsDark(palette().color(QPalette::Window));
+    const QColor present = light ? QColor(0x8a, 0xb4, 0xff) : QColor(Qt::blue);
+    const QColor missing = light ? QColor(0xff, 0x8a, 0x80) : QColor(Qt::red);
+    QPalette colours = Label_Driver->palette();
+    colours.setColor(QPalette::WindowText, program.State.DriverPresent ? present : missing);
+    Label_Driver->setPalette(colours);
+}
+
+void frmSkin::changeEvent(QEvent* event) {
+    ShapedWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ColourDriver();
 }
 
 void frmSkin::ShowPreviewSettings() {
@@ -242,6 +256,7 @@ void frmSkin::LoadBackground(Skin& skin) {
 
 void frmSkin::ApplySkinLayout(Skin& skin) {
     LoadPictures(skin);
+    ColourDriver();
     delete layout();
     if (!HasBackground()) {
         LayOutPlain();
@@ -342,10 +357,8 @@ void frmSkin::PlaceDriverArea() {
 }
 
 void frmSkin::WriteOn(QWidget& label, const QColor& ground) {
-    constexpr int middleGrey = 140;
     QPalette colours = label.palette();
-    colours.setColor(QPalette::WindowText,
-                     qGray(ground.rgb()) > middleGrey ? Qt::black : Qt::white);
+    colours.setColor(QPalette::WindowText, Contrast::IsDark(ground) ? Qt::white : Qt::black);
     label.setPalette(colours);
 }
 
@@ -369,7 +382,7 @@ void frmSkin::PlaceStatus() {
 void frmSkin::LayOutPlain() {
     flapEnabled = false;
     ShowFlap();
-    lblStatus->setPalette(palette());
+    lblStatus->setPalette({});
     lblStatus->show();
     preview->setMinimumSize(previewSize);
     auto* grid = new QGridLayout(this);

@@ -69,6 +69,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     struct Led {
@@ -88,6 +89,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void PlaceDriverArea();
     void PlaceStatus();
     static void WriteOn(QWidget& label, const QColor& ground);
+    void ColourDriver();
     void LayOutPlain();
     void ShowFlap();
     void ShowLeds();

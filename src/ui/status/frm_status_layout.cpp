@@ -187,9 +187,9 @@ void frmStatus::LayOutPlain() {
     for (PictureSlider* slider : {Slider1, Slider2}) slider->SetPictures({}, {}, {});
     ProgressBar1->SetPictures({}, {});
     for (int column : {0, 1}) grid->setColumnMinimumWidth(column, columnWidth);
-    SetLabelColour(palette().color(QPalette::WindowText));
+    SetLabelColour({});
     for (ReadoutLabel* caption : {Label5, Label6}) {
-        caption->SetColour(palette().color(QPalette::WindowText));
+        caption->SetColour({});
         caption->show();
     }
     ProgressBar1->SetCaption(PictureBar::Caption::TextAndPercentage, "Upload - State: ", " %");

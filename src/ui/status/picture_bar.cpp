@@ -53,9 +53,10 @@ void PictureBar::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const int filled = width() * (value() - minimum()) / std::max(1, maximum() - minimum());
     const QRect fill(0, 0, filled, height());
+    const QColor plain = colour.isValid() ? colour : palette().color(QPalette::WindowText);
     if (empty.isNull() && caption == Caption::None) {
         painter.setOpacity(faint);
-        painter.fillRect(rect(), colour);
+        painter.fillRect(rect(), plain);
         painter.setOpacity(1);
     } else if (empty.isNull()) {
         painter.fillRect(rect(), Qt::darkGray);  // the text on it is white
@@ -63,7 +64,7 @@ void PictureBar::paintEvent(QPaintEvent*) {
         painter.drawPixmap(rect(), empty);
     }
     if (full.isNull()) {
-        painter.fillRect(fill, colour);
+        painter.fillRect(fill, plain);
     } else {
         painter.setClipRect(fill);
         painter.drawPixmap(rect(), full);

@@ -18,7 +18,7 @@ class PictureBar : public QProgressBar {
     void SetPictures(const QPixmap& emptyPicture, const QPixmap& fullPicture);
     // To be used in place of setValue, which paints each bar at once and by itself.
     void SetValue(int newValue);
-    // What a plain bar is filled with.
+    // What a plain bar is filled with; an invalid colour is that of the window's text.
     void SetColour(const QColor& fill);
     // What is written on the bar: `before`, the percentage, `after`.
     void SetCaption(Caption kind, const QString& before, const QString& after);

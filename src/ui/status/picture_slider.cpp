@@ -1,6 +1,7 @@
 #include "ui/status/picture_slider.h"
 
 #include "ui/skin/picture_button.h"
+#include "ui/widgets/contrast.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -151,7 +152,7 @@ void PictureSlider::wheelEvent(QWheelEvent* event) {
 
 void PictureSlider::PaintPlain(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(palette().color(QPalette::Dark));
+    painter.setPen(Contrast::Outline(palette()));
     painter.setBrush(palette().mid());
     QRectF groove(0, 0, width(), plainGroove);
     groove.moveCenter(QRectF(rect()).center());

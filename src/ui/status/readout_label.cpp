@@ -13,6 +13,10 @@ ReadoutLabel::ReadoutLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void ReadoutLabel::SetColour(const QColor& colour) {
+    if (!colour.isValid()) {
+        setPalette({});
+        return;
+    }
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, colour);
     setPalette(colours);

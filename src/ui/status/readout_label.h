@@ -10,6 +10,7 @@ class ReadoutLabel : public QLabel {
   public:
     explicit ReadoutLabel(QWidget* parent);
 
+    // An invalid colour is that of the window's text.
     void SetColour(const QColor& colour);
 
     // The lines as they are drawn in the room there is.
