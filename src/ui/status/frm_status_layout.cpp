@@ -8,6 +8,7 @@
 #include "ui/status/readout_label.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGridLayout>
 
 namespace {
