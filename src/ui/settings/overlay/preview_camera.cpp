@@ -41,10 +41,10 @@ QSize PreviewCamera::Size() const {
 
 QImage PreviewCamera::Picture() const {
     if (!frame.Valid()) return NeutralPicture();
-    // A device-independent bitmap begins with the bottom row.
+    // The program draws on its own.
     return QImage(frame.Bits.data(), frame.Width, frame.Height, frame.Stride(),
                   QImage::Format_BGR888)
-        .mirrored();
+        .copy();
 }
 
 // As large as the camera's pictures will be, because the text's size against the picture counts.
