@@ -89,8 +89,8 @@ void CaptureDelivery::Deliver(const CaptureSession::Demand& demand, bool grab, b
     }
     if (grab) {
         newForGrab = false;
-        Dib dib;
-        if (scaler.ToDib(*frame, dib)) session.HandOver(std::move(dib));
+        QImage picture = scaler.ToPicture(*frame);
+        if (!picture.isNull()) session.HandOver(std::move(picture));
     }
     if (preview) {
         newForPreview = false;

@@ -89,13 +89,13 @@ void CaptureSession::Rest(qint64 milliseconds, const Demand& known) {
     }
 }
 
-void CaptureSession::HandOver(Dib&& frame) {
+void CaptureSession::HandOver(QImage&& frame) {
     {
         const QMutexLocker lock(&mutex);
         demand.Frame = false;
     }
-    way.Post([own = shared_from_this(), kept = std::make_shared<Dib>(std::move(frame))] {
-        own->events.Grabbed(std::move(*kept));
+    way.Post([own = shared_from_this(), kept = std::move(frame)]() mutable {
+        own->events.Grabbed(std::move(kept));
     });
 }
 

@@ -2,7 +2,6 @@
 
 #include "base/detached_thread.h"
 #include "camera/capture_source.h"
-#include "camera/dib.h"
 
 #include <QImage>
 #include <QSize>
@@ -14,7 +13,7 @@
 // What a session tells, on the thread of the object that it was given.
 struct CaptureEvents {
     // The frame that was asked for; also one of a slow source that nobody has asked for.
-    std::function<void(Dib&& frame)> Grabbed;
+    std::function<void(QImage&& frame)> Grabbed;
     std::function<void(const QImage& image, QSize pictureSize)> Preview;
     std::function<void(CaptureFault)> Failed;  // the device is closed, nothing more will come
 };
@@ -62,7 +61,7 @@ class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
     // Sleeps until more is demanded than was known, or the time is up; below 0 for no limit.
     void Rest(qint64 milliseconds, const Demand& known);
     void CountArrival() { ++arrivals; }
-    void HandOver(Dib&& frame);
+    void HandOver(QImage&& frame);
     void HandOver(const QImage& image, QSize pictureSize);
 
   private:

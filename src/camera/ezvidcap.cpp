@@ -4,7 +4,7 @@
 #include "camera/camera_adjustments.h"
 #include "camera/capture_format.h"
 #include "camera/capture_session.h"
-#include "picture/bitmap/bitmap_file.h"
+#include "picture/bitmap/picture_surface.h"
 
 #include <algorithm>
 #include <utility>
@@ -141,7 +141,7 @@ void ezVidCap::Watch() {
 
 void ezVidCap::CloseWhenQuiet() {
     if (grabbing > 0 || preview) return;
-    frame = Dib();  // some megabytes, for the minutes until the next picture
+    frame = QImage();  // some megabytes, for the minutes until the next picture
     if (web->Asking > 0 || LateStill()) return;
     if (slowStart && Now() - grabbedAt < quietLimitSlowStart) return;
     CloseSession();
@@ -167,17 +167,17 @@ void ezVidCap::LookAtArrivals() {
 // Whether an answer has come that nobody waits for any more. It is the next picture, or a camera
 // that takes longer to answer than a grab waits would be asked for ever.
 bool ezVidCap::LateStill() const {
-    return kept.Valid() && web->Is == WebAddress::Kind::Still && Now() - keptAt <= freshLate;
+    return !kept.isNull() && web->Is == WebAddress::Kind::Still && Now() - keptAt <= freshLate;
 }
 
 // Has the picture that came between two grabs be the grabbed one, unless it is older than that.
 bool ezVidCap::TakeKept(qint64 mostAge) {
-    if (!kept.Valid() || Now() - keptAt > mostAge) return false;
-    Use(std::exchange(kept, Dib()));
+    if (kept.isNull() || Now() - keptAt > mostAge) return false;
+    Use(std::exchange(kept, QImage()));
     return true;
 }
 
-void ezVidCap::Use(Dib&& newest) {
+void ezVidCap::Use(QImage&& newest) {
     frame = std::move(newest);
     ++grabs;
 }
@@ -224,13 +224,11 @@ bool ezVidCap::Grab() {
 }
 
 bool ezVidCap::SaveDIB(const QString& path) {
-    if (!frame.Valid()) return false;
-    return WriteBitmap(path, frame.Width, frame.Height, {frame.Bits.data(), frame.Stride()}) ==
-           ImagingDone;
+    return SaveSurface(frame, path);
 }
 
 QImage ezVidCap::TakeFrame() {
-    return frame.Take();
+    return std::exchange(frame, QImage());
 }
 
 CaptureFault ezVidCap::MakeRequest(CaptureRequest& request) {
@@ -255,8 +253,8 @@ bool ezVidCap::OpenSession() {
         return false;
     }
     CaptureEvents events;
-    events.Grabbed = [this](Dib&& newest) {
-        pictureSize = QSize(newest.Width, newest.Height);
+    events.Grabbed = [this](QImage&& newest) {
+        pictureSize = newest.size();
         keptAt = Now();
         if (grabbing > 0)
             Use(std::move(newest));
@@ -286,7 +284,7 @@ bool ezVidCap::OpenSession() {
 void ezVidCap::CloseSession() {
     if (session) session->Stop();
     session.reset();
-    kept = Dib();
+    kept = QImage();
     quiet.SetEnabled(false);
     look.SetEnabled(false);
 }

@@ -2,17 +2,16 @@
 
 #include "base/clock.h"
 #include "camera/camera_list.h"
-#include "camera/dib.h"
 #include "picture/capture_control.h"
 
 #include <QDateTime>
+#include <QImage>
 #include <QSize>
 
 #include <atomic>
 
 class CaptureSession;
 struct CaptureRequest;
-class QImage;
 class WebAddress;
 class Waiting;
 
@@ -67,7 +66,7 @@ class ezVidCap : public QObject, public CaptureControl {
     // be written: an older file of that name stays.
     [[nodiscard]] bool SaveDIB(const QString& path) override;
     [[nodiscard]] QImage TakeFrame() override;
-    [[nodiscard]] const Dib& Frame() const { return frame; }
+    [[nodiscard]] const QImage& Frame() const { return frame; }
 
     // Whether a camera is selected and has not failed at the last grab.
     [[nodiscard]] bool Running() const override;
@@ -105,7 +104,7 @@ class ezVidCap : public QObject, public CaptureControl {
     void LookAtArrivals();
     [[nodiscard]] bool LateStill() const;
     [[nodiscard]] bool TakeKept(qint64 mostAge);
-    void Use(Dib&& newest);
+    void Use(QImage&& newest);
     void Report(CaptureFault fault);
     [[nodiscard]] CaptureFault FaultOfSilence(bool sends) const;
     [[nodiscard]] qint64 Now() const;
@@ -130,7 +129,7 @@ class ezVidCap : public QObject, public CaptureControl {
     quint64 grabs = 0;
     int grabbing = 0;  // grabs that wait now
 
-    Dib frame;
+    QImage frame;
     QSize pictureSize{0, 0};
     QString faultText;
     CaptureFault faultCause = CaptureFault::None;
@@ -150,6 +149,6 @@ class ezVidCap : public QObject, public CaptureControl {
     qint64 looked = 0;       // when it looked last
     qint64 grabbedAt = 0;    // the last grab, whether it succeeded or not
     bool slowStart = false;  // a grab has waited in vain for its first picture
-    Dib kept;                // came while no grab was waiting for it
+    QImage kept;             // came while no grab was waiting for it
     qint64 keptAt = 0;
 };

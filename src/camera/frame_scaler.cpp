@@ -1,6 +1,7 @@
 #include "camera/frame_scaler.h"
 
 #include "camera/frame_geometry.h"
+#include "picture/bitmap/pixel_memory.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>
@@ -108,18 +109,19 @@ bool FrameScaler::Convert(Tables& kept, int quality, const AVFrame& frame, const
     return done;
 }
 
-bool FrameScaler::ToDib(const AVFrame& frame, Dib& dib) {
-    if (frame.width < 1 || frame.height < 1) return false;
+QImage FrameScaler::ToPicture(const AVFrame& frame) {
+    if (frame.width < 1 || frame.height < 1) return {};
     const FrameGeometry geometry = GeometryOf(frame);
-    dib.Resize(geometry.Shown().width(), geometry.Shown().height());
-    if (!dib.Valid()) return false;
-    return Convert(tables[0], SWS_BILINEAR, frame,
-                   {.Format = AV_PIX_FMT_BGR24,
-                    .Width = dib.Width,
-                    .Height = dib.Height,
-                    .Top = dib.Bits.data(),
-                    .Step = dib.Stride(),
-                    .Orientation = geometry.Orientation});
+    QImage picture = NewPicture(geometry.Shown());
+    if (picture.isNull()) return {};
+    const bool done = Convert(tables[0], SWS_BILINEAR, frame,
+                              {.Format = AV_PIX_FMT_BGR24,
+                               .Width = picture.width(),
+                               .Height = picture.height(),
+                               .Top = picture.bits(),
+                               .Step = static_cast<int>(picture.bytesPerLine()),
+                               .Orientation = geometry.Orientation});
+    return done ? picture : QImage();
 }
 
 QImage FrameScaler::ToImage(const AVFrame& frame, QSize size) {

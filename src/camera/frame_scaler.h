@@ -1,7 +1,6 @@
 #pragma once
 
 #include "camera/capture_ffmpeg.h"
-#include "camera/dib.h"
 
 #include <QImage>
 
@@ -20,13 +19,13 @@ class FrameScaler {
     ~FrameScaler();
     Q_DISABLE_COPY_MOVE(FrameScaler)
 
-    // The frame upright and with square pixels, else in its own size. False when it cannot be
-    // converted.
-    [[nodiscard]] bool ToDib(const AVFrame& frame, Dib& dib);
+    // The frame upright and with square pixels, else in its own size, as Format_BGR888 in memory of
+    // pixel_memory.h. A null image when it cannot be converted.
+    [[nodiscard]] QImage ToPicture(const AVFrame& frame);
 
     // The frame for the screen in its proportions, as large as an area of `size` pixels needs it to
-    // be filled, but never enlarged; as ToDib makes it where that is empty. A null image when it
-    // cannot be converted.
+    // be filled, but never enlarged; as ToPicture makes it where that is empty. A null image when
+    // it cannot be converted.
     [[nodiscard]] QImage ToImage(const AVFrame& frame, QSize size);
 
     // The mean brightness, 0 to 255; 0 when the frame cannot be converted.

@@ -39,17 +39,18 @@ bool Plug(bool in) {
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write("vivid.0") > 0;
 }
 
-QByteArray Print(const Dib& dib) {
-    return QCryptographicHash::hash(QByteArrayView(dib.Bits.data(), qsizetype(dib.Bits.size())),
+QByteArray Print(const QImage& picture) {
+    return QCryptographicHash::hash(QByteArrayView(picture.constBits(), picture.sizeInBytes()),
                                     QCryptographicHash::Sha1);
 }
 
 // Mean of all bytes of the newest picture; -1 without one.
 int Brightness(ezVidCap& control) {
     if (!control.GrabFrame() || !control.GrabFrame()) return -1;
-    const Dib::Bytes& bits = control.Frame().Bits;
-    return static_cast<int>(std::accumulate(bits.begin(), bits.end(), qint64(0)) /
-                            qint64(bits.size()));
+    const QImage& picture = control.Frame();
+    const uchar* const bytes = picture.constBits();
+    const qint64 sum = std::accumulate(bytes, bytes + picture.sizeInBytes(), qint64(0));
+    return static_cast<int>(sum / picture.sizeInBytes());
 }
 
 CameraControl Named(const QList<CameraControl>& controls, const QString& id) {
@@ -77,10 +78,10 @@ int Difference(const uchar* row, const uchar* other, int width) {
 
 // Whether the picture has colours in every band of rows: the pattern is upright bars, so that rows
 // that were never delivered stand out.
-bool HasAllRows(const Dib& dib) {
-    for (int y = 0; y < dib.Height; y += dib.Height / 18) {
-        const uchar* const row = dib.Bits.data() + qptrdiff(y) * dib.Stride();
-        const auto [least, most] = std::minmax_element(row, row + dib.Width * 3);
+bool HasAllRows(const QImage& picture) {
+    for (int y = 0; y < picture.height(); y += picture.height() / 18) {
+        const uchar* const row = picture.constScanLine(y);
+        const auto [least, most] = std::minmax_element(row, row + picture.width() * 3);
         if (*most - *least < 100) return false;
     }
     return true;
@@ -152,7 +153,7 @@ class CameraTest : public QObject {
 
     void DriverTellsOfColours() {
         const VideoNode node(MakeCaptureDevices()->List()[1].Address);
-        Dib known;
+        QImage known;
         for (const auto& [encoding, range] :
              {std::pair(V4L2_YCBCR_ENC_DEFAULT, V4L2_QUANTIZATION_DEFAULT),
               std::pair(V4L2_YCBCR_ENC_709, V4L2_QUANTIZATION_DEFAULT),
@@ -163,12 +164,12 @@ class CameraTest : public QObject {
             Bench bench(1);
             bench.Control.SetCaptureFormat(QStringLiteral("320x180"));
             QVERIFY(bench.Control.GrabFrame());
-            if (!known.Valid()) known = bench.Control.Frame();
-            const Dib& frame = bench.Control.Frame();
-            QCOMPARE(frame.Bits.size(), known.Bits.size());
-            const int last = (known.Height - 1) * known.Stride();
+            if (known.isNull()) known = bench.Control.Frame();
+            const QImage& frame = bench.Control.Frame();
+            QCOMPARE(frame.size(), known.size());
+            const int last = known.height() - 1;
             const int most =
-                Difference(frame.Bits.data() + last, known.Bits.data() + last, known.Width);
+                Difference(frame.constScanLine(last), known.constScanLine(last), known.width());
             QVERIFY2(most < 12, qPrintable(QString::number(most)));
         }
         QVERIFY(SetDriver(node, "Y'CbCr Encoding", V4L2_YCBCR_ENC_DEFAULT));
@@ -197,13 +198,13 @@ class CameraTest : public QObject {
             bench.Control.SetCaptureFormat(format);
             for (int i = 0; i < 3; ++i) QVERIFY(bench.Control.GrabFrame());
             QCOMPARE(QSize(bench.Control.Width(), bench.Control.Height()), size);
-            const Dib& frame = bench.Control.Frame();
+            const QImage& frame = bench.Control.Frame();
             int most = 0;
             // Above that stands the driver's text.
-            const uchar* const known = frame.Bits.data() + frame.Height * 2 / 3 * frame.Stride();
-            for (int y = frame.Height * 2 / 3; y < frame.Height; ++y)
-                most = std::max(
-                    most, Difference(frame.Bits.data() + y * frame.Stride(), known, frame.Width));
+            const int first = frame.height() * 2 / 3;
+            for (int y = first; y < frame.height(); ++y)
+                most = std::max(most, Difference(frame.constScanLine(y), frame.constScanLine(first),
+                                                 frame.width()));
             QVERIFY2(most < 12, qPrintable(QString::number(most)));
         }
         QVERIFY(SetDriver(node, "Horizontal Movement", 3));

@@ -18,34 +18,26 @@ extern "C" {
 
 namespace {
 
-const uchar* Row(const Dib& dib, int y) {
-    return dib.Bits.data() + qptrdiff(y) * dib.Stride();
+bool LitAt(const QImage& picture, const QRect& dot) {
+    return qGreen(picture.pixel(dot.center())) > 127;
 }
 
-bool LitAt(const Dib& dib, const QRect& dot) {
-    const QPoint centre = dot.center();
-    return Row(dib, centre.y())[centre.x() * 3 + 1] > 127;
-}
-
-bool ShowsDigit(const Dib& dib, int place, int value) {
+bool ShowsDigit(const QImage& picture, int place, int value) {
     for (int row = 0; row < 5; ++row) {
         for (int column = 0; column < 3; ++column) {
-            const QRect dot = TestPicture::Dot(QSize(dib.Width, dib.Height), place, row, column);
-            if (LitAt(dib, dot) != TestPicture::Lit(value, row, column)) return false;
+            const QRect dot = TestPicture::Dot(picture.size(), place, row, column);
+            if (LitAt(picture, dot) != TestPicture::Lit(value, row, column)) return false;
         }
     }
     return true;
 }
 
-Dib Expected(QSize size, int number) {
+QImage Expected(QSize size, int number) {
     CapturePosition position = number - 1;
     TestPicture source(size, position);
     FrameScaler scaler;
-    Dib dib;
-    if (source.Advance() != CaptureSource::Step::Picture ||
-        !scaler.ToDib(*source.Picture(false), dib))
-        return {};
-    return dib;
+    if (source.Advance() != CaptureSource::Step::Picture) return {};
+    return scaler.ToPicture(*source.Picture(false));
 }
 
 // A picture that stands upright where this orientation is honoured.
@@ -100,26 +92,26 @@ bool Encode(AVCodecContext& codec, AVFormatContext& file, QSize size, int orient
 
 }  // namespace
 
-int ReadNumber(const Dib& dib) {
+int ReadNumber(const QImage& picture) {
     int number = 0;
     for (int place = 0; place < TestPicture::Digits; ++place) {
         int value = 0;
-        while (value < 10 && !ShowsDigit(dib, place, value)) ++value;
+        while (value < 10 && !ShowsDigit(picture, place, value)) ++value;
         if (value == 10) return -1;
         number = number * 10 + value;
     }
     return number;
 }
 
-bool IsWhole(const Dib& dib, int number, double tolerance) {
-    const Dib expected = Expected(QSize(dib.Width, dib.Height), number);
-    if (!dib.Valid() || expected.Bits.size() != dib.Bits.size()) return false;
+bool IsWhole(const QImage& picture, int number, double tolerance) {
+    const QImage expected = Expected(picture.size(), number);
+    if (picture.isNull() || expected.size() != picture.size()) return false;
     int wrong = 0;
-    for (int y = 0; y < dib.Height; ++y) {
+    for (int y = 0; y < picture.height(); ++y) {
         qint64 difference = 0;
-        for (int i = 0; i < dib.Width * 3; ++i)
-            difference += std::abs(Row(dib, y)[i] - Row(expected, y)[i]);
-        if (double(difference) > tolerance * dib.Width * 3) ++wrong;
+        for (int i = 0; i < picture.width() * 3; ++i)
+            difference += std::abs(picture.constScanLine(y)[i] - expected.constScanLine(y)[i]);
+        if (double(difference) > tolerance * picture.width() * 3) ++wrong;
     }
     // Colours run over the edges of the number's ground by a row or two. What is lost, is lost in
     // blocks of eight rows.
@@ -175,13 +167,10 @@ bool WriteVideo(const QString& path, const char* name, QSize size, int count, in
 }
 
 QByteArray JpegPicture(QSize size, int number, int orientation) {
-    const Dib dib = Expected(size, number);
-    const QImage picture(dib.Bits.data(), dib.Width, dib.Height, dib.Stride(),
-                         QImage::Format_BGR888);
     QByteArray jpeg;
     QBuffer buffer(&jpeg);
     buffer.open(QIODevice::WriteOnly);
-    Turned(picture, orientation).save(&buffer, "JPG", 90);
+    Turned(Expected(size, number), orientation).save(&buffer, "JPG", 90);
     if (orientation == 1) return jpeg;
     const auto exif =
         QByteArray::fromHex("FFE1 0022 457869660000 4D4D002A00000008 0001 011200030000000100");

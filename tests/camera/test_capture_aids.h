@@ -13,11 +13,11 @@
 class QTcpSocket;
 
 // The number in a test picture, read from its dots; -1 when there is none to be read.
-[[nodiscard]] int ReadNumber(const Dib& dib);
+[[nodiscard]] int ReadNumber(const QImage& picture);
 
 // Whether the rows of the picture are those of the test picture of this number, but for what a
 // lossy format changes (tolerance: mean difference of a row's bytes).
-[[nodiscard]] bool IsWhole(const Dib& dib, int number, double tolerance);
+[[nodiscard]] bool IsWhole(const QImage& picture, int number, double tolerance);
 
 // How a file stores what is seen otherwise.
 struct Storage {

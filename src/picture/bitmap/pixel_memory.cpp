@@ -5,7 +5,9 @@
 #include <QMutex>
 
 #include <array>
+#include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -20,12 +22,15 @@ struct Block {
 class Spares {
   public:
     Block Take(qint64 count) {
-        const QMutexLocker lock(&mutex);
-        for (Block& block : blocks)
-            if (block.Bytes && block.Count == count) return std::exchange(block, {});
-        // Pictures are of another size now.
-        blocks = {};
-        return {};
+        {
+            const QMutexLocker lock(&mutex);
+            for (Block& block : blocks)
+                if (block.Bytes && block.Count == count) return std::exchange(block, {});
+            // Pictures are of another size now.
+            blocks = {};
+        }
+        const auto size = static_cast<size_t>(count);
+        return {std::unique_ptr<uchar[]>(new (std::nothrow) uchar[size]), count};
     }
 
     void Put(Block&& block) {
@@ -48,29 +53,16 @@ Spares& Pool() {
 
 }  // namespace
 
-std::shared_ptr<uchar[]> TakePixels(qint64 bytes) {
-    Block block = Pool().Take(bytes);
-    if (!block.Bytes) block.Bytes.reset(new (std::nothrow) uchar[static_cast<size_t>(bytes)]);
-    if (!block.Bytes) return {};
-    return {block.Bytes.release(), [bytes](uchar* pixels) {
-                Pool().Put({std::unique_ptr<uchar[]>(pixels), bytes});
-            }};
-}
-
 QImage NewPicture(QSize size) {
     if (size.isEmpty()) return {};
-    return PictureOf(TakePixels(BitmapStride(size.width(), 24) * size.height()), size);
-}
-
-QImage PictureOf(std::shared_ptr<uchar[]> pixels, QSize size) {
-    if (!pixels) return {};
-    using Owner = std::shared_ptr<uchar[]>;
-    uchar* const first = pixels.get();
-    return {first,
-            size.width(),
-            size.height(),
-            BitmapStride(size.width(), 24),
-            QImage::Format_BGR888,
-            [](void* owner) { delete static_cast<Owner*>(owner); },
-            new Owner(std::move(pixels))};
+    const qint64 stride = BitmapStride(size.width(), 24);
+    auto block = std::make_unique<Block>(Pool().Take(stride * size.height()));
+    if (!block->Bytes) return {};
+    const auto giveBack = [](void* owned) {
+        const std::unique_ptr<Block> given(static_cast<Block*>(owned));
+        Pool().Put(std::move(*given));
+    };
+    uchar* const first = block->Bytes.get();
+    return {first,    size.width(),   size.height(), stride, QImage::Format_BGR888,
+            giveBack, block.release()};
 }

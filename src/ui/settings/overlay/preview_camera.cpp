@@ -30,21 +30,17 @@ void PreviewCamera::Ask() {
         asking = false;
     }
     hopeful = hopeful && pause == 0;
-    if (core.ezVidCap1.Frame().Valid()) frame = core.ezVidCap1.Frame();
+    if (!core.ezVidCap1.Frame().isNull()) frame = core.ezVidCap1.Frame();
 }
 
 QSize PreviewCamera::Size() const {
-    if (frame.Valid()) return {frame.Width, frame.Height};
+    if (!frame.isNull()) return frame.size();
     const QSize last(core.ezVidCap1.Width(), core.ezVidCap1.Height());
     return last.isEmpty() ? QSize() : last;
 }
 
 QImage PreviewCamera::Picture() const {
-    if (!frame.Valid()) return NeutralPicture();
-    // The program draws on its own.
-    return QImage(frame.Bits.data(), frame.Width, frame.Height, frame.Stride(),
-                  QImage::Format_BGR888)
-        .copy();
+    return frame.isNull() ? NeutralPicture() : frame;
 }
 
 // As large as the camera's pictures will be, because the text's size against the picture counts.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "camera/dib.h"
-
 #include <QImage>
 
 class Program;
@@ -18,7 +16,7 @@ class PreviewCamera {
     // for something else, which would be held up, and not at each call when the camera is silent.
     void Ask();
     // Frees the frame.
-    void Forget() { frame = Dib(); }
+    void Forget() { frame = {}; }
 
     // Of the camera's pictures, pixels; empty while it is not known.
     [[nodiscard]] QSize Size() const;
@@ -32,7 +30,7 @@ class PreviewCamera {
 
     Program& core;
     const Texts& words;
-    Dib frame;
+    QImage frame;
     bool asking = false;
     bool hopeful = true;  // a frame may be on its way
     int pause = 0;        // calls to let pass before a silent camera is asked again
