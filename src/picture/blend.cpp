@@ -19,12 +19,25 @@ void Blend(uchar* to, const uchar* from, int count, int percent) {
     }
 }
 
+// The same at 50 per cent, bytes alone: sixteen channels at once.
+void Halve(uchar* to, const uchar* from, int count) {
+    for (int i = 0; i < count; ++i) {
+        const auto up = static_cast<uchar>((to[i] + from[i] + 1) >> 1);
+        const auto odd = static_cast<uchar>((to[i] ^ from[i]) & 1);
+        to[i] = static_cast<uchar>(up - (odd & up));
+    }
+}
+
 }  // namespace
 
 void BlendRows(QImage& camera, const QImage& offline, int percent, int first, int count) {
     constexpr int pixelBytes = 3;
     const QSize common = camera.size().boundedTo(offline.size());
     const int end = std::min(first + count, common.height());
-    for (int y = first; y < end; ++y)
-        Blend(camera.scanLine(y), offline.constScanLine(y), common.width() * pixelBytes, percent);
+    const int bytes = common.width() * pixelBytes;
+    for (int y = first; y < end; ++y) {
+        uchar* const to = camera.scanLine(y);
+        const uchar* const from = offline.constScanLine(y);
+        percent == 50 ? Halve(to, from, bytes) : Blend(to, from, bytes, percent);
+    }
 }
