@@ -215,8 +215,10 @@ class TestFtpSettings : public QObject {
         fixture.Access.txtPW->setText("wrong");
         fixture.Trial.btnTrial->click();
         QVERIFY(fixture.Trial.lblTrial->text().contains("(530 wrong)"));
+        QCOMPARE(fixture.Access.txtUser->actions().size(), 1);  // marked
         fixture.Access.txtPW->setText("right");
         QCOMPARE(fixture.Trial.lblTrial->text(), QString());
+        QVERIFY(fixture.Access.txtUser->actions().isEmpty());
         fixture.Trial.btnTrial->click();
         QVERIFY(fixture.Trial.lblTrial->text().startsWith("It works"));
         QCOMPARE(fixture.Lines(), QStringList());

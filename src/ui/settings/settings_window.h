@@ -64,6 +64,7 @@ class SettingsWindow : public QDialog {
     // To be called at the end of the constructor.
     void Finish();
 
+    [[nodiscard]] const Surroundings& Around() const { return around; }
     [[nodiscard]] Program& Core() const { return around.Core; }
     [[nodiscard]] Texts& Words() const { return around.Words; }
     [[nodiscard]] MessageBoxes& Boxes() const { return around.Boxes; }

@@ -7,19 +7,17 @@
 #include "camera/ezvidcap.h"
 #include "core/main_state.h"
 #include "core/program.h"
-#include "core/program_folder.h"
 #include "core/settings/load_settings.h"
 #include "core/settings/quality_choice.h"
 #include "picture/picture_state.h"
-#include "platform/autostart_entry.h"
 #include "platform/platform.h"
+#include "ui/settings/autostart.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -102,6 +100,7 @@ QGroupBox* frmFTP::ExtendedFrame() {
 
 void frmFTP::Connect() {
     connect(Access, &FtpAccessGroup::Edited, Trial, &TrialPanel::Clear);
+    connect(Trial, &TrialPanel::Done, Access, &FtpAccessGroup::Mark);
     connect(Offline, &OfflineGroup::FoundTooSmall, this,
             [this] { Boxes().Show(title, languages.Messages().MsgOfflineSize); });
     connect(cbQuality, &QComboBox::activated, this, [this] { qualityChosen = true; });
@@ -112,7 +111,8 @@ void frmFTP::Connect() {
     connect(&Controls, &Bindings::TextsShown, this, [this] {
         if (Connection().isEmpty()) cbConnection->setItemText(0, Text("NoConnection"));
     });
-    connect(this, &SettingsWindow::Saved, this, &frmFTP::ApplyAutostart);
+    connect(this, &SettingsWindow::Saved, this,
+            [this] { ApplyAutostart(Around(), chkAutostart->isChecked()); });
 }
 
 void frmFTP::ShowSettings() {
@@ -163,30 +163,13 @@ QList<ProfileEntry> frmFTP::Entries() const {
     return entries;
 }
 
-QString frmFTP::FullFolder() const {
-    const QString folder = Access->Folder();
-    return folder.isEmpty() ? folder
-                            : QDir(Core().PictureValues.ProgramFolder).absoluteFilePath(folder);
-}
-
 bool frmFTP::Check() {
     Access->AdoptTyped();
-    return (Access->Local() ? CheckFolder() : CheckServer()) && CheckOffline();
-}
-
-bool frmFTP::CheckFolder() {
-    if (!Access->Folder().isEmpty() && QDir(FullFolder()).exists()) return true;
-    const QString message = ComposeMessages(Words(), {Access->Folder(), {}}).MsgOfflinePathMissing;
-    Refuse(*Access->txtVerzeichnis, Text("LocalFolderNote"));
-    Boxes().Show(title, message);
-    return false;
-}
-
-bool frmFTP::CheckServer() {
-    const QString fault = Access->AddressFault();
-    if (fault.isEmpty() && !Access->ServerIsExample()) return true;
-    Refuse(*Access->txtServer,
-           Text(fault.isEmpty() ? QString("ExampleServer") : fault).arg(Access->Server()));
+    const auto fault = Access->FindFault(Core().PictureValues.ProgramFolder);
+    if (!fault) return CheckOffline();
+    Refuse(*fault->Field, fault->Note);
+    if (fault->FolderMissing)
+        Boxes().Show(title, ComposeMessages(Words(), {Access->Folder(), {}}).MsgOfflinePathMissing);
     return false;
 }
 
@@ -204,37 +187,19 @@ bool frmFTP::CheckOffline() {
 
 std::optional<TrialAccess> frmFTP::WantedTrial() {
     Access->AdoptTyped();
-    const bool local = Access->Local();
-    if (!local && Access->Server().isEmpty()) {
-        Refuse(*Access->txtServer, Text("NoServer"));
+    const QString& folder = Core().PictureValues.ProgramFolder;
+    if (const auto fault = Access->FindTrialFault(folder)) {
+        Refuse(*fault->Field, fault->Note);
         return std::nullopt;
     }
-    if (!local && !CheckServer()) return std::nullopt;
-    Access->txtPort->interpretText();
-    return TrialAccess{Access->Server(),
-                       Access->txtPort->value(),
-                       Access->txtUser->text(),
-                       Access->txtPW->text(),
-                       local ? FullFolder() : Access->Folder(),
-                       chkDelete->isChecked(),
-                       local,
-                       Core().State.Values.DataFromAnywhere};
+    TrialAccess access = Access->Wanted(folder);
+    access.DeleteFirst = chkDelete->isChecked();
+    access.DataFromAnywhere = Core().State.Values.DataFromAnywhere;
+    return access;
 }
 
 QString frmFTP::OfflinePath() const {
     return Paths::WithSeparator(QDir(Core().PictureValues.ProgramFolder).filePath("Offline"));
-}
-
-void frmFTP::ApplyAutostart() {
-    AutostartEntry& entry = *Core().System().Autostart;
-    const QStringList arguments = ProgramFolder::AutostartArguments(
-        Core().PictureValues.ProgramFolder, ProgramFolder::Places::OfThisProcess({}));
-    const bool done = chkAutostart->isChecked()
-                          ? entry.Write(QCoreApplication::applicationFilePath(), arguments)
-                          : entry.Remove();
-    if (!done)
-        Boxes().Show(title, Text("AutostartFails").arg(entry.Place()),
-                     MessageBoxes::Icon::Critical);
 }
 
 void frmFTP::hideEvent(QHideEvent* event) {

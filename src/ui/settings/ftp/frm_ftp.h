@@ -54,12 +54,8 @@ class frmFTP : public SettingsWindow {
     [[nodiscard]] QString Connection() const;  // empty when there is none
     void ShowQuality();
     [[nodiscard]] int Quality() const;
-    [[nodiscard]] bool CheckFolder();
-    [[nodiscard]] bool CheckServer();
     [[nodiscard]] bool CheckOffline();
     [[nodiscard]] std::optional<TrialAccess> WantedTrial();
-    [[nodiscard]] QString FullFolder() const;
-    void ApplyAutostart();
 
     const Languages& languages;
     bool qualityChosen = false;  // by the operator, since the window was opened

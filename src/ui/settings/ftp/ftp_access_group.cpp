@@ -5,6 +5,10 @@
 #include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_rows.h"
 
+#include <QAction>
+#include <QDir>
+#include <QStyle>
+
 #include <utility>
 
 namespace {
@@ -20,6 +24,27 @@ bool IsExample(const QString& server) {
     for (const auto language : {English, German, French})
         if (server.compare(FtpExamplesOf(language).Server, Qt::CaseInsensitive) == 0) return true;
     return false;
+}
+
+// The field that most likely makes a trial end like that; none: nothing to be typed helps.
+QLineEdit* FtpAccessGroup::*FieldOf(TrialResult result) {
+    switch (result) {
+        case TrialResult::HostNotFound:
+        case TrialResult::Refused:
+        case TrialResult::Unreachable:
+        case TrialResult::NoAnswer:
+        case TrialResult::NotFtp:
+            return &FtpAccessGroup::txtServer;
+        case TrialResult::LoginRefused:
+            return &FtpAccessGroup::txtUser;
+        case TrialResult::FolderMissing:
+        case TrialResult::MayNotStore:
+        case TrialResult::LocalFolderMissing:
+        case TrialResult::LocalNotWritable:
+            return &FtpAccessGroup::txtVerzeichnis;
+        default:
+            return nullptr;
+    }
 }
 
 }  // namespace
@@ -41,6 +66,7 @@ FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidge
     for (const QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         connect(field, &QLineEdit::textChanged, this, &FtpAccessGroup::Edited);
     connect(txtPort, &QSpinBox::valueChanged, this, &FtpAccessGroup::Edited);
+    connect(this, &FtpAccessGroup::Edited, this, &FtpAccessGroup::Unmark);
     connect(&bindings, &Bindings::TextsShown, this, [this] {
         examples = WithExamplesOf(words.Current(), examples);
         ShowMode();
@@ -133,6 +159,54 @@ QString FtpAccessGroup::Folder() const {
 
 bool FtpAccessGroup::ServerIsExample() const {
     return !Local() && IsExample(Server());
+}
+
+QString FtpAccessGroup::FullFolder(const QString& programFolder) const {
+    const QString folder = Folder();
+    return folder.isEmpty() ? folder : QDir(programFolder).absoluteFilePath(folder);
+}
+
+std::optional<FtpAccessGroup::Fault> FtpAccessGroup::FindFault(const QString& programFolder) const {
+    if (Local()) {
+        const QString folder = FullFolder(programFolder);
+        if (!folder.isEmpty() && QDir(folder).exists()) return std::nullopt;
+        return Fault{txtVerzeichnis, Text("LocalFolderNote"), true};
+    }
+    const QString fault = ServerIsExample() ? QString("ExampleServer") : AddressFault();
+    if (fault.isEmpty()) return std::nullopt;
+    return Fault{txtServer, Text(fault).arg(Server())};
+}
+
+std::optional<FtpAccessGroup::Fault> FtpAccessGroup::FindTrialFault(
+    const QString& programFolder) const {
+    if (Local()) return std::nullopt;  // the trial tells more of a folder
+    if (Server().isEmpty()) return Fault{txtServer, Text("NoServer")};
+    return FindFault(programFolder);
+}
+
+TrialAccess FtpAccessGroup::Wanted(const QString& programFolder) const {
+    txtPort->interpretText();
+    return {.Server = Server(),
+            .Port = txtPort->value(),
+            .User = txtUser->text(),
+            .Password = txtPW->text(),
+            .Folder = Local() ? FullFolder(programFolder) : Folder(),
+            .Local = Local()};
+}
+
+void FtpAccessGroup::Mark(TrialResult result) {
+    Unmark();
+    QLineEdit* FtpAccessGroup::*const field = FieldOf(result);
+    if (!field) return;
+    marked = this->*field;
+    mark = marked->addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                             QLineEdit::TrailingPosition);
+    marked->setFocus();
+    marked->selectAll();
+}
+
+void FtpAccessGroup::Unmark() {
+    delete std::exchange(mark, nullptr);
 }
 
 void FtpAccessGroup::ChooseFolder() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/trial_outcome.h"
 #include "ui/texts/ftp_examples.h"
 #include "ui/widgets/number_box.h"
 
@@ -8,7 +9,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <optional>
+
 class Bindings;
+class QAction;
 
 // Where pictures go: a server with its account, or a folder of this computer. Examples stand in
 // empty fields as hints only, so that none can be saved or tried by mistake.
@@ -34,13 +38,28 @@ class FtpAccessGroup : public QGroupBox {
     void AdoptTyped();
     // The same for a written one: what stands in another field stays there.
     void AdoptWritten();
-    // The key of the text on what is wrong with the server; empty when nothing is.
-    [[nodiscard]] QString AddressFault() const;
+
+    // What is wrong with what stands in the fields.
+    struct Fault {
+        QLineEdit* Field;
+        QString Note;
+        bool FolderMissing = false;  // of the local mode
+    };
+    // Nothing when it can be saved, which it can without a server.
+    // programFolder: where a folder that is no full path begins.
+    [[nodiscard]] std::optional<Fault> FindFault(const QString& programFolder) const;
+    // The same of a trial, which needs a server.
+    [[nodiscard]] std::optional<Fault> FindTrialFault(const QString& programFolder) const;
+    // What a trial of the fields is to try; how pictures are replaced the caller fills in.
+    [[nodiscard]] TrialAccess Wanted(const QString& programFolder) const;
+    // Marks the field that a trial has found wrong and goes there. What it tells about the server
+    // alone marks nothing; so does success.
+    void Mark(TrialResult result);
+
     [[nodiscard]] bool Local() const;
     // As the settings have them: "Local" for a folder, which ends in a separator then.
     [[nodiscard]] QString Server() const;
     [[nodiscard]] QString Folder() const;
-    [[nodiscard]] bool ServerIsExample() const;
 
   signals:
     // What a trial would try has changed.
@@ -53,9 +72,16 @@ class FtpAccessGroup : public QGroupBox {
     void SwitchFolder();
     void ShowMode();
     void ChooseFolder();
+    void Unmark();
+    [[nodiscard]] QString FullFolder(const QString& programFolder) const;
+    // The key of the text on what is wrong with the server; empty when nothing is.
+    [[nodiscard]] QString AddressFault() const;
+    [[nodiscard]] bool ServerIsExample() const;
     [[nodiscard]] QString Text(const QString& key) const { return words.Get("frmFTP", key); }
 
     const Texts& words;
     FtpExamples examples;
     QString otherFolder;  // of the mode that is not shown
+    QLineEdit* marked = nullptr;
+    QAction* mark = nullptr;
 };

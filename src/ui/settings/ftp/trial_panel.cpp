@@ -58,12 +58,14 @@ void TrialPanel::Start() {
     btnStopTrial->setEnabled(true);
     btnStopTrial->setFocus();
     btnTrial->setEnabled(false);
+    emit Begun();
     outcome = trial.Run(tried);
     second.SetEnabled(false);
     btnTrial->setEnabled(true);
     if (btnStopTrial->hasFocus()) btnTrial->setFocus();
     btnStopTrial->setEnabled(false);
     ShowState();
+    emit Done(outcome->Is);
 }
 
 void TrialPanel::Clear() {

@@ -31,11 +31,17 @@ class TrialPanel : public QWidget {
 
     // Forgets the last outcome, which the fields no longer stand for.
     void Clear();
+    // Tries what is wanted now; returns when it is known, through the event loop.
+    void Start();
     // Ends a trial that runs.
     void Cancel() { trial.Cancel(); }
+    [[nodiscard]] bool Running() const { return trial.Running(); }
+
+  signals:
+    void Begun();
+    void Done(TrialResult result);
 
   private:
-    void Start();
     void ShowState();
     void ShowIcon();
 
