@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "camera/camera_list.h"
+#include "camera/test_picture.h"
 #include "ui/settings/camera/camera_address.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/widgets/file_chooser.h"
@@ -34,6 +35,17 @@ WrittenCamera WrittenCamera::FromLine(const QString& line) {
     if (camera.Kind == CaptureKind::Network)
         camera.Address = CameraAddress::Encoded(camera.Address);
     return camera;
+}
+
+QString WrittenCamera::AddressFault() const {
+    constexpr int mostCharacters = 255;  // of a value, see ReadSetting
+    const bool network = Kind == CaptureKind::Network;
+    if (Kind == CaptureKind::Test && TestPicture::ParseAddress(Address).isEmpty()) return "BadSize";
+    if (Address.isEmpty()) return "AddressMissing";
+    if (network && !Address.contains("://")) return "NoScheme";
+    if (network && CameraAddress::Split(Address).Place.endsWith("://")) return "AddressMissing";
+    if (Line().size() > mostCharacters) return "TooLong";
+    return {};
 }
 
 CameraForm::CameraForm(Bindings& ownBindings)

@@ -21,6 +21,10 @@ struct WrittenCamera {
     // NAME|ADDRESS, and back.
     [[nodiscard]] QString Line() const { return Name + u'|' + Address; }
     [[nodiscard]] static WrittenCamera FromLine(const QString& line);
+
+    // The key of the text in section "CameraSources" on what is wrong with the address; empty when
+    // nothing is.
+    [[nodiscard]] QString AddressFault() const;
 };
 
 // The fields of one such camera. Which there are depends on what kind of camera it is; the password

@@ -1,7 +1,6 @@
 #include "ui/settings/camera/camera_sources.h"
 
 #include "camera/camera_list.h"
-#include "camera/test_picture.h"
 #include "core/program.h"
 #include "core/settings/load_settings.h"
 #include "platform/platform.h"
@@ -21,7 +20,6 @@
 namespace {
 
 const QString cameraSection = "Cameras";
-constexpr int mostCharacters = 255;  // of a value, see ReadSetting
 constexpr int mostCameras = 100;
 
 void ShowEntry(QListWidgetItem& entry, const WrittenCamera& camera) {
@@ -181,16 +179,8 @@ QString CameraSources::FaultOf(const WrittenCamera& camera, QWidget*& field) con
     if (camera.Name.isEmpty()) return Text("NameMissing");
     if (camera.Name.contains(u'|')) return Text("NameBar");
     field = Form->txtAddress;
-    const QString& address = camera.Address;
-    if (camera.Kind == CaptureKind::Test && TestPicture::ParseAddress(address).isEmpty())
-        return Text("BadSize");
-    if (address.isEmpty()) return Text("AddressMissing");
-    const bool network = camera.Kind == CaptureKind::Network;
-    if (network && !address.contains("://")) return Text("NoScheme");
-    if (network && CameraAddress::Split(address).Place.endsWith("://"))
-        return Text("AddressMissing");
-    if (camera.Line().size() > mostCharacters) return Text("TooLong").arg(mostCharacters);
-    return {};
+    const QString fault = camera.AddressFault();
+    return fault.isEmpty() ? fault : Text(fault);
 }
 
 bool CameraSources::Fits(int index) {
