@@ -43,12 +43,15 @@ QString Marked(const QString& text, QSet<QChar>& taken) {
 }  // namespace
 
 void AssignMnemonics(QWidget& window) {
-    QSet<QChar> taken;
     // Every window has the buttons, so they keep their letters from window to window.
-    for (auto* button : window.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly))
-        button->setText(Marked(button->text(), taken));
-    for (QWidget* widget : window.findChildren<QWidget*>()) {
-        if (widget->parentWidget() == &window) continue;
+    AssignMnemonics(window, window.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly));
+}
+
+void AssignMnemonics(QWidget& part, const QList<QAbstractButton*>& shared) {
+    QSet<QChar> taken;
+    for (auto* button : shared) button->setText(Marked(button->text(), taken));
+    for (QWidget* widget : part.findChildren<QWidget*>()) {
+        if (widget->parentWidget() == &part) continue;
         if (auto* button = qobject_cast<QAbstractButton*>(widget);
             button && !button->text().isEmpty())
             button->setText(Marked(button->text(), taken));

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QList>
+
+class QAbstractButton;
 class QWidget;
 
 // Gives the buttons, options and captions of fields in a window the letters that reach them with
@@ -7,3 +10,7 @@ class QWidget;
 // rest. Texts carry none themselves, because a translator cannot see which letters are taken. To be
 // called again when texts have changed.
 void AssignMnemonics(QWidget& window);
+
+// The same of a part of a window; `shared` are buttons elsewhere in the window that keep their
+// letters from part to part.
+void AssignMnemonics(QWidget& part, const QList<QAbstractButton*>& shared);
