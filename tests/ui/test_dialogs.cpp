@@ -51,6 +51,8 @@ class TestDialogs : public QObject {
         QVERIFY(question.isVisible());
         QCOMPARE(question.lblQuestion->text(),
                  "Would you like to terminate the data-communications connection to Provider 1 ?");
+        QCOMPARE(question.lblEnds->text(),
+                 "OK hangs up, Close leaves the connection open. Both end the program.");
         QCOMPARE(end.count(), 0);
         question.chkAlways->setChecked(ticked);
         QWidget* target =

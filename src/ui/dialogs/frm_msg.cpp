@@ -13,18 +13,22 @@
 frmMsg::frmMsg(Program& ownProgram, Texts& ownTexts, QWidget* parent)
     : QDialog(parent),
       lblQuestion(new QLabel(this)),
+      lblEnds(new QLabel(this)),
       chkAlways(new QCheckBox(this)),
       btnOk(new QPushButton(this)),
       btnClose(new QPushButton(this)),
       program(ownProgram),
       texts(ownTexts) {
-    lblQuestion->setTextFormat(Qt::PlainText);
-    lblQuestion->setWordWrap(true);
+    for (QLabel* label : {lblQuestion, lblEnds}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+    }
     // Broken only where it is longer than people read in one line.
     constexpr int characters = 64;
     lblQuestion->setMinimumWidth(characters * lblQuestion->fontMetrics().averageCharWidth());
     auto* all = new QVBoxLayout(this);
     all->addWidget(lblQuestion);
+    all->addWidget(lblEnds);
     all->addWidget(chkAlways);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
@@ -49,6 +53,7 @@ void frmMsg::ShowTexts() {
     const auto text = [this](const QString& key) { return texts.Get("frmMsg", key); };
     setWindowTitle("Stillpost");
     lblQuestion->setText(text("QuestionBefore") + connection + text("QuestionAfter"));
+    lblEnds->setText(text("Ends"));
     chkAlways->setText(text("Always"));
     chkAlways->setToolTip(text("AlwaysHelp"));
     btnOk->setText(text("Ok"));

@@ -21,6 +21,7 @@ class frmMsg : public QDialog, public HangUpQuestion {
     ~frmMsg() override;
 
     QLabel* lblQuestion;
+    QLabel* lblEnds;  // what the two buttons do
     QCheckBox* chkAlways;
     QPushButton* btnOk;
     QPushButton* btnClose;
