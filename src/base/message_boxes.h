@@ -22,4 +22,7 @@ class MessageBoxes {
     // Asks with the buttons Yes and No and waits for the answer: true for Yes. Where nobody can
     // answer, the answer is No.
     [[nodiscard]] virtual bool AskYes(const QString& title, const QString& text) = 0;
+
+    // Whatever is being asked does not matter any more: the answer is Cancel or No.
+    virtual void Withdraw() {}
 };

@@ -108,7 +108,10 @@ void UploadCycle::Stop() {
 // What was put off while a picture was on its way.
 void UploadCycle::EndOfWork() {
     if (run.Busy()) return;
-    if (run.Is() == RunState::Stopping) run.Enter(RunState::Stopped);
+    if (run.Is() == RunState::Stopping) {
+        run.Enter(RunState::Stopped);
+        if (!parts.Wait.Closing()) parts.Display.ShowStatus("stopped");  // not the last step
+    }
     if (afterwards == Afterwards::OfflinePicture) {
         afterwards = Afterwards::Nothing;
         PublishOffline();

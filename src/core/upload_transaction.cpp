@@ -120,6 +120,7 @@ bool UploadTransaction::ConnectOnceMore(RunState then) {
 void UploadTransaction::GiveUpConnect() {
     if (!ConnectInProgress()) return;
     givenUp = true;
+    boxes.Withdraw();
     ftp.Cancel();
     ftp.Disconnect();
 }

@@ -58,7 +58,12 @@ bool WindowBoxes::AskYes(const QString& title, const QString& text) {
     return Ask(question) == QMessageBox::Yes;
 }
 
+void WindowBoxes::Withdraw() {
+    if (asked) asked->reject();
+}
+
 std::optional<int> WindowBoxes::Ask(QMessageBox& question) {
+    asked = &question;
     bool answered = false;
     QObject::connect(&question, &QDialog::finished, &question, [&answered] { answered = true; });
     question.open();

@@ -21,6 +21,7 @@ class WindowBoxes : public MessageBoxes {
     void Show(const QString& title, const QString& text, Icon icon) override;
     [[nodiscard]] bool AskRetry(const QString& title, const QString& text) override;
     [[nodiscard]] bool AskYes(const QString& title, const QString& text) override;
+    void Withdraw() override;
 
   private:
     struct Message {
@@ -37,4 +38,5 @@ class WindowBoxes : public MessageBoxes {
     Waiting* waiting = nullptr;
     QPointer<QMessageBox> shown;
     QList<Message> unread;  // behind the one that is shown
+    QPointer<QMessageBox> asked;
 };
