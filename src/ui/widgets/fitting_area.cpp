@@ -38,6 +38,12 @@ QSize FittingArea::sizeHint() const {
     return wanted.boundedTo(most);
 }
 
+void FittingArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    QWidget* focused = window()->focusWidget();
+    if (focused && widget() && widget()->isAncestorOf(focused)) ensureWidgetVisible(focused);
+}
+
 bool FittingArea::eventFilter(QObject* object, QEvent* event) {
     if (object == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
     return QScrollArea::eventFilter(object, event);

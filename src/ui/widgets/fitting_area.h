@@ -15,6 +15,8 @@ class FittingArea : public QScrollArea {
   protected:
     // Asks for more or less room when what is in it does.
     bool eventFilter(QObject* object, QEvent* event) override;
+    // The control that has the keyboard stays in sight.
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     [[nodiscard]] QSize RoomOfOthers(const QLayout& all) const;

@@ -16,7 +16,7 @@ constexpr int calmMilliseconds = 1000;
 constexpr int renewalsPerTurn = 3;
 // On a slow machine the previews take at most this part of its time.
 constexpr int share = 8;
-constexpr QSize leastArea(288, 162);
+constexpr QSize leastArea(192, 108);
 constexpr QSize usualArea(544, 306);
 
 }  // namespace
