@@ -87,7 +87,8 @@ Program::Program(const Surroundings& ownSurroundings)
     State.SettingsFile = SettingsFile();
     Cycle.SetOfflinePicture(&Offline);
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
-        if (!fault.isEmpty()) Display.ShowStatus(fault);
+        // Who tries a camera sees it there.
+        if (!fault.isEmpty() && tried.isEmpty()) Display.ShowStatus(fault);
     });
     connect(&controls->CameraWatch, &Timer::Tick, this, &Program::LookForCamera);
     controls->CameraWatch.SetEnabled(true);
@@ -128,7 +129,9 @@ void Program::Start() {
 
 void Program::ListDrivers() {
     // The written-down cameras belong to the list, so they are read before the other settings.
-    ezVidCap1.SetCameras(::LoadSettings(SettingsFile()).Cameras);
+    QStringList cameras = ::LoadSettings(SettingsFile()).Cameras;
+    if (!tried.isEmpty()) cameras << tried;
+    ezVidCap1.SetCameras(cameras);
     drivers = ezVidCap1.DriverNames();
     State.DriverPresent = !drivers.isEmpty();
     if (!State.DriverPresent) drivers << NoDriverText();
@@ -157,6 +160,12 @@ void Program::RefreshDrivers() {
     if (wanted < 0 && ezVidCap1.InstalledSelected()) return;
     ezVidCap1.SetDriverIndex(wanted);
     emit DriversChanged();
+}
+
+void Program::TryCamera(const QString& line) {
+    tried = line;
+    RefreshDrivers();
+    if (!line.isEmpty()) SelectDriver(static_cast<int>(drivers.size()) - 1);
 }
 
 void Program::ShowPreview(bool on, bool stretched, bool centred) {

@@ -82,6 +82,9 @@ class Program : public QObject {
     // Looks for capture devices again: one that was plugged in meanwhile can be used. On Linux
     // that makes no sound.
     void RefreshDrivers();
+    // Lists a camera (NAME|ADDRESS) that is not written down behind the others and selects it; the
+    // one of the call before is forgotten. Empty: only that.
+    void TryCamera(const QString& line);
     // The live preview for now; the next LoadSettings goes back to the settings.
     void ShowPreview(bool on, bool stretched, bool centred);
 
@@ -132,6 +135,7 @@ class Program : public QObject {
     [[nodiscard]] QString NoDriverText() const;
 
     QStringList drivers;
+    QString tried;  // a camera that is not written down; empty: none
     HangUpQuestion* question = nullptr;
     bool exiting = false;
 };

@@ -49,6 +49,13 @@ void UploadCycle::ApplyInterval() {
     due = std::min(due, Now() + values.TotalInterval());
 }
 
+// The tick goes back to the interval of the settings.
+void UploadCycle::MakeDue() {
+    if (!Timer4.Enabled()) return;
+    run.ThisRun.MinutesLeft = 0;
+    Timer4.SetInterval(1);
+}
+
 void UploadCycle::Start(Starter who) {
     if (run.Running() || parts.Wait.Closing()) return;
     if (run.Busy()) {

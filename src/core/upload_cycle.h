@@ -55,6 +55,8 @@ class UploadCycle : public QObject {
 
     // Takes over Framerate and Uptime after the settings were loaded.
     void ApplyInterval();
+    // The next picture comes at once, not an interval later. Nothing while none is waited for.
+    void MakeDue();
     // What has failed so far may work now: it is tried again at once.
     void TryAgainAtOnce() { run.ThisRun.Again.Reset(); }
 
