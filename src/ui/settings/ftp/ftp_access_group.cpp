@@ -91,7 +91,7 @@ void FtpAccessGroup::LayOut(Bindings& bindings, QWidget* trial) {
     rows->Add(txtPW, {.Key = "PW", .Text = "Password", .Enabled = server}, btnShowPW);
     bindings.Add(btnShowPW, {.Text = "ShowPassword", .Enabled = server});
     rows->Add(txtPort, {.Key = "Port", .Enabled = server});
-    rows->AddWhole(trial);
+    if (trial) rows->AddWhole(trial);
     for (QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         field->setMinimumWidth(field->sizeHint().width());
 }

@@ -20,7 +20,7 @@ class FtpAccessGroup : public QGroupBox {
     Q_OBJECT
 
   public:
-    // bindings: of the window. trial: stands below the fields.
+    // bindings: of the window. trial: stands below the fields, if any.
     FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial);
 
     QRadioButton* optServer = new QRadioButton;
