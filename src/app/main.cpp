@@ -68,6 +68,9 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     Shell shell(program, folder.ReadingFolders(), boxes, &QDesktopServices::openUrl);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
     if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
+    // Nobody is there to be guided after an automatic start.
+    if (display && !commandLine.Autostarter)
+        QObject::connect(&program, &Program::Loaded, &shell, &Shell::OfferGuide);
     if (display && !commandLine.Autostarter) shell.StartPicture.Show();
     // From inside the event loop, because an automatic start waits in it.
     QMetaObject::invokeMethod(

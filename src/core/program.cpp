@@ -114,7 +114,11 @@ void Program::Load(bool autostarter) {
     ezVidCap1.SetEnabled(State.DriverPresent);
     PictureValues.CameraRunning = State.DriverPresent;
     emit Loaded();
-    if (State.Values.Autostart && autostarter) Cycle.Start(UploadCycle::Starter::System);
+    if (!State.Values.Autostart || !autostarter) return;
+    if (State.Values.Server.isEmpty())
+        surroundings.Boxes.Show("Stillpost", NotSetUpText());
+    else
+        Cycle.Start(UploadCycle::Starter::System);
 }
 
 void Program::Start() {
@@ -123,6 +127,11 @@ void Program::Start() {
         LoadSettings();
         ezVidCap1.SetEnabled(State.DriverPresent);
         PictureValues.CameraRunning = State.DriverPresent;
+        if (State.Values.Server.isEmpty()) {
+            Display.ShowStatus(NotSetUpText());
+            emit SetUpWanted();
+            return;
+        }
     }
     Cycle.Start();
 }
@@ -192,6 +201,12 @@ QString Program::NoDriverText() const {
     if (State.LangGerman) return "Kein Video-Treiber verfügbar!";
     if (State.LangFrench) return "Pas de conducteur vidéo disponible!";
     return "No Video Capture Device!";
+}
+
+QString Program::NotSetUpText() const {
+    if (State.LangGerman) return "Nichts ist eingerichtet: wohin sollen die Bilder?";
+    if (State.LangFrench) return "Rien n'est réglé : où envoyer les images ?";
+    return "Nothing is set up: where are the pictures to go?";
 }
 
 QString Program::DriverText() const {

@@ -67,7 +67,7 @@ class Program : public QObject {
     void Load(bool autostarter);
 
     // The click of btnStart: what the operator has changed in the settings file or plugged in since
-    // the last run counts from here on.
+    // the last run counts from here on. Without a place for the pictures nothing is started.
     void Start();
 
     // Reads all settings again and hands them to everybody concerned.
@@ -122,6 +122,8 @@ class Program : public QObject {
     void SettingsLoaded();
     void DriversChanged();
     void PreviewChanged();
+    // The operator wants to start, and the settings do not say where to.
+    void SetUpWanted();
     void Ended();
 
   private:
@@ -133,6 +135,7 @@ class Program : public QObject {
     void DeleteOldFiles();
     [[nodiscard]] bool WorksInMemory() const;
     [[nodiscard]] QString NoDriverText() const;
+    [[nodiscard]] QString NotSetUpText() const;
 
     QStringList drivers;
     QString tried;  // a camera that is not written down; empty: none

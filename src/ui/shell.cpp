@@ -10,6 +10,7 @@
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
+#include "ui/guide/guide.h"
 #include "ui/main/frm_skin.h"
 #include "ui/main/splash.h"
 #include "ui/menu/frm_download_hilfe.h"
@@ -32,6 +33,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFile>
 
 namespace {
 
@@ -69,6 +71,7 @@ struct Shell::Parts {
     frmOverlay OverlayWindow{{Core, Words, Boxes}, TextWindow, PictureWindow, &MainWindow};
     Tray1 Tray{Core, Figures, Words, Folders};
     frmMsg HangUpWindow{Core, Words, &MainWindow};
+    Guide FirstSteps{{Core, Words, Boxes}, LanguageTables, &MainWindow};
 };
 
 Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
@@ -90,7 +93,8 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       CameraWindow(parts->CameraWindow),
       OverlayWindow(parts->OverlayWindow),
       Tray(parts->Tray),
-      HangUpWindow(parts->HangUpWindow) {
+      HangUpWindow(parts->HangUpWindow),
+      FirstSteps(parts->FirstSteps) {
     MainWindow.SetTexts(Words);
     LanguageTables.SetFields([this] {
         return MessageFields{FtpWindow.OfflinePath(), CameraWindow.PathText()};
@@ -124,6 +128,9 @@ void Shell::ConnectMenu() {
     open(frmMenue::Overlay, [this] { OverlayWindow.Open(); });
     open(frmMenue::Help, [this] { OpenHelp(); });
     open(frmMenue::Info, [this] { AboutBox.Show(); });
+    open(frmMenue::Guide, [this] { FirstSteps.Open(); });
+    connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);
+    connect(&parts->Core, &Program::SetUpWanted, &FirstSteps, qOverload<>(&Guide::Open));
     connect(&LanguageWindow, &frmLanguage::Choosing, &Menu, &frmMenue::CloseAll);
     connect(&WebWindow, &frmWeb::Choosing, &Menu, &frmMenue::CloseAll);
     connect(&Chooser, &frmOberflaeche::Choosing, &Menu, &frmMenue::CloseAll);
@@ -151,6 +158,11 @@ void Shell::Show() {
     if (ReadSetting(parts->Core.SettingsFile(), windowSection, statusWindowKey) != "1") return;
     StatusWindow.Show(&MainWindow);
     Tray.SetStatusShown(true);
+}
+
+void Shell::OfferGuide() {
+    if (!QFile::exists(parts->Core.SettingsFile()))
+        FirstSteps.Open(Guide::LanguageOf(QLocale::system()));
 }
 
 void Shell::Restore() {

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class Guide;
 class Info;
 class Languages;
 class MessageBoxes;
@@ -59,11 +60,14 @@ class Shell : public QObject {
     frmOverlay& OverlayWindow;
     Tray1& Tray;
     frmMsg& HangUpWindow;
+    Guide& FirstSteps;
 
     // Shows the main window, the tray icon and, when it was open at the end of the last run, the
     // status window. After the program has loaded.
     void Show();
 
+    // Opens the guide, in the system's language, where there are no settings yet.
+    void OfferGuide();
     // The help page in the language in use, else the offer to download it.
     void OpenHelp();
     // Shows or hides the status window and remembers it.

@@ -1,6 +1,7 @@
 #include "base/status_hub.h"
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/info.h"
+#include "ui/guide/guide.h"
 #include "ui/menu/frm_download_hilfe.h"
 #include "ui/menu/frm_language.h"
 #include "ui/menu/frm_menue.h"
@@ -172,6 +173,8 @@ class TestMenu : public QObject {
         QVERIFY(click(frmMenue::Info) && shell.AboutBox.isVisible());
         Press(shell.AboutBox, Qt::Key_Escape);
         QVERIFY(!shell.AboutBox.isVisible());
+        QVERIFY(click(frmMenue::Guide) && shell.FirstSteps.isVisible());
+        shell.FirstSteps.reject();
         QVERIFY(!click(frmMenue::Web) && shell.WebWindow.isVisible());
         QTest::mouseClick(shell.WebWindow.Label1[2], Qt::LeftButton);
         QCOMPARE(program.Opened, QList<QUrl>{Links::Web[2]});

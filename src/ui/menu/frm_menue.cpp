@@ -29,7 +29,7 @@ frmMenue::frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, Q
     setAttribute(Qt::WA_NoMouseReplay);
     for (int i = 0; i < Count; ++i) {
         const auto entry = static_cast<Entry>(i);
-        if (i == MenuLines::BehindEntry + 1) AddGap(MenuLines::Gap);
+        if (i == MenuLines::BehindEntry + 1 || entry == Guide) AddGap(MenuLines::Gap);
         const MenuRow& row = AddRow();
         connect(&row, &MenuRow::clicked, this, [this, entry] { Choose(entry); });
         connect(&row, &MenuRow::Entered, this, [this, entry] { Hover(entry); });

@@ -10,14 +10,14 @@ class Texts;
 struct MainState;
 class Waiting;
 
-// The options menu: nine entries, three of which open a window beside the menu. It goes when an
+// The options menu: ten entries, three of which open a window beside the menu. It goes when an
 // entry is chosen, with Escape and with a click anywhere else. Everything works with the keyboard:
 // Up and Down, Enter, Right into a fly-out, Left and Escape back.
 class frmMenue : public MenuPanel {
     Q_OBJECT
 
   public:
-    enum Entry { Status, Language, Ftp, Camera, Overlay, Skins, Help, Web, Info, Count };
+    enum Entry { Status, Language, Ftp, Camera, Overlay, Skins, Help, Web, Info, Guide, Count };
 
     // All outlive the menu; parent: the main window. mainState: tells whether the menu is open.
     frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, QWidget* parent);
