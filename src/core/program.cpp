@@ -312,7 +312,9 @@ void Program::CleanUp() {
     QFile::remove(State.WorkFile(PublicNames::Bitmap));
     WholeFile::Forget(State.WorkFile(PublicNames::Bitmap));
     QFile::remove(State.WorkFile(PublicNames::Sending));
-    if (WorksInMemory()) WorkFolder::Remove(State.Values.WorkPath);
+    // Made whether it was used to the end or not.
+    const QString memory = WorkFolder::InMemory(surroundings.Folder);
+    if (!memory.isEmpty()) WorkFolder::Remove(memory);
 }
 
 bool Program::WorksInMemory() const {
