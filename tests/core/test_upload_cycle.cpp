@@ -473,7 +473,7 @@ class TestUploadCycle : public QObject {
         QMetaObject::invokeMethod(
             &f.Cycle, [&f] { f.Cycle.Start(); }, Qt::QueuedConnection);
         Timer look(f.Time, 500);
-        QObject::connect(&look, &Timer::Tick, &f.Cycle, [&] {
+        QObject::connect(&look, &Timer::Tick, &f.Cycle, [&, moment = moment] {
             if (closedAt >= 0 || !f.Display.Statuses.contains(moment)) return;
             closedAt = f.Time.Milliseconds();
             f.Cycle.Unload();

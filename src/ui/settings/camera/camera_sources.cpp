@@ -37,15 +37,20 @@ CameraSources::CameraSources(const Surroundings& surroundings, QWidget* parent)
       btnRemove(new QPushButton),
       btnTry(new QPushButton),
       trial(surroundings.Core.Wait, noDevices) {
+    AddControls();
+    LayOut();
+    Connect();
+    Finish();
+}
+
+// In the order of the Tab key.
+void CameraSources::AddControls() {
     Controls.Add(lstCameras, {.Text = "List"});
     Controls.Add(btnAdd, {.Text = "Add"});
     Controls.Add(btnRemove, {.Text = "Remove"});
     Form = new CameraForm(Controls);
     Controls.Add(btnTry, {.Text = "Try"});
-    Live = new CameraView(trial, surroundings.Words);
-    LayOut();
-    Connect();
-    Finish();
+    Live = new CameraView(trial, Words());
 }
 
 void CameraSources::LayOut() {

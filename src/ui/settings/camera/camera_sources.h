@@ -18,9 +18,9 @@ class CameraSources : public SettingsWindow {
     QListWidget* lstCameras;
     QPushButton* btnAdd;
     QPushButton* btnRemove;
-    CameraForm* Form;  // of the one that is marked in the list
+    CameraForm* Form = nullptr;  // of the one that is marked in the list
     QPushButton* btnTry;
-    CameraView* Live;
+    CameraView* Live = nullptr;
 
   protected:
     void ShowSettings() override;
@@ -38,6 +38,7 @@ class CameraSources : public SettingsWindow {
         }
     };
 
+    void AddControls();
     void LayOut();
     void Connect();
     void ShowList(int marked);

@@ -32,7 +32,6 @@ frmFTP::frmFTP(const Surroundings& surroundings, const Languages& ownLanguages, 
     : SettingsWindow(surroundings, "frmFTP", parent),
       Trial(new TrialPanel(Core().Wait, Core().Display, Words(), [this] { return WantedTrial(); })),
       Access(new FtpAccessGroup(Controls, Words(), Trial)),
-      Offline(nullptr),
       languages(ownLanguages) {
     Trial->Bind(Controls);
     Offline = new OfflineGroup(

@@ -25,7 +25,7 @@ class frmFTP : public SettingsWindow {
 
     TrialPanel* Trial;
     FtpAccessGroup* Access;
-    OfflineGroup* Offline;
+    OfflineGroup* Offline = nullptr;
     QCheckBox* chkHistory = new QCheckBox;
     NumberBox* txtHistory = new NumberBox;
     QCheckBox* chkDelete = new QCheckBox;
