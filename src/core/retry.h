@@ -21,6 +21,8 @@ class Retry {
     // Nothing has failed yet.
     [[nodiscard]] bool Fresh() const { return pause == 0; }
     [[nodiscard]] bool Due(qint64 now) const { return now >= next; }
+    // When the next try is due.
+    [[nodiscard]] qint64 Next() const { return next; }
 
   private:
     qint64 next = 0;

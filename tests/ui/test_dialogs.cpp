@@ -1,4 +1,5 @@
 #include "base/status_hub.h"
+#include "camera/ezvidcap.h"
 #include "support/data_rows.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
@@ -115,6 +116,32 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "läuft");
         emit program.Core->FTP1.ServerResponse("220 ready\r\n");
         QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
+
+    void OverviewTellsOfTrouble() {
+        ShellFixture program;
+        program.System.Online.Near = true;
+        program.Begin();
+        frmStatusgesamt& overview = program.Windows->Overview;
+        overview.Show();
+        QCOMPARE(overview.Value("Server"), QString::fromUtf8("–"));
+        QCOMPARE(overview.Value("LastError"), QString::fromUtf8("–"));
+        QCOMPARE(overview.Value("Connection"), "online");
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Set("Einstellungen", "Framerate", "30000");
+        program.Core->LoadSettings();
+        program.Core->ezVidCap1.SetDriverIndex(-1);
+        program.Core->Start();
+        const QDateTime start = program.Time.Now();
+        const auto at = [&start](int seconds) {
+            return start.addSecs(seconds).toString("HH:mm:ss");
+        };
+        program.Time.Advance(32'000);
+        const QString why = "No Video Capture Device!";
+        QCOMPARE(overview.Value("State"), "trying again since " + at(30) + ": " + why);
+        QCOMPARE(overview.Value("NextPicture"), "next try at " + at(35));
+        QCOMPARE(overview.Value("LastError"), why + " (" + at(30) + ")");
     }
 
     void EveryTextIsWhole() {

@@ -4,7 +4,10 @@
 #include "camera/ezvidcap.h"
 #include "core/main_state.h"
 #include "core/program.h"
+#include "core/run_state.h"
 #include "core/upload_transaction.h"
+#include "platform/online_state.h"
+#include "platform/platform.h"
 #include "ui/texts/texts.h"
 #include "ui/tray/run_figures.h"
 #include "ui/widgets/fitting_area.h"
@@ -143,21 +146,34 @@ QString frmStatusgesamt::Seconds(qint64 time) const {
 QString frmStatusgesamt::ServerText() const {
     const Settings& values = program.State.Values;
     if (values.LocalMode()) return Text("Local").arg(values.Verzeichnis);
+    if (values.Server.isEmpty()) return Text("None");
     return values.Server + ":" + QString::number(values.Port) + " " + values.Verzeichnis;
+}
+
+QString frmStatusgesamt::StateText() const {
+    const QString state = RunFigures::StateText(texts, figures.State());
+    const QString& why = program.Run.Reason();
+    if (why.isEmpty()) return state;
+    return Text("SinceAndWhy").arg(state, figures.TimeOf(program.Run.Since()), why);
 }
 
 QString frmStatusgesamt::NextPictureText() const {
     const auto next = figures.UntilNextPicture();
     if (!next) return Text("None");
+    if (figures.State() == RunState::WaitingToRetry) {
+        const qint64 time = program.Wait.OwnClock().Milliseconds() + *next;
+        return Text("NextTry").arg(figures.TimeOf(time));
+    }
     if (*next == 0) return Text("Now");
     return Text("InSeconds").arg((*next + milliseconds - 1) / milliseconds);
 }
 
 void frmStatusgesamt::ShowFigures() {
     if (!isVisible()) return;
-    const QString net = figures.Online ? QString("NetOnline") : QString("NetOffline");
+    const QString net =
+        program.System().Online->Reachable() ? QString("NetOnline") : QString("NetOffline");
     const int width = program.ezVidCap1.Width();
-    Set("State", RunFigures::StateText(texts, figures.State()));
+    Set("State", StateText());
     Set("Step", figures.Status);
     Set("Made", QString::number(figures.Made()));
     Set("Published", QString::number(figures.Published()));

@@ -47,6 +47,7 @@ class frmStatusgesamt : public QWidget {
     void Set(const QString& key, const QString& value);
     [[nodiscard]] QString Text(const QString& key) const;
     [[nodiscard]] QString ServerText() const;
+    [[nodiscard]] QString StateText() const;
     [[nodiscard]] QString NextPictureText() const;
     [[nodiscard]] QString Seconds(qint64 milliseconds) const;
 

@@ -6,7 +6,6 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/upload_cycle.h"
-#include "net/ftp.h"
 #include "ui/texts/texts.h"
 
 #include <algorithm>
@@ -20,11 +19,26 @@ RunFigures::RunFigures(Program& ownProgram)
         published = count;
         emit Changed();
     });
-    connect(&program.Run, &RunStatus::Changed, this, &RunFigures::Changed);
+    connect(&program.Run, &RunStatus::Changed, this, &RunFigures::Note);
 }
 
 RunFigures::~RunFigures() {
     program.Display.Remove(*this);
+}
+
+void RunFigures::Note() {
+    const RunStatus& run = program.Run;
+    if (run.Is() == RunState::WaitingToRetry && !run.Reason().isEmpty())
+        lastError = run.Reason() + " (" + TimeOf(run.Since()) + ")";
+    emit Changed();
+}
+
+QString RunFigures::TimeOf(qint64 milliseconds) const {
+    const Clock& source = program.Wait.OwnClock();
+    const QDateTime now = source.Now();
+    const QDateTime time = now.addMSecs(milliseconds - source.Milliseconds());
+    const bool today = time.date() == now.date();
+    return time.toString(today ? QString("HH:mm:ss") : QString("yyyy-MM-dd HH:mm:ss"));
 }
 
 RunState RunFigures::State() const {
@@ -44,11 +58,12 @@ QString RunFigures::StateText(const Texts& texts, RunState state) {
         case RunState::PublishingOffline:
         case RunState::Offline:
             return text("Offline");
+        case RunState::WaitingToRetry:
+            return text("Retrying");
         case RunState::Waiting:
         case RunState::GoingOnline:
         case RunState::TakingPicture:
         case RunState::Sending:
-        case RunState::WaitingToRetry:
             break;
     }
     return text("Running");
@@ -59,8 +74,7 @@ int RunFigures::Made() const {
 }
 
 QString RunFigures::LastError() const {
-    const QString camera = program.ezVidCap1.Fault();
-    return camera.isEmpty() ? program.FTP1.GetLastErrorString() : camera;
+    return program.ezVidCap1.Fault().isEmpty() ? lastError : program.ezVidCap1.Reason();
 }
 
 std::optional<qint64> RunFigures::UntilNextPicture() const {
@@ -68,7 +82,9 @@ std::optional<qint64> RunFigures::UntilNextPicture() const {
     if (!program.Run.Running() || state == RunState::Paused || state == RunState::Connecting)
         return std::nullopt;
     if (program.Run.Busy()) return 0;
-    const qint64 next = lastPicture + program.State.Values.TotalInterval();
+    const qint64 next = state == RunState::WaitingToRetry
+                            ? program.Run.ThisRun.Again.Next()
+                            : lastPicture + program.State.Values.TotalInterval();
     return std::max<qint64>(0, next - program.Wait.OwnClock().Milliseconds());
 }
 

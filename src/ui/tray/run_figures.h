@@ -26,10 +26,13 @@ class RunFigures : public QObject, public StatusMemory {
     // Pictures made, and those of them that visitors have seen, since the program started.
     [[nodiscard]] int Made() const;
     [[nodiscard]] int Published() const { return published; }
-    // The camera's trouble, else what the FTP client reported last; empty when there was none.
+    // The camera's trouble, else why the last try since the program started has failed, and when
+    // that began; empty when nothing has failed.
     [[nodiscard]] QString LastError() const;
-    // Milliseconds until the next picture is made, 0 while one is being published; nothing while
-    // none is to come.
+    // The time of day at a time of the clock (milliseconds), with the date where that is not today.
+    [[nodiscard]] QString TimeOf(qint64 milliseconds) const;
+    // Milliseconds until the next picture or the next try, 0 while one is being published; nothing
+    // while none is to come.
     [[nodiscard]] std::optional<qint64> UntilNextPicture() const;
 
     void ShowOnline(bool online) override;
@@ -41,7 +44,10 @@ class RunFigures : public QObject, public StatusMemory {
     void Changed();
 
   private:
+    void Note();
+
     Program& program;
+    QString lastError;
     int published = 0;
     qint64 lastPicture;  // when one was made or the run began, clock milliseconds
 };

@@ -60,7 +60,8 @@ void OutlineStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         QProxyStyle::drawPrimitive(element, changed, painter, widget);
     };
     const QPalette& colours = option->palette;
-    if (!HasOutline(element) || !Contrast::IsDark(colours.color(QPalette::Window))) return draw(option);
+    if (!HasOutline(element) || !Contrast::IsDark(colours.color(QPalette::Window)))
+        return draw(option);
     const QPalette outlines = Outlined(colours);
     if (!WithColours<QStyleOptionFrame>(option, outlines, draw) &&
         !WithColours<QStyleOptionButton>(option, outlines, draw))

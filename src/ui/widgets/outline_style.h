@@ -4,8 +4,8 @@
 #include <QProxyStyle>
 
 // The toolkit's own style draws the outlines of fields, boxes and frames a little darker than the
-// window, which cannot be seen on a dark one and least of all on a black one of high contrast. There
-// this style gives them a colour that can; a light window looks as ever.
+// window, which cannot be seen on a dark one and least of all on a black one of high contrast.
+// There this style gives them a colour that can; a light window looks as ever.
 class OutlineStyle : public QProxyStyle {
     Q_OBJECT
 
