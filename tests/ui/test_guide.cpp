@@ -49,8 +49,9 @@ class Fixture : public ShellFixture {
         return Time.RunUntil([&] { return Steps().currentPage() == page; }, 60'000);
     }
     [[nodiscard]] QStringList Lines() const {
-        QStringList lines =
-            QString::fromUtf8(ReadBytes(Folder.filePath("ftpOptions.ini"))).split(u'\n');
+        QStringList lines = QString::fromUtf8(ReadBytes(Folder.filePath("ftpOptions.ini")))
+                                .remove(u'\r')
+                                .split(u'\n');
         lines.removeIf([](const QString& line) { return !line.contains(u'='); });
         return lines;
     }
