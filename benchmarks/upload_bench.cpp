@@ -12,7 +12,7 @@
 #include "base/waiting.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 #include "net/page_control.h"
 #include "platform/system_clock.h"
 #include "support/answering_boxes.h"

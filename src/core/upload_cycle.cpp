@@ -6,7 +6,7 @@
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 #include "picture/picture_pipeline.h"
 #include "platform/sound.h"
 

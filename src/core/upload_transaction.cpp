@@ -6,7 +6,7 @@
 #include "base/waiting.h"
 #include "core/public_names.h"
 #include "net/connectivity.h"
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 
 #include <algorithm>
 #include <array>

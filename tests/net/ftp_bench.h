@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 #include "support/file_bytes.h"
 #include "support/recording_display.h"
 #include "support/scripted_ftp_server.h"

@@ -1,5 +1,5 @@
+#include "net/ftp/listing.h"
 #include "net/ftp_bench.h"
-#include "net/listing.h"
 #include "support/data_rows.h"
 
 #include <QTcpSocket>

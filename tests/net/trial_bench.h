@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/connection_trial.h"
+#include "net/publishing/connection_trial.h"
 #include "support/recording_display.h"
 #include "support/scripted_ftp_server.h"
 #include "support/test_clock.h"

@@ -4,7 +4,7 @@
 #include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 #include "net/page_control.h"
 #include "picture/picture_pipeline.h"
 #include "support/answering_boxes.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/clock.h"
-#include "net/connection_trial.h"
+#include "net/publishing/connection_trial.h"
 #include "ui/texts/texts.h"
 
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "net/block_plan.h"
+#include "net/ftp/block_plan.h"
 
 BlockPlan BlockPlan::For(qint32 totalBytes) {
     BlockPlan plan;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/ftp_data_elements.h"
+#include "net/ftp/ftp_data_elements.h"
 
 #include <QFile>
 

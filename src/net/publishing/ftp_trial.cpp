@@ -1,4 +1,4 @@
-#include "net/ftp_trial.h"
+#include "net/publishing/ftp_trial.h"
 
 #include <QRegularExpression>
 

@@ -1,7 +1,7 @@
-#include "net/ftp_commands.h"
+#include "net/ftp/ftp_commands.h"
 
-#include "net/ftp_text.h"
-#include "net/last_error_store.h"
+#include "net/ftp/ftp_text.h"
+#include "net/ftp/last_error_store.h"
 
 #include <algorithm>
 

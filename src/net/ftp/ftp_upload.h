@@ -1,7 +1,7 @@
 #pragma once
 
-#include "net/block_plan.h"
-#include "net/ftp_data_elements.h"
+#include "net/ftp/block_plan.h"
+#include "net/ftp/ftp_data_elements.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "net/ftp_text.h"
+#include "net/ftp/ftp_text.h"
 
 #include <algorithm>
 

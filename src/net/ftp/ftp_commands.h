@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/waiting.h"
-#include "net/ftp_control_connection.h"
-#include "net/ftp_properties.h"
-#include "net/ftp_time_out.h"
+#include "net/ftp/ftp_control_connection.h"
+#include "net/ftp/ftp_properties.h"
+#include "net/ftp/ftp_time_out.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
-#include "net/ftp_data_elements.h"
+#include "net/ftp/ftp_data_elements.h"
 
-#include "net/ftp_text.h"
+#include "net/ftp/ftp_text.h"
 
 FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& ownProperties,
                                  QObject* parent)

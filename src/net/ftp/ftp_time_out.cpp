@@ -1,4 +1,4 @@
-#include "net/ftp_time_out.h"
+#include "net/ftp/ftp_time_out.h"
 
 namespace {
 constexpr int tickMilliseconds = 1000;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/ftp_commands.h"
+#include "net/ftp/ftp_commands.h"
 
 #include <vector>
 

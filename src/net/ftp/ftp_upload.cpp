@@ -1,4 +1,4 @@
-#include "net/ftp_upload.h"
+#include "net/ftp/ftp_upload.h"
 
 #include <limits>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "net/ftp_commands.h"
-#include "net/ftp_download.h"
-#include "net/ftp_listing.h"
-#include "net/ftp_upload.h"
+#include "net/ftp/ftp_commands.h"
+#include "net/ftp/ftp_download.h"
+#include "net/ftp/ftp_listing.h"
+#include "net/ftp/ftp_upload.h"
 
 // The FTP client: active mode over IPv4 and IPv6, one operation at a time. Each operation waits
 // through the event loop until it is done and returns whether it succeeded; the reason of a failure

@@ -1,8 +1,8 @@
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
 
-#include "net/ftp_login.h"
-#include "net/ftp_text.h"
-#include "net/last_error_store.h"
+#include "net/ftp/ftp_login.h"
+#include "net/ftp/ftp_text.h"
+#include "net/ftp/last_error_store.h"
 
 FTP::FTP(Waiting& waiting, StatusDisplay& display, QObject* parent)
     : QObject(parent),

@@ -1,7 +1,7 @@
-#include "net/listing.h"
+#include "net/ftp/listing.h"
 
 #include "base/profile_file.h"
-#include "net/ftp_text.h"
+#include "net/ftp/ftp_text.h"
 
 #include <algorithm>
 

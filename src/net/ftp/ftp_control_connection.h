@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/clock.h"
-#include "net/ftp_reply.h"
+#include "net/ftp/ftp_reply.h"
 #include "net/winsock.h"
 
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "net/ftp_login.h"
+#include "net/ftp/ftp_login.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "net/ftp_control_connection.h"
+#include "net/ftp/ftp_control_connection.h"
 
-#include "net/ftp_text.h"
+#include "net/ftp/ftp_text.h"
 
 namespace {
 constexpr int serviceReady = 220;

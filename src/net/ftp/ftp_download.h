@@ -1,7 +1,7 @@
 #pragma once
 
-#include "net/ftp_data_elements.h"
-#include "net/ftp_listing.h"
+#include "net/ftp/ftp_data_elements.h"
+#include "net/ftp/ftp_listing.h"
 
 // Fetches a remote file. Its size is asked first: the transfer is complete when that many bytes
 // have come.

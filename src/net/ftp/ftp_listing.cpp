@@ -1,7 +1,7 @@
-#include "net/ftp_listing.h"
+#include "net/ftp/ftp_listing.h"
 
 #include "base/profile_file.h"
-#include "net/listing.h"
+#include "net/ftp/listing.h"
 
 #include <QDir>
 

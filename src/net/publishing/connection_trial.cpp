@@ -1,7 +1,7 @@
-#include "net/connection_trial.h"
+#include "net/publishing/connection_trial.h"
 
 #include "base/whole_file.h"
-#include "net/ftp_trial.h"
+#include "net/publishing/ftp_trial.h"
 
 #include <QDir>
 #include <QFile>

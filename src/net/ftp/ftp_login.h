@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/ftp_commands.h"
+#include "net/ftp/ftp_commands.h"
 
 // Connects to the server that the properties name and logs in. False, with a last error recorded
 // and the connection closed, when the server cannot be reached, does not greet within the time-out

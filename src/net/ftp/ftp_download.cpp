@@ -1,4 +1,4 @@
-#include "net/ftp_download.h"
+#include "net/ftp/ftp_download.h"
 
 FtpDownload::FtpDownload(FtpCommands& ownCommands, FtpDataElements& ownElements,
                          FtpListing& ownListing, QObject* parent)

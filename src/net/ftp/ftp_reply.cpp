@@ -1,4 +1,4 @@
-#include "net/ftp_reply.h"
+#include "net/ftp/ftp_reply.h"
 
 #include "base/profile_file.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "net/connection_trial.h"
-#include "net/ftp.h"
+#include "net/ftp/ftp.h"
+#include "net/publishing/connection_trial.h"
 
 #include <QTemporaryFile>
 

@@ -1,4 +1,4 @@
-#include "net/last_error_store.h"
+#include "net/ftp/last_error_store.h"
 
 #include "platform/user_section.h"
 
