@@ -8,9 +8,9 @@ enum class Protocol {
     Ftps,   // AUTH TLS on the usual port (RFC 4217)
     Ftpsi,  // TLS from the first byte
     Sftp,
-    Http,   // PUT, and MOVE where there is WebDAV
+    Http,  // PUT, and MOVE where there is WebDAV
     Https,
-    S3,     // object storage
+    S3,  // object storage
 };
 
 // Where the pictures go, and how to get in.
@@ -29,9 +29,9 @@ struct ServerAccess {
     // What the operator has accepted though nobody vouches for it, SHA-256: of a certificate
     // hexadecimal; of an sftp server's host key as OpenSSH writes it ("SHA256:…").
     QString Trusted = {};
-    QString Region = {};  // s3
-    QString Bucket = {};  // s3
-    int CacheSeconds = 0;       // https, s3: how long a visitor may show the picture unasked
+    QString Region = {};         // s3
+    QString Bucket = {};         // s3
+    int CacheSeconds = 0;        // https, s3: how long a visitor may show the picture unasked
     QString ProgramFolder = {};  // where the host keys of sftp servers are kept
 
     bool operator==(const ServerAccess&) const = default;

@@ -10,10 +10,10 @@ enum class ServerFault {
     Cancelled,
     TooSlow,  // a trial that was not done within a minute
     HostNotFound,
-    Refused,      // nobody listens at that port
-    Unreachable,  // the network does not lead there
-    NoAnswer,     // a firewall, or a server that takes too long
-    NotThisWay,   // whoever listens there speaks another protocol
+    Refused,           // nobody listens at that port
+    Unreachable,       // the network does not lead there
+    NoAnswer,          // a firewall, or a server that takes too long
+    NotThisWay,        // whoever listens there speaks another protocol
     ServerRefused,     // it greets with a refusal, or refuses what every server can do
     EncryptionNeeded,  // no login without encryption
     LoginRefused,
@@ -40,17 +40,17 @@ enum class ServerFault {
     CertificateChanged,    // another one than was accepted; Reply: its fingerprint
     SessionNotResumed,     // the server wants the data connection to go on with the TLS session
     // SFTP
-    NoSsh,            // OpenSSH is not installed
-    HostKeyUnknown,   // Reply: its fingerprint
-    HostKeyChanged,   // Reply: its fingerprint
-    KeyNotUsable,     // the key file is missing, is no key, or others may read it
+    NoSsh,           // OpenSSH is not installed
+    HostKeyUnknown,  // Reply: its fingerprint
+    HostKeyChanged,  // Reply: its fingerprint
+    KeyNotUsable,    // the key file is missing, is no key, or others may read it
     KeyNeedsPassphrase,
     // HTTP and object storage
-    Forbidden,         // 403
-    PutNotAllowed,     // 405, 501: the server takes no pictures at this address
-    TooLarge,          // 413
-    Locked,            // 423
-    RedirectedAway,    // to another host; Reply: its address
+    Forbidden,       // 403
+    PutNotAllowed,   // 405, 501: the server takes no pictures at this address
+    TooLarge,        // 413
+    Locked,          // 423
+    RedirectedAway,  // to another host; Reply: its address
     BucketMissing,
     WrongRegion,       // Reply: the right one, as far as the server says
     ClockWrong,        // the clocks of server and computer differ too much
