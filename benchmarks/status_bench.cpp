@@ -13,11 +13,11 @@
 #include "platform/platform.h"
 #include "platform/system_clock.h"
 #include "support/answering_boxes.h"
+#include "texts/texts.h"
 #include "ui/skin/shaped_window.h"
 #include "ui/skin/skin_folders.h"
 #include "ui/skin/window_shape.h"
 #include "ui/status/frm_status.h"
-#include "ui/texts/texts.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -37,8 +37,8 @@ QString Certificates::Fingerprint(const QSslCertificate& certificate) {
     return QString::fromLatin1(digest.toHex(':').toUpper());
 }
 
-ServerAnswer Certificates::Judge(const QSslCertificate& certificate,
-                                 const QList<QSslError>& errors, const QString& trusted) {
+ServerAnswer Certificates::Judge(const QSslCertificate& certificate, const QList<QSslError>& errors,
+                                 const QString& trusted) {
     const QString fingerprint = Fingerprint(certificate);
     const bool isTrusted = !trusted.isEmpty() && Bare(trusted) == Bare(fingerprint);
     if (isTrusted && !certificate.isNull()) return {};

@@ -1,9 +1,9 @@
 #include "base/status_hub.h"
 #include "support/data_rows.h"
+#include "texts/texts.h"
 #include "ui/skin/picture_box.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/readout_label.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/preview_area.h"
 #include "ui/window_fixture.h"
 

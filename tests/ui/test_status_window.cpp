@@ -1,10 +1,10 @@
 #include "base/status_hub.h"
 #include "support/data_rows.h"
+#include "texts/texts.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
-#include "ui/texts/texts.h"
 #include "ui/window_fixture.h"
 
 #include <QMouseEvent>

@@ -2,7 +2,7 @@
 
 #include "base/profile_file.h"
 #include "core/program.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 #include "ui/widgets/mnemonics.h"
 
 #include <QCheckBox>

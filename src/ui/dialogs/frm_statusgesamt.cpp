@@ -8,7 +8,7 @@
 #include "core/upload_transaction.h"
 #include "platform/online_state.h"
 #include "platform/platform.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 #include "ui/tray/run_figures.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/screen_room.h"

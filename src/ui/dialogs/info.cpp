@@ -1,8 +1,8 @@
 #include "ui/dialogs/info.h"
 
 #include "core/version.h"
+#include "texts/texts.h"
 #include "ui/skin/skin.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/screen_room.h"
 
 #include <QApplication>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "base/status_display.h"
+#include "texts/texts.h"
 #include "ui/skin/shaped_window.h"
 #include "ui/skin/skin_folders.h"
 #include "ui/skin/skinned_window.h"
 #include "ui/skin/window_place.h"
-#include "ui/texts/texts.h"
 
 class MessageBoxes;
 class PictureBox;

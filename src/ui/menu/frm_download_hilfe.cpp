@@ -1,7 +1,7 @@
 #include "ui/menu/frm_download_hilfe.h"
 
 #include "core/main_state.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -2,9 +2,9 @@
 
 #include "base/waiting.h"
 #include "core/main_state.h"
+#include "texts/texts.h"
 #include "ui/menu/menu_place.h"
 #include "ui/skin/window_system.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/menu_row.h"
 
 #include <QApplication>

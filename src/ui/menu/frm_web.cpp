@@ -1,7 +1,7 @@
 #include "ui/menu/frm_web.h"
 
+#include "texts/texts.h"
 #include "ui/menu/links.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/menu_row.h"
 
 frmWeb::frmWeb(Texts& ownTexts, const Opener& opener, QWidget* parent)

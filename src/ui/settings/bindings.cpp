@@ -1,7 +1,7 @@
 #include "ui/settings/bindings.h"
 
 #include "core/settings/setting_table.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 #include "ui/widgets/number_box.h"
 
 #include <QAbstractButton>

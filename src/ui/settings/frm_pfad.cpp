@@ -1,9 +1,9 @@
 #include "ui/settings/frm_pfad.h"
 
 #include "base/paths.h"
+#include "texts/texts.h"
 #include "ui/settings/folder_list.h"
 #include "ui/settings/settings_rows.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/mnemonics.h"
 
 #include <QComboBox>

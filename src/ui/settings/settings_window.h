@@ -1,7 +1,7 @@
 #pragma once
 
+#include "texts/texts.h"
 #include "ui/settings/bindings.h"
-#include "ui/texts/texts.h"
 
 #include <QDialog>
 

@@ -9,12 +9,12 @@
 #include "core/settings/interval.h"
 #include "core/settings/quality_choice.h"
 #include "core/upload_cycle.h"
+#include "texts/texts.h"
 #include "ui/skin/skin.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
 #include "ui/status/status_texts.h"
-#include "ui/texts/texts.h"
 
 #include <QAction>
 #include <QEvent>

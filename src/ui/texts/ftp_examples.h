@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 // The fields of the FTP settings that begin with an example of the language in use.
 struct FtpExamples {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "texts/texts.h"
 #include "ui/texts/messages.h"
-#include "ui/texts/texts.h"
 
 #include <functional>
 

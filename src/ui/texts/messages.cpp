@@ -1,6 +1,6 @@
 #include "ui/texts/messages.h"
 
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 ComposedMessages ComposeMessages(const Texts& texts, const MessageFields& fields) {
     const auto text = [&texts](const QString& key) { return texts.Get("Messages", key); };

@@ -1,6 +1,6 @@
 #include "ui/texts/toolkit_texts.h"
 
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

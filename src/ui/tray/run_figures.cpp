@@ -6,7 +6,7 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/upload_cycle.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 

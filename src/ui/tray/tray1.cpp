@@ -2,7 +2,7 @@
 
 #include "core/program.h"
 #include "core/upload_cycle.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 #include "ui/tray/program_icons.h"
 
 Tray1::Tray1(Program& ownProgram, RunFigures& ownFigures, Texts& ownTexts,

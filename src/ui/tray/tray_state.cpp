@@ -1,7 +1,7 @@
 #include "ui/tray/tray_state.h"
 
+#include "texts/texts.h"
 #include "ui/texts/messages.h"
-#include "ui/texts/texts.h"
 
 #include <QPainter>
 

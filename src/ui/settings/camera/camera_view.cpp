@@ -1,7 +1,7 @@
 #include "ui/settings/camera/camera_view.h"
 
 #include "camera/ezvidcap.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QLabel>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "texts/texts.h"
 #include "ui/settings/ftp/offline_list.h"
-#include "ui/texts/texts.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QCheckBox>

@@ -2,7 +2,7 @@
 
 #include "base/clock.h"
 #include "net/publishing/connection_trial.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "net/trial_outcome.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 // The outcome of a trial in a sentence that says what failed and what to do about it.
 [[nodiscard]] QString TrialText(const Texts& words, const TrialAccess& tried,

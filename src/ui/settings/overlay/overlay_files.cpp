@@ -2,7 +2,7 @@
 
 #include "base/paths.h"
 #include "base/whole_file.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QFile>

@@ -5,7 +5,7 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "picture/overlay/text_drawing.h"
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <QPainter>
 
