@@ -12,12 +12,13 @@
 #include "base/waiting.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp/ftp.h"
+#include "net/ftp/ftp_server.h"
 #include "net/page_control.h"
 #include "platform/system_clock.h"
 #include "support/answering_boxes.h"
 #include "support/real_ftp_server.h"
 #include "support/test_platform.h"
+#include "texts/texts.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -94,7 +95,10 @@ class Ours {
     MainState state;
     RunStatus run{clock, nobody};
     FTP ftp{waiting, nobody};
-    UploadTransaction transaction{waiting, ftp, connectivity, nobody, boxes, state, run};
+    Texts words{Texts::Language::English};
+    FtpServer server{{waiting, nobody, [this] { return connectivity.Online(); }}, ftp};
+    UploadTransaction transaction{{waiting, connectivity, nobody, boxes, state, words, run},
+                                  server};
 };
 
 // The processor time of one process that does so many uploads; none when it failed.

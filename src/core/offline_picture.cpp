@@ -4,7 +4,6 @@
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp/ftp.h"
 
 #include <QFile>
 
@@ -87,7 +86,7 @@ bool OfflinePicture::PutOnServer(const QString& file) {
         return false;
     }
     // A connection that only seems to stand shows it when it is used.
-    if (parts.Ftp.IsConnected() && parts.Transaction.Publish(file)) return true;
+    if (parts.Transaction.IsConnected() && parts.Transaction.Publish(file)) return true;
     if (parts.Wait.Closing()) return false;
     const bool connected = Connect();
     if (connected && parts.Transaction.Publish(file)) return true;

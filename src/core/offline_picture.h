@@ -4,7 +4,6 @@
 #include "picture/offline_filter.h"
 
 class Connectivity;
-class FTP;
 class UploadTransaction;
 
 // The picture that tells viewers that the camera is off, published in place of the camera's when
@@ -14,7 +13,6 @@ class OfflinePicture {
   public:
     struct Parts {
         Waiting& Wait;
-        FTP& Ftp;
         Connectivity& Net;
         UploadTransaction& Transaction;
         PicturePipeline& Pictures;

@@ -7,6 +7,7 @@
 #include "base/waiting.h"
 #include "base/whole_file.h"
 #include "camera/ezvidcap.h"
+#include "core/access_of.h"
 #include "core/hang_up_question.h"
 #include "core/main_state.h"
 #include "core/offline_picture.h"
@@ -18,14 +19,15 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp/ftp.h"
+#include "net/ftp/ftp_server.h"
 #include "net/page_control.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -47,13 +49,15 @@ struct Program::Controls {
           PictureValues{around.Folder, around.InstalledFolders},
           Pictures(PictureValues, ezVidCap1, Wait, around.Boxes, Display),
           Run(around.Time, Display),
-          Transaction(Wait, FTP1, Net, Display, around.Boxes, State, Run),
-          Offline({Wait, FTP1, Net, Transaction, Pictures, PictureValues, Display, State}),
-          Cycle({Wait, FTP1, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
+          Server({Wait, Display, [this] { return Net.Online(); }}, FTP1),
+          Transaction({Wait, Net, Display, around.Boxes, State, Words, Run}, Server),
+          Offline({Wait, Net, Transaction, Pictures, PictureValues, Display, State}),
+          Cycle({Wait, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
                  around.ClickSound}),
           CameraWatch(around.Time, cameraWatchMilliseconds) {}
 
     Waiting Wait;
+    Texts Words{Texts::Language::English};
     StatusHub Display;
     MainState State;
     Connectivity Net;
@@ -62,6 +66,7 @@ struct Program::Controls {
     PictureState PictureValues;
     PicturePipeline Pictures;
     RunStatus Run;
+    FtpServer Server;
     UploadTransaction Transaction;
     OfflinePicture Offline;
     UploadCycle Cycle;
@@ -72,6 +77,7 @@ Program::Program(const Surroundings& ownSurroundings)
     : surroundings(ownSurroundings),
       controls(std::make_unique<Controls>(surroundings)),
       Wait(controls->Wait),
+      Words(controls->Words),
       Display(controls->Display),
       State(controls->State),
       Net(controls->Net),
@@ -195,6 +201,9 @@ void Program::ApplyLanguage() {
     State.LangEnglish = english;
     State.LangGerman = german;
     State.LangFrench = french;
+    Words.SetLanguage(german   ? Texts::Language::German
+                      : french ? Texts::Language::French
+                               : Texts::Language::English);
 }
 
 QString Program::NoDriverText() const {
@@ -252,22 +261,15 @@ void Program::Remember(const QList<ProfileEntry>& entries) const {
 
 void Program::ApplyAccess(const Settings& before) {
     const Settings& values = State.Values;
-    FTP1.SetRemoteHost(values.Server);
-    FTP1.SetUserName(values.User);
-    FTP1.SetPassword(values.PW);
-    FTP1.SetRemotePort(values.Port);
-    FTP1.SetDataFromAnywhere(values.DataFromAnywhere);
+    controls->Server.SetAccess(AccessOf(values));
     Net.SetServer(values.Server);
-    const auto access = [](const Settings& of) {
-        return std::tie(of.Server, of.Verzeichnis, of.User, of.PW, of.Port);
-    };
     // The next picture logs in where the settings now say; a kept connection would hold on to the
     // old server for hours.
-    if (access(before) == access(values)) return;
+    ServerAccess former = AccessOf(before);
+    former.DeleteFirst = values.Delete;  // has nothing to do with the way to the server
+    if (former == AccessOf(values)) return;
     Cycle.TryAgainAtOnce();
-    if (!FTP1.IsConnected()) return;
-    FTP1.Cancel();
-    FTP1.Disconnect();
+    if (Transaction.IsConnected()) controls->Server.Close();
 }
 
 // The camera of the settings. Who has named none gets the first one; another one never takes the

@@ -16,6 +16,7 @@ class PageControl;
 class PicturePipeline;
 class RunStatus;
 class StatusHub;
+class Texts;
 class UploadCycle;
 class UploadTransaction;
 class Waiting;
@@ -50,6 +51,7 @@ class Program : public QObject {
 
   public:
     Waiting& Wait;
+    Texts& Words;  // in the language of the settings
     StatusHub& Display;
     MainState& State;
     Connectivity& Net;

@@ -6,7 +6,6 @@
 #include "core/public_names.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp/ftp.h"
 #include "picture/picture_pipeline.h"
 #include "platform/sound.h"
 
@@ -178,11 +177,10 @@ void UploadCycle::Watchdog() {
     std::optional<int>& ticks = run.ThisRun.SendStarted;
     if (!ticks) return;
     ticks = *ticks >= countWraps ? 0 : *ticks + 1;
-    TransactionFlags& flags = parts.Transaction.Flags;
-    const bool watched = !parts.State.Values.LocalMode() && !flags.ConnectionDown;
+    const bool watched = !parts.State.Values.LocalMode() && !parts.Transaction.Flags.ConnectionDown;
     if (!watched || ticks != watchdogTicks) return;
     parts.Display.ShowStatus("reconnecting ftp");
-    flags.FtpError = true;
+    parts.Transaction.GiveUpStep();
     ticks.reset();
 }
 
@@ -308,7 +306,7 @@ UploadCycle::Outcome UploadCycle::FtpTick() {
 bool UploadCycle::Connect(RunState then) {
     UploadTransaction& transaction = parts.Transaction;
     bool& down = transaction.Flags.ConnectionDown;
-    if (!down && parts.Ftp.IsConnected()) return true;
+    if (!down && transaction.IsConnected()) return true;
     const bool first = run.ThisRun.Again.Fresh();
     const bool connected = std::exchange(down, false) ? transaction.ConnectFtp(then)
                                                       : transaction.ConnectOnceMore(then);
@@ -328,7 +326,7 @@ bool UploadCycle::PrepareSending() {
 UploadCycle::Outcome UploadCycle::Publish() {
     const QString file = parts.State.WorkFile(PublicNames::Sending);
     if (!PrepareSending()) return NoPicture();
-    if (!parts.Transaction.Publish(file)) return Trouble{"FTP: " + parts.Ftp.GetLastErrorString()};
+    if (!parts.Transaction.Publish(file)) return Trouble{parts.Transaction.Failure()};
     // Even where the file cannot be removed: no picture is published twice.
     madeAt.reset();
     QFile::remove(file);

@@ -10,7 +10,6 @@
 #include <optional>
 
 class Connectivity;
-class FTP;
 class OfflinePicture;
 class PicturePipeline;
 class Sound;
@@ -27,7 +26,6 @@ class UploadCycle : public QObject {
   public:
     struct Parts {
         Waiting& Wait;
-        FTP& Ftp;
         Connectivity& Net;
         UploadTransaction& Transaction;
         PicturePipeline& Pictures;

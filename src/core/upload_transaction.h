@@ -7,30 +7,44 @@
 
 #include <QObject>
 
-class Connectivity;
-class FTP;
-class MessageBoxes;
-class StatusDisplay;
-class Waiting;
+#include <functional>
 
-// The conversation with the FTP server: log in, change into the folder, send the new picture under
-// a temporary name, put it in place of the public one by a rename, keep former pictures. Every step
-// is one operation of the FTP control followed by a wait for the server's reply; how it went stands
-// in the flags.
+class Connectivity;
+class MessageBoxes;
+class PictureServer;
+class StatusDisplay;
+class Texts;
+class Waiting;
+struct ServerAnswer;
+
+// How a picture becomes public on a server, whatever is spoken there: connect, send the new picture
+// under a temporary name, put it in place of the public one by a rename, keep former pictures. How
+// a step went stands in the flags.
 class UploadTransaction : public QObject {
     Q_OBJECT
 
   public:
-    UploadTransaction(Waiting& waiting, FTP& ftp, Connectivity& connectivity,
-                      StatusDisplay& display, MessageBoxes& boxes, const MainState& state,
-                      RunStatus& run);
+    struct Parts {
+        Waiting& Wait;
+        Connectivity& Net;
+        StatusDisplay& Display;
+        MessageBoxes& Boxes;
+        const MainState& State;
+        const Texts& Words;
+        RunStatus& Run;
+    };
+    // The server outlives the transaction, or the time until it uses another.
+    UploadTransaction(const Parts& ownParts, PictureServer& ownServer);
+
+    // From the next step on another server. What is under way on the former one is given up.
+    void Use(PictureServer& other);
 
     TransactionFlags Flags;
 
-    // Logs in and changes into the folder; takes about six seconds, most of it pauses that let
-    // servers free the former connection, and at most three minutes. Before the first success of a
-    // run a failure is told in a message box and ends the cycle (Failed); later it is silent, the
-    // connection counts as down and the cycle tries again.
+    // Connects and goes to the folder; with FTP that takes about six seconds, most of it pauses
+    // that let servers free the former connection, and at most three minutes. Before the first
+    // success of a run a failure is told in a message box and ends the cycle (Failed); later it is
+    // silent, the connection counts as down and the cycle tries again.
     // then: what the run goes on to do once the connection stands. Returns whether it does.
     bool ConnectFtp(RunState then = RunState::Waiting);
     // The same where the server has dropped an idle connection: the history goes on counting, or
@@ -39,16 +53,21 @@ class UploadTransaction : public QObject {
     // Ends the connect that is under way, if any: within the second, and without another login.
     void GiveUpConnect();
     [[nodiscard]] bool GivenUp() const { return givenUp; }
-    // Why the last connect failed, in the user's language; empty when it did not.
+    // Ends the step that is under way, which counts as failed then.
+    void GiveUpStep();
+    [[nodiscard]] bool IsConnected() const;
+    // Why the last connect or step failed, in the user's language; empty when it did not.
     [[nodiscard]] const QString& Failure() const { return failure; }
     // It failed because the server does not take user name and password.
     [[nodiscard]] bool LoginRefused() const { return loginRefused; }
-    [[nodiscard]] bool ConnectInProgress() const { return run.Step() == RunState::Connecting; }
+    [[nodiscard]] bool ConnectInProgress() const {
+        return parts.Run.Step() == RunState::Connecting;
+    }
 
     void CloseConnection();
 
     // The single steps. Each does nothing while Flags.ConnectionDown is set.
-    void SendFile(const QString& localPath);
+    void SendFile(const QString& localPath, const QString& name);
     void DeleteFile(const QString& name);
     void DeletePublic();
     enum class Missing { IsFault, IsNoFault };
@@ -72,36 +91,28 @@ class UploadTransaction : public QObject {
 
   private:
     void OnReply(const QString& chunk);
-    void OnSendProgress(qint32 sent, qint32 total);
+    void OnSendProgress(qint64 sent, qint64 total);
 
-    bool ConnectOnline();
-    bool PauseConnect();
-    bool LogIn();
-    void LoginFailed();
-    // What to do about a refused login, with the server's words as %1.
-    [[nodiscard]] QString Advice() const;
-    bool ChangeDirectory();
-    bool InFolder(const QString& directory, bool answered, const QString& response);
+    [[nodiscard]] bool Open();
+    [[nodiscard]] QString ConnectMessage(const ServerAnswer& answer) const;
+    void Explain(const ServerAnswer& answer);
     void AskWhenOffline();
     bool FinishConnect(bool connected, RunState then);
-    void Warn(const QString& german, const QString& english);
+    void Warn(const QString& text);
 
     [[nodiscard]] bool MayGoOn() const;
-    bool BeginStep(const QString& status);
-    void AwaitReply(const bool& waitFlag, int seconds);
+    [[nodiscard]] ServerAnswer Step(const QString& status,
+                                    const std::function<ServerAnswer()>& operation);
+    [[nodiscard]] bool HistoryIsDue();
     void ShiftHistory();
-    void Replace(bool oldIsGone);
-    [[nodiscard]] bool RefusedToReplace() const;
+    void KeepPublic();
+    void Replace(const QString& localPath, bool oldIsGone);
     void ChangeMode(const QString& name);
 
-    Waiting& waiting;
-    FTP& ftp;
-    Connectivity& connectivity;
-    StatusDisplay& display;
-    MessageBoxes& boxes;
-    const MainState& state;
-    RunStatus& run;
+    Parts parts;
+    PictureServer* server;
     QString failure;
+    bool refusedToReplace = false;  // the last rename, because of the file that is there
     bool loginRefused = false;
     bool givenUp = false;
     ReplyLog log;

@@ -49,7 +49,7 @@ struct Shell::Parts {
     MessageBoxes& Boxes;
     Opener Open;
 
-    Texts Words{Texts::Language::English};
+    Texts& Words = Core.Words;
     ToolkitTexts ToolkitWords{Words};
     Languages LanguageTables{Core, Words};
     SkinFolders Skins{Folders};

@@ -44,7 +44,7 @@ class OfflineFixture : public CycleFixture {
     [[nodiscard]] QByteArray Public() const { return Server.Files.value("pw.jpg"); }
 
     const QByteArray File = Plain(Qt::blue, "JPG");
-    OfflinePicture Offline{{Wait, Ftp, Net, Transaction, Pictures, Picture, Display, State}};
+    OfflinePicture Offline{{Wait, Net, Transaction, Pictures, Picture, Display, State}};
 };
 
 }  // namespace

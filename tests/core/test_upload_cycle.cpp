@@ -259,8 +259,7 @@ class TestUploadCycle : public QObject {
                  "the trouble began with the first try");
         QCOMPARE(f.Boxes.Shown, QStringList());
         QCOMPARE(
-            f.Display.Statuses.contains("Login refused (530 wrong): check user name and password "
-                                        "in the FTP settings"),
+            f.Run.Reason().contains("does not accept the user name or the password (530 wrong)"),
             !password.isEmpty());
         f.Server.Password.clear();
         f.Server.ListenAgain();
@@ -352,7 +351,7 @@ class TestUploadCycle : public QObject {
         f.Time.Advance(60'000);
         QCOMPARE(f.Display.States.count("connecting"), 5);  // twice at once
         QCOMPARE(f.Run.Is(), RunState::WaitingToRetry);
-        QVERIFY(f.Display.Statuses.last().startsWith("The Server dont exists"));
+        QVERIFY(f.Display.Statuses.last().contains("takes no connection at port"));
         f.Server.ListenAgain();
         QVERIFY(f.RunUntilPublished(1, 60'000));
         QCOMPARE(f.Boxes.Shown, QStringList());

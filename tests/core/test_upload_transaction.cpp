@@ -47,7 +47,9 @@ class TestUploadTransaction : public QObject {
             "Stillpost: Das Verzeichniss 'web/cam' existiert nicht auf dem Server!");
         row("name not allowed", "web/cam", false, "553 no", missing);
         row("name not understood", "web/cam", false, "501 no", missing);
-        row("folder locked", "web/cam", false, "450 later", "Stillpost: 450 later");
+        row("folder locked", "web/cam", false, "450 later",
+            "Stillpost: 127.0.0.1 lets nobody into the folder web/cam now (450 later): try again "
+            "later, or ask your provider.");
     }
     void FailedFirstConnectTellsAndStops() {
         const auto [folder, german, reply, message] = Row<QString, bool, QString, QString>();
@@ -64,7 +66,8 @@ class TestUploadTransaction : public QObject {
         QCOMPARE(f.Boxes.Shown, QStringList{message});
         QVERIFY(f.Transaction.Flags.ConnectionDown);
         QCOMPARE(f.Display.States,
-                 QStringList({"connecting", "stopped: " + message.section(": ", 1)}));
+                 QStringList({"connecting", "stopped: " + f.Transaction.Failure()}));
+        QVERIFY(!f.Transaction.Failure().isEmpty());
         QVERIFY2(!f.Transaction.ConnectFtp(), "refused until the failure is cleared");
     }
 

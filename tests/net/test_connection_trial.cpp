@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-using enum TrialResult;
+using enum ServerFault;
 using Script = QList<FtpFault>;
 
 class TestConnectionTrial : public QObject {
@@ -16,9 +16,9 @@ class TestConnectionTrial : public QObject {
         bench.Server.Folders = {"cam"};
         bench.Server.Files = {{"cam/pw.jpg", "public"}, {"cam/1pw.jpg", "on its way"}};
         const auto before = bench.Server.Files;
-        TrialAccess access = bench.Access();
+        ServerAccess access = bench.Access();
         access.Folder = "cam";
-        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, None);
         QVERIFY(bench.Server.Files == before);
         QVERIFY(!bench.Server.Commands.join(u' ').contains("pw.jpg"));
         QVERIFY(bench.Log.Commands.filter("STOR").size() == 2);
@@ -27,8 +27,8 @@ class TestConnectionTrial : public QObject {
     }
 
     void SaysWhatFailed_data() {
-        const Rows<Script, TrialResult, QString> row;
-        row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, NotFtp, "");
+        const Rows<Script, ServerFault, QString> row;
+        row("no greeting", {{.Verb = "CONNECT", .Silent = true}}, NotThisWay, "");
         row("too many users", {Says("CONNECT", {"421 full\r\n"})}, ServerRefused, "421 full");
         row("no answer to the login", {{.Verb = "PASS", .Silent = true}}, NoAnswer,
             "331 password?");
@@ -52,13 +52,13 @@ class TestConnectionTrial : public QObject {
         row("lost while renaming", {Closes("RNTO")}, ConnectionLost, "");
     }
     void SaysWhatFailed() {
-        const auto [script, result, reply] = Row<Script, TrialResult, QString>();
+        const auto [script, result, reply] = Row<Script, ServerFault, QString>();
         TrialBench bench;
         bench.Server.Script = script;
         const qint64 start = bench.Time.Milliseconds();
         const TrialOutcome outcome = bench.Trial.Run(bench.Access());
-        QCOMPARE(outcome.Is, result);
-        QCOMPARE(outcome.Reply, reply);
+        QCOMPARE(outcome.Answer.Is, result);
+        QCOMPARE(outcome.Answer.Reply, reply);
         QVERIFY(bench.Time.Milliseconds() - start < 70'000);
         const QStringList left = bench.Own();
         // What it may have left it names; of a server that answers it leaves nothing.
@@ -67,27 +67,27 @@ class TestConnectionTrial : public QObject {
     }
 
     void ReachesNobody_data() {
-        const Rows<QString, TrialResult> row;
+        const Rows<QString, ServerFault> row;
         row("no such name", "no.such.host.invalid", HostNotFound);
         row("nobody listens", "127.0.0.1", Refused);
     }
     void ReachesNobody() {
-        const auto [host, result] = Row<QString, TrialResult>();
+        const auto [host, result] = Row<QString, ServerFault>();
         TrialBench bench(100);
         bench.Server.StopListening();
-        TrialAccess access = bench.Access();
+        ServerAccess access = bench.Access();
         access.Server = host;
-        QCOMPARE(bench.Trial.Run(access).Is, result);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, result);
     }
 
     // Servers that do not rename over a file work with the option for them.
     void DeletesFirst() {
         TrialBench bench;
         bench.Server.RefuseRenameOver = true;
-        TrialAccess access = bench.Access();
-        QCOMPARE(bench.Trial.Run(access).Is, ReplaceRefused);
+        ServerAccess access = bench.Access();
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, ReplaceRefused);
         access.DeleteFirst = true;
-        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, None);
         QVERIFY(bench.Server.Files.isEmpty());
     }
 
@@ -110,7 +110,7 @@ class TestConnectionTrial : public QObject {
         });
         soon.SetEnabled(true);
         const qint64 start = bench.Time.Milliseconds();
-        QCOMPARE(bench.Trial.Run(bench.Access()).Is, Cancelled);
+        QCOMPARE(bench.Trial.Run(bench.Access()).Answer.Is, Cancelled);
         QVERIFY(bench.Time.Milliseconds() - start < 6000);
         QVERIFY(bench.Time.RunUntil([&bench] { return bench.Server.OpenConnections == 0; }, 1000));
         QCOMPARE(bench.Own(), QStringList());
@@ -119,13 +119,13 @@ class TestConnectionTrial : public QObject {
     void TriesAFolder() {
         TrialBench bench;
         const QTemporaryDir folder;
-        TrialAccess access{.Server = "Local", .Folder = folder.path(), .Local = true};
-        QCOMPARE(bench.Trial.Run(access).Is, Fine);
+        ServerAccess access{.Server = "Local", .Folder = folder.path(), .Local = true};
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, None);
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
         access.Folder = folder.filePath("none");
-        QCOMPARE(bench.Trial.Run(access).Is, LocalFolderMissing);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, LocalFolderMissing);
         access.Folder = "/proc";  // nobody can store there, not even root
-        QCOMPARE(bench.Trial.Run(access).Is, LocalNotWritable);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, LocalNotWritable);
     }
 };
 

@@ -5,7 +5,7 @@
 
 #include <QDir>
 
-using enum TrialResult;
+using enum ServerFault;
 using Kind = RealFtpServer::Kind;
 
 namespace {
@@ -60,22 +60,22 @@ class TestFtpServers : public QObject {
     }
 
     void ConnectionTrials_data() {
-        const Rows<Kind, QString, QString, TrialResult> row;
-        row("vsftpd", Kind::Vsftpd, "secret", "", Fine);
+        const Rows<Kind, QString, QString, ServerFault> row;
+        row("vsftpd", Kind::Vsftpd, "secret", "", None);
         row("vsftpd read-only folder", Kind::Vsftpd, "secret", "closed", MayNotStore);
         row("pyftpdlib wrong password", Kind::Pyftpdlib, "other", "", LoginRefused);
         row("pyftpdlib no folder", Kind::Pyftpdlib, "secret", "none", FolderMissing);
     }
     void ConnectionTrials() {
-        const auto [kind, password, folder, result] = Row<Kind, QString, QString, TrialResult>();
+        const auto [kind, password, folder, result] = Row<Kind, QString, QString, ServerFault>();
         RealFtpServer server(kind);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         QVERIFY(QDir(server.Root()).mkdir("closed"));
         TrialBench bench(Quiet);
-        TrialAccess access = TrialBench::To(server.Port());
+        ServerAccess access = TrialBench::To(server.Port());
         access.Password = password;
         access.Folder = folder;
-        QCOMPARE(bench.Trial.Run(access).Is, result);
+        QCOMPARE(bench.Trial.Run(access).Answer.Is, result);
         QCOMPARE(QDir(server.Root()).entryList(QDir::Files), QStringList());
     }
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/clock.h"
+#include "base/waiting.h"
 #include "net/publishing/connection_trial.h"
 #include "support/recording_display.h"
 #include "support/scripted_ftp_server.h"
@@ -23,10 +25,10 @@ struct TrialBench {
     RecordingDisplay Log;
     ConnectionTrial Trial{Wait, Log};
 
-    [[nodiscard]] static TrialAccess To(int port) {
+    [[nodiscard]] static ServerAccess To(int port) {
         return {.Server = "127.0.0.1", .Port = port, .User = "cam", .Password = "secret"};
     }
-    [[nodiscard]] TrialAccess Access() const { return To(Server.Port()); }
+    [[nodiscard]] ServerAccess Access() const { return To(Server.Port()); }
     // The files that the trial has left on the server.
     [[nodiscard]] QStringList Own() const {
         return QStringList(Server.Files.keys()).filter("stillpost-test");

@@ -47,7 +47,6 @@ CycleFixture::~CycleFixture() {
 
 void CycleFixture::Apply() {
     const Settings& values = State.Values;
-    Ftp.SetRemotePort(values.Port);
     const bool local = values.LocalMode();
     Net.SetServer(local ? values.Server : QString("ftp.example.org"));
     Net.SetDialling(values.Anwahl, values.AWName);

@@ -4,7 +4,7 @@
 #include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
-#include "net/ftp/ftp.h"
+#include "net/ftp/ftp_server.h"
 #include "net/page_control.h"
 #include "picture/picture_pipeline.h"
 #include "support/answering_boxes.h"
@@ -12,6 +12,7 @@
 #include "support/scripted_ftp_server.h"
 #include "support/test_clock.h"
 #include "support/test_platform.h"
+#include "texts/texts.h"
 
 #include <QTemporaryDir>
 
@@ -62,9 +63,11 @@ class CycleFixture {
     FTP Ftp{Wait, Display};
     PicturePipeline Pictures{Picture, Camera, Wait, Boxes, Display};
     RunStatus Run{Time, Display};
-    UploadTransaction Transaction{Wait, Ftp, Net, Display, Boxes, State, Run};
+    Texts Words{Texts::Language::English};
+    FtpServer Way{{Wait, Display, [this] { return Net.Online(); }}, Ftp};
+    UploadTransaction Transaction{{Wait, Net, Display, Boxes, State, Words, Run}, Way};
     UploadCycle Cycle{
-        {Wait, Ftp, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, Run, {}}};
+        {Wait, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, Run, {}}};
 
     // After values were changed: what LoadSettings does with them.
     void Apply();

@@ -286,9 +286,9 @@ class TestFtpSettings : public QObject {
     void EveryOutcomeHasASentence() {
         const Texts words(English);
         QSet<QString> sentences;
-        for (int i = 0; i <= static_cast<int>(TrialResult::NoScratchFile); ++i) {
+        for (int i = 0; i <= static_cast<int>(ServerFault::SignatureRefused); ++i) {
             const QString text = TrialText(words, {.Server = "a", .Folder = "f"},
-                                           {static_cast<TrialResult>(i), "500", "left.jpg"});
+                                           {{static_cast<ServerFault>(i), "500"}, "left.jpg"});
             QVERIFY2(!text.startsWith(u'?') && !sentences.contains(text), qPrintable(text));
             sentences << text;
         }

@@ -1,7 +1,9 @@
 #include "net/publishing/connection_trial.h"
 
+#include "base/status_display.h"
 #include "base/whole_file.h"
-#include "net/publishing/ftp_trial.h"
+#include "net/publishing/make_server.h"
+#include "net/publishing/server_trial.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,24 +22,34 @@ ConnectionTrial::ConnectionTrial(Waiting& ownWaiting, StatusDisplay& ownLog)
 
 ConnectionTrial::~ConnectionTrial() = default;
 
-TrialOutcome ConnectionTrial::Run(const TrialAccess& access) {
-    if (running) return {TrialResult::Cancelled, {}, {}};
+TrialOutcome ConnectionTrial::Run(const ServerAccess& access) {
+    if (running) return {{ServerFault::Cancelled, {}}, {}};
     const QScopedValueRollback now(running, true);
-    if (access.Local) return TryFolder(access.Folder);
-    FtpTrial trial(waiting, log, access);
-    connect(&trial, &FtpTrial::StepStarted, this, &ConnectionTrial::StepStarted);
-    const QScopedValueRollback current(server, &trial);
+    return access.Local ? TryFolder(access.Folder) : TryServer(access);
+}
+
+TrialOutcome ConnectionTrial::TryServer(const ServerAccess& access) {
+    StatusDisplay unseen;  // nobody watches the countdown of a trial
+    const auto server = MakeServer(access.Way, {waiting, unseen}, FtpLimits::OfTrial());
+    connect(server.get(), &PictureServer::Sent, this,
+            [this](const QString& command) { log.LogCommand(command); });
+    connect(server.get(), &PictureServer::Received, this,
+            [this](const QString& reply) { log.LogReply(reply.trimmed()); });
+    server->SetAccess(access);
+    ServerTrial trial(waiting, *server);
+    connect(&trial, &ServerTrial::StepStarted, this, &ConnectionTrial::StepStarted);
+    const QScopedValueRollback now(current, &trial);
     return trial.Run();
 }
 
 void ConnectionTrial::Cancel() {
-    if (server) server->Stop(TrialResult::Cancelled);
+    if (current) current->Stop(ServerFault::Cancelled);
 }
 
 TrialOutcome ConnectionTrial::TryFolder(const QString& folder) {
     emit StepStarted(TrialStep::Storing);
     const QDir dir(folder);
-    if (folder.isEmpty() || !dir.exists()) return {TrialResult::LocalFolderMissing, {}, {}};
+    if (folder.isEmpty() || !dir.exists()) return {{ServerFault::LocalFolderMissing, {}}, {}};
     const TrialNames names = TrialNames::Make();
     const auto store = [&] {
         return WholeFile::Replace(dir.filePath(names.First),
@@ -48,5 +60,5 @@ TrialOutcome ConnectionTrial::TryFolder(const QString& folder) {
     const QString left = dir.filePath(names.First);
     const bool removed = QFile::remove(left) || !QFile::exists(left);
     if (stored && removed) return {};
-    return {TrialResult::LocalNotWritable, {}, removed ? QString() : names.First};
+    return {{ServerFault::LocalNotWritable, {}}, removed ? QString() : names.First};
 }

@@ -1,12 +1,20 @@
 #pragma once
 
-#include "base/status_display.h"
-#include "base/waiting.h"
-#include "net/trial_outcome.h"
+#include "net/server_access.h"
+#include "net/server_answer.h"
 
 #include <QObject>
 
-class FtpTrial;
+class ServerTrial;
+class StatusDisplay;
+class Waiting;
+
+enum class TrialStep { Connecting, Storing, Renaming, Deleting };
+
+struct TrialOutcome {
+    ServerAnswer Answer;
+    QString LeftBehind = {};  // the name of a test file that could not be deleted; empty: none
+};
 
 // Tries whether pictures can be published with some settings, before they are saved: goes the way
 // of a picture with a small file of its own on a connection of its own, replaces that file as a
@@ -20,7 +28,7 @@ class ConnectionTrial : public QObject {
     ~ConnectionTrial() override;
 
     // Waits through the event loop until it is known, for about a minute at most. One at a time.
-    [[nodiscard]] TrialOutcome Run(const TrialAccess& access);
+    [[nodiscard]] TrialOutcome Run(const ServerAccess& access);
 
     // Ends the one that runs as soon as possible. Works from any handler.
     void Cancel();
@@ -30,11 +38,12 @@ class ConnectionTrial : public QObject {
     void StepStarted(TrialStep step);
 
   private:
+    [[nodiscard]] TrialOutcome TryServer(const ServerAccess& access);
     [[nodiscard]] TrialOutcome TryFolder(const QString& folder);
 
     Waiting& waiting;
     StatusDisplay& log;
-    FtpTrial* server = nullptr;
+    ServerTrial* current = nullptr;
     bool running = false;
 };
 

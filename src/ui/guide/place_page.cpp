@@ -43,7 +43,7 @@ bool PlacePage::isComplete() const {
     return !Trial->Running();
 }
 
-std::optional<TrialAccess> PlacePage::Wanted() {
+std::optional<ServerAccess> PlacePage::Wanted() {
     lblNote->clear();
     Access->AdoptTyped();
     const QString folder = Core().ProgramFolder();
@@ -53,7 +53,7 @@ std::optional<TrialAccess> PlacePage::Wanted() {
         Refuse(*fault->Field, fault->Note);
         return std::nullopt;
     }
-    TrialAccess access = Access->Wanted(folder);
+    ServerAccess access = Access->Wanted(folder);
     access.DeleteFirst = Core().State.Values.Delete;
     access.DataFromAnywhere = Core().State.Values.DataFromAnywhere;
     return access;
@@ -68,9 +68,9 @@ bool PlacePage::validatePage() {
     return works && isVisible();
 }
 
-void PlacePage::Note(TrialResult result) {
-    works = result == TrialResult::Fine;
-    tried = result != TrialResult::Cancelled;
+void PlacePage::Note(ServerFault result) {
+    works = result == ServerFault::None;
+    tried = result != ServerFault::Cancelled;
     emit completeChanged();
     if (!isVisible()) return;
     Access->Mark(result);

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "net/server_access.h"
+#include "net/server_answer.h"
 #include "ui/guide/guide_page.h"
 
 class FtpAccessGroup;
 class TrialPanel;
-enum class TrialResult;
-struct TrialAccess;
 
 // The second page: a server or a folder of this computer. Next tries it first and goes on by itself
 // when it works; otherwise the field that is wrong is marked, and a second Next goes on all the
@@ -28,8 +28,8 @@ class PlacePage : public GuidePage {
     void hideEvent(QHideEvent* event) override;
 
   private:
-    [[nodiscard]] std::optional<TrialAccess> Wanted();
-    void Note(TrialResult result);
+    [[nodiscard]] std::optional<ServerAccess> Wanted();
+    void Note(ServerFault result);
 
     bool tried = false;  // what stands in the fields; how it ended was told
     bool works = false;

@@ -184,14 +184,14 @@ bool frmFTP::CheckOffline() {
     return false;
 }
 
-std::optional<TrialAccess> frmFTP::WantedTrial() {
+std::optional<ServerAccess> frmFTP::WantedTrial() {
     Access->AdoptTyped();
     const QString& folder = Core().PictureValues.ProgramFolder;
     if (const auto fault = Access->FindTrialFault(folder)) {
         Refuse(*fault->Field, fault->Note);
         return std::nullopt;
     }
-    TrialAccess access = Access->Wanted(folder);
+    ServerAccess access = Access->Wanted(folder);
     access.DeleteFirst = chkDelete->isChecked();
     access.DataFromAnywhere = Core().State.Values.DataFromAnywhere;
     return access;

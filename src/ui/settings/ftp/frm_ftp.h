@@ -12,7 +12,7 @@ class Languages;
 class OfflineGroup;
 class QGroupBox;
 class TrialPanel;
-struct TrialAccess;
+struct ServerAccess;
 
 // The settings of where and how pictures are published: server or folder, history, dial-up, offline
 // picture, autostart; with a trial of the connection as it stands in the fields.
@@ -55,7 +55,7 @@ class frmFTP : public SettingsWindow {
     void ShowQuality();
     [[nodiscard]] int Quality() const;
     [[nodiscard]] bool CheckOffline();
-    [[nodiscard]] std::optional<TrialAccess> WantedTrial();
+    [[nodiscard]] std::optional<ServerAccess> WantedTrial();
 
     const Languages& languages;
     bool qualityChosen = false;  // by the operator, since the window was opened

@@ -27,20 +27,20 @@ bool IsExample(const QString& server) {
 }
 
 // The field that most likely makes a trial end like that; none: nothing to be typed helps.
-QLineEdit* FtpAccessGroup::*FieldOf(TrialResult result) {
+QLineEdit* FtpAccessGroup::*FieldOf(ServerFault result) {
     switch (result) {
-        case TrialResult::HostNotFound:
-        case TrialResult::Refused:
-        case TrialResult::Unreachable:
-        case TrialResult::NoAnswer:
-        case TrialResult::NotFtp:
+        case ServerFault::HostNotFound:
+        case ServerFault::Refused:
+        case ServerFault::Unreachable:
+        case ServerFault::NoAnswer:
+        case ServerFault::NotThisWay:
             return &FtpAccessGroup::txtServer;
-        case TrialResult::LoginRefused:
+        case ServerFault::LoginRefused:
             return &FtpAccessGroup::txtUser;
-        case TrialResult::FolderMissing:
-        case TrialResult::MayNotStore:
-        case TrialResult::LocalFolderMissing:
-        case TrialResult::LocalNotWritable:
+        case ServerFault::FolderMissing:
+        case ServerFault::MayNotStore:
+        case ServerFault::LocalFolderMissing:
+        case ServerFault::LocalNotWritable:
             return &FtpAccessGroup::txtVerzeichnis;
         default:
             return nullptr;
@@ -184,7 +184,7 @@ std::optional<FtpAccessGroup::Fault> FtpAccessGroup::FindTrialFault(
     return FindFault(programFolder);
 }
 
-TrialAccess FtpAccessGroup::Wanted(const QString& programFolder) const {
+ServerAccess FtpAccessGroup::Wanted(const QString& programFolder) const {
     txtPort->interpretText();
     return {.Server = Server(),
             .Port = txtPort->value(),
@@ -194,7 +194,7 @@ TrialAccess FtpAccessGroup::Wanted(const QString& programFolder) const {
             .Local = Local()};
 }
 
-void FtpAccessGroup::Mark(TrialResult result) {
+void FtpAccessGroup::Mark(ServerFault result) {
     Unmark();
     QLineEdit* FtpAccessGroup::*const field = FieldOf(result);
     if (!field) return;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/trial_outcome.h"
+#include "net/publishing/connection_trial.h"
 #include "ui/texts/ftp_examples.h"
 #include "ui/widgets/number_box.h"
 
@@ -51,10 +51,10 @@ class FtpAccessGroup : public QGroupBox {
     // The same of a trial, which needs a server.
     [[nodiscard]] std::optional<Fault> FindTrialFault(const QString& programFolder) const;
     // What a trial of the fields is to try; how pictures are replaced the caller fills in.
-    [[nodiscard]] TrialAccess Wanted(const QString& programFolder) const;
+    [[nodiscard]] ServerAccess Wanted(const QString& programFolder) const;
     // Marks the field that a trial has found wrong and goes there. What it tells about the server
     // alone marks nothing; so does success.
-    void Mark(TrialResult result);
+    void Mark(ServerFault result);
 
     [[nodiscard]] bool Local() const;
     // As the settings have them: "Local" for a folder, which ends in a separator then.

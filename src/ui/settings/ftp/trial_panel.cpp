@@ -1,6 +1,7 @@
 #include "ui/settings/ftp/trial_panel.h"
 
 #include "base/clock.h"
+#include "base/waiting.h"
 #include "ui/settings/bindings.h"
 #include "ui/settings/ftp/trial_texts.h"
 
@@ -48,7 +49,7 @@ TrialPanel::TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWor
 
 void TrialPanel::Start() {
     if (trial.Running()) return;
-    const std::optional<TrialAccess> access = wanted();
+    const std::optional<ServerAccess> access = wanted();
     if (!access) return;
     tried = *access;
     outcome.reset();
@@ -65,7 +66,7 @@ void TrialPanel::Start() {
     if (btnStopTrial->hasFocus()) btnTrial->setFocus();
     btnStopTrial->setEnabled(false);
     ShowState();
-    emit Done(outcome->Is);
+    emit Done(outcome->Answer.Is);
 }
 
 void TrialPanel::Clear() {
@@ -88,10 +89,10 @@ void TrialPanel::ShowState() {
 }
 
 void TrialPanel::ShowIcon() {
-    icon->setVisible(outcome && outcome->Is != TrialResult::Cancelled);
+    icon->setVisible(outcome && outcome->Answer.Is != ServerFault::Cancelled);
     if (!outcome) return;
-    const auto picture = outcome->Is == TrialResult::Fine ? QStyle::SP_DialogApplyButton
-                                                          : QStyle::SP_MessageBoxWarning;
+    const auto picture = outcome->Answer.Is == ServerFault::None ? QStyle::SP_DialogApplyButton
+                                                                 : QStyle::SP_MessageBoxWarning;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     icon->setPixmap(style()->standardIcon(picture).pixmap(size));
 }

@@ -18,7 +18,7 @@ class TrialPanel : public QWidget {
 
   public:
     // What is to be tried; nothing when it cannot be tried, which the asked one tells the operator.
-    using Wanted = std::function<std::optional<TrialAccess>()>;
+    using Wanted = std::function<std::optional<ServerAccess>()>;
 
     TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWords, Wanted ownWanted);
 
@@ -39,7 +39,7 @@ class TrialPanel : public QWidget {
 
   signals:
     void Begun();
-    void Done(TrialResult result);
+    void Done(ServerFault result);
 
   private:
     void ShowState();
@@ -50,7 +50,7 @@ class TrialPanel : public QWidget {
     ConnectionTrial trial;
     Timer second;
     QLabel* icon;
-    TrialAccess tried;
+    ServerAccess tried;
     TrialStep step = TrialStep::Connecting;
     int seconds = 0;
     std::optional<TrialOutcome> outcome;

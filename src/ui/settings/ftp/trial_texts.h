@@ -1,10 +1,10 @@
 #pragma once
 
-#include "net/trial_outcome.h"
+#include "net/publishing/connection_trial.h"
 #include "texts/texts.h"
 
 // The outcome of a trial in a sentence that says what failed and what to do about it.
-[[nodiscard]] QString TrialText(const Texts& words, const TrialAccess& tried,
+[[nodiscard]] QString TrialText(const Texts& words, const ServerAccess& tried,
                                 const TrialOutcome& outcome);
 
 // What a trial does at the moment.
