@@ -1,5 +1,6 @@
 #include "base/server_address.h"
 
+#include <QMap>
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -50,14 +51,40 @@ void ReadUser(const QString& text, ServerAddress& address) {
     if (colon >= 0) address.Password = Decoded(text.mid(colon + 1));
 }
 
+// What an address begins with, and the setting that it stands for.
+QString ProtocolOf(const QString& scheme) {
+    static const QMap<QString, QString> known{{"ftp", "ftp"},    {"ftps", "ftps"},
+                                              {"ftpes", "ftps"}, {"sftp", "sftp"},
+                                              {"http", "http"},  {"https", "https"}};
+    return known.value(scheme.toLower());
+}
+
+bool IsOfTheWeb(const QString& protocol) {
+    return protocol == u"http" || protocol == u"https" || protocol == u"s3";
+}
+
 }  // namespace
+
+bool ServerAddress::Fits(const QString& setting) const {
+    if (Protocol.isEmpty() || Protocol == setting) return true;
+    if (setting == u"s3") return Protocol == u"http" || Protocol == u"https";
+    return Protocol == u"ftp" && (setting == u"ftps" || setting == u"ftpsi");
+}
+
+QString ServerAddress::ServerFor(const QString& setting) const {
+    if (!IsOfTheWeb(setting)) return Host;
+    const QString host = Host.contains(u':') ? u'[' + Host + u']' : Host;
+    const QString scheme = Protocol.isEmpty() ? QString() : Protocol + "://";
+    return scheme + host + (Port == 0 ? QString() : u':' + QString::number(Port));
+}
 
 ServerAddress ServerAddress::Of(const QString& text) {
     const QString marker = "://";
     ServerAddress address;
     QString rest = text.trimmed();
     if (const qsizetype end = rest.indexOf(marker); end >= 0) {
-        if (rest.left(end).compare(u"ftp", Qt::CaseInsensitive) != 0) address.Is = Fault::Protocol;
+        address.Protocol = ProtocolOf(rest.left(end));
+        if (address.Protocol.isEmpty()) address.Is = Fault::Protocol;
         rest = rest.mid(end + marker.size());
     }
     if (address.Is != Fault::None) return address;
@@ -66,6 +93,9 @@ ServerAddress ServerAddress::Of(const QString& text) {
     const qsizetype at = server.lastIndexOf(u'@');
     if (at >= 0) ReadUser(server.left(at), address);
     ReadHost(server.mid(at + 1), address);
+    constexpr int encryptedFromTheStart = 990;
+    if (address.Protocol == u"ftps" && address.Port == encryptedFromTheStart)
+        address.Protocol = "ftpsi";
     if (slash >= 0) address.Path = Decoded(rest.mid(slash + 1));
     if (address.Path.size() > 1 && address.Path.endsWith(u'/')) address.Path.chop(1);
     return address;

@@ -23,10 +23,6 @@ int SecondsSinceMidnight(const QTime& time) {
     return time.msecsSinceStartOfDay() / 1000;
 }
 
-bool SpeaksFtp(Protocol way) {
-    return way == Protocol::Ftp || way == Protocol::Ftps || way == Protocol::Ftpsi;
-}
-
 // Nobody has logged in, for a reason that has nothing to do with encryption.
 bool IsLoginFault(ServerFault fault) {
     using enum ServerFault;
@@ -124,7 +120,10 @@ bool UploadTransaction::IsConnected() const {
 
 bool UploadTransaction::Open() {
     server->SetAccess(AccessOf(parts.State.Values));
-    const ServerAnswer answer = server->Open();
+    const bool known = server->Access().Way != Protocol::Unknown;
+    const ServerAnswer answer =
+        known ? server->Open()
+              : ServerAnswer{ServerFault::UnknownProtocol, parts.State.Values.Protocol};
     if (answer.Fine()) return true;
     Explain(answer);
     loginRefused = answer.Is == ServerFault::LoginRefused;

@@ -11,7 +11,15 @@ enum class Protocol {
     Http,  // PUT, and MOVE where there is WebDAV
     Https,
     S3,  // object storage
+    Unknown,
 };
+
+// By the value of the setting; Unknown for a word that names none.
+[[nodiscard]] Protocol ProtocolOf(const QString& setting);
+[[nodiscard]] QString SettingOf(Protocol way);
+// Whether what is sent is encrypted whatever the server's address says.
+[[nodiscard]] bool IsEncrypted(Protocol way);
+[[nodiscard]] bool SpeaksFtp(Protocol way);
 
 // Where the pictures go, and how to get in.
 struct ServerAccess {

@@ -19,6 +19,7 @@ struct ServerAnswer {
         Refused,           // nobody listens at that port
         Unreachable,       // the network does not lead there
         NoAnswer,          // a firewall, or a server that takes too long
+        UnknownProtocol,   // the settings name none that there is; Reply: the word
         NotThisWay,        // whoever listens there speaks another protocol
         ServerRefused,     // it greets with a refusal, or refuses what every server can do
         EncryptionNeeded,  // no login without encryption

@@ -99,10 +99,10 @@ class TestSettings : public QObject {
 
     void TakesAddressesApart_data() {
         // What is written, user and folder of their own keys, and what counts.
-        const auto row = [rows = Rows<QString, QString, QString>()](const QString& server,
-                                                                    const QString& counts,
-                                                                    const QString& own = {}) {
-            rows(qPrintable(server), server, own, counts);
+        const auto row = [rows = Rows<QString, QString, QString, QString>()](
+                             const QString& server, const QString& counts, const QString& own = {},
+                             const QString& way = {}) {
+            rows(qPrintable(way + u' ' + server), server, own, way, counts);
         };
         row("ftp.a.org", "ftp.a.org 2100   ");
         row(" FTP://ftp.a.org:2121/web/cam/ ", "ftp.a.org 2121   web/cam");
@@ -112,16 +112,26 @@ class TestSettings : public QObject {
         row("[::1]:21", "::1 21   ");
         row("fe80::1%eth0", "fe80::1%eth0 2100   ");
         row("local", "local 2100   ");
-        const QStringList bad{"ftp://", "a.org:99999", "a b", "[::1", "sftp://a", "ftp://local"};
+        row("sftp://me@a.org", "sftp a.org 2100 me  ");
+        row("ftps://a.org:990", "ftpsi a.org 990   ");
+        row("ftp://a.org", "ftps a.org 2100   ", {}, "ftps");
+        row("https://a.org:8443/dav", "https https://a.org:8443 8443   dav");
+        row("http://[::1]:9000", "s3 http://[::1]:9000 9000   ", {}, "s3");
+        // Neither way gives way silently to the other.
+        row("ftps://a.org", "ftps://a.org 2100   ", {}, "ftp");
+        row("http://a.org", "https http://a.org 2100   ", {}, "https");
+        const QStringList bad{"ftp://", "a.org:99999", "a b", "[::1", "gopher://a", "ftp://local"};
         for (const QString& server : bad) row(server, server + " 2100   ");
     }
     void TakesAddressesApart() {
-        const auto [server, own, counts] = Row<QString, QString, QString>();
+        const auto [server, own, way, counts] = Row<QString, QString, QString, QString>();
         const Settings s = Load({{"Einstellungen/Server", server},
                                  {"Einstellungen/Port", "2100"},
+                                 {"Einstellungen/Protocol", way},
                                  {"Einstellungen/User", own},
                                  {"Einstellungen/Verzeichnis", own}});
         QStringList parts{s.Server, QString::number(s.Port), s.User, s.PW, s.Verzeichnis};
+        if (!s.Protocol.isEmpty() && s.Protocol != u"ftp") parts.prepend(s.Protocol);
         QCOMPARE(parts.join(u' '), counts);
     }
 

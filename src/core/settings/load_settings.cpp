@@ -23,7 +23,9 @@ void TakeServerApart(Settings& settings) {
     const ServerAddress address = ServerAddress::Of(settings.Server);
     // What makes no sense shows when it is used.
     if (settings.LocalMode() || address.Is != ServerAddress::Fault::None) return;
-    settings.Server = address.Host;
+    if (settings.Protocol.isEmpty()) settings.Protocol = address.Protocol;
+    if (!address.Fits(settings.Protocol)) return;
+    settings.Server = address.ServerFor(settings.Protocol);
     if (address.Port != 0) settings.Port = address.Port;
     if (settings.User.isEmpty()) settings.User = address.User;
     if (settings.PW.isEmpty()) settings.PW = address.Password;

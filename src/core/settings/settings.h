@@ -12,11 +12,18 @@
 struct Settings : PictureSettings {
     bool lastpictures = false;
     int lastpictureanz = 4;  // pictures
+    QString Protocol;        // see docs/settings.md; empty: plain FTP
     QString User;
     QString PW;
     int Port = 21;
     QString FileMode = "644";  // of the public picture, octal; empty: as the server makes it
     bool DataFromAnywhere = false;
+    bool Passive = false;
+    QString KeyFile;
+    QString Trusted;  // a certificate's SHA-256, or an SSH host key's
+    QString Region;
+    QString Bucket;
+    int CacheSeconds = Interval;  // or as long as the interval
     bool Anwahl = false;
     bool Abwahl = false;
     QString AWName;
@@ -36,6 +43,8 @@ struct Settings : PictureSettings {
     int PositionY = 0;
     QString Sprache = "english";
     QString Skin = "Default";
+
+    static constexpr int Interval = -1;
 
     int PicturePic = 0;  // the entry of the list that was chosen last
 

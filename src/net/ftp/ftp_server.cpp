@@ -101,8 +101,7 @@ QString FtpServer::LastReply() const {
 bool FtpServer::Pause() {
     constexpr qint64 second = 1000;
     if (!limits.Pauses) return !Cancelled();
-    const auto end =
-        Wait().Until([this] { return Cancelled(); }, {.LimitMilliseconds = second});
+    const auto end = Wait().Until([this] { return Cancelled(); }, {.LimitMilliseconds = second});
     return end == Waiting::End::Limit;
 }
 
@@ -156,7 +155,8 @@ ServerAnswer FtpServer::LoginFault() const {
             break;
     }
     const bool refused = IsRefusal(ftp.ReplyCode());
-    if (!refused) return {ftp.Greeted() ? ServerFault::NoAnswer : ServerFault::NotThisWay, LastReply()};
+    if (!refused)
+        return {ftp.Greeted() ? ServerFault::NoAnswer : ServerFault::NotThisWay, LastReply()};
     if (!ftp.Greeted()) return {ServerFault::ServerRefused, LastReply()};
     if (SpeaksOfEncryption(reply)) return {ServerFault::EncryptionNeeded, LastReply()};
     const bool login = ftp.ReplyCode() == loginRefused;

@@ -68,9 +68,9 @@ class FtpServer : public PictureServer {
     FTP& ftp;
     FtpLimits limits;
     Waits waits;
-    bool ftpError = false;    // the control has raised its error event during this step
+    bool ftpError = false;     // the control has raised its error event during this step
     bool modeChanges = false;  // the server has set the mode of a file before
-    QString command;          // the last one sent, its verb only
-    QString reply;            // the text since that command
-    QString stranger;         // who wanted the picture and is not the server
+    QString command;           // the last one sent, its verb only
+    QString reply;             // the text since that command
+    QString stranger;          // who wanted the picture and is not the server
 };
