@@ -1,6 +1,7 @@
 #include "picture/bitmap/pixel_memory.h"
 
 #include "picture/bitmap/bitmap_file.h"
+#include "platform/large_pages.h"
 
 #include <QMutex>
 
@@ -14,9 +15,26 @@ namespace {
 constexpr qint64 mostSpareBytes = 32 * 1024 * 1024;
 
 struct Block {
-    std::unique_ptr<uchar[]> Bytes;
+    std::unique_ptr<uchar[]> Owned;
+    uchar* Bytes = nullptr;
     qint64 Count = 0;
 };
+
+// Its bytes are null where there is no memory.
+Block NewBlock(qint64 count) {
+    const qint64 pages = count < LargePage ? 0 : (count + LargePage - 1) / LargePage;
+    // One more, to begin where a page does; what is not touched takes no memory.
+    auto room = static_cast<size_t>(pages > 0 ? (pages + 1) * LargePage : count);
+    Block block{std::unique_ptr<uchar[]>(new (std::nothrow) uchar[room]), nullptr, count};
+    void* first = block.Owned.get();
+    if (first && pages > 0) {
+        const qint64 used = pages * LargePage;
+        first = std::align(LargePage, static_cast<size_t>(used), first, room);
+        UseLargePages(first, used);
+    }
+    block.Bytes = static_cast<uchar*>(first);
+    return block;
+}
 
 // One for the picture that is being made, one for the frame that comes meanwhile.
 class Spares {
@@ -29,8 +47,7 @@ class Spares {
             // Pictures are of another size now.
             blocks = {};
         }
-        const auto size = static_cast<size_t>(count);
-        return {std::unique_ptr<uchar[]>(new (std::nothrow) uchar[size]), count};
+        return NewBlock(count);
     }
 
     void Put(Block&& block) {
@@ -62,7 +79,7 @@ QImage NewPicture(QSize size) {
         const std::unique_ptr<Block> given(static_cast<Block*>(owned));
         Pool().Put(std::move(*given));
     };
-    uchar* const first = block->Bytes.get();
+    uchar* const first = block->Bytes;
     return {first,    size.width(),   size.height(), stride, QImage::Format_BGR888,
             giveBack, block.release()};
 }
