@@ -87,16 +87,18 @@ void CaptureDelivery::Deliver(const CaptureSession::Demand& demand, bool grab, b
         newForGrab = newForPreview = false;
         return;
     }
-    if (grab) {
-        newForGrab = false;
-        QImage picture = scaler.ToPicture(*frame);
-        if (!picture.isNull()) session.HandOver(std::move(picture));
-    }
     if (preview) {
         newForPreview = false;
         nextPreview = std::max(nextPreview + 1000 / demand.PreviewRate, Elapsed());
         const QImage image = scaler.ToImage(*frame, demand.PreviewSize);
         if (!image.isNull()) session.HandOver(image, GeometryOf(*frame).Shown());
+    }
+    // Last: the source may give its frame away.
+    if (grab) {
+        newForGrab = false;
+        QImage picture = source.TakePicture();
+        if (picture.isNull()) picture = scaler.ToPicture(*frame);
+        if (!picture.isNull()) session.HandOver(std::move(picture));
     }
 }
 

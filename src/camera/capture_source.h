@@ -5,6 +5,7 @@
 #include "camera/web_address.h"
 #include "platform/capture_devices.h"
 
+#include <QImage>
 #include <QString>
 
 #include <atomic>
@@ -59,6 +60,10 @@ class CaptureSource {
     // pictures are made from each other it may be the last that stands for itself, where that one
     // is a few seconds old at most and was not delivered before.
     [[nodiscard]] virtual const AVFrame* Picture(bool keyWillDo) = 0;
+    // Gives that picture away where it needs no conversion: upright, with square pixels,
+    // Format_BGR888. Picture is null from then on until the next call of Advance. A null image
+    // where it has to be converted.
+    [[nodiscard]] virtual QImage TakePicture() { return {}; }
 
     [[nodiscard]] CaptureFault Fault() const { return fault; }
 

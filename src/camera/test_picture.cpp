@@ -1,6 +1,7 @@
 #include "camera/test_picture.h"
 
 #include "camera/capture_format.h"
+#include "picture/bitmap/pixel_memory.h"
 
 #include <algorithm>
 #include <array>
@@ -48,8 +49,10 @@ bool TestPicture::Lit(int value, int row, int column) {
 }
 
 CaptureSource::Step TestPicture::Advance() {
-    if (!frame->buf[0] && av_frame_get_buffer(frame.get(), 0) < 0)
-        return Fail(CaptureFault::BadAddress);
+    if (picture.isNull()) picture = NewPicture(size);
+    if (picture.isNull()) return Fail(CaptureFault::BadAddress);
+    frame->data[0] = picture.bits();
+    frame->linesize[0] = static_cast<int>(picture.bytesPerLine());
     const qint64 number = std::max<qint64>(position, -1) + 1;
     position = number;
     DrawPattern(number);

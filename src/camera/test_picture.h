@@ -5,6 +5,8 @@
 #include <QRect>
 #include <QSize>
 
+#include <utility>
+
 // A camera that needs no camera: a moving pattern with the number of the frame in large block
 // digits, so that a test can tell from a picture which one it is and whether it is whole.
 class TestPicture : public CaptureSource {
@@ -26,7 +28,10 @@ class TestPicture : public CaptureSource {
     [[nodiscard]] bool Live() const override { return false; }
     [[nodiscard]] int Pace() const override { return 40; }
     [[nodiscard]] Step Advance() override;
-    [[nodiscard]] const AVFrame* Picture(bool /*keyWillDo*/) override { return frame.get(); }
+    [[nodiscard]] const AVFrame* Picture(bool /*keyWillDo*/) override {
+        return picture.isNull() ? nullptr : frame.get();
+    }
+    [[nodiscard]] QImage TakePicture() override { return std::exchange(picture, {}); }
 
   private:
     void DrawPattern(qint64 number);
@@ -35,5 +40,6 @@ class TestPicture : public CaptureSource {
 
     QSize size;
     CapturePosition& position;
-    FramePtr frame;
+    QImage picture;
+    FramePtr frame;  // the same pixels
 };

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr qint64 mostSpareBytes = 32 * 1024 * 1024;
+// Who goes through the last row in steps of several pixels may look a little beyond it.
+constexpr qint64 beyond = 64;
 
 struct Block {
     std::unique_ptr<uchar[]> Owned;
@@ -22,9 +24,10 @@ struct Block {
 
 // Its bytes are null where there is no memory.
 Block NewBlock(qint64 count) {
-    const qint64 pages = count < LargePage ? 0 : (count + LargePage - 1) / LargePage;
+    const qint64 least = count + beyond;
+    const qint64 pages = least < LargePage ? 0 : (least + LargePage - 1) / LargePage;
     // One more, to begin where a page does; what is not touched takes no memory.
-    auto room = static_cast<size_t>(pages > 0 ? (pages + 1) * LargePage : count);
+    auto room = static_cast<size_t>(pages > 0 ? (pages + 1) * LargePage : least);
     Block block{std::unique_ptr<uchar[]>(new (std::nothrow) uchar[room]), nullptr, count};
     void* first = block.Owned.get();
     if (first && pages > 0) {
