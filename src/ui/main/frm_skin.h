@@ -96,6 +96,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void ShowDrivers();
     void ShowPreviewSettings();
     void ShowStatusTexts();
+    void Renew(QString& part, const QString& text);
     void Minimise();
     void ShowTexts();
     void ShowPauseText();

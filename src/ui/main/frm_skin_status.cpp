@@ -7,30 +7,33 @@
 #include <QComboBox>
 #include <QLabel>
 
+#include <utility>
+
 // What the main window shows of the work.
 
 void frmSkin::ShowStatus(const QString& text) {
-    status = text;
-    ShowStatusTexts();
+    Renew(status, text);
 }
 
 void frmSkin::ShowTimeOutLabel(std::optional<int> seconds) {
-    timeOut = seconds ? StatusTexts::TimeOut(*seconds) : QString();
-    ShowStatusTexts();
+    Renew(timeOut, seconds ? StatusTexts::TimeOut(*seconds) : QString());
 }
 
 void frmSkin::ShowPictureCount(const QString& text) {
-    pictureCount = text;
-    ShowStatusTexts();
+    Renew(pictureCount, text);
 }
 
 void frmSkin::ShowMegabytes(const QString& text) {
-    megabytes = text;
-    ShowStatusTexts();
+    Renew(megabytes, text);
+}
+
+void frmSkin::Renew(QString& part, const QString& text) {
+    // Much is told anew with each picture, and to fit a text into the line takes a while.
+    if (std::exchange(part, text) != text) ShowStatusTexts();
 }
 
 void frmSkin::ShowOnline(bool online) {
-    isOnline = online;
+    if (std::exchange(isOnline, online) == online) return;
     ShowLeds();
     ShowStatusTexts();
 }
