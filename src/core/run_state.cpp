@@ -73,6 +73,10 @@ bool RunStatus::Running() const {
     return IsStep(state) || state == RunState::Paused;
 }
 
+bool RunStatus::EndedOffline() const {
+    return state == RunState::Offline || (state == RunState::Stopped && !reason.isEmpty());
+}
+
 bool RunStatus::Busy() const {
     return state == RunState::PublishingOffline ||
            (IsStep(step) && step != RunState::Waiting && step != RunState::WaitingToRetry);

@@ -61,6 +61,9 @@ class RunStatus : public QObject {
 
     // A run is on, paused or not.
     [[nodiscard]] bool Running() const;
+    // The run is over and the status says "Offline": after the offline picture, or because the
+    // first connect has failed.
+    [[nodiscard]] bool EndedOffline() const;
     // A step is under way that another must not begin inside.
     [[nodiscard]] bool Busy() const;
 

@@ -158,11 +158,12 @@ void UploadCycle::OnTimer2() {
 }
 
 void UploadCycle::OnTimer1() {
-    if (!run.Running() || parts.Wait.Closing()) return;
-    Watchdog();
+    if (parts.Wait.Closing()) return;
     const bool online = parts.Net.Online();
+    parts.Display.ShowOnline(online && !run.EndedOffline());
+    if (!run.Running()) return;
+    Watchdog();
     OnlineAgain(online);
-    parts.Display.ShowOnline(online);
     const bool connecting = parts.Transaction.ConnectInProgress();
     parts.Display.ShowRecording(connecting ? QString("Rec.") : online ? QString() : "offline");
     if (run.Is() == RunState::WaitingToRetry && run.ThisRun.Again.Due(Now())) Tick();

@@ -96,6 +96,8 @@ class TestOfflinePicture : public QObject {
         QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
         QCOMPARE(f.Display.Statuses.last(), "Offline");
         QCOMPARE(f.Run.Is(), RunState::Offline);
+        f.Time.Advance(1'000);
+        QVERIFY(!f.Display.Online);
         QCOMPARE(f.Transaction.Flags.ConnectionDown, local);
         QCOMPARE(f.Server.Connections, local ? 0 : 1);
     }

@@ -63,6 +63,8 @@ class TestUploadTransaction : public QObject {
         f.Cycle.Start();
         QCOMPARE(f.Display.Recording, QString());
         QCOMPARE(f.Display.Statuses.last(), "Offline");
+        f.Time.Advance(1'000);
+        QVERIFY(!f.Display.Online);
         QCOMPARE(f.Boxes.Shown, QStringList{message});
         QVERIFY(f.Transaction.Flags.ConnectionDown);
         QCOMPARE(f.Display.States,

@@ -149,10 +149,10 @@ class TestMainWindow : public QObject {
         WindowFixture program;
         program.Start();
         frmSkin& window = *program.Window;
-        StatusDisplay& display = program.Core->Display;
         const auto lit = [](PictureBox& led) { return Alike(MiddleColour(led), lightGreen); };
         QVERIFY(!lit(*window.LEDLeft) && !lit(*window.LEDReigth));
-        display.ShowOnline(true);
+        program.System.Online.Set(true);
+        program.Time.Advance(1'000);
         QVERIFY(lit(*window.LEDLeft) && !lit(*window.LEDReigth));
         program.Core->Run.Enter(RunState::Sending);
         QVERIFY(lit(*window.LEDReigth));

@@ -169,6 +169,7 @@ class TestStatusWindow : public QObject {
         program.Set("Einstellungen", "Treiber", "Gate");
         frmStatus& window = program.Open();
         StatusHub& hub = program.Core->Display;
+        QCOMPARE(window.Label4->text(), "stopped");
         window.hide();
         QVERIFY(!program.Core->State.StatusShown && !window.InUse());
         ShowAllOf(hub);

@@ -218,8 +218,9 @@ void frmStatus::showEvent(QShowEvent* event) {
     program.State.StatusShown = true;
     Timer1.SetEnabled(true);
     RefreshStatus();
-    // Before the first step the label keeps the caption that it was made with.
-    if (!memory.Status.isNull()) ShowStatus(memory.Status);
+    // Before the first step nothing was said yet.
+    const bool fresh = memory.Status.isNull() && !program.Run.Running();
+    ShowStatus(fresh ? QString("stopped") : memory.Status);
     ShowRecording(memory.Recording);
     ShowOnline(memory.Online);
     ShowUpload(memory.Upload);
