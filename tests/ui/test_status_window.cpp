@@ -1,6 +1,7 @@
 #include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "texts/texts.h"
+#include "ui/status/close_button.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
@@ -168,9 +169,11 @@ class TestStatusWindow : public QObject {
         StatusFixture program;
         program.Set("Einstellungen", "Treiber", "Gate");
         frmStatus& window = program.Open();
-        StatusHub& hub = program.Core->Display;
         QCOMPARE(window.Label4->text(), "stopped");
-        window.hide();
+        StatusHub& hub = program.Core->Display;
+        QVERIFY(window.Outline().contains(window.btnClose->geometry()));
+        QCOMPARE(window.childAt(window.btnClose->geometry().center()), window.btnClose);
+        QTest::mouseClick(window.btnClose, Qt::LeftButton);
         QVERIFY(!program.Core->State.StatusShown && !window.InUse());
         ShowAllOf(hub);
         program.Set("Einstellungen", "JPGQuality", "33");

@@ -11,6 +11,7 @@
 #include "core/upload_cycle.h"
 #include "texts/texts.h"
 #include "ui/skin/skin.h"
+#include "ui/status/close_button.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
@@ -49,6 +50,7 @@ frmStatus::frmStatus(Program& ownProgram, const SkinFolders& skinFolders, Texts&
       Slider2(new PictureSlider(IntervalValues, this)),
       ProgressBar1(new PictureBar(this)),
       Gauge(new PictureBar(this)),
+      btnClose(new CloseButton(this)),
       program(ownProgram),
       folders(skinFolders),
       texts(ownTexts),
@@ -97,25 +99,17 @@ void frmStatus::NameControls() {
         QWidget* Control;
         QString Is;
     };
-    for (const Name& each : std::initializer_list<Name>{{Label1, "Label1"},
-                                                        {Label2, "Label2"},
-                                                        {Label3, "Label3"},
-                                                        {Label4, "Label4"},
-                                                        {Label5, "Slider1"},
-                                                        {Label6, "Slider2"},
-                                                        {Label7, "Label7"},
-                                                        {Label8, "Label8"},
-                                                        {Label9, "Label9"},
-                                                        {lblAufloesung, "lblAufloesung"},
-                                                        {lblJPG, "lblJPG"},
-                                                        {lblmouseover, "lblmouseover"},
-                                                        {lblOverlay, "lblOverlay"},
-                                                        {lblTime, "lblTime"},
-                                                        {lblUpload, "lblUpload"},
-                                                        {Slider1, "Slider1"},
-                                                        {Slider2, "Slider2"},
-                                                        {ProgressBar1, "ProgressBar1"},
-                                                        {Gauge, "Gauge"}}) {
+    for (const Name& each :
+         std::initializer_list<Name>{{Label1, "Label1"},         {Label2, "Label2"},
+                                     {Label3, "Label3"},         {Label4, "Label4"},
+                                     {Label5, "Slider1"},        {Label6, "Slider2"},
+                                     {Label7, "Label7"},         {Label8, "Label8"},
+                                     {Label9, "Label9"},         {lblAufloesung, "lblAufloesung"},
+                                     {lblJPG, "lblJPG"},         {lblmouseover, "lblmouseover"},
+                                     {lblOverlay, "lblOverlay"}, {lblTime, "lblTime"},
+                                     {lblUpload, "lblUpload"},   {Slider1, "Slider1"},
+                                     {Slider2, "Slider2"},       {ProgressBar1, "ProgressBar1"},
+                                     {Gauge, "Gauge"},           {btnClose, "btnClose"}}) {
         each.Control->setObjectName(each.Is);
         each.Control->installEventFilter(this);
     }
@@ -131,6 +125,7 @@ void frmStatus::Connect() {
     connect(&program, &Program::Ended, this, [this] { place.Save(); });
     connect(&texts, &Texts::Changed, this, &frmStatus::ShowNames);
     connect(&Timer1, &Timer::Tick, this, &frmStatus::ShowRunningTime);
+    connect(btnClose, &CloseButton::clicked, this, &QWidget::close);
 }
 
 void frmStatus::ConnectSliders() {
@@ -143,7 +138,6 @@ void frmStatus::ConnectSliders() {
     connect(Slider2, &PictureSlider::Chosen, this, &frmStatus::SaveInterval);
 }
 
-// The mouse has no other way to close a window without a frame.
 void frmStatus::AddContextMenu() {
     closeAction = new QAction(this);
     addAction(closeAction);
@@ -156,6 +150,8 @@ void frmStatus::ShowNames() {
     const auto text = [this](const QString& key) { return texts.Get("frmStatus", key); };
     setWindowTitle(text("Title"));
     closeAction->setText(text("CloseName"));
+    btnClose->setText(text("CloseName"));
+    btnClose->setToolTip(text("btnCloseHelp"));
     Slider1->setAccessibleName(text("Slider1Name"));
     Slider2->setAccessibleName(text("Slider2Name"));
     ProgressBar1->setAccessibleName(text("ProgressBar1Name"));

@@ -7,6 +7,7 @@
 #include "ui/skin/window_place.h"
 #include "ui/status/status_memory.h"
 
+class CloseButton;
 class PictureBar;
 class PictureSlider;
 class Program;
@@ -45,6 +46,7 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     PictureSlider* Slider2;  // upload interval, milliseconds
     PictureBar* ProgressBar1;
     PictureBar* Gauge;  // of the time-out
+    CloseButton* btnClose;
 
     // Shows the window where it was last, or else beside the neighbour, in front of the others.
     void Show(const QWidget* neighbour = nullptr);
@@ -99,6 +101,8 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     void SetLabelColour(const QColor& colour);
     void SetFonts();
     void PlaceControls(const SkinLayout& positions);
+    void PlaceClose(const SkinLayout& positions);
+    [[nodiscard]] QPoint FreeCorner() const;
     void PlaceTimeOut(const SkinLayout& positions, const QString& skinName);
     void FitWidths(int driverWidth);
     void LayOutPlain();

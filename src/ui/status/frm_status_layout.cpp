@@ -1,5 +1,6 @@
 #include "core/program.h"
 #include "ui/skin/skin.h"
+#include "ui/status/close_button.h"
 #include "ui/status/display_font.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/label_room.h"
@@ -80,6 +81,7 @@ void frmStatus::ApplyStatusLayout(Skin& skin) {
     LoadPictures(skin, ownBar);
     PlaceControls(positions);
     PlaceTimeOut(positions, skin.Name());
+    PlaceClose(positions);
     if (ownBar) {
         using Caption = PictureBar::Caption;
         const int mode = positions.Number("Prog_Bar", "Caption");
@@ -137,6 +139,29 @@ void frmStatus::PlaceTimeOut(const SkinLayout& positions, const QString& skinNam
     Gauge->setGeometry({at + QPoint(0, gaugeBelow), gaugeSize});
 }
 
+void frmStatus::PlaceClose(const SkinLayout& positions) {
+    const bool chosen = !positions.Text("btnClose", "Left").isEmpty();
+    btnClose->move(chosen ? positions.Position("btnClose") : FreeCorner());
+    btnClose->SetGround(Ground(btnClose->geometry()));
+}
+
+// For skins that know nothing of the button: as near to the upper right corner as the outline and
+// the other controls leave room.
+QPoint frmStatus::FreeCorner() const {
+    constexpr int step = 3;
+    const QRect body = Outline().boundingRect();
+    QRegion room = Outline();
+    for (const QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        if (control != btnClose) room -= control->geometry();
+    for (int way = 0; way < body.width(); way += step)
+        for (int down = 0; down <= way; down += step) {
+            QRect square({}, btnClose->size());
+            square.moveTopRight(body.topRight() + QPoint(down - way, down));
+            if ((QRegion(square) - room).isEmpty()) return square.topLeft();
+        }
+    return body.topLeft();
+}
+
 // Each label reaches to the next control on its right, or to where the longest line of the readouts
 // ends; the captions lie on the body of the window and may reach to its edge.
 void frmStatus::FitWidths(int driverWidth) {
@@ -185,6 +210,8 @@ void frmStatus::LayOutPlain() {
         grid->setRowMinimumHeight(row, each.Left == lblmouseover ? helpHeight : displayHeight);
         ++row;
     }
+    grid->addWidget(btnClose, 0, 2);
+    btnClose->SetGround(palette().color(QPalette::Window));
     for (PictureSlider* slider : {Slider1, Slider2}) slider->SetPictures({}, {}, {});
     ProgressBar1->SetPictures({}, {});
     for (int column : {0, 1}) grid->setColumnMinimumWidth(column, columnWidth);
