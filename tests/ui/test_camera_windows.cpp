@@ -211,7 +211,7 @@ class TestCameraWindows : public QObject {
         const auto in = [&](const QString& name) { return fixture.Folder.filePath(name); };
         frmPfad chooser(fixture.Words, nullptr);
         FolderList& list = *chooser.Dir1;
-        chooser.Open(in("a/b/gone/deeper"));
+        chooser.Open(in("a/b/gone/deeper"), frmPfad::Purpose::Pictures);
         QVERIFY(Read(list));
         QCOMPARE(list.Path(), in("a/b"));
         QTest::keyClick(&list, Qt::Key_Backspace);
@@ -242,7 +242,9 @@ class TestCameraWindows : public QObject {
         QCOMPARE(TabFaults(window).join("\n"), "back to Source...");
         chooser.Open(fixture.Folder.path());
         QVERIFY(Read(*chooser.Dir1));
-        QCOMPARE(ClippedAnywhere(chooser, fixture.Words, [&] { chooser.Open({}); }), QStringList());
+        QCOMPARE(chooser.lblPurpose->text(), "For: Folder of the archive");
+        const auto open = [&] { chooser.Open({}, frmPfad::Purpose::Publishing); };
+        QCOMPARE(ClippedAnywhere(chooser, fixture.Words, open), QStringList());
         QCOMPARE(TabFaults(chooser).join("\n"), QString());
     }
 

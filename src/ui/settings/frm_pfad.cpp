@@ -25,6 +25,7 @@ frmPfad::frmPfad(const Texts& texts, QWidget* parent)
       btnSave(new QPushButton),
       btnCancel(new QPushButton),
       lblNote(new QLabel),
+      lblPurpose(new QLabel),
       controls(texts, "frmPfad") {
     LayOut();
     Connect();
@@ -33,11 +34,14 @@ frmPfad::frmPfad(const Texts& texts, QWidget* parent)
 }
 
 void frmPfad::LayOut() {
-    lblNote->setWordWrap(true);
-    lblNote->setTextFormat(Qt::PlainText);
+    for (QLabel* label : {lblNote, lblPurpose}) {
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+    }
     Drive1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QGroupBox* frame = controls.Frame("FramePath");
     auto* rows = new SettingsRows(controls, frame);
+    rows->AddWhole(lblPurpose);
     rows->AddBelow(Drive1, {.Text = "SearchIn"});
     rows->AddWhole(Dir1);
     controls.Add(Dir1, {.Text = "Folders"});
@@ -82,8 +86,17 @@ void frmPfad::ShowTexts() {
     setWindowTitle(Text("Title"));
     Dir1->SetUpText(Text("Up"));
     lblNote->clear();
+    ShowPurpose();
     ShowPlaces();
     AssignMnemonics(*this);
+}
+
+void frmPfad::ShowPurpose() {
+    const QString key = purpose == Purpose::Archive      ? QString("ForArchive")
+                        : purpose == Purpose::Publishing ? QString("ForPublishing")
+                                                         : QString("ForPictures");
+    lblPurpose->setText(Text(key));
+    setAccessibleDescription(lblPurpose->text());
 }
 
 void frmPfad::ShowPlaces() {
@@ -98,7 +111,9 @@ void frmPfad::ShowPlaces() {
     Drive1->setCurrentIndex(PlaceOf(places, Dir1->Folder()));
 }
 
-void frmPfad::Open(const QString& folder) {
+void frmPfad::Open(const QString& folder, Purpose isFor) {
+    purpose = isFor;
+    ShowPurpose();
     if (!isVisible()) {
         acceptWhenOpened = false;
         places = FixedPlaces();

@@ -27,9 +27,13 @@ class frmPfad : public QDialog {
     QPushButton* btnSave;
     QPushButton* btnCancel;
     QLabel* lblNote;
+    QLabel* lblPurpose;  // what the folder is for
+
+    // What the folder is for.
+    enum class Purpose { Pictures, Archive, Publishing };
 
     // Begins at the folder, or at the nearest one above it; one that is open stays where it is.
-    void Open(const QString& folder);
+    void Open(const QString& folder, Purpose isFor);
 
   signals:
     // A folder was accepted.
@@ -47,6 +51,7 @@ class frmPfad : public QDialog {
     void Connect();
     void ShowTexts();
     void ShowPlaces();
+    void ShowPurpose();
     void ShowPath();
     void ShowFolder();
     void GoToTyped();
@@ -57,5 +62,6 @@ class frmPfad : public QDialog {
     Bindings controls;
     Background background;
     QList<Place> places;
+    Purpose purpose = Purpose::Pictures;
     bool acceptWhenOpened = false;
 };

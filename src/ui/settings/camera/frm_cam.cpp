@@ -233,7 +233,8 @@ void frmCam::hideEvent(QHideEvent* event) {
 // A click into the field of the pictures leaves the mode as it is.
 void frmCam::OpenChooser(bool forArchive) {
     if (forArchive) Core().State.PathForArchive = true;
-    Chooser.Open(ChooserBegin());
+    const bool archive = Core().State.PathForArchive;
+    Chooser.Open(ChooserBegin(), archive ? frmPfad::Purpose::Archive : frmPfad::Purpose::Pictures);
 }
 
 QString frmCam::ChooserBegin() const {

@@ -216,7 +216,7 @@ void FtpAccessGroup::ChooseFolder() {
     connect(chooser, &frmPfad::Chosen, this, [this](const QString& folder) {
         if (Local()) txtVerzeichnis->setText(Paths::WithSeparator(folder));
     });
-    chooser->Open(txtVerzeichnis->text());
+    chooser->Open(txtVerzeichnis->text(), frmPfad::Purpose::Publishing);
 }
 
 void FtpAccessGroup::ShowMode() {
