@@ -240,7 +240,7 @@ class TestCameraWindows : public QObject {
         QCOMPARE(window.Text5->btnBrowse->text(), "…");
         // The buttons are a column of their own.
         QCOMPARE(TabFaults(window).join("\n"), "back to Source...");
-        chooser.Open(fixture.Folder.path());
+        window.asFlatTextBox1->btnBrowse->click();
         QVERIFY(Read(*chooser.Dir1));
         QCOMPARE(chooser.lblPurpose->text(), "For: Folder of the archive");
         const auto open = [&] { chooser.Open({}, frmPfad::Purpose::Publishing); };
@@ -286,6 +286,9 @@ class TestCameraWindows : public QObject {
         QVERIFY(sources.Form->txtPassword->isVisible() && !sources.Form->btnFile->isVisible());
         sources.btnRemove->click();
         QVERIFY(!sources.Form->txtPassword->isVisible() && sources.Form->btnFile->isVisible());
+        for (const auto* caption : sources.findChildren<QLabel*>())
+            if (caption->buddy() == sources.Form->txtAddress)
+                QVERIFY(!QKeySequence::mnemonic(caption->text()).isEmpty());
         SourcesFixture::Type(*sources.Form->txtName, "Movie");
         // All of it in one field comes apart when the field is left.
         fixture.Add(0, "Yard", "http://you:/#%@yard/");

@@ -1,6 +1,7 @@
 #include "ui/widgets/mnemonics.h"
 
 #include <QAbstractButton>
+#include <QKeySequence>
 #include <QLabel>
 #include <QSet>
 
@@ -41,6 +42,19 @@ QString Marked(const QString& text, QSet<QChar>& taken) {
 }
 
 }  // namespace
+
+void SetCaption(QLabel& caption, const QString& text) {
+    QSet<QChar> taken;
+    const auto take = [&taken](const QString& other) {
+        const QString letter = QKeySequence::mnemonic(other).toString();
+        if (!letter.isEmpty()) taken.insert(letter.back().toLower());
+    };
+    const QWidget* window = caption.window();
+    for (const auto* button : window->findChildren<QAbstractButton*>()) take(button->text());
+    for (const auto* label : window->findChildren<QLabel*>())
+        if (label != &caption && label->buddy()) take(label->text());
+    caption.setText(Marked(text, taken));
+}
 
 void AssignMnemonics(QWidget& window) {
     // Every window has the buttons, so they keep their letters from window to window.

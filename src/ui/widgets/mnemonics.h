@@ -3,6 +3,7 @@
 #include <QList>
 
 class QAbstractButton;
+class QLabel;
 class QWidget;
 
 // Gives the buttons, options and captions of fields in a window the letters that reach them with
@@ -14,3 +15,6 @@ void AssignMnemonics(QWidget& window);
 // The same of a part of a window; `shared` are buttons elsewhere in the window that keep their
 // letters from part to part.
 void AssignMnemonics(QWidget& part, const QList<QAbstractButton*>& shared);
+
+// Gives one caption another text, with a letter that nothing else in its window has.
+void SetCaption(QLabel& caption, const QString& text);

@@ -6,6 +6,7 @@
 #include "ui/settings/camera/camera_address.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/widgets/file_chooser.h"
+#include "ui/widgets/mnemonics.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -149,7 +150,7 @@ void CameraForm::FitToKind() {
     const QString key = kind == CaptureKind::Network ? QStringLiteral("Address")
                         : kind == CaptureKind::Test  ? QStringLiteral("TestSize")
                                                      : QStringLiteral("File");
-    lblAddress->setText(bindings.Text(key));
+    SetCaption(*lblAddress, bindings.Text(key));
     txtAddress->setAccessibleName(bindings.Text(key));
     txtAddress->setToolTip(bindings.Text(key + "Help"));
 }
