@@ -177,6 +177,29 @@ class TestMainWindow : public QObject {
         QVERIFY2(!window.lblStatus->isVisible(), "it would lie on the buttons");
     }
 
+    void PauseBlinksInItsPlace() {
+        WindowFixture program;
+        program.Start();
+        QLabel& line = *program.Window->lblStatus;
+        line.resize(200, line.height());
+        StatusDisplay& display = program.Core->Display;
+        display.ShowPictureCount("Pic: 7");
+        program.Core->Run.Enter(RunState::Paused);
+        const int width = line.fontMetrics().horizontalAdvance("Pause");
+        const auto shown = [&](const QString& status) {
+            display.ShowStatus(status);
+            const QImage picture = program.Window->grab(line.geometry()).toImage();
+            return std::pair(picture.copy(0, 0, width, line.height()),
+                             picture.copy(width, 0, line.width() - width, line.height()));
+        };
+        line.show();
+        const auto lit = shown("Pause");
+        const auto unlit = shown({});
+        QVERIFY(lit.first != unlit.first);
+        QCOMPARE(lit.second, unlit.second);
+        QCOMPARE(program.Window->windowTitle(), "Stillpost - Pause");
+    }
+
     void PlaceIsRemembered() {
         WindowFixture program;
         program.Start();

@@ -11,6 +11,16 @@
 
 // What the main window shows of the work.
 
+namespace {
+
+// The part of a label behind the words that it begins with.
+QRect Behind(const QLabel& label, const QString& words) {
+    const int begin = label.fontMetrics().horizontalAdvance(words);
+    return {begin, 0, std::max(1, label.width() - begin), label.height()};
+}
+
+}  // namespace
+
 void frmSkin::ShowStatus(const QString& text) {
     Renew(status, text);
 }
@@ -47,8 +57,11 @@ void frmSkin::ShowLeds() {
 }
 
 void frmSkin::ShowStatusTexts() {
-    setWindowTitle(status.isEmpty() ? QString("Stillpost") : "Stillpost - " + status);
-    QStringList parts{status, timeOut, pictureCount, megabytes,
+    // "Pause" blinks on the line alone, and what stands behind it keeps its place.
+    const bool unlit = status.isEmpty() && program.Run.Is() == RunState::Paused;
+    const QString step = unlit ? QString("Pause") : status;
+    setWindowTitle(step.isEmpty() ? QString("Stillpost") : "Stillpost - " + step);
+    QStringList parts{step, timeOut, pictureCount, megabytes,
                       Word(isOnline ? QString("Online") : "Offline")};
     parts.removeAll(QString());
     // The line has room for the step and for one thing more.
@@ -56,6 +69,8 @@ void frmSkin::ShowStatusTexts() {
     const QString shown =
         lblStatus->fontMetrics().elidedText(line, Qt::ElideRight, std::max(0, lblStatus->width()));
     lblStatus->setText(HasBackground() ? shown : line);
+    lblStatus->clearMask();
+    if (unlit) lblStatus->setMask(Behind(*lblStatus, step));
     for (QWidget* area : std::initializer_list<QWidget*>{lblStatus, Label_Driver, cbDriver})
         area->setToolTip(parts.join("\n"));
 }
