@@ -8,6 +8,7 @@
 #include "core/upload_cycle.h"
 #include "core/version.h"
 #include "net/page_control.h"
+#include "platform/address_opener.h"
 #include "platform/platform.h"
 #include "platform/program_start.h"
 #include "platform/system_clock.h"
@@ -18,7 +19,6 @@
 #include "ui/window_boxes.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 
 #include <cstdio>
 #include <cstdlib>
@@ -65,7 +65,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     else if (!display)
         program.Display.Add(troubles);
     ConnectEnd(program, termination);
-    Shell shell(program, folder.ReadingFolders(), boxes, &QDesktopServices::openUrl);
+    Shell shell(program, folder.ReadingFolders(), boxes, &AddressOpener::Open);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
     if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
     // Nobody is there to be guided after an automatic start.

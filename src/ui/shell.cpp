@@ -34,6 +34,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
+#include <QPointer>
 
 namespace {
 
@@ -75,8 +76,8 @@ struct Shell::Parts {
 };
 
 Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
-             const Opener& opener)
-    : parts(new Parts{program, folders, boxes, opener}),
+             const SystemOpener& opener)
+    : parts(new Parts{program, folders, boxes, [this](const QUrl& at) { OpenAddress(at); }}),
       Words(parts->Words),
       LanguageTables(parts->LanguageTables),
       StartPicture(parts->StartPicture),
@@ -94,7 +95,8 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       OverlayWindow(parts->OverlayWindow),
       Tray(parts->Tray),
       HangUpWindow(parts->HangUpWindow),
-      FirstSteps(parts->FirstSteps) {
+      FirstSteps(parts->FirstSteps),
+      openAddress(opener) {
     MainWindow.SetTexts(Words);
     LanguageTables.SetFields([this] {
         return MessageFields{FtpWindow.OfflinePath(), CameraWindow.PathText()};
@@ -192,9 +194,17 @@ void Shell::OpenHelp() {
         Paths::Find(parts->Folders, german ? QString("/Hilfe/HILFE.html") : "/help/HELP.html");
     if (page.isEmpty())
         HelpPrompt.Show();
-    else if (const auto address = QUrl::fromLocalFile(page); !parts->Open(address))
-        parts->Boxes.Show("Stillpost",
-                          Words.Get("Messages", "CannotOpen").arg(address.toLocalFile()));
+    else
+        OpenAddress(QUrl::fromLocalFile(page));
+}
+
+void Shell::OpenAddress(const QUrl& address) {
+    openAddress(address, [self = QPointer(this), address] {
+        if (!self) return;
+        const QString place =
+            address.isLocalFile() ? Paths::Native(address.toLocalFile()) : address.toString();
+        self->parts->Boxes.Show("Stillpost", self->Words.Get("Messages", "CannotOpen").arg(place));
+    });
 }
 
 // The status window tells what the button under the mouse does.

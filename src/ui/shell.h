@@ -38,9 +38,14 @@ class Shell : public QObject {
     std::unique_ptr<Parts> parts;
 
   public:
+    // Opens an address, or calls `failed`, perhaps later.
+    using SystemOpener =
+        std::function<void(const QUrl& address, const std::function<void()>& failed)>;
+
     // Program and message boxes outlive the shell. folders: the program folder, then the installed
     // copies of what the program only reads.
-    Shell(Program& program, const QStringList& folders, MessageBoxes& boxes, const Opener& opener);
+    Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
+          const SystemOpener& opener);
     ~Shell() override;
 
     Texts& Words;
@@ -81,4 +86,7 @@ class Shell : public QObject {
     void ConnectMenu();
     void ConnectWindows();
     void RememberStatusWindow(bool shown);
+    void OpenAddress(const QUrl& address);
+
+    SystemOpener openAddress;
 };

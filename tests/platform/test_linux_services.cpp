@@ -1,5 +1,6 @@
 // What only Linux has: the desktop's launcher, the kernel's interfaces, signals, players.
 
+#include "platform/address_opener.h"
 #include "platform/linux/autostart_entry.h"
 #include "platform/linux/interfaces.h"
 #include "platform/linux/sound.h"
@@ -9,6 +10,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -34,6 +36,32 @@ class TestLinuxServices : public QObject {
     Q_OBJECT
 
   private slots:
+    void addressesThatCannotBeOpened_data() {
+        const Rows<QByteArray, int> row;
+        row("the desktop opens it", "exit 0", 0);
+        row("the desktop has nothing for it", "exit 3", 1);
+        row("no desktop and no browser", "", 1);
+    }
+    void addressesThatCannotBeOpened() {
+        const auto [script, failures] = Row<QByteArray, int>();
+        const QTemporaryDir folder;
+        const QString command = folder.filePath("xdg-open");
+        const QByteArray asked = QFile::encodeName(folder.filePath("asked"));
+        if (!script.isEmpty()) {
+            QVERIFY(WriteBytes(command, "#!/bin/sh\necho $1 > " + asked + "\n" + script));
+            QVERIFY(QFile::setPermissions(command, QFile::ReadOwner | QFile::ExeOwner));
+        }
+        const QByteArray usual = qgetenv("PATH");
+        const auto restore = qScopeGuard([&usual] { qputenv("PATH", usual); });
+        qputenv("PATH", folder.path().toLocal8Bit());
+        int failed = 0;
+        AddressOpener::Open(QUrl("http://a.example/x y"), [&failed] { ++failed; });
+        QTRY_VERIFY(!qApp->findChild<QProcess*>());
+        QCOMPARE(failed, failures);
+        if (!script.isEmpty())
+            QCOMPARE(ReadBytes(folder.filePath("asked")), "http://a.example/x%20y\n");
+    }
+
     void autostartStartsTheProgramAsItWasGiven_data() {
         const Rows<QString> row;
         row("blanks", "a b  c");

@@ -15,9 +15,9 @@ void ShellFixture::Begin() {
     Windows.reset();
     MakeProgram();
     Windows = std::make_unique<Shell>(*Core, QStringList{Folder.path()}, Boxes,
-                                      [this](const QUrl& address) {
+                                      [this](const QUrl& address, const auto& failed) {
                                           Opened << address;
-                                          return SystemOpens;
+                                          if (!SystemOpens) failed();
                                       });
     QObject::connect(Core.get(), &Program::Loaded, Windows.get(), &Shell::Show);
     Core->Load(false);

@@ -204,6 +204,11 @@ class TestMenu : public QObject {
         program.SystemOpens = false;
         shell.OpenHelp();
         QCOMPARE(program.Boxes.Shown.size(), 1);
+        shell.HelpPrompt.btnAccept->click();
+        QTest::mouseClick(shell.WebWindow.Label1[0], Qt::LeftButton);
+        const QString link = Links::Web[0].toString();
+        QCOMPARE(program.Boxes.Shown.size(), 3);
+        QCOMPARE(program.Boxes.Shown[2], "Stillpost: Das lässt sich nicht öffnen: " + link);
     }
 
     void TheOneInUseIsChecked() {

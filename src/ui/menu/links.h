@@ -6,8 +6,8 @@
 #include <array>
 #include <functional>
 
-// Opens a page or a file with the program that the system has for it; false when it has none.
-using Opener = std::function<bool(const QUrl& address)>;
+// Opens a page or a file with the program that the system has for it.
+using Opener = std::function<void(const QUrl& address)>;
 
 // Every address of the project's pages that the program leads to.
 namespace Links {
