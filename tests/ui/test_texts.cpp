@@ -1,9 +1,14 @@
+#include "base/status_hub.h"
 #include "support/file_bytes.h"
+#include "ui/guide/guide.h"
 #include "ui/shell_fixture.h"
+#include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/ftp_examples.h"
 #include "ui/texts/languages.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QComboBox>
 #include <QRegularExpression>
 #include <QTest>
@@ -98,6 +103,49 @@ class TestTexts : public QObject {
         QCOMPARE(window.btnStart->toolTip(), "Publier des images (F5)");
         QCOMPARE(window.cbDriver->currentText(), "Pas de conducteur vidéo disponible!");
         QCOMPARE(window.btnStart->shortcut(), QKeySequence(Qt::Key_F5));
+    }
+
+    void EveryButtonHasAName() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        QSet<QString> starts;
+        for (const Texts::Language language : {English, German, French}) {
+            shell.LanguageTables.Choose(language);
+            shell.FirstSteps.Open();
+            int buttons = 0;
+            for (QWidget* widget : QApplication::allWidgets()) {
+                if (!qobject_cast<QAbstractButton*>(widget)) continue;
+                const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
+                const QString name = seen->text(QAccessible::Name);
+                const QString place = QLatin1String(widget->window()->metaObject()->className());
+                static const QRegularExpression word("^[^?].*\\w");
+                QVERIFY2(name.contains(word), qPrintable(place + ": " + name));
+                ++buttons;
+            }
+            QVERIFY(buttons > 100);
+            starts << QAccessible::queryAccessibleInterface(shell.MainWindow.btnStart)
+                          ->text(QAccessible::Name);
+            shell.FirstSteps.reject();
+        }
+        QCOMPARE(starts.size(), 2);  // English and German say the same
+    }
+
+    // As assistive programs see it.
+    void WhatChangesIsTold() {
+        ShellFixture program;
+        program.Begin();
+        const frmSkin& window = program.Windows->MainWindow;
+        const auto name = [](QObject* object) {
+            return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name);
+        };
+        QCOMPARE(name(window.LEDLeft), "Connection: Offline");
+        program.Core->Display.ShowOnline(true);
+        program.Core->Display.ShowStatus("Send File");
+        program.Core->Run.Enter(RunState::Sending);
+        QCOMPARE(name(window.LEDLeft), "Connection: Online");
+        QCOMPARE(name(window.LEDReigth), "Upload: Sending a picture");
+        QCOMPARE(name(window.lblStatus), "Status: Send File, Online");
     }
 };
 

@@ -84,6 +84,7 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
       place(*this, ownProgram.Wait.OwnClock(), ownProgram.SettingsFile(), "Window") {
     // Steps and server texts are of any length; the window keeps its width.
     lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    Label_Driver->setBuddy(cbDriver);
     btnStop->setEnabled(false);
     btnPause->setEnabled(false);
     SetTabOrder();
@@ -227,9 +228,11 @@ void frmSkin::ShowTexts() {
     NameButton(*btnMin, Word("Minimise"), Word("MinimiseHelp"), Qt::Key_F9);
     NameButton(*btnExit, Word("Exit"), Word("ExitHelp"), Qt::CTRL | Qt::Key_Q);
     cbDriver->setAccessibleName(Word("Camera"));
+    // Some systems take the name of a list from its label.
+    Label_Driver->setAccessibleName(Word("Camera"));
     preview->setAccessibleName(Word("Preview"));
     preview->setToolTip(Word("PreviewHelp"));
-    lblStatus->setAccessibleName(Word("Status"));
+    pic_klappe->setAccessibleName(Word("Flap"));
     ShowFlap();
     ShowDrivers();
     ShowLeds();

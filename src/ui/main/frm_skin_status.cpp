@@ -50,10 +50,16 @@ void frmSkin::ShowOnline(bool online) {
 
 void frmSkin::ShowLeds() {
     const bool isSending = program.Run.Step() == RunState::Sending;
-    LEDLeft->SetPicture(isOnline ? leftLed.Lit : leftLed.Dark);
-    LEDLeft->setToolTip(Word(isOnline ? QString("Online") : "Offline"));
-    LEDReigth->SetPicture(isSending ? rightLed.Lit : rightLed.Dark);
-    LEDReigth->setToolTip(Word(isSending ? QString("Sending") : "NotSending"));
+    const auto show = [this](PictureBox& led, const QPixmap& picture, const QString& lamp,
+                             const QString& state) {
+        led.SetPicture(picture);
+        led.setToolTip(Word(state));
+        led.setAccessibleName(Word(lamp) + ": " + Word(state));
+    };
+    show(*LEDLeft, isOnline ? leftLed.Lit : leftLed.Dark, "LeftLamp",
+         isOnline ? QString("Online") : "Offline");
+    show(*LEDReigth, isSending ? rightLed.Lit : rightLed.Dark, "RightLamp",
+         isSending ? QString("Sending") : "NotSending");
 }
 
 void frmSkin::ShowStatusTexts() {
@@ -73,4 +79,5 @@ void frmSkin::ShowStatusTexts() {
     if (unlit) lblStatus->setMask(Behind(*lblStatus, step));
     for (QWidget* area : std::initializer_list<QWidget*>{lblStatus, Label_Driver, cbDriver})
         area->setToolTip(parts.join("\n"));
+    lblStatus->setAccessibleName(Word("Status") + ": " + parts.join(", "));
 }

@@ -2,16 +2,15 @@
 
 #include <QPainter>
 
-PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {}
+PictureBox::PictureBox(QWidget* parent) : QLabel(parent) {}
 
 void PictureBox::SetPicture(const QPixmap& newPicture) {
-    picture = newPicture;
-    resize(picture.size());
-    update();
+    setPixmap(newPicture);
+    resize(newPicture.size());
 }
 
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(0, 0, picture);
+    painter.drawPixmap(0, 0, pixmap());
 }

@@ -1,20 +1,15 @@
 #pragma once
 
-#include <QPixmap>
-#include <QWidget>
+#include <QLabel>
 
-// Shows a picture and has its size.
-class PictureBox : public QWidget {
+// Shows a picture and has its size. A label, which is what assistive programs take for a picture.
+class PictureBox : public QLabel {
     Q_OBJECT
 
   public:
     explicit PictureBox(QWidget* parent);
     void SetPicture(const QPixmap& newPicture);
-    [[nodiscard]] const QPixmap& Picture() const { return picture; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-
-  private:
-    QPixmap picture;
 };

@@ -3,12 +3,24 @@
 #include "ui/skin/window_shape.h"
 #include "ui/skin/window_system.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
+
+namespace {
+
+// Without a frame they would pass for a mere part of a window.
+QAccessibleInterface* Accessible(const QString&, QObject* object) {
+    auto* window = qobject_cast<ShapedWindow*>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
+}  // namespace
 
 ShapedWindow::ShapedWindow(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMinimizeButtonHint) {
     if (!WindowSystem::CutsWindows()) setAttribute(Qt::WA_TranslucentBackground);
+    QAccessible::installFactory(Accessible);
 }
 
 void ShapedWindow::SetBackground(const QImage& picture) {

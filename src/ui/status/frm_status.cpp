@@ -156,6 +156,8 @@ void frmStatus::ShowNames() {
     Slider2->setAccessibleName(text("Slider2Name"));
     ProgressBar1->setAccessibleName(text("ProgressBar1Name"));
     Gauge->setAccessibleName(text("GaugeName"));
+    for (ReadoutLabel* label : StatusLabels())
+        label->setAccessibleDescription(text(label->objectName() + "Help"));
     if (underMouse) ShowHelpFor(underMouse);
 }
 
