@@ -4,6 +4,14 @@
 
 #include <QString>
 
+#include <optional>
+
+// What visitors of the web page see, as far as the program knows.
+struct PublishedPicture {
+    QString File;   // one that shows it; full path
+    qint64 At = 0;  // clock milliseconds
+};
+
 // What the whole core shares: the settings in force and a few facts about the run.
 struct MainState {
     bool DriverPresent = false;    // at least one capture device was found
@@ -15,6 +23,7 @@ struct MainState {
     bool LangEnglish = true;       // exactly one of the three is true
     bool LangGerman = false;
     bool LangFrench = false;
+    std::optional<PublishedPicture> Published;  // the last one; none since the start
     bool PathForArchive = false;  // the path chooser serves the archive's folder, not the pictures'
 
     [[nodiscard]] QString WorkFile(const QString& name) const { return Values.WorkFile(name); }
@@ -26,6 +35,10 @@ struct MainState {
         static_cast<PictureTarget&>(settings) = static_cast<const PictureTarget&>(Values);
         return settings;
     }
+
+    // The picture in this file is public since now, clock milliseconds. The one that was sent is
+    // used up: it gets another name.
+    void KeepPublished(const QString& file, qint64 now);
 
     // Has the working folder be there. One that has gone, as that in memory does at the end of the
     // user's session, gives way to the one that the settings name now.

@@ -34,6 +34,9 @@ bool OfflinePicture::SendOfflinePicture() {
         parts.Display.ShowStatus("sending Offline - Picture");
         published = local ? PutLocal(file) : PutOnServer(file);
     }
+    if (published)
+        parts.State.KeepPublished(local ? LocalTarget() : file,
+                                  parts.Wait.OwnClock().Milliseconds());
     // Whether it was sent or not: the next start must not take it for a picture of the camera.
     QFile::remove(parts.State.WorkFile(PublicNames::Sending));
     if (published) parts.Display.ShowStatus("Offline Picture done");

@@ -281,7 +281,7 @@ int Program::WantedDriver() const {
 }
 
 void Program::DeleteOldFiles() {
-    for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp", "1pw.bmp.part", "pw.bmp"})
+    for (const char* name : {"1pw.jpg", "pw.jpg", "0pw.jpg", "1pw.bmp", "1pw.bmp.part", "pw.bmp"})
         QFile::remove(State.WorkFile(QString::fromLatin1(name)));
     // What lies there from a run without a place in memory, a crashed one perhaps.
     if (WorksInMemory()) WorkFolder::Remove(WorkFolder::OnDisk(surroundings.Folder));
@@ -313,7 +313,8 @@ void Program::Exit() {
 void Program::CleanUp() {
     QFile::remove(State.WorkFile(PublicNames::Bitmap));
     WholeFile::Forget(State.WorkFile(PublicNames::Bitmap));
-    QFile::remove(State.WorkFile(PublicNames::Sending));
+    for (const QString& name : {PublicNames::Sending, PublicNames::Sent})
+        QFile::remove(State.WorkFile(name));
     // Made whether it was used to the end or not.
     const QString memory = WorkFolder::InMemory(surroundings.Folder);
     if (!memory.isEmpty()) WorkFolder::Remove(memory);

@@ -284,7 +284,9 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
         return Locally("No folder for the pictures: Verzeichnis is empty");
     // That writes it into the folder as well.
     if (!MakePicture()) return NoPicture();
-    CountPicture(parts.State.Values.Verzeichnis + PublicNames::Picture);
+    const QString file = parts.State.Values.Verzeichnis + PublicNames::Picture;
+    CountPicture(file);
+    parts.State.KeepPublished(file, Now());
     emit PicturePublished(++publishedCount);
     return {};
 }
@@ -330,7 +332,7 @@ UploadCycle::Outcome UploadCycle::Publish() {
     if (!parts.Transaction.Publish(file)) return Trouble{parts.Transaction.Failure()};
     // Even where the file cannot be removed: no picture is published twice.
     madeAt.reset();
-    QFile::remove(file);
+    parts.State.KeepPublished(file, Now());
     run.ThisRun.Published = true;
     parts.Display.ShowUpload(0);
     parts.Display.ShowStatus("wait...");

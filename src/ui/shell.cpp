@@ -131,6 +131,7 @@ void Shell::ConnectMenu() {
     open(frmMenue::Help, [this] { OpenHelp(); });
     open(frmMenue::Info, [this] { AboutBox.Show(); });
     open(frmMenue::Guide, [this] { FirstSteps.Open(); });
+    open(frmMenue::Visitors, [this] { MainWindow.ChangeView(); });
     connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);
     connect(&parts->Core, &Program::SetUpWanted, &FirstSteps, qOverload<>(&Guide::Open));
     connect(&LanguageWindow, &frmLanguage::Choosing, &Menu, &frmMenue::CloseAll);

@@ -92,6 +92,7 @@ class TestOfflinePicture : public QObject {
         } else {
             QCOMPARE(seen.Bytes, file);
         }
+        QCOMPARE(ReadBytes(f.State.Published->File), seen.Bytes);
         QCOMPARE(f.State.Values.JPGQuality, 30);
         QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
         QCOMPARE(f.Display.Statuses.last(), "Offline");

@@ -46,6 +46,7 @@ class TestUploadCycle : public QObject {
             QVERIFY(!QImage::fromData(picture, "JPG").isNull());
             QVERIFY2(seen.insert(picture).second, "an old picture was published again");
             QVERIFY(!QFile::exists(f.State.WorkFile("1pw.jpg")));
+            QCOMPARE(ReadBytes(f.State.Published->File), picture);
             QVERIFY(f.Run.ThisRun.Published);
         }
         f.Camera.Plugged = false;

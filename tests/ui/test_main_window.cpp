@@ -1,7 +1,9 @@
 #include "base/status_hub.h"
 #include "support/data_rows.h"
+#include "ui/main/visitors_view.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
+#include "ui/status/glyph_button.h"
 #include "ui/widgets/preview_area.h"
 #include "ui/window_fixture.h"
 
@@ -175,6 +177,39 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.Label_Driver->toolTip(),
                  "Send File\nTime Out: 12 s\nPic: 7\nMB: 0.21\nOffline");
         QVERIFY2(!window.lblStatus->isVisible(), "it would lie on the buttons");
+    }
+
+    void ShowsWhatVisitorsSee() {
+        WindowFixture program;
+        SkinMaker::Picture(program.Folder.filePath("pw.jpg"), {64, 48}, Qt::yellow);
+        SkinMaker::Picture(program.Folder.filePath("new.jpg"), {64, 48}, Qt::cyan);
+        program.Start();
+        frmSkin& window = *program.Window;
+        window.preview->SetPicture(QImage(64, 48, QImage::Format_RGB32));
+        const VisitorsView& visitors = *window.visitors;
+        const auto publish = [&](const QString& file) {
+            program.Core->State.KeepPublished(program.Folder.filePath(file),
+                                              program.Time.Milliseconds());
+        };
+        const auto shows = [&](const QColor& colour) {
+            return Alike(window.preview->grab().toImage().pixelColor(100, 100), colour);
+        };
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_F4);
+        QVERIFY2(!window.pic_klappe->isVisible(), "the flap would hide it");
+        QCOMPARE(visitors.Caption(), "Nothing was published since the start");
+        publish("pw.jpg");
+        program.Time.Advance(12'000);
+        QVERIFY(shows(Qt::yellow));
+        QCOMPARE(visitors.Caption(), "Visitors see a picture 12 s old");
+        publish("new.jpg");
+        program.Time.Advance(300'000);
+        QVERIFY(shows(Qt::cyan));
+        QCOMPARE(visitors.Caption(), "Visitors see a picture 5 min old");
+        QCOMPARE(window.btnView->text(), "Camera");
+        QTest::mouseClick(window.btnView, Qt::LeftButton);
+        QVERIFY(visitors.isHidden() && !shows(Qt::cyan));
     }
 
     void PauseBlinksInItsPlace() {

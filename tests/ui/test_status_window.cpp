@@ -3,6 +3,7 @@
 #include "texts/texts.h"
 #include "ui/status/close_button.h"
 #include "ui/status/frm_status.h"
+#include "ui/status/glyph_button.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"

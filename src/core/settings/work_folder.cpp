@@ -42,7 +42,8 @@ QString Usual(const QString& programFolder) {
 }
 
 void Remove(const QString& folder) {
-    for (const char* name : {"1pw.jpg", "1pw.jpg.part", "1pw.bmp", "1pw.bmp.part", "cam.bmp"})
+    for (const char* name :
+         {"1pw.jpg", "1pw.jpg.part", "0pw.jpg", "1pw.bmp", "1pw.bmp.part", "cam.bmp"})
         QFile::remove(QDir(folder).filePath(QString::fromLatin1(name)));
     (void)QDir().rmdir(folder);
 }

@@ -10,9 +10,11 @@
 #include "core/run_state.h"
 #include "core/settings/load_settings.h"
 #include "core/upload_cycle.h"
+#include "ui/main/visitors_view.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/skin.h"
+#include "ui/status/glyph_button.h"
 #include "ui/widgets/contrast.h"
 #include "ui/widgets/preview_area.h"
 
@@ -75,6 +77,8 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
       LEDLeft(new PictureBox(this)),
       LEDReigth(new PictureBox(this)),
       preview(new PreviewArea(this)),
+      visitors(new VisitorsView(ownProgram, preview)),
+      btnView(new GlyphButton(GlyphButton::Glyph::Eye, preview)),
       cbDriver(new QComboBox(this)),
       Label_Driver(new QLabel(this)),
       lblStatus(new QLabel(this)),
@@ -85,6 +89,11 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
     // Steps and server texts are of any length; the window keeps its width.
     lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     Label_Driver->setBuddy(cbDriver);
+    auto* views = new QGridLayout(preview);
+    views->setContentsMargins({});
+    views->addWidget(visitors, 0, 0);
+    views->addWidget(btnView, 0, 0, Qt::AlignRight | Qt::AlignBottom);
+    visitors->SetTexts(*texts);
     btnStop->setEnabled(false);
     btnPause->setEnabled(false);
     SetTabOrder();
@@ -100,8 +109,8 @@ frmSkin::~frmSkin() {
 
 void frmSkin::SetTabOrder() {
     QWidget* before = btnStart;
-    for (QWidget* next : std::initializer_list<QWidget*>{btnPause, btnStop, btnOptions, btnMin,
-                                                         btnExit, pic_klappe_open, cbDriver}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             btnPause, btnStop, btnOptions, btnMin, btnExit, pic_klappe_open, btnView, cbDriver}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -120,10 +129,21 @@ void frmSkin::Connect() {
         flapOpen = !flapOpen;
         ShowFlap();
     });
+    const auto* view = new QShortcut(Qt::Key_F4, this);
+    connect(view, &QShortcut::activated, this, &frmSkin::ChangeView);
     const auto* overview = new QShortcut(Qt::Key_F11, this);
     connect(overview, &QShortcut::activated, this, &frmSkin::StatusOverviewWanted);
     connect(&program.Run, &RunStatus::Changed, this, &frmSkin::ShowRunState);
+    connect(btnView, &PictureButton::clicked, this, &frmSkin::ChangeView);
     connect(&program, &Program::Ended, this, [this] { place.Save(); });
+}
+
+void frmSkin::ChangeView() {
+    visitors->setVisible(visitors->isHidden());
+    btnView->raise();
+    if (!visitors->isHidden()) flapOpen = true;
+    ShowFlap();
+    ShowViewTexts();
 }
 
 void frmSkin::ShowRunState() {
@@ -192,6 +212,8 @@ void frmSkin::changeEvent(QEvent* event) {
 void frmSkin::ShowPreviewSettings() {
     preview->SetStretched(program.State.Values.StretchPreview);
     preview->SetCentred(program.State.Values.CenterVideo);
+    visitors->SetStretched(program.State.Values.StretchPreview);
+    visitors->SetCentred(program.State.Values.CenterVideo);
     if (!program.State.Values.Preview) preview->Clear();
 }
 
@@ -211,6 +233,7 @@ void frmSkin::closeEvent(QCloseEvent* event) {
 
 void frmSkin::SetTexts(const Texts& ownTexts) {
     texts = &ownTexts;
+    visitors->SetTexts(ownTexts);
     connect(texts, &Texts::Changed, this, &frmSkin::ShowTexts);
     ShowTexts();
 }
@@ -218,6 +241,13 @@ void frmSkin::SetTexts(const Texts& ownTexts) {
 void frmSkin::ShowPauseText() {
     const QString key = program.Run.Is() == RunState::Paused ? QString("Continue") : "Pause";
     NameButton(*btnPause, Word(key), Word(key + "Help"), Qt::Key_F6);
+}
+
+void frmSkin::ShowViewTexts() {
+    const QString key = visitors->isHidden() ? QString("Visitors") : "CameraAgain";
+    NameButton(*btnView, Word(key), Word(key + "Help"), Qt::Key_F4);
+    btnView->setShortcut({});  // the window's own works behind the closed flap as well
+    visitors->update();
 }
 
 void frmSkin::ShowTexts() {
@@ -233,6 +263,7 @@ void frmSkin::ShowTexts() {
     preview->setAccessibleName(Word("Preview"));
     preview->setToolTip(Word("PreviewHelp"));
     pic_klappe->setAccessibleName(Word("Flap"));
+    ShowViewTexts();
     ShowFlap();
     ShowDrivers();
     ShowLeds();
@@ -325,6 +356,7 @@ void frmSkin::PlaceFlap(Skin& skin) {
 void frmSkin::ShowFlap() {
     pic_klappe->setVisible(flapEnabled && !flapOpen);
     pic_klappe->raise();
+    btnView->setVisible(!flapEnabled || flapOpen);
     pic_klappe_open->setVisible(flapEnabled);
     pic_klappe_open->raise();
     pic_klappe_open->setText(Word(flapOpen ? QString("FlapClose") : "FlapOpen"));

@@ -11,6 +11,8 @@ class MessageBoxes;
 class PictureBox;
 class PictureButton;
 class PreviewArea;
+class GlyphButton;
+class VisitorsView;
 class Program;
 class QComboBox;
 class QLabel;
@@ -37,6 +39,8 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     PictureBox* LEDLeft;    // lit while online
     PictureBox* LEDReigth;  // lit while a picture is being sent
     PreviewArea* preview;
+    VisitorsView* visitors;  // over the preview when it is wanted
+    GlyphButton* btnView;    // changes between the two
     QComboBox* cbDriver;
     QLabel* Label_Driver;
     QLabel* lblStatus;
@@ -44,6 +48,9 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     // The names and the help of the controls come from these texts from now on, in the language in
     // use; they outlive the window. English without them.
     void SetTexts(const Texts& ownTexts);
+
+    // Shows what visitors see in place of the camera, or the camera again.
+    void ChangeView();
 
     // Dresses the window in the skin of the settings and shows it where it was last. What is
     // wrong with the skin is told once.
@@ -100,6 +107,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void Minimise();
     void ShowTexts();
     void ShowPauseText();
+    void ShowViewTexts();
     [[nodiscard]] QString Word(const QString& key) const { return texts->Get("frmSkin", key); }
 
     Program& program;

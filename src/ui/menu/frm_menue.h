@@ -17,7 +17,20 @@ class frmMenue : public MenuPanel {
     Q_OBJECT
 
   public:
-    enum Entry { Status, Language, Ftp, Camera, Overlay, Skins, Help, Web, Info, Guide, Count };
+    enum Entry {
+        Status,
+        Language,
+        Ftp,
+        Camera,
+        Overlay,
+        Skins,
+        Help,
+        Web,
+        Info,
+        Guide,
+        Visitors,
+        Count
+    };
 
     // All outlive the menu; parent: the main window. mainState: tells whether the menu is open.
     frmMenue(Texts& ownTexts, Waiting& ownWaiting, MainState& mainState, QWidget* parent);

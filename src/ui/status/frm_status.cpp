@@ -11,7 +11,7 @@
 #include "core/upload_cycle.h"
 #include "texts/texts.h"
 #include "ui/skin/skin.h"
-#include "ui/status/close_button.h"
+#include "ui/status/glyph_button.h"
 #include "ui/status/picture_bar.h"
 #include "ui/status/picture_slider.h"
 #include "ui/status/readout_label.h"
@@ -50,7 +50,7 @@ frmStatus::frmStatus(Program& ownProgram, const SkinFolders& skinFolders, Texts&
       Slider2(new PictureSlider(IntervalValues, this)),
       ProgressBar1(new PictureBar(this)),
       Gauge(new PictureBar(this)),
-      btnClose(new CloseButton(this)),
+      btnClose(new GlyphButton(GlyphButton::Glyph::Cross, this)),
       program(ownProgram),
       folders(skinFolders),
       texts(ownTexts),
@@ -125,7 +125,7 @@ void frmStatus::Connect() {
     connect(&program, &Program::Ended, this, [this] { place.Save(); });
     connect(&texts, &Texts::Changed, this, &frmStatus::ShowNames);
     connect(&Timer1, &Timer::Tick, this, &frmStatus::ShowRunningTime);
-    connect(btnClose, &CloseButton::clicked, this, &QWidget::close);
+    connect(btnClose, &GlyphButton::clicked, this, &QWidget::close);
 }
 
 void frmStatus::ConnectSliders() {

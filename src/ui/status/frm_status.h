@@ -7,7 +7,7 @@
 #include "ui/skin/window_place.h"
 #include "ui/status/status_memory.h"
 
-class CloseButton;
+class GlyphButton;
 class PictureBar;
 class PictureSlider;
 class Program;
@@ -46,7 +46,7 @@ class frmStatus : public ShapedWindow, public SkinnedWindow, public StatusDispla
     PictureSlider* Slider2;  // upload interval, milliseconds
     PictureBar* ProgressBar1;
     PictureBar* Gauge;  // of the time-out
-    CloseButton* btnClose;
+    GlyphButton* btnClose;
 
     // Shows the window where it was last, or else beside the neighbour, in front of the others.
     void Show(const QWidget* neighbour = nullptr);

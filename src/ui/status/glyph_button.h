@@ -2,13 +2,15 @@
 
 #include "ui/skin/picture_button.h"
 
-// A small cross that closes a window without a frame. It draws itself, light or dark as the ground
-// asks, because skins have no picture of it.
-class CloseButton : public PictureButton {
+// A small round button for what skins have no picture of. It draws itself, light or dark as the
+// ground asks.
+class GlyphButton : public PictureButton {
     Q_OBJECT
 
   public:
-    explicit CloseButton(QWidget* parent);
+    enum class Glyph { Cross, Eye };
+
+    GlyphButton(Glyph glyphShown, QWidget* parent);
 
     // The colour that it lies on.
     void SetGround(const QColor& colour);
@@ -21,5 +23,8 @@ class CloseButton : public PictureButton {
   private:
     static constexpr int side = 22;  // pixels
 
+    void PaintGlyph(QPainter& painter, const QColor& ink) const;
+
+    Glyph glyph;
     QColor ground = Qt::black;
 };
