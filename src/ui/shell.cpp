@@ -146,6 +146,10 @@ void Shell::ConnectWindows() {
     connect(&Words, &Texts::Changed, &Chooser, title);
     title();
     connect(&MainWindow, &frmSkin::StatusOverviewWanted, &Overview, &frmStatusgesamt::Show);
+    connect(&MainWindow, &frmSkin::CameraDropped, this, [this](const QString& address) {
+        CameraWindow.Open();
+        CameraWindow.AddCamera(address);
+    });
     connect(&StatusWindow, &frmStatus::Closed, this, [this] { RememberStatusWindow(false); });
     connect(&Tray, &Tray1::RestoreWanted, this, &Shell::Restore);
     connect(&Tray, &Tray1::StatusWanted, this, &Shell::ShowStatusWindow);

@@ -190,7 +190,7 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fixture.Offline.cbOffline->currentText(), "Offline.jpg");
         const QTemporaryDir elsewhere;
         QImage(8, 8, QImage::Format_RGB32).save(elsewhere.filePath("Offline.jpg"));
-        fixture.Offline.Add(elsewhere.filePath("Offline.jpg"));
+        QVERIFY(Drop(fixture.Offline, {QUrl::fromLocalFile(elsewhere.filePath("Offline.jpg"))}));
         QCOMPARE(fixture.Offline.cbOffline->currentText(), "Offline (2).jpg");
         const QString copy = fixture.Folder.filePath("Offline/Offline (2).jpg");
         QVERIFY(!QFile::exists(copy));

@@ -1,3 +1,4 @@
+#include "base/paths.h"
 #include "base/status_hub.h"
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/info.h"
@@ -16,9 +17,12 @@
 #include "ui/texts/languages.h"
 #include "ui/tray/tray1.h"
 #include "ui/widgets/menu_row.h"
+#include "ui/widgets/preview_area.h"
 
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
@@ -183,6 +187,21 @@ class TestMenu : public QObject {
         // Shown again at the next start.
         program.Begin();
         QVERIFY(program.Windows->StatusWindow.isVisible());
+    }
+
+    void AddressesAreDropped() {
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        const CameraSources& sources = shell.CameraWindow.Sources;
+        QVERIFY(!Drop(*shell.MainWindow.preview, {}, "no address"));
+        QVERIFY(Drop(*shell.MainWindow.preview, {}, "rtsp://me:pw@cam/1\n"));
+        QVERIFY(sources.isVisible());
+        QCOMPARE(sources.Form->txtAddress->text(), "rtsp://cam/1");
+        QCOMPARE(sources.Form->txtPassword->text(), "pw");
+        QVERIFY(Drop(*sources.lstCameras, {QUrl::fromLocalFile(program.Folder.filePath("a.mp4"))}));
+        QCOMPARE(sources.lstCameras->count(), 2);
+        QCOMPARE(sources.Form->txtAddress->text(), Paths::Native(program.Folder.filePath("a.mp4")));
     }
 
     // The installer of the help where it is missing.

@@ -269,8 +269,12 @@ class TestOverlayWindows : public QObject {
         ListBench bench(0);
         SkinMaker::Write(bench.Folder.filePath("half.jpg"), "\xFF\xD8 cut off");
         const QString good = bench.MakePicture("good.png", Qt::green);
-        bench.Pictures.Add(
-            {bench.Folder.filePath("half.jpg"), bench.Folder.filePath("gone.bmp"), good});
+        QList<QUrl> files;
+        for (const QString& file :
+             {bench.Folder.filePath("half.jpg"), bench.Folder.filePath("gone.bmp"), good})
+            files << QUrl::fromLocalFile(file);
+        QVERIFY(!Drop(*bench.Pictures.List, {QUrl("http://a.example/a.png")}));
+        QVERIFY(Drop(*bench.Pictures.List, files));
         QVERIFY(!bench.Pictures.Save());  // before all are read
         bench.Time.Advance(0);
         QVERIFY(bench.Pictures.Save());

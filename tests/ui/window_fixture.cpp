@@ -3,7 +3,10 @@
 #include "base/profile_file.h"
 #include "support/file_bytes.h"
 
+#include <QAbstractScrollArea>
 #include <QDir>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QSettings>
 
@@ -86,6 +89,20 @@ QString WindowFixture::Setting(const QString& section, const QString& key) const
 
 void WindowFixture::Set(const QString& section, const QString& key, const QString& value) const {
     WriteSetting(Folder.filePath("ftpOptions.ini"), section, key, value);
+}
+
+bool Drop(QWidget& target, const QList<QUrl>& addresses, const QString& text) {
+    auto* area = qobject_cast<QAbstractScrollArea*>(&target);
+    QWidget* on = area ? area->viewport() : &target;
+    QMimeData data;
+    if (!addresses.isEmpty()) data.setUrls(addresses);
+    if (!text.isEmpty()) data.setText(text);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    if (on->acceptDrops()) QCoreApplication::sendEvent(on, &enter);
+    if (!on->acceptDrops() || !enter.isAccepted()) return false;
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(on, &drop);
+    return drop.isAccepted();
 }
 
 QColor MiddleColour(QWidget& widget) {

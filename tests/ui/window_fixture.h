@@ -5,6 +5,7 @@
 #include "ui/main/frm_skin.h"
 
 #include <QTemporaryDir>
+#include <QUrl>
 
 // Skins of plain colours in a folder.
 class SkinMaker {
@@ -47,6 +48,8 @@ class WindowFixture {
     std::unique_ptr<frmSkin> Window;
 };
 
+// Drops something on a control; false when it does not take it.
+bool Drop(QWidget& target, const QList<QUrl>& addresses, const QString& text = {});
 // The colour in the middle of what a widget draws of itself.
 [[nodiscard]] QColor MiddleColour(QWidget& widget);
 // Whether two colours differ by no more than JPEG makes of them.

@@ -16,6 +16,7 @@
 #include "ui/skin/skin.h"
 #include "ui/status/glyph_button.h"
 #include "ui/widgets/contrast.h"
+#include "ui/widgets/drop_target.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QCloseEvent>
@@ -170,6 +171,10 @@ void frmSkin::EnableButtons(const RunButtons& buttons) {
 
 void frmSkin::ConnectCamera() {
     connect(cbDriver, &QComboBox::activated, &program, &Program::SelectDriver);
+    for (QWidget* target : std::initializer_list<QWidget*>{cbDriver, preview})
+        new DropTarget(target, DropTarget::Takes::Addresses, [this](const QStringList& addresses) {
+            emit CameraDropped(addresses.first());
+        });
     connect(&program, &Program::DriversChanged, this, &frmSkin::ShowDrivers);
     connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowPreviewSettings);
     connect(&program, &Program::PreviewChanged, this, &frmSkin::ShowPreviewSettings);

@@ -71,6 +71,8 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
   signals:
     // F11: the overall status window is wanted.
     void StatusOverviewWanted();
+    // The address of a camera was dropped on the camera list or the preview.
+    void CameraDropped(const QString& address);
     // The options menu is wanted beside btnOptions, which lies there on the desktop.
     void OptionsWanted(const QRect& button);
 

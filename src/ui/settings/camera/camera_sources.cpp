@@ -6,6 +6,7 @@
 #include "platform/platform.h"
 #include "ui/settings/camera/camera_address.h"
 #include "ui/settings/camera/camera_view.h"
+#include "ui/widgets/drop_target.h"
 
 #include <QComboBox>
 #include <QHideEvent>
@@ -81,8 +82,10 @@ void CameraSources::LayOut() {
 
 void CameraSources::Connect() {
     connect(lstCameras, &QListWidget::currentRowChanged, this, &CameraSources::ShowMarked);
-    connect(btnAdd, &QPushButton::clicked, this, &CameraSources::Add);
+    connect(btnAdd, &QPushButton::clicked, this, [this] { AddAddress("rtsp://"); });
     connect(btnRemove, &QPushButton::clicked, this, &CameraSources::Remove);
+    new DropTarget(lstCameras, DropTarget::Takes::Addresses,
+                   [this](const QStringList& addresses) { AddAddress(addresses.first()); });
     connect(btnTry, &QPushButton::clicked, this, &CameraSources::Try);
     connect(Form, &CameraForm::Changed, this, &CameraSources::TakeForm);
     // The programs' own list of cameras follows the settings.
@@ -129,8 +132,11 @@ void CameraSources::TakeForm() {
     ShowEntry(*lstCameras->currentItem(), cameras[Marked()]);
 }
 
-void CameraSources::Add() {
-    cameras << WrittenCamera{.Name = FreshName(), .Address = "rtsp://"};
+void CameraSources::AddAddress(const QString& address) {
+    if (cameras.size() >= mostCameras) return;
+    WrittenCamera camera = WrittenCamera::FromLine(FreshName() + u'|' + address);
+    camera.FormerName.clear();
+    cameras << camera;
     ShowList(static_cast<int>(cameras.size()) - 1);
     Form->txtName->setFocus();
     Form->txtName->selectAll();

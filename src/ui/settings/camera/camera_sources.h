@@ -22,6 +22,9 @@ class CameraSources : public SettingsWindow {
     QPushButton* btnTry;
     CameraView* Live = nullptr;
 
+    // Puts one more camera into the list of the open window, to be looked at and saved there.
+    void AddAddress(const QString& address);
+
   protected:
     void ShowSettings() override;
     [[nodiscard]] QList<ProfileEntry> Entries() const override;
@@ -44,7 +47,6 @@ class CameraSources : public SettingsWindow {
     void ShowList(int marked);
     void ShowMarked();
     void TakeForm();
-    void Add();
     void Remove();
     void Try();
     void EndTrial();

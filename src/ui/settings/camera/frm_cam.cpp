@@ -10,6 +10,7 @@
 #include "ui/settings/camera/path_field.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/languages.h"
+#include "ui/widgets/drop_target.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -129,8 +130,15 @@ void frmCam::Connect() {
     connect(asFlatTextBox1, &QLineEdit::editingFinished, this, &frmCam::LookForArchive);
     connect(asFlatCheck1, &QCheckBox::clicked, this, &frmCam::LookForArchive);
     connect(btnSource, &QPushButton::clicked, &Sources, &CameraSources::Open);
+    new DropTarget(cbDriver, DropTarget::Takes::Addresses,
+                   [this](const QStringList& addresses) { AddCamera(addresses.first()); });
     connect(btnFormat, &QPushButton::clicked, &Format, &CameraFormat::Open);
     connect(btnPicture, &QPushButton::clicked, &Picture, &CameraAdjusting::Open);
+}
+
+void frmCam::AddCamera(const QString& address) {
+    Sources.Open();
+    Sources.AddAddress(address);
 }
 
 void frmCam::ShowComposedTexts() {

@@ -41,6 +41,9 @@ class frmCam : public SettingsWindow {
     CameraFormat Format;
     CameraAdjusting Picture;
 
+    // Opens the sources with one more camera of this address, to be looked at and saved there.
+    void AddCamera(const QString& address);
+
     // What stands in Text5, or will when the window is opened.
     [[nodiscard]] QString PathText() const;
 

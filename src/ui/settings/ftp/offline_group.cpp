@@ -4,6 +4,7 @@
 #include "base/whole_file.h"
 #include "picture/bitmap/picture_file.h"
 #include "ui/settings/settings_rows.h"
+#include "ui/widgets/drop_target.h"
 #include "ui/widgets/file_chooser.h"
 #include "ui/widgets/preview_area.h"
 
@@ -29,6 +30,9 @@ OfflineGroup::OfflineGroup(Bindings& bindings, const Texts& ownWords,
     connect(chkFilter, &QCheckBox::clicked, this, &OfflineGroup::Warn);
     connect(btnAddOffline, &QPushButton::clicked, this, &OfflineGroup::ChooseFile);
     connect(&bindings, &Bindings::TextsShown, this, &OfflineGroup::ShowSizes);
+    txtOfflinePath->setAcceptDrops(false);
+    new DropTarget(this, DropTarget::Takes::Files,
+                   [this](const QStringList& files) { Add(files.first()); });
 }
 
 void OfflineGroup::LayOut(Bindings& bindings) {

@@ -9,6 +9,7 @@
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
+#include "ui/widgets/drop_target.h"
 #include "ui/widgets/file_chooser.h"
 
 #include <QFile>
@@ -102,6 +103,8 @@ QWidget* frmBild::EffectFrame() {
 
 void frmBild::ConnectControls() {
     connect(btnAdd, &QPushButton::clicked, this, &frmBild::ChooseFiles);
+    new DropTarget(List, DropTarget::Takes::Files,
+                   [this](const QStringList& files) { Add(files); });
     connect(btnRemove, &QPushButton::clicked, List, &PictureList::RemoveChosen);
     connect(btnUp, &QPushButton::clicked, this, [this] { List->MoveChosen(-1); });
     connect(btnDown, &QPushButton::clicked, this, [this] { List->MoveChosen(1); });
