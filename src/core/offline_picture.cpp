@@ -1,5 +1,7 @@
 #include "core/offline_picture.h"
 
+#include "base/clock.h"
+#include "base/waiting.h"
 #include "base/whole_file.h"
 #include "core/public_names.h"
 #include "core/upload_transaction.h"

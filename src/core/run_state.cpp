@@ -42,25 +42,32 @@ QString NameOf(RunState state) {
 RunStatus::RunStatus(const Clock& ownClock, StatusDisplay& ownLog)
     : clock(ownClock), log(ownLog), since(ownClock.Milliseconds()) {}
 
-void RunStatus::Enter(RunState next, const QString& why) {
+void RunStatus::Enter(RunState next, const Trouble& why) {
     const bool beneath =
         IsStep(next) && (state == RunState::Paused || state == RunState::Stopping ||
                          state == RunState::PublishingOffline);
-    if (next == (beneath ? step : state) && why == reason) return;
+    const bool told = next == (beneath ? step : state) && why.Why == reason.Why;
+    if (told && why == reason) return;
     // A pause and a stop leave what is under way alone.
     if (next != RunState::Paused && next != RunState::Stopping) step = next;
-    log.LogState(NameOf(next) + (why.isEmpty() ? QString() : ": " + why));
+    if (!told) log.LogState(NameOf(next) + (why.Why.isEmpty() ? QString() : ": " + why.Why));
     if (!beneath) {
-        const qint64 now = clock.Milliseconds();
-        const bool trouble = next == RunState::WaitingToRetry;
-        if (trouble && !troubleSince) troubleSince = now;
-        // The steps of the next try are no end of the trouble.
-        if (!trouble && (next == RunState::Waiting || !IsStep(next))) troubleSince.reset();
+        FollowTrouble(next, why);
         state = next;
         reason = why;
-        since = trouble ? *troubleSince : now;
+        since = next == RunState::WaitingToRetry ? *troubleSince : clock.Milliseconds();
     }
     emit Changed();
+}
+
+void RunStatus::FollowTrouble(RunState next, const Trouble& why) {
+    const bool trouble = next == RunState::WaitingToRetry;
+    if (trouble && !troubleSince) troubleSince = clock.Milliseconds();
+    // The steps of the next try are no end of the trouble.
+    const bool ends = !trouble && (next == RunState::Waiting || !IsStep(next));
+    if (ends) troubleSince.reset();
+    if (ends) ongoing.reset();
+    if (trouble || (ends && !why.Why.isEmpty())) ongoing = why;
 }
 
 void RunStatus::Resume() {
@@ -74,7 +81,7 @@ bool RunStatus::Running() const {
 }
 
 bool RunStatus::EndedOffline() const {
-    return state == RunState::Offline || (state == RunState::Stopped && !reason.isEmpty());
+    return state == RunState::Offline || (state == RunState::Stopped && !reason.Why.isEmpty());
 }
 
 bool RunStatus::Busy() const {

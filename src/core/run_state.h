@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/retry.h"
+#include "core/trouble.h"
 
 #include <QObject>
 #include <QString>
@@ -48,10 +49,11 @@ class RunStatus : public QObject {
     // Both outlive the status. log: where every change is printed.
     RunStatus(const Clock& ownClock, StatusDisplay& ownLog);
 
-    // From now on the program does this. why: what led there, in words for people; empty for the
-    // ordinary course. A step (connecting … waiting to try again) that is entered while the
-    // operator has paused, stopped or published the offline picture goes on beneath that state.
-    void Enter(RunState next, const QString& why = {});
+    // From now on the program does this. why: the trouble that led there, if any. A step
+    // (connecting … waiting to try again) that is entered while the operator has paused, stopped
+    // or published the offline picture goes on beneath that state.
+    void Enter(RunState next, const Trouble& why = {});
+    void Enter(RunState next, const QString& why) { Enter(next, Trouble{why}); }
     // Ends a pause: back to the step beneath it.
     void Resume();
 
@@ -68,22 +70,30 @@ class RunStatus : public QObject {
     [[nodiscard]] bool Busy() const;
 
     // Why the state was entered; empty for the ordinary course.
-    [[nodiscard]] const QString& Reason() const { return reason; }
+    [[nodiscard]] const QString& Reason() const { return reason.Why; }
     // Since when it lasts, in milliseconds of the clock; of a trouble that repeats, the first time.
     [[nodiscard]] qint64 Since() const { return since; }
+    // What keeps pictures from being published, or has ended the run: from the first failed try on,
+    // also during the steps of the next ones, until one succeeds or the operator steps in.
+    [[nodiscard]] const std::optional<Trouble>& Ongoing() const { return ongoing; }
+    // A run is on that publishes nothing because of it.
+    [[nodiscard]] bool Failing() const { return ongoing && Running(); }
 
     OneRun ThisRun;
 
   signals:
-    // State or step have changed.
+    // State, step or trouble have changed.
     void Changed();
 
   private:
+    void FollowTrouble(RunState next, const Trouble& why);
+
     const Clock& clock;
     StatusDisplay& log;
     RunState state = RunState::Stopped;
     RunState step = RunState::Stopped;
-    QString reason;
+    Trouble reason;
+    std::optional<Trouble> ongoing;
     qint64 since;
     std::optional<qint64> troubleSince;
 };

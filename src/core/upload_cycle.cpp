@@ -9,6 +9,7 @@
 #include "picture/picture_pipeline.h"
 #include "platform/sound.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -218,10 +219,10 @@ void UploadCycle::Tick() {
     ArmTimer4();
 }
 
-void UploadCycle::Failed(const Trouble& trouble, qint64 began) {
-    run.ThisRun.Again.Failed(began, Now(), trouble.MostPause);
-    run.Enter(RunState::WaitingToRetry, trouble.Why);
-    parts.Display.ShowStatus(trouble.Why);
+void UploadCycle::Failed(const Failure& failure, qint64 began) {
+    run.ThisRun.Again.Failed(began, Now(), failure.MostPause);
+    run.Enter(RunState::WaitingToRetry, failure.Is);
+    parts.Display.ShowStatus(failure.Is.Why);
 }
 
 void UploadCycle::Succeeded() {
@@ -261,18 +262,22 @@ bool UploadCycle::MakePicture() {
     return true;
 }
 
-UploadCycle::Trouble UploadCycle::Locally(const QString& why) const {
+UploadCycle::Failure UploadCycle::Locally(const Trouble& why) const {
     return {why, std::min(Retry::FirstPause, parts.State.Values.TotalInterval())};
 }
 
-UploadCycle::Trouble UploadCycle::NoPicture() const {
+UploadCycle::Failure UploadCycle::NoPicture() const {
     const QString& unwritten = parts.Pictures.Unwritten();
-    if (!unwritten.isEmpty()) return Locally("Cannot write " + unwritten);
+    const bool work = QFileInfo(unwritten).dir() == QDir(parts.State.Values.WorkPath);
+    if (!unwritten.isEmpty())
+        return Locally({"Cannot write " + unwritten,
+                        work ? TroubleKind::WorkFolder : TroubleKind::LocalFolder});
     const QString trouble = parts.Pictures.CameraTrouble();
-    return Locally(trouble.isEmpty() ? QString("No picture from the camera") : trouble);
+    if (trouble.isEmpty()) return Locally({"No picture from the camera"});
+    return Locally({trouble, TroubleKind::Camera});
 }
 
-UploadCycle::Trouble UploadCycle::NotConnected() const {
+UploadCycle::Failure UploadCycle::NotConnected() const {
     const bool refused = parts.Transaction.LoginRefused();
     return {parts.Transaction.Failure(), refused ? Retry::MostPauseRefused : Retry::MostPause};
 }
@@ -281,7 +286,8 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
     parts.Transaction.Flags.ConnectionDown = false;
     // Without a folder the picture would land wherever the program was started.
     if (parts.State.Values.Verzeichnis.isEmpty())
-        return Locally("No folder for the pictures: Verzeichnis is empty");
+        return Locally(
+            {"No folder for the pictures: Verzeichnis is empty", TroubleKind::LocalFolder});
     // That writes it into the folder as well.
     if (!MakePicture()) return NoPicture();
     const QString file = parts.State.Values.Verzeichnis + PublicNames::Picture;
@@ -294,7 +300,7 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
 UploadCycle::Outcome UploadCycle::FtpTick() {
     if (!Online()) {
         parts.Display.ShowStatus("reconnecting");
-        return Trouble{"No Connection to Internet"};
+        return Failure{{"No Connection to Internet", TroubleKind::Line}};
     }
     const bool connected = run.Running() && Connect(RunState::TakingPicture);
     if (!connected || !run.Running() || parts.Wait.Closing()) return NotConnected();
@@ -329,7 +335,7 @@ bool UploadCycle::PrepareSending() {
 UploadCycle::Outcome UploadCycle::Publish() {
     const QString file = parts.State.WorkFile(PublicNames::Sending);
     if (!PrepareSending()) return NoPicture();
-    if (!parts.Transaction.Publish(file)) return Trouble{parts.Transaction.Failure()};
+    if (!parts.Transaction.Publish(file)) return Failure{parts.Transaction.Failure()};
     // Even where the file cannot be removed: no picture is published twice.
     madeAt.reset();
     parts.State.KeepPublished(file, Now());

@@ -73,11 +73,11 @@ class UploadCycle : public QObject {
     void OnTimer4();
 
     // Why a tick failed; none: the picture is public.
-    struct Trouble {
-        QString Why;
+    struct Failure {
+        Trouble Is;
         qint64 MostPause = Retry::MostPause;  // before it is tried again, milliseconds
     };
-    using Outcome = std::optional<Trouble>;
+    using Outcome = std::optional<Failure>;
 
     void OnlineAgain(bool online);
     void ArmTimer4();
@@ -88,14 +88,14 @@ class UploadCycle : public QObject {
     [[nodiscard]] bool Connect(RunState then);
     [[nodiscard]] Outcome Publish();
     void MakeReady();
-    void Failed(const Trouble& trouble, qint64 began);
+    void Failed(const Failure& failure, qint64 began);
     void Succeeded();
     [[nodiscard]] bool Online();
     bool MakePicture();
-    [[nodiscard]] Trouble NotConnected() const;
+    [[nodiscard]] Failure NotConnected() const;
     // What has nothing to do with the server is tried again as often as the interval asks.
-    [[nodiscard]] Trouble Locally(const QString& why) const;
-    [[nodiscard]] Trouble NoPicture() const;
+    [[nodiscard]] Failure Locally(const Trouble& why) const;
+    [[nodiscard]] Failure NoPicture() const;
     bool PrepareSending();
     void CountPicture(const QString& file);
     void Watchdog();

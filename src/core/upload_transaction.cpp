@@ -5,6 +5,7 @@
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "core/access_of.h"
+#include "core/kind_of.h"
 #include "core/public_names.h"
 #include "net/connectivity.h"
 #include "net/picture_server.h"
@@ -72,7 +73,7 @@ bool UploadTransaction::ConnectFtp(RunState then) {
     if (ConnectInProgress() || Flags.ConnectionDown) return false;
     Flags.ConnectionDown = true;
     parts.Run.Enter(RunState::Connecting);
-    failure.clear();
+    failure = {};
     loginRefused = givenUp = false;
 
     const int startTime = SecondsSinceMidnight(parts.Wait.OwnClock().Now().time());
@@ -83,12 +84,12 @@ bool UploadTransaction::ConnectFtp(RunState then) {
     bool connected = online && !givenUp && Open();
     // A time of day never reaches this number: the server counts as slow only by its time-outs.
     if (startTime > 1'000'000) {
-        failure = parts.State.LangGerman
-                      ? QString(
-                            "Der angegebene FTP-Server ist extrem langsam oder temp. nicht "
-                            "ansprechbar!")
-                      : QString("Your FTP-Server is to slow or temp. not avaiable!");
-        Warn(failure);
+        failure.Why = parts.State.LangGerman
+                          ? QString(
+                                "Der angegebene FTP-Server ist extrem langsam oder temp. nicht "
+                                "ansprechbar!")
+                          : QString("Your FTP-Server is to slow or temp. not avaiable!");
+        Warn(failure.Why);
         parts.Display.ShowStatus("Offline");
         connected = false;
     }
@@ -133,17 +134,19 @@ bool UploadTransaction::Open() {
 }
 
 void UploadTransaction::Explain(const ServerAnswer& answer) {
-    failure = AnswerText(parts.Words, server->Access(), answer);
+    const bool online = parts.Net.Online();
+    failure = {AnswerText(parts.Words, server->Access(), answer),
+               online ? KindOf(answer.Is) : TroubleKind::Line};
 }
 
 QString UploadTransaction::ConnectMessage(const ServerAnswer& answer) const {
     const bool german = parts.State.LangGerman;
     const QString& folder = server->Access().Folder;
-    if (!SpeaksFtp(server->Access().Way)) return failure;
+    if (!SpeaksFtp(server->Access().Way)) return failure.Why;
     if (answer.Is == ServerFault::FolderMissing)
         return german ? "Das Verzeichniss '" + folder + "' existiert nicht auf dem Server!"
                       : "The Path '" + folder + " 'dont exists on Server!";
-    if (!IsLoginFault(answer.Is)) return failure;
+    if (!IsLoginFault(answer.Is)) return failure.Why;
     return german ? QString(
                         "Der angebebene Server existiert nicht oder der Username bzw. Passwort "
                         "ist falsch!\n"
@@ -154,10 +157,11 @@ QString UploadTransaction::ConnectMessage(const ServerAnswer& answer) const {
 }
 
 void UploadTransaction::AskWhenOffline() {
-    failure = parts.State.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
-                                     : QString("No Connection to Internet possible!");
+    failure = {parts.State.LangGerman ? QString("Kein Verbindungsaufbau zum Internet moeglich!")
+                                      : QString("No Connection to Internet possible!"),
+               TroubleKind::Line};
     if (Flags.QuietErrors || givenUp || parts.Wait.Closing()) return;
-    if (parts.Boxes.AskRetry(title, failure)) Flags.QuietErrors = true;
+    if (parts.Boxes.AskRetry(title, failure.Why)) Flags.QuietErrors = true;
 }
 
 bool UploadTransaction::FinishConnect(bool connected, RunState then) {
@@ -287,7 +291,7 @@ void UploadTransaction::ChangeMode(const QString& name) {
 
 bool UploadTransaction::Publish(const QString& localPath) {
     Flags.FtpError = false;
-    failure.clear();
+    failure = {};
     const bool whole = server->SendsWhole();
     if (MayGoOn() && !whole) SendFile(localPath, PublicNames::Sending);
     const bool shifted = MayGoOn() && HistoryIsDue();

@@ -56,8 +56,8 @@ class UploadTransaction : public QObject {
     // Ends the step that is under way, which counts as failed then.
     void GiveUpStep();
     [[nodiscard]] bool IsConnected() const;
-    // Why the last connect or step failed, in the user's language; empty when it did not.
-    [[nodiscard]] const QString& Failure() const { return failure; }
+    // Why the last connect or step failed; empty when it did not.
+    [[nodiscard]] const Trouble& Failure() const { return failure; }
     // It failed because the server does not take user name and password.
     [[nodiscard]] bool LoginRefused() const { return loginRefused; }
     [[nodiscard]] bool ConnectInProgress() const {
@@ -111,7 +111,7 @@ class UploadTransaction : public QObject {
 
     Parts parts;
     PictureServer* server;
-    QString failure;
+    Trouble failure;
     bool refusedToReplace = false;  // the last rename, because of the file that is there
     bool loginRefused = false;
     bool givenUp = false;

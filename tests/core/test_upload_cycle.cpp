@@ -85,13 +85,14 @@ class TestUploadCycle : public QObject {
     }
 
     void LocalFolderThatCannotBeWritten_data() {
-        const Rows<QString, QString, QString> row;
-        row("missing", "missing/", "", "Cannot write %1/missing/pw.jpg");
-        row("not set", "", "", "No folder for the pictures: Verzeichnis is empty");
-        row("no room for the bitmap", "", "full/", "Cannot write %1/full/1pw.bmp");
+        const Rows<QString, QString, QString, TroubleKind> row;
+        using enum TroubleKind;
+        row("missing", "missing/", "", "Cannot write %1/missing/pw.jpg", LocalFolder);
+        row("not set", "", "", "No folder for the pictures: Verzeichnis is empty", LocalFolder);
+        row("no room for the bitmap", "", "full/", "Cannot write %1/full/1pw.bmp", WorkFolder);
     }
     void LocalFolderThatCannotBeWritten() {
-        const auto [folder, work, status] = Row<QString, QString, QString>();
+        const auto [folder, work, status, kind] = Row<QString, QString, QString, TroubleKind>();
         CycleFixture f;
         const QString usual = f.State.Values.WorkPath;
         if (!work.isEmpty()) f.State.Values.WorkPath = f.Folder.filePath(work);
@@ -102,11 +103,13 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Published(), 0);
         QCOMPARE(f.Display.Statuses.last(),
                  status.contains(u'%') ? status.arg(f.Folder.path()) : status);
+        QVERIFY(f.Run.Failing() && f.Run.Ongoing()->Kind == kind);
         f.State.Values.WorkPath = usual;
         QVERIFY2(!QFile::exists("pw.jpg"), "not into the folder that the program was started in");
         QVERIFY(QDir(f.Folder.path()).mkdir("missing"));
         GoLocal(f, "missing/");
         QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
+        QVERIFY(!f.Run.Failing());
     }
 
     // That the system keeps for the user, until the end of the session.

@@ -38,21 +38,24 @@ class TestUploadTransaction : public QObject {
     }
 
     void FailedFirstConnectTellsAndStops_data() {
-        const Rows<QString, bool, QString, QString> row;
-        row("wrong password", "", false, "", wrongLogin);
-        row("wrong password, German", "", true, "", wrongLoginGerman);
+        const Rows<QString, bool, QString, QString, TroubleKind> row;
+        using enum TroubleKind;
+        row("wrong password", "", false, "", wrongLogin, Login);
+        row("wrong password, German", "", true, "", wrongLoginGerman, Login);
         const QString missing = "Stillpost: The Path 'web/cam 'dont exists on Server!";
-        row("missing folder", "web/cam", false, "", missing);
+        row("missing folder", "web/cam", false, "", missing, Folder);
         row("missing folder, German", "web/cam", true, "",
-            "Stillpost: Das Verzeichniss 'web/cam' existiert nicht auf dem Server!");
-        row("name not allowed", "web/cam", false, "553 no", missing);
-        row("name not understood", "web/cam", false, "501 no", missing);
+            "Stillpost: Das Verzeichniss 'web/cam' existiert nicht auf dem Server!", Folder);
+        row("name not allowed", "web/cam", false, "553 no", missing, Folder);
+        row("name not understood", "web/cam", false, "501 no", missing, Folder);
         row("folder locked", "web/cam", false, "450 later",
             "Stillpost: 127.0.0.1 lets nobody into the folder web/cam now (450 later): try again "
-            "later, or ask your provider.");
+            "later, or ask your provider.",
+            Folder);
     }
     void FailedFirstConnectTellsAndStops() {
-        const auto [folder, german, reply, message] = Row<QString, bool, QString, QString>();
+        const auto [folder, german, reply, message, kind] =
+            Row<QString, bool, QString, QString, TroubleKind>();
         CycleFixture f;
         f.State.LangGerman = german;
         f.State.Values.Verzeichnis = folder;
@@ -68,8 +71,8 @@ class TestUploadTransaction : public QObject {
         QCOMPARE(f.Boxes.Shown, QStringList{message});
         QVERIFY(f.Transaction.Flags.ConnectionDown);
         QCOMPARE(f.Display.States,
-                 QStringList({"connecting", "stopped: " + f.Transaction.Failure()}));
-        QVERIFY(!f.Transaction.Failure().isEmpty());
+                 QStringList({"connecting", "stopped: " + f.Transaction.Failure().Why}));
+        QCOMPARE(f.Run.Ongoing()->Kind, kind);
         QVERIFY2(!f.Transaction.ConnectFtp(), "refused until the failure is cleared");
     }
 

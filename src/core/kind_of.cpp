@@ -1,0 +1,39 @@
+#include "core/kind_of.h"
+
+TroubleKind KindOf(ServerFault fault) {
+    using enum ServerAnswer::Fault;
+    switch (fault) {
+        case LoginRefused:
+        case SignatureRefused:
+        case KeyNotUsable:
+        case KeyNeedsPassphrase:
+            return TroubleKind::Login;
+        case FolderMissing:
+        case FolderRefused:
+        case MayNotStore:
+        case Forbidden:
+        case BucketMissing:
+            return TroubleKind::Folder;
+        case LocalFolderMissing:
+        case LocalNotWritable:
+            return TroubleKind::LocalFolder;
+        case NoLocalFile:
+            return TroubleKind::WorkFolder;
+        case NoRoom:
+        case TooLarge:
+        case Locked:
+        case FileMissing:
+        case RenameRefused:
+        case ReplaceRefused:
+        case DeleteRefused:
+        case DataBlocked:
+        case PassiveBlocked:
+        case DataFromElsewhere:
+        case SessionNotResumed:
+        case ConnectionLost:
+        case PutNotAllowed:
+            return TroubleKind::Transfer;
+        default:
+            return TroubleKind::Server;
+    }
+}
