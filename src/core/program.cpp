@@ -12,6 +12,7 @@
 #include "core/main_state.h"
 #include "core/offline_picture.h"
 #include "core/public_names.h"
+#include "core/run_record.h"
 #include "core/run_state.h"
 #include "core/settings/load_settings.h"
 #include "core/settings/work_folder.h"
@@ -54,6 +55,7 @@ struct Program::Controls {
           Offline({Wait, Net, Transaction, Pictures, PictureValues, Display, State}),
           Cycle({Wait, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
                  around.ClickSound}),
+          Record(around.Time, Run, Cycle, QDir(around.Folder).filePath("last24hours.bin")),
           CameraWatch(around.Time, cameraWatchMilliseconds) {}
 
     Waiting Wait;
@@ -70,6 +72,7 @@ struct Program::Controls {
     UploadTransaction Transaction;
     OfflinePicture Offline;
     UploadCycle Cycle;
+    RunRecord Record;
     Timer CameraWatch;  // for the camera of a run that is not there
 };
 
@@ -88,7 +91,8 @@ Program::Program(const Surroundings& ownSurroundings)
       Run(controls->Run),
       Transaction(controls->Transaction),
       Offline(controls->Offline),
-      Cycle(controls->Cycle) {
+      Cycle(controls->Cycle),
+      Record(controls->Record) {
     FTP1.SetProgramFolder(surroundings.Folder);
     State.SettingsFile = SettingsFile();
     Cycle.SetOfflinePicture(&Offline);
@@ -305,6 +309,7 @@ void Program::Exit() {
     exiting = true;
     Net.HangUp();
     Cycle.Unload();
+    Record.Save();
     const bool idle = Wait.Depth() == 0;
     Wait.Close();
     if (idle) emit Ended();

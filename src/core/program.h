@@ -14,6 +14,7 @@ class MessageBoxes;
 class OfflinePicture;
 class PageControl;
 class PicturePipeline;
+class RunRecord;
 class RunStatus;
 class StatusHub;
 class Texts;
@@ -63,6 +64,7 @@ class Program : public QObject {
     UploadTransaction& Transaction;
     OfflinePicture& Offline;
     UploadCycle& Cycle;
+    RunRecord& Record;
 
     // Start-up in its order: capture devices, settings, old working files removed, capture switched
     // on; with `autostarter` and Autostart "1" the cycle starts at once.

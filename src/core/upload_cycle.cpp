@@ -237,7 +237,8 @@ void UploadCycle::Succeeded() {
 void UploadCycle::CountPicture(const QString& file) {
     ++pictureCount;
     parts.Display.ShowPictureCount("Pic: " + QString::number(pictureCount));
-    megabytes.Add(QFileInfo(file).size());
+    pictureBytes = QFileInfo(file).size();
+    megabytes.Add(pictureBytes);
     parts.Display.ShowMegabytes("MB: " + megabytes.Text());
 }
 
@@ -293,7 +294,7 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
     const QString file = parts.State.Values.Verzeichnis + PublicNames::Picture;
     CountPicture(file);
     parts.State.KeepPublished(file, Now());
-    emit PicturePublished(++publishedCount);
+    emit PicturePublished(++publishedCount, pictureBytes);
     return {};
 }
 
@@ -342,7 +343,7 @@ UploadCycle::Outcome UploadCycle::Publish() {
     run.ThisRun.Published = true;
     parts.Display.ShowUpload(0);
     parts.Display.ShowStatus("wait...");
-    emit PicturePublished(++publishedCount);
+    emit PicturePublished(++publishedCount, pictureBytes);
     return {};
 }
 

@@ -64,8 +64,8 @@ class UploadCycle : public QObject {
     [[nodiscard]] int PictureCount() const { return pictureCount; }
 
   signals:
-    // A picture is public: the number of pictures published since the program started.
-    void PicturePublished(int count);
+    // A picture of so many bytes is public; count: pictures published since the program started.
+    void PicturePublished(int count, qint64 bytes);
 
   private:
     void OnTimer1();
@@ -119,5 +119,6 @@ class UploadCycle : public QObject {
     std::optional<qint64> madeAt;  // when the picture to be sent was taken, clock milliseconds
     int pictureCount = 0;
     int publishedCount = 0;
+    qint64 pictureBytes = 0;  // of the last one made
     MegabyteCounter megabytes;
 };

@@ -1,4 +1,5 @@
 #include "base/paths.h"
+#include "core/run_record.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
@@ -28,6 +29,15 @@ void GoLocal(CycleFixture& f, const QString& folder) {
     f.State.Values.Server = "Local";
     f.State.Values.Verzeichnis = folder.isEmpty() ? folder : f.Folder.filePath(folder);
     f.Apply();
+}
+
+// The last minutes, a letter for each.
+QString LastMinutes(const DayRecord& day, int count) {
+    const QString letters = ".owFCP";
+    QString text;
+    for (qint64 minute = day.Last() - count + 1; minute <= day.Last(); ++minute)
+        text += letters[static_cast<int>(day.At(minute).State)];
+    return text;
 }
 
 }  // namespace
@@ -359,6 +369,66 @@ class TestUploadCycle : public QObject {
         f.Server.ListenAgain();
         QVERIFY(f.RunUntilPublished(1, 60'000));
         QCOMPARE(f.Boxes.Shown, QStringList());
+    }
+
+    void RecordsTheDay() {
+        CycleFixture f(60'000);
+        f.State.Values.Uptime = 1;
+        const QString file = f.Folder.filePath("day.bin");
+        RunRecord record(f.Time, f.Run, f.Cycle, file);
+        constexpr int minute = 60'000;
+        const auto pass = [&](int minutes) { f.Time.Advance(minutes * minute); };
+        pass(1);
+        f.Server.Script = {{.Verb = "RNFR", .DelayMilliseconds = 3'000}};
+        f.Cycle.Start();
+        pass(5);
+        QVERIFY2(QFile::exists(file), "kept every five minutes");
+        QVERIFY(QFile::remove(file));
+        f.Camera.Plugged = false;
+        pass(3);
+        QVERIFY2(!QFile::exists(file), "and not more often");
+        f.Camera.Plugged = true;
+        f.System.Online.Set(false, OnlineState::Lan);
+        pass(2);
+        f.Cycle.Pause();
+        pass(1);
+        QCOMPARE(LastMinutes(record.Day(), 13), ".wPwPwPwCCFF.");
+        const MinuteRecord first = record.Day().At(record.Day().Last() - 10);
+        QCOMPARE(first.Pictures, 1);
+        QVERIFY(first.Bytes > 100 && first.Milliseconds >= 3'000 && first.Milliseconds < 4'000);
+    }
+
+    void RecordOutlivesTheProgram_data() {
+        const Rows<qint64, int, int, QString> row;  // seconds passed, hours from UTC, damaged byte
+        row("at once", 0, 0, -1, "PFCwP");
+        row("two minutes later", 120, 0, -1, "CwP..");
+        row("the clock was fast", -120, 0, -1, "..PFC");
+        row("another time zone, or summer time", 0, 2, -1, "PFCwP");
+        row("a year later", 365 * 86'400, 0, -1, ".....");
+        row("the clock stands a year back", -365 * 86'400, 0, -1, ".....");
+        row("before there were clocks", -100LL * 365 * 86'400, 0, -1, ".....");
+        row("damaged", 0, 0, 5000, ".....");
+        row("cut off", 0, 0, 15'000, ".....");
+    }
+    void RecordOutlivesTheProgram() {
+        const auto [passed, zone, damage, states] = Row<qint64, int, int, QString>();
+        CycleFixture f;
+        const QDateTime now(QDate(2026, 3, 29), QTime(1, 0), Qt::UTC);
+        DayRecord day;
+        day.MoveTo(now.toSecsSinceEpoch() / 60 - 4);
+        for (const auto state :
+             {MinuteState::Published, MinuteState::Failed, MinuteState::CameraGone,
+              MinuteState::Waiting, MinuteState::Published}) {
+            day.Note(state);
+            if (day.Last() * 60 < now.toSecsSinceEpoch()) day.MoveTo(day.Last() + 1);
+        }
+        QByteArray bytes = day.ToBytes();
+        if (damage > 10'000) bytes.truncate(damage);
+        if (damage == 5000) bytes[damage] = static_cast<char>(bytes[damage] + 1);
+        QVERIFY(WriteBytes(f.Folder.filePath("day.bin"), bytes));
+        f.Time.SetNow(now.addSecs(passed).toOffsetFromUtc(zone * 3600));
+        RunRecord record(f.Time, f.Run, f.Cycle, f.Folder.filePath("day.bin"));
+        QCOMPARE(LastMinutes(record.Day(), 5), states);
     }
 
     void SilentLoginEnds() {

@@ -257,7 +257,7 @@ class TestMenu : public QObject {
         QVERIFY(tray.Start->isEnabled() && !tray.Stop->isEnabled() && !tray.Pause->isEnabled());
         tray.Start->trigger();
         program.Core->Display.ShowOnline(true);
-        emit program.Core->Cycle.PicturePublished(1);
+        emit program.Core->Cycle.PicturePublished(1, 0);
         QCOMPARE(tray.ToolTip(), "Stillpost: running, 1 picture, online");
         QVERIFY(!tray.Start->isEnabled() && tray.Stop->isEnabled());
         tray.Pause->trigger();
