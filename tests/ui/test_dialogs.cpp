@@ -1,6 +1,8 @@
 #include "base/status_hub.h"
 #include "camera/ezvidcap.h"
 #include "support/data_rows.h"
+#include "ui/dialogs/day_strip.h"
+#include "ui/dialogs/day_view.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
@@ -142,6 +144,40 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "trying again since " + at(30) + ": " + why);
         QCOMPARE(overview.Value("NextPicture"), "next try at " + at(35));
         QCOMPARE(overview.Value("LastError"), why + " (" + at(30) + ")");
+    }
+
+    void OverviewTellsOfEachMinute() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Begin();
+        program.Core->Start();
+        program.Time.Advance(90'000);
+        emit program.Core->Cycle.PicturePublished(1, 100 * 1024);
+        emit program.Core->Cycle.PicturePublished(2, 200 * 1024);
+        const DayView& day = *program.Windows->Overview.Day;
+        program.Windows->Overview.Show();
+        const QDateTime now = program.Time.Now();
+        const auto minutesAgo = [&now](int count) { return now.addSecs(-count * 60LL); };
+        const auto at = [&](int count) { return minutesAgo(count).toString("HH:mm: "); };
+        QCOMPARE(day.lblMinute->text(), at(0) + "2 pictures published, 150 KB each");
+        QTest::keyClick(day.Strip, Qt::Key_Left);
+        QCOMPARE(day.lblMinute->text(), at(1) + "camera gone");
+        QCOMPARE(day.Strip->accessibleDescription(), day.lblMinute->text());
+        QTest::keyClick(day.Strip, Qt::Key_PageDown);
+        QCOMPARE(day.lblMinute->text(), at(61) + "not running");
+        QTest::mouseMove(day.Strip, {day.Strip->width() - 4, 20});
+        QCOMPARE(day.Strip->Time().date(), now.date());
+        QVERIFY(day.Strip->value() > DayRecord::Minutes - 9);
+        const QImage seen = day.Strip->grab().toImage();
+        const QColor bar = DayStrip::ColourOf(MinuteState::CameraGone);
+        int columns = 0;
+        for (int x = 0; x < seen.width(); ++x) {
+            bool found = false;
+            for (int y = 0; y < seen.height(); ++y) found = found || seen.pixelColor(x, y) == bar;
+            columns += found;
+        }
+        QCOMPARE(columns, 1);
     }
 
     void EveryTextIsWhole() {

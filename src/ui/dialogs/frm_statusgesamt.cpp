@@ -4,11 +4,13 @@
 #include "camera/ezvidcap.h"
 #include "core/main_state.h"
 #include "core/program.h"
+#include "core/run_record.h"
 #include "core/run_state.h"
 #include "core/upload_transaction.h"
 #include "platform/online_state.h"
 #include "platform/platform.h"
 #include "texts/texts.h"
+#include "ui/dialogs/day_view.h"
 #include "ui/tray/run_figures.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/screen_room.h"
@@ -25,7 +27,7 @@ namespace {
 
 constexpr int refreshMilliseconds = 1000;
 constexpr int milliseconds = 1000;
-constexpr QSize usualSize(520, 560);
+constexpr QSize usualSize(600, 680);
 
 QString RunningTimeText(qint64 time) {
     constexpr qint64 minute = 60;
@@ -38,7 +40,8 @@ QString RunningTimeText(qint64 time) {
 }  // namespace
 
 frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigures, Texts& ownTexts)
-    : txtLog(new QPlainTextEdit(this)),
+    : Day(new DayView(ownTexts, this)),
+      txtLog(new QPlainTextEdit(this)),
       btnClose(new QPushButton(this)),
       program(ownProgram),
       figures(ownFigures),
@@ -48,12 +51,17 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     auto* all = new QVBoxLayout(this);
     auto* area = new FittingArea(this);
     auto* inside = new QWidget;
-    auto* grid = new QGridLayout(inside);
-    grid->setContentsMargins({});
+    auto* column = new QVBoxLayout(inside);
+    column->setContentsMargins({});
+    column->addWidget(Day);
+    auto* grid = new QGridLayout;
     AddLines(*grid);
+    column->addSpacing(column->spacing());
+    column->addLayout(grid);
+    column->addStretch(1);
     area->setWidget(inside);
     inside->installEventFilter(area);
-    all->addWidget(area, 2);
+    all->addWidget(area, 3);
     all->addWidget(logCaption);
     all->addWidget(txtLog, 1);
     all->addWidget(btnClose, 0, Qt::AlignRight);
@@ -93,6 +101,7 @@ QString frmStatusgesamt::Text(const QString& key) const {
 void frmStatusgesamt::ShowTexts() {
     setWindowTitle(Text("Title"));
     for (const Line& line : lines) line.Caption->setText(Text(line.Key));
+    Day->ShowTexts();
     logCaption->setText(Text("Log"));
     txtLog->setAccessibleName(Text("Log"));
     btnClose->setText(Text("Close"));
@@ -173,6 +182,7 @@ void frmStatusgesamt::ShowFigures() {
     const QString net =
         program.System().Online->Reachable() ? QString("NetOnline") : QString("NetOffline");
     const int width = program.ezVidCap1.Width();
+    Day->Show(program.Record.Day(), program.Wait.OwnClock().Now());
     Set("State", StateText());
     Set("Step", figures.Status);
     Set("Made", QString::number(figures.Made()));

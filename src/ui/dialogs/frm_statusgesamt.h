@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class DayView;
 class Program;
 class QGridLayout;
 class QLabel;
@@ -12,8 +13,8 @@ class QPushButton;
 class RunFigures;
 class Texts;
 
-// The overview: every figure of the run and the server's replies. It follows the run only while it
-// is shown.
+// The overview: the last 24 hours, every figure of the run and the server's replies. It follows the
+// run only while it is shown.
 class frmStatusgesamt : public QWidget {
     Q_OBJECT
 
@@ -21,6 +22,7 @@ class frmStatusgesamt : public QWidget {
     // All outlive the window.
     frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigures, Texts& ownTexts);
 
+    DayView* Day;
     QPlainTextEdit* txtLog;
     QPushButton* btnClose;
 
