@@ -1,13 +1,16 @@
 #include "core/command_line.h"
 #include "core/console_display.h"
 #include "core/megabytes.h"
+#include "core/outage_watch.h"
 #include "core/program_folder.h"
+#include "core/run_state.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 #include "support/test_clock.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 class TestCoreParts : public QObject {
@@ -104,6 +107,40 @@ class TestCoreParts : public QObject {
                                    "09:05:01.020 <- 220-Hello", "09:05:01.020 <- 220 you",
                                    "09:05:01.020 -- state: sending"};
         QCOMPARE(printed, expected);
+    }
+
+    void AnOutageIsToldOnce() {
+        TestClock time(0);
+        StatusDisplay nobody;
+        RunStatus run(time, nobody);
+        const OutageWatch watch(time, run);
+        const QSignalSpy began(&watch, &OutageWatch::Began);
+        const QSignalSpy ended(&watch, &OutageWatch::Ended);
+        const auto fails = [&](int minutes) {
+            run.Enter(RunState::Connecting);
+            run.Enter(RunState::WaitingToRetry, QString("no server"));
+            time.Advance(minutes * 60'000);
+        };
+        fails(5);
+        fails(4);
+        QCOMPARE(began.count(), 0);
+        fails(1);
+        fails(60);
+        QCOMPARE(began.count(), 1);
+        QCOMPARE(ended.count(), 0);
+        run.Enter(RunState::Waiting);
+        QCOMPARE(ended.count(), 1);
+        fails(9);
+        run.Enter(RunState::Paused);
+        fails(30);
+        run.Resume();
+        fails(9);
+        QCOMPARE(began.count(), 1);
+        fails(1);
+        QCOMPARE(began.count(), 2);
+        run.Enter(RunState::Stopped);
+        run.Enter(RunState::Waiting);
+        QVERIFY2(ended.count() == 1, "who has stopped it knows");
     }
 
   private:

@@ -270,6 +270,24 @@ class TestMenu : public QObject {
         QVERIFY(tray.Start->isEnabled());
     }
 
+    void TheTrayTellsOfAnOutage() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Begin();
+        Tray1& tray = program.Windows->Tray;
+        const QString why = "Publishing has failed for ten minutes: No Video Capture Device!";
+        for (const QString& expected : {QString(), why}) {
+            program.Set("Einstellungen", "Notify", expected.isEmpty() ? QString("0") : QString());
+            program.Core->Start();
+            program.Time.Advance(5'000);
+            program.Time.Suspend(600'000);
+            program.Time.Advance(1'000);
+            QCOMPARE(tray.Message(), expected);
+            tray.Stop->trigger();
+        }
+    }
+
     void TheTrayBringsWindowsBack() {
         ShellFixture program;
         program.Begin();

@@ -51,6 +51,7 @@ std::vector<SettingRow> MakeTable() {
         {main, u"AWName", &S::AWName},
         {main, u"AWCon", Number},
         {main, u"Autostart", &S::Autostart, u"1"},
+        {main, u"Notify", &S::Notify},
         {main, u"lastpictures", &S::lastpictures},
         {main, u"lastpictureanz", &S::lastpictureanz, 1, 1000, nearest},
         {main, u"OfflinePic", &S::OfflinePic},

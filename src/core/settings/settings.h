@@ -28,6 +28,7 @@ struct Settings : PictureSettings {
     bool Abwahl = false;
     QString AWName;
     bool Autostart = false;
+    bool Notify = true;
     bool OfflinePic = false;
     bool UseOfflineFilter = false;
     int Quali = 0;

@@ -1,5 +1,7 @@
 #include "ui/tray/tray1.h"
 
+#include "base/waiting.h"
+#include "core/main_state.h"
 #include "core/program.h"
 #include "core/upload_cycle.h"
 #include "texts/texts.h"
@@ -15,6 +17,7 @@ Tray1::Tray1(Program& ownProgram, RunFigures& ownFigures, Texts& ownTexts,
       figures(ownFigures),
       texts(ownTexts),
       folders(iconFolders),
+      outages(ownProgram.Wait.OwnClock(), ownProgram.Run),
       restore(new QAction(&Menu)),
       exit(new QAction(&Menu)) {
     Menu.addAction(restore);
@@ -41,6 +44,13 @@ void Tray1::Connect() {
                 if (why == QSystemTrayIcon::Trigger || why == QSystemTrayIcon::DoubleClick)
                     emit RestoreWanted();
             });
+    connect(&icon, &QSystemTrayIcon::messageClicked, this, &Tray1::RestoreWanted);
+    connect(&outages, &OutageWatch::Began, this, [this] {
+        Tell(texts.Get("Tray", "Failing").arg(program.Run.Ongoing()->Why),
+             QSystemTrayIcon::Warning);
+    });
+    connect(&outages, &OutageWatch::Ended, this,
+            [this] { Tell(texts.Get("Tray", "WorksAgain"), QSystemTrayIcon::Information); });
     connect(&figures, &RunFigures::Changed, this, &Tray1::ShowState);
     connect(&texts, &Texts::Changed, this, &Tray1::ShowTexts);
 }
@@ -58,6 +68,12 @@ void Tray1::ShowTexts() {
     Status->setText(statusShown ? text("HideStatus") : text("ShowStatus"));
     exit->setText(text("Exit"));
     ShowState();
+}
+
+void Tray1::Tell(const QString& text, QSystemTrayIcon::MessageIcon kind) {
+    if (!program.State.Values.Notify) return;
+    message = text;
+    icon.showMessage("Stillpost", text, kind);
 }
 
 void Tray1::ShowState() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/outage_watch.h"
 #include "ui/tray/tray_state.h"
 
 #include <QMenu>
@@ -10,8 +11,9 @@ class Program;
 class RunFigures;
 class Texts;
 
-// The icon in the tray of the desktop: shows the state, brings the main window back at a click and
-// has a small menu. Where the desktop has no tray it does nothing.
+// The icon in the tray of the desktop: shows the state, brings the main window back at a click, has
+// a small menu, and tells by a message when publishing fails for long and works again. Where the
+// desktop has no tray it does nothing.
 class Tray1 : public QObject {
     Q_OBJECT
 
@@ -25,6 +27,8 @@ class Tray1 : public QObject {
     void SetStatusShown(bool shown);
 
     [[nodiscard]] QString ToolTip() const { return icon.toolTip(); }
+    // The last message; empty before the first one.
+    [[nodiscard]] const QString& Message() const { return message; }
 
     QMenu Menu;
     QAction* Start;
@@ -42,14 +46,17 @@ class Tray1 : public QObject {
     void Connect();
     void ShowTexts();
     void ShowState();
+    void Tell(const QString& text, QSystemTrayIcon::MessageIcon kind);
 
     Program& program;
     RunFigures& figures;
     Texts& texts;
     QStringList folders;
     QSystemTrayIcon icon;
+    OutageWatch outages;
     QAction* restore;
     QAction* exit;
     QString shownIcon;
+    QString message;
     bool statusShown = false;
 };

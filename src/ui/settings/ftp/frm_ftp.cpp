@@ -94,6 +94,7 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->Add(chkAbwahl, {.Key = "Abwahl", .Text = "HangUp", .Enabled = dialOption("Abwahl")});
     rows->AddSpace();
     rows->Add(chkAutostart, "Autostart");
+    rows->Add(chkNotify, "Notify");
     return frame;
 }
 

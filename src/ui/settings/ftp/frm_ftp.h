@@ -34,6 +34,7 @@ class frmFTP : public SettingsWindow {
     QCheckBox* chkAnwahl = new QCheckBox;
     QCheckBox* chkAbwahl = new QCheckBox;
     QCheckBox* chkAutostart = new QCheckBox;
+    QCheckBox* chkNotify = new QCheckBox;
 
     // The folder of the offline pictures as the window shows it, which a message names.
     [[nodiscard]] QString OfflinePath() const;
