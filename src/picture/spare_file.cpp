@@ -7,7 +7,7 @@
 #include <utility>
 
 void SpareFile::PutAway(const QString& path, qint64 now) {
-    constexpr qint64 longest = 10'000;
+    constexpr qint64 longest = 20'000;
     const auto recent = [now](std::optional<qint64> time) { return time && now - *time < longest; };
     if (!last.isEmpty() && path != last) WholeFile::Forget(last);
     const bool same = path == std::exchange(last, path);
