@@ -70,11 +70,23 @@ void TestPicture::DrawPattern(qint64 number) {
             first[x * 3 + channel] = static_cast<uchar>(std::clamp(distance, 0, 255));
         }
     }
-    for (int y = 1; y < size.height(); ++y)
-        std::memcpy(first + qptrdiff(y) * frame->linesize[0], first, size_t(size.width()) * 3);
     const int side = DotSide(size);
     const QRect digits = Dot(size, 0, 0, 0) | Dot(size, Digits - 1, 4, 2);
-    Fill(digits.adjusted(-side, -side, side, side), 0);
+    const QRect ground = digits.adjusted(-side, -side, side, side) & QRect(QPoint(0, 0), size);
+    const int right = ground.right() + 1;
+    for (int y = 1; y < size.height(); ++y) {
+        const bool whole = y < ground.top() || y > ground.bottom();
+        CopyPixels(y, 0, whole ? size.width() : ground.left());
+        if (!whole) CopyPixels(y, right, size.width());
+    }
+    Fill(ground, 0);
+}
+
+// From the first row, up to `end`.
+void TestPicture::CopyPixels(int y, int begin, int end) {
+    uchar* const first = frame->data[0];
+    std::memcpy(first + qptrdiff(y) * frame->linesize[0] + begin * 3, first + begin * 3,
+                size_t(end - begin) * 3);
 }
 
 void TestPicture::DrawNumber(qint64 number) {

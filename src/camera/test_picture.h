@@ -35,6 +35,7 @@ class TestPicture : public CaptureSource {
 
   private:
     void DrawPattern(qint64 number);
+    void CopyPixels(int y, int begin, int end);
     void DrawNumber(qint64 number);
     void Fill(const QRect& area, uchar level);
 
