@@ -15,9 +15,9 @@ int PortOf(const Settings& settings, Protocol way) {
 
 }  // namespace
 
-ServerAccess AccessOf(const Settings& settings) {
+ServerAccess AccessOf(const Settings& settings, const QString& programFolder) {
     const Protocol way = ProtocolOf(settings.Protocol);
-    const bool perInterval = settings.CacheSeconds == Settings::Interval;
+    const bool perInterval = settings.CacheSeconds.isEmpty();
     const auto interval = static_cast<int>(settings.TotalInterval() / 1000);
     return {.Way = way,
             .Server = settings.Server,
@@ -33,5 +33,6 @@ ServerAccess AccessOf(const Settings& settings) {
             .Trusted = settings.Trusted,
             .Region = settings.Region,
             .Bucket = settings.Bucket,
-            .CacheSeconds = perInterval ? interval : settings.CacheSeconds};
+            .CacheSeconds = perInterval ? interval : settings.CacheSeconds.toInt(),
+            .ProgramFolder = programFolder};
 }

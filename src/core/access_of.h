@@ -5,4 +5,4 @@
 struct Settings;
 
 // Where the pictures go by these settings.
-[[nodiscard]] ServerAccess AccessOf(const Settings& settings);
+[[nodiscard]] ServerAccess AccessOf(const Settings& settings, const QString& programFolder);

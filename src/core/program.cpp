@@ -265,13 +265,13 @@ void Program::Remember(const QList<ProfileEntry>& entries) const {
 
 void Program::ApplyAccess(const Settings& before) {
     const Settings& values = State.Values;
-    controls->Server.SetAccess(AccessOf(values));
+    controls->Server.SetAccess(AccessOf(values, ProgramFolder()));
     Net.SetServer(values.Server);
     // The next picture logs in where the settings now say; a kept connection would hold on to the
     // old server for hours.
-    ServerAccess former = AccessOf(before);
+    ServerAccess former = AccessOf(before, ProgramFolder());
     former.DeleteFirst = values.Delete;  // has nothing to do with the way to the server
-    if (former == AccessOf(values)) return;
+    if (former == AccessOf(values, ProgramFolder())) return;
     Cycle.TryAgainAtOnce();
     if (Transaction.IsConnected()) controls->Server.Close();
 }

@@ -11,6 +11,8 @@
 #include "net/picture_server.h"
 #include "net/publishing/answer_texts.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace {
@@ -120,7 +122,8 @@ bool UploadTransaction::IsConnected() const {
 }
 
 bool UploadTransaction::Open() {
-    server->SetAccess(AccessOf(parts.State.Values));
+    const QString programFolder = QFileInfo(parts.State.SettingsFile).path();
+    server->SetAccess(AccessOf(parts.State.Values, programFolder));
     const bool known = server->Access().Way != Protocol::Unknown;
     const ServerAnswer answer =
         known ? server->Open()

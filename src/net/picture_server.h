@@ -53,6 +53,8 @@ class PictureServer : public QObject {
     // try later; false: it does not do that.
     [[nodiscard]] virtual std::optional<bool> ChangeMode(const QString& name, const QString& mode);
 
+    // Whether the server could encrypt what it is told plainly now; asked of one that is open.
+    [[nodiscard]] virtual bool OffersEncryption() { return false; }
     // A file that is being sent becomes public as a whole, so that no other name is needed before.
     [[nodiscard]] virtual bool SendsWhole() const { return false; }
 

@@ -104,7 +104,7 @@ class TestFtpSettings : public QObject {
         const QString folder = Paths::WithSeparator(fixture.Folder.path());
         QTRY_COMPARE(fixture.Access.txtVerzeichnis->text(), folder);
         QVERIFY(fixture.Window.Save());
-        QCOMPARE(fixture.Lines().first(2), QStringList({"Server=Local", "Verzeichnis=" + folder}));
+        QCOMPARE(fixture.Lines().mid(1, 2), QStringList({"Server=Local", "Verzeichnis=" + folder}));
         fixture.Window.Open();
         QVERIFY(fixture.Access.optLocal->isChecked());
         fixture.Access.optServer->click();
@@ -136,9 +136,15 @@ class TestFtpSettings : public QObject {
         QCOMPARE(fields(), "::1 you pw web 2121");
         QVERIFY(fixture.Lines().contains("Server=::1"));
         fixture.Window.Open();
-        fixture.Access.txtServer->setText("https://a.org");
+        fixture.Access.txtServer->setText("gopher://a.org");
         QVERIFY(!fixture.Window.Save());
-        QVERIFY(fixture.Window.lblNote->text().contains("https://a.org"));
+        QVERIFY(fixture.Window.lblNote->text().contains("gopher://a.org"));
+        // An address says the way, too, and with it the port.
+        fixture.Access.txtServer->setText("sftp://a.org");
+        fixture.Access.txtPort->setValue(21);
+        QVERIFY(fixture.Window.Save());
+        QVERIFY(fixture.Lines().contains("Protocol=sftp") && fixture.Lines().contains("Port=22"));
+        QVERIFY(!fixture.Access.Way->txtKeyFile->isHidden());
     }
 
     void ExamplesAreNeverUsed() {

@@ -185,7 +185,9 @@ class TestGuide : public QObject {
         guide.accept();
         QStringList after = program.Lines();
         after.removeIf([&](const QString& line) { return before.contains(line); });
-        QCOMPARE(after, QStringList({"User=", "PW=", "Port=21"}));
+        QCOMPARE(after, QStringList({"Protocol=ftp", "User=", "PW=", "Port=21",
+                                     "Bucket=", "Region=", "KeyFile=", "Passive=0",
+                                     "CacheSeconds=", "Trusted="}));
         QVERIFY(program.Time.RunUntil([&] { return program.Core->Run.Running(); }));
         program.Core->Cycle.Stop();
     }

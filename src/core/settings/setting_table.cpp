@@ -42,7 +42,7 @@ std::vector<SettingRow> MakeTable() {
         {main, u"Trusted", &S::Trusted},
         {main, u"Region", &S::Region},
         {main, u"Bucket", &S::Bucket},
-        {main, u"CacheSeconds", &S::CacheSeconds, 0, 31'536'000, otherwise},
+        {main, u"CacheSeconds", &S::CacheSeconds, u"|[0-9]{1,8}"},
         {main, u"FileMode", &S::FileMode, u"|[0-7]{3,4}"},
         {main, u"DataFrom", &S::DataFromAnywhere, u"any"},
         {main, u"Delete", &S::Delete},

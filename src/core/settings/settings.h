@@ -23,7 +23,7 @@ struct Settings : PictureSettings {
     QString Trusted;  // a certificate's SHA-256, or an SSH host key's
     QString Region;
     QString Bucket;
-    int CacheSeconds = Interval;  // or as long as the interval
+    QString CacheSeconds;  // empty: as long as the interval
     bool Anwahl = false;
     bool Abwahl = false;
     QString AWName;
@@ -44,8 +44,6 @@ struct Settings : PictureSettings {
     int PositionY = 0;
     QString Sprache = "english";
     QString Skin = "Default";
-
-    static constexpr int Interval = -1;
 
     int PicturePic = 0;  // the entry of the list that was chosen last
 

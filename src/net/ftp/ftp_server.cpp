@@ -264,6 +264,13 @@ std::optional<bool> FtpServer::ChangeMode(const QString& name, const QString& mo
     return modeChanges;
 }
 
+// RFC 2389 and 4217.
+bool FtpServer::OffersEncryption() {
+    if (Access().Way != Protocol::Ftp) return false;
+    const bool told = ftp.Ask("FEAT") / 100 == 2;
+    return told && reply.contains("AUTH TLS", Qt::CaseInsensitive);
+}
+
 void FtpServer::Close() {
     ftp.Cancel();
     ftp.Disconnect();

@@ -31,6 +31,8 @@ class FtpServer : public PictureServer {
     void Close() override;
     [[nodiscard]] std::optional<bool> ChangeMode(const QString& name, const QString& mode) override;
 
+    [[nodiscard]] bool OffersEncryption() override;
+
   protected:
     [[nodiscard]] ServerAnswer DoOpen() override;
     [[nodiscard]] ServerAnswer DoSend(const QString& localPath, const QString& name) override;

@@ -29,6 +29,18 @@ TrialOutcome ConnectionTrial::Run(const ServerAccess& access) {
 }
 
 TrialOutcome ConnectionTrial::TryServer(const ServerAccess& access) {
+    TrialOutcome outcome = TryOnce(access);
+    const ServerFault fault = outcome.Answer.Is;
+    if (fault != ServerFault::DataBlocked && fault != ServerFault::PassiveBlocked) return outcome;
+    ServerAccess other = access;
+    other.Passive = !access.Passive;
+    const TrialOutcome second = TryOnce(other);
+    if (second.Answer.Fine()) outcome.Offer = TrialOffer::SwitchPassive;
+    if (second.Answer.Is == ServerFault::Cancelled) return second;
+    return outcome;
+}
+
+TrialOutcome ConnectionTrial::TryOnce(const ServerAccess& access) {
     StatusDisplay unseen;  // nobody watches the countdown of a trial
     const auto server = MakeServer(access.Way, {waiting, unseen}, FtpLimits::OfTrial());
     connect(server.get(), &PictureServer::Sent, this,

@@ -11,9 +11,18 @@ class Waiting;
 
 enum class TrialStep { Connecting, Storing, Renaming, Deleting };
 
+// What the operator may change at once, because it has turned out to be better or necessary.
+enum class TrialOffer {
+    None,
+    Accept,         // the certificate or host key whose fingerprint is the answer's reply
+    SwitchPassive,  // passive mode on or off: the other one works
+    Encrypt,        // the server offers encryption that is not used
+};
+
 struct TrialOutcome {
     ServerAnswer Answer;
     QString LeftBehind = {};  // the name of a test file that could not be deleted; empty: none
+    TrialOffer Offer = TrialOffer::None;
 };
 
 // Tries whether pictures can be published with some settings, before they are saved: goes the way
@@ -39,6 +48,7 @@ class ConnectionTrial : public QObject {
 
   private:
     [[nodiscard]] TrialOutcome TryServer(const ServerAccess& access);
+    [[nodiscard]] TrialOutcome TryOnce(const ServerAccess& access);
     [[nodiscard]] TrialOutcome TryFolder(const QString& folder);
 
     Waiting& waiting;

@@ -2,12 +2,21 @@
 
 #include "base/waiting.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
 constexpr int deadlineMilliseconds = 60'000;
 constexpr int graceMilliseconds = 3000;
+
+// Who the server is stands in question, which the operator may answer.
+bool IsAboutIdentity(ServerFault fault) {
+    using enum ServerFault;
+    const auto faults = {CertificateUnknown, CertificateExpired, CertificateWrongName,
+                         CertificateChanged, HostKeyUnknown,     HostKeyChanged};
+    return std::find(faults.begin(), faults.end(), fault) != faults.end();
+}
 
 }  // namespace
 
@@ -23,6 +32,7 @@ ServerTrial::ServerTrial(Waiting& ownWaiting, PictureServer& ownServer)
 TrialOutcome ServerTrial::Run() {
     deadline.SetEnabled(true);
     TrialOutcome outcome{Try(), {}};
+    outcome.Offer = OfferAfter(outcome.Answer);
     deadline.SetEnabled(false);
     CleanUp();
     server.Close();
@@ -35,6 +45,13 @@ TrialOutcome ServerTrial::Run() {
 void ServerTrial::Stop(ServerFault result) {
     if (!stopped) stopped = result;
     server.Cancel();
+}
+
+TrialOffer ServerTrial::OfferAfter(const ServerAnswer& answer) {
+    if (stopped || waiting.Closing()) return TrialOffer::None;
+    if (answer.Fine() && server.OffersEncryption()) return TrialOffer::Encrypt;
+    const bool fingerprint = IsAboutIdentity(answer.Is) && !answer.Reply.isEmpty();
+    return fingerprint ? TrialOffer::Accept : TrialOffer::None;
 }
 
 ServerAnswer ServerTrial::Try() {

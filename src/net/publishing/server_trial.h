@@ -29,6 +29,7 @@ class ServerTrial : public QObject {
     [[nodiscard]] ServerAnswer Send(const QString& name);
     [[nodiscard]] ServerAnswer Rename(bool over);
     [[nodiscard]] ServerAnswer Delete();
+    [[nodiscard]] TrialOffer OfferAfter(const ServerAnswer& answer);
     void CleanUp();
     [[nodiscard]] bool Gone(const QString& name);
 

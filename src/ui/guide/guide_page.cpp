@@ -53,6 +53,7 @@ void GuidePage::ShowTexts(const QList<QAbstractButton*>& below) {
     lblNote->clear();
     controls.ShowTexts();
     AssignMnemonics(*this, below);
+    buttons = below;
 }
 
 QString GuidePage::Text(const QString& key) const {

@@ -37,6 +37,8 @@ class GuidePage : public QWizardPage {
     // Scrolls where the screen is too small; what is added below it is always seen.
     [[nodiscard]] QVBoxLayout& Body() { return *body; }
     void AddBelow(QWidget* widget);
+    // Those of the guide, as ShowTexts had them last.
+    [[nodiscard]] const QList<QAbstractButton*>& Buttons() const { return buttons; }
     [[nodiscard]] QString Text(const QString& key) const;
     [[nodiscard]] QString Setting(const QString& key,
                                   const QString& section = "Einstellungen") const;
@@ -49,4 +51,5 @@ class GuidePage : public QWizardPage {
     Bindings controls;
     QLabel* lblLead;
     QVBoxLayout* body;
+    QList<QAbstractButton*> buttons;
 };

@@ -26,6 +26,8 @@ PlacePage::PlacePage(const SettingsWindow::Surroundings& surroundings)
     });
     connect(Trial, &TrialPanel::Begun, this, &QWizardPage::completeChanged);
     connect(Trial, &TrialPanel::Done, this, &PlacePage::Note);
+    connect(Access, &FtpAccessGroup::RowsChanged, this, [this] { ShowTexts(Buttons()); });
+    connect(Trial, &TrialPanel::OfferTaken, Access, &FtpAccessGroup::Take);
 }
 
 void PlacePage::ShowSettings() {

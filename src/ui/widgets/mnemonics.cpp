@@ -41,6 +41,13 @@ QString Marked(const QString& text, QSet<QChar>& taken) {
     return marked.insert(letter, u'&');
 }
 
+void Mark(QWidget& widget, QSet<QChar>& taken) {
+    if (auto* button = qobject_cast<QAbstractButton*>(&widget); button && !button->text().isEmpty())
+        button->setText(Marked(button->text(), taken));
+    else if (auto* label = qobject_cast<QLabel*>(&widget); label && label->buddy())
+        label->setText(Marked(label->text(), taken));
+}
+
 }  // namespace
 
 void SetCaption(QLabel& caption, const QString& text) {
@@ -64,12 +71,10 @@ void AssignMnemonics(QWidget& window) {
 void AssignMnemonics(QWidget& part, const QList<QAbstractButton*>& shared) {
     QSet<QChar> taken;
     for (auto* button : shared) button->setText(Marked(button->text(), taken));
-    for (QWidget* widget : part.findChildren<QWidget*>()) {
-        if (widget->parentWidget() == &part) continue;
-        if (auto* button = qobject_cast<QAbstractButton*>(widget);
-            button && !button->text().isEmpty())
-            button->setText(Marked(button->text(), taken));
-        else if (auto* label = qobject_cast<QLabel*>(widget); label && label->buddy())
-            label->setText(Marked(label->text(), taken));
+    // What is not shown now takes what is left.
+    for (const bool hidden : {false, true}) {
+        for (QWidget* widget : part.findChildren<QWidget*>())
+            if (widget->parentWidget() != &part && widget->isHidden() == hidden)
+                Mark(*widget, taken);
     }
 }

@@ -100,7 +100,9 @@ QGroupBox* frmFTP::ExtendedFrame() {
 
 void frmFTP::Connect() {
     connect(Access, &FtpAccessGroup::Edited, Trial, &TrialPanel::Clear);
+    connect(Access, &FtpAccessGroup::RowsChanged, this, &frmFTP::ShowTexts);
     connect(Trial, &TrialPanel::Done, Access, &FtpAccessGroup::Mark);
+    connect(Trial, &TrialPanel::OfferTaken, Access, &FtpAccessGroup::Take);
     connect(Offline, &OfflineGroup::FoundTooSmall, this,
             [this] { Boxes().Show(title, languages.Messages().MsgOfflineSize); });
     connect(cbQuality, &QComboBox::activated, this, [this] { qualityChosen = true; });

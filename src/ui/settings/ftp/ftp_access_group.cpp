@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "base/server_address.h"
+#include "net/publishing/answer_texts.h"
 #include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_rows.h"
 
@@ -26,32 +27,11 @@ bool IsExample(const QString& server) {
     return false;
 }
 
-// The field that most likely makes a trial end like that; none: nothing to be typed helps.
-QLineEdit* FtpAccessGroup::*FieldOf(ServerFault result) {
-    switch (result) {
-        case ServerFault::HostNotFound:
-        case ServerFault::Refused:
-        case ServerFault::Unreachable:
-        case ServerFault::NoAnswer:
-        case ServerFault::NotThisWay:
-            return &FtpAccessGroup::txtServer;
-        case ServerFault::LoginRefused:
-            return &FtpAccessGroup::txtUser;
-        case ServerFault::FolderMissing:
-        case ServerFault::MayNotStore:
-        case ServerFault::LocalFolderMissing:
-        case ServerFault::LocalNotWritable:
-            return &FtpAccessGroup::txtVerzeichnis;
-        default:
-            return nullptr;
-    }
-}
-
 }  // namespace
 
-FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial)
-    : words(ownWords), examples(FtpExamplesOf(ownWords.Current())) {
-    LayOut(bindings, trial);
+FtpAccessGroup::FtpAccessGroup(Bindings& ownBindings, const Texts& ownWords, QWidget* trial)
+    : bindings(ownBindings), words(ownWords), examples(FtpExamplesOf(ownWords.Current())) {
+    LayOut(trial);
     optServer->setChecked(true);
     txtPW->setEchoMode(QLineEdit::Password);
     btnShowPW->setCheckable(true);
@@ -73,24 +53,38 @@ FtpAccessGroup::FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidge
     });
 }
 
-void FtpAccessGroup::LayOut(Bindings& bindings, QWidget* trial) {
+void FtpAccessGroup::LayOut(QWidget* trial) {
     const auto server = [this] { return !Local(); };
     auto* rows = new SettingsRows(bindings, this);
     bindings.Add(this, {.Text = "FrameAccess"});
     rows->Add(optServer, {.Text = "ModeServer"});
     rows->Add(optLocal, {.Text = "ModeLocal"});
+    Way = new WayFields(bindings, *rows, [this] { return Local(); });
+    Way->AddChoice();
     rows->Add(txtServer, {.Key = "Server",
                           .Enabled = server,
                           .Show = [this](const QString& written) { ShowServer(written); },
                           .Value = [this] { return Server(); }});
     rows->Add(txtVerzeichnis,
-              {.Key = "Verzeichnis", .Text = "Path", .Value = [this] { return Folder(); }},
+              {.Key = "Verzeichnis",
+               .Text = "Path",
+               .Caption = [this] { return WayText("Path"); },
+               .Value = [this] { return Folder(); }},
               btnFolder);
     bindings.Add(btnFolder, {.Text = "ChooseFolder"});
-    rows->Add(txtUser, {.Key = "User", .Enabled = server});
-    rows->Add(txtPW, {.Key = "PW", .Text = "Password", .Enabled = server}, btnShowPW);
+    rows->Add(txtUser,
+              {.Key = "User", .Caption = [this] { return WayText("User"); }, .Enabled = server});
+    rows->Add(txtPW,
+              {.Key = "PW",
+               .Text = "Password",
+               .Caption = [this] { return WayText("Password"); },
+               .Enabled = server},
+              btnShowPW);
     bindings.Add(btnShowPW, {.Text = "ShowPassword", .Enabled = server});
     rows->Add(txtPort, {.Key = "Port", .Enabled = server});
+    Way->AddFields();
+    connect(Way, &WayFields::Edited, this, &FtpAccessGroup::Edited);
+    connect(Way, &WayFields::WayChanged, this, &FtpAccessGroup::FollowWay);
     if (trial) rows->AddWhole(trial);
     for (QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
         field->setMinimumWidth(field->sizeHint().width());
@@ -116,7 +110,13 @@ void FtpAccessGroup::SwitchFolder() {
 void FtpAccessGroup::AdoptAddress(bool overwrite) {
     const ServerAddress address = ServerAddress::Of(txtServer->text());
     if (Local() || address.Is != ServerAddress::Fault::None) return;
-    if (txtServer->text() != address.Host) txtServer->setText(address.Host);
+    const QString written = address.Protocol;
+    if (!address.Fits(Way->Setting())) {
+        if (!overwrite) return;
+        Way->Choose(written);
+    }
+    const QString server = address.ServerFor(Way->Setting());
+    if (txtServer->text() != server) txtServer->setText(server);
     if (address.Port != 0) txtPort->setValue(address.Port);
     const auto adopt = [overwrite](QLineEdit* field, const QString& part) {
         if (!part.isEmpty() && (overwrite || field->text().isEmpty())) field->setText(part);
@@ -132,8 +132,69 @@ void FtpAccessGroup::AdoptWritten() {
 
 QString FtpAccessGroup::AddressFault() const {
     static const QStringList keys{{}, "BadServer", "BadPort", "BadProtocol"};
-    if (Local() || Server().isEmpty()) return {};
-    return keys.value(static_cast<int>(ServerAddress::Of(Server()).Is));
+    if (Local()) return {};
+    if (Way->Way() == Protocol::Unknown) return "NoWay";
+    if (Server().isEmpty()) return {};
+    const ServerAddress address = ServerAddress::Of(Server());
+    const bool fits = address.Is != ServerAddress::Fault::None || address.Fits(Way->Setting());
+    return fits ? keys.value(static_cast<int>(address.Is)) : QString("BadFit");
+}
+
+// A port that is usual for one way is none for another.
+void FtpAccessGroup::FollowWay(Protocol former) {
+    const Protocol now = Way->Way();
+    if (former != Protocol::Unknown && now != Protocol::Unknown &&
+        txtPort->value() == UsualPort(former))
+        txtPort->setValue(UsualPort(now));
+    emit RowsChanged();
+}
+
+// What some ways have another word for.
+QString FtpAccessGroup::WayText(const QString& key) const {
+    return Text(Way && Way->Way() == Protocol::S3 ? key + "S3" : key);
+}
+
+QLineEdit* FtpAccessGroup::FieldOf(ServerFault fault) const {
+    switch (fault) {
+        case ServerFault::HostNotFound:
+        case ServerFault::Refused:
+        case ServerFault::Unreachable:
+        case ServerFault::NoAnswer:
+        case ServerFault::NotThisWay:
+        case ServerFault::PutNotAllowed:
+        case ServerFault::RedirectedAway:
+        case ServerFault::CertificateWrongName:
+            return txtServer;
+        case ServerFault::LoginRefused:
+            return txtUser;
+        case ServerFault::SignatureRefused:
+        case ServerFault::KeyNeedsPassphrase:
+            return txtPW;
+        case ServerFault::FolderMissing:
+        case ServerFault::MayNotStore:
+        case ServerFault::Forbidden:
+        case ServerFault::LocalFolderMissing:
+        case ServerFault::LocalNotWritable:
+            return txtVerzeichnis;
+        default:
+            return Way->FieldOf(fault);
+    }
+}
+
+void FtpAccessGroup::Take(const TrialOutcome& outcome) {
+    switch (outcome.Offer) {
+        case TrialOffer::None:
+            break;
+        case TrialOffer::Accept:
+            Way->txtTrusted->setText(outcome.Answer.Reply);
+            break;
+        case TrialOffer::SwitchPassive:
+            Way->chkPassive->toggle();
+            break;
+        case TrialOffer::Encrypt:
+            Way->Choose(SettingOf(Protocol::Ftps));
+            break;
+    }
 }
 
 void FtpAccessGroup::AdoptTyped() {
@@ -186,19 +247,22 @@ std::optional<FtpAccessGroup::Fault> FtpAccessGroup::FindTrialFault(
 
 ServerAccess FtpAccessGroup::Wanted(const QString& programFolder) const {
     txtPort->interpretText();
-    return {.Server = Server(),
-            .Port = txtPort->value(),
-            .User = txtUser->text(),
-            .Password = txtPW->text(),
-            .Folder = Local() ? FullFolder(programFolder) : Folder(),
-            .Local = Local()};
+    ServerAccess access{.Server = Server(),
+                        .Port = txtPort->value(),
+                        .User = txtUser->text(),
+                        .Password = txtPW->text(),
+                        .Folder = Local() ? FullFolder(programFolder) : Folder(),
+                        .Local = Local(),
+                        .ProgramFolder = programFolder};
+    Way->Fill(access);
+    return access;
 }
 
 void FtpAccessGroup::Mark(ServerFault result) {
     Unmark();
-    QLineEdit* FtpAccessGroup::*const field = FieldOf(result);
+    QLineEdit* const field = FieldOf(result);
     if (!field) return;
-    marked = this->*field;
+    marked = field;
     mark = marked->addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
                              QLineEdit::TrailingPosition);
     marked->setFocus();
@@ -222,6 +286,7 @@ void FtpAccessGroup::ChooseFolder() {
 void FtpAccessGroup::ShowMode() {
     const bool local = Local();
     btnFolder->setVisible(local);
+    Way->ShowFields();
     txtServer->setPlaceholderText(local ? QString() : examples.Server);
     txtUser->setPlaceholderText(local ? QString() : examples.User);
     txtVerzeichnis->setPlaceholderText(local ? QString() : examples.Path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "net/publishing/connection_trial.h"
+#include "ui/settings/ftp/way_fields.h"
 #include "ui/texts/ftp_examples.h"
 #include "ui/widgets/number_box.h"
 
@@ -21,7 +22,7 @@ class FtpAccessGroup : public QGroupBox {
 
   public:
     // bindings: of the window. trial: stands below the fields, if any.
-    FtpAccessGroup(Bindings& bindings, const Texts& ownWords, QWidget* trial);
+    FtpAccessGroup(Bindings& ownBindings, const Texts& ownWords, QWidget* trial);
 
     QRadioButton* optServer = new QRadioButton;
     QRadioButton* optLocal = new QRadioButton;
@@ -32,6 +33,7 @@ class FtpAccessGroup : public QGroupBox {
     QLineEdit* txtPW = new QLineEdit;
     QPushButton* btnShowPW = new QPushButton;
     NumberBox* txtPort = new NumberBox;
+    WayFields* Way = nullptr;
 
     // What was typed or pasted as a server: the name of the local mode means the local mode, the
     // parts of an address go into their own fields.
@@ -55,6 +57,8 @@ class FtpAccessGroup : public QGroupBox {
     // Marks the field that a trial has found wrong and goes there. What it tells about the server
     // alone marks nothing; so does success.
     void Mark(ServerFault result);
+    // Changes what a trial has offered to change.
+    void Take(const TrialOutcome& outcome);
 
     [[nodiscard]] bool Local() const;
     // As the settings have them: "Local" for a folder, which ends in a separator then.
@@ -64,9 +68,11 @@ class FtpAccessGroup : public QGroupBox {
   signals:
     // What a trial would try has changed.
     void Edited();
+    // Other fields are shown: captions and their letters are to be set anew.
+    void RowsChanged();
 
   private:
-    void LayOut(Bindings& bindings, QWidget* trial);
+    void LayOut(QWidget* trial);
     void AdoptAddress(bool overwrite);
     void ShowServer(const QString& server);
     void SwitchFolder();
@@ -76,9 +82,13 @@ class FtpAccessGroup : public QGroupBox {
     [[nodiscard]] QString FullFolder(const QString& programFolder) const;
     // The key of the text on what is wrong with the server; empty when nothing is.
     [[nodiscard]] QString AddressFault() const;
+    void FollowWay(Protocol former);
+    [[nodiscard]] QString WayText(const QString& key) const;
+    [[nodiscard]] QLineEdit* FieldOf(ServerFault fault) const;
     [[nodiscard]] bool ServerIsExample() const;
     [[nodiscard]] QString Text(const QString& key) const { return words.Get("frmFTP", key); }
 
+    Bindings& bindings;
     const Texts& words;
     FtpExamples examples;
     QString otherFolder;  // of the mode that is not shown

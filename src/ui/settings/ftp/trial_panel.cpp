@@ -14,6 +14,7 @@ TrialPanel::TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWor
                        Wanted ownWanted)
     : btnTrial(new QPushButton(this)),
       btnStopTrial(new QPushButton(this)),
+      btnTrialOffer(new QPushButton(this)),
       lblTrial(new QLabel(this)),
       words(ownWords),
       wanted(std::move(ownWanted)),
@@ -31,6 +32,9 @@ TrialPanel::TrialPanel(Waiting& waiting, StatusDisplay& log, const Texts& ownWor
     sentence->addWidget(icon, 0, Qt::AlignTop);
     sentence->addWidget(lblTrial, 1);
     all->addLayout(sentence);
+    all->addWidget(btnTrialOffer, 0, Qt::AlignLeft);
+    btnTrialOffer->hide();
+    connect(btnTrialOffer, &QPushButton::clicked, this, &TrialPanel::TakeOffer);
     lblTrial->setWordWrap(true);
     lblTrial->setTextFormat(Qt::PlainText);
     lblTrial->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -77,6 +81,7 @@ void TrialPanel::Clear() {
 void TrialPanel::Bind(Bindings& bindings) {
     bindings.Add(btnTrial, {.Text = "Trial"});
     bindings.Add(btnStopTrial, {.Text = "StopTrial"});
+    bindings.Add(btnTrialOffer, {.Text = "TrialOffer", .Caption = [this] { return OfferText(); }});
     connect(&bindings, &Bindings::TextsShown, this, &TrialPanel::ShowState);
 }
 
@@ -86,6 +91,24 @@ void TrialPanel::ShowState() {
     else
         lblTrial->setText(outcome ? TrialText(words, tried, *outcome) : QString());
     ShowIcon();
+    ShowOffer();
+}
+
+QString TrialPanel::OfferText() const {
+    return outcome ? TrialOfferText(words, outcome->Offer) : QString();
+}
+
+void TrialPanel::ShowOffer() {
+    const bool offers = outcome && !trial.Running() && outcome->Offer != TrialOffer::None;
+    btnTrialOffer->setText(OfferText());
+    btnTrialOffer->setVisible(offers);
+}
+
+void TrialPanel::TakeOffer() {
+    if (!outcome) return;
+    const TrialOutcome taken = *outcome;
+    emit OfferTaken(taken);
+    Start();
 }
 
 void TrialPanel::ShowIcon() {

@@ -27,6 +27,7 @@ class TrialPanel : public QWidget {
 
     QPushButton* btnTrial;
     QPushButton* btnStopTrial;
+    QPushButton* btnTrialOffer;  // does what the outcome offers, and tries again
     QLabel* lblTrial;
 
     // Forgets the last outcome, which the fields no longer stand for.
@@ -40,10 +41,15 @@ class TrialPanel : public QWidget {
   signals:
     void Begun();
     void Done(ServerFault result);
+    // The operator takes the outcome's offer; another trial follows.
+    void OfferTaken(const TrialOutcome& outcome);
 
   private:
     void ShowState();
     void ShowIcon();
+    void ShowOffer();
+    [[nodiscard]] QString OfferText() const;
+    void TakeOffer();
 
     const Texts& words;
     Wanted wanted;

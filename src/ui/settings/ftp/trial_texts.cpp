@@ -13,9 +13,17 @@ QString TrialText(const Texts& words, const ServerAccess& tried, const TrialOutc
         words.Get(section, tried.Local ? QString("TrialFineLocal") : QString("TrialFine"));
     QString text = outcome.Answer.Fine() ? Filled(fine, {tried.Server, tried.Folder})
                                          : AnswerText(words, tried, outcome.Answer);
+    if (outcome.Offer == TrialOffer::Encrypt) text += words.Get(section, "TrialCouldEncrypt");
+    if (outcome.Offer == TrialOffer::SwitchPassive) text += words.Get(section, "TrialOtherMode");
     if (!outcome.LeftBehind.isEmpty())
         text += Filled(words.Get(section, "TrialLeftBehind"), {outcome.LeftBehind});
     return text;
+}
+
+QString TrialOfferText(const Texts& words, TrialOffer offer) {
+    static const QStringList keys{{}, "OfferAccept", "OfferSwitch", "OfferEncrypt"};
+    const QString key = keys.value(static_cast<int>(offer));
+    return key.isEmpty() ? QString() : words.Get(section, key);
 }
 
 QString TrialStepText(const Texts& words, TrialStep step, int seconds) {

@@ -7,5 +7,8 @@
 [[nodiscard]] QString TrialText(const Texts& words, const ServerAccess& tried,
                                 const TrialOutcome& outcome);
 
+// What the button for the offer says; empty: none is made.
+[[nodiscard]] QString TrialOfferText(const Texts& words, TrialOffer offer);
+
 // What a trial does at the moment.
 [[nodiscard]] QString TrialStepText(const Texts& words, TrialStep step, int seconds);
