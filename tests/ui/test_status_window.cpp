@@ -1,7 +1,6 @@
 #include "base/status_hub.h"
 #include "support/data_rows.h"
 #include "texts/texts.h"
-#include "ui/status/close_button.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/glyph_button.h"
 #include "ui/status/picture_bar.h"
