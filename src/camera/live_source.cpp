@@ -8,13 +8,13 @@ constexpr int mostAtOnce = 64;       // packets taken before somebody else has a
 constexpr int mostUnreadable = 100;  // packets in a row before the stream counts as broken
 constexpr std::chrono::milliseconds longestTurn(20);
 constexpr std::chrono::seconds freshKey(5);
-constexpr qsizetype mostPending = 16'000'000;  // bytes: four seconds of the fastest streams
 }  // namespace
 
 LiveSource::LiveSource(std::unique_ptr<CaptureInput> opened)
     : input(std::move(opened)),
       device(input->Request().Kind == CaptureKind::Device),
       packet(av_packet_alloc()),
+      pending([this](const AVPacket& oldest) { return Decode(oldest); }),
       frame(av_frame_alloc()),
       decoding(av_frame_alloc()) {}
 
@@ -45,30 +45,23 @@ bool LiveSource::Take() {
     const bool key = intra || (!device && packet->flags & AV_PKT_FLAG_KEY);
     if (intra && !PacketWhole(*packet, *input->Stream().codecpar)) return false;
     if (key) {
-        skipped = skipped || !pending.empty();
-        pending.clear();
-        pendingBytes = 0;
+        skipped = skipped || !pending.Empty();
+        pending.Clear();
         keyPending = true;
         keyCame = std::chrono::steady_clock::now();
     }
     // A frame may lie in one of the few buffers that the camera has.
     if (intra) av_frame_unref(frame.get());
     decoded = false;
-    pendingBytes += packet->size;
-    pending.emplace_back(av_packet_alloc());
-    av_packet_move_ref(pending.back().get(), packet.get());
-    while (pendingBytes > mostPending && pending.size() > 1) (void)DecodeOldest();
+    pending.Add(*packet);
     return true;
 }
 
 // Whether that gave a newer frame.
-bool LiveSource::DecodeOldest() {
+bool LiveSource::Decode(const AVPacket& oldest) {
     keyPending = false;
     if (std::exchange(skipped, false) && !input->IntraOnly()) input->SkipToKey();
-    const PacketPtr oldest = std::move(pending.front());
-    pending.pop_front();
-    pendingBytes -= oldest->size;
-    input->Decode(oldest.get());
+    input->Decode(&oldest);
     bool fresh = false;
     while (input->Receive(*decoding)) {
         std::swap(frame, decoding);
@@ -80,7 +73,8 @@ bool LiveSource::DecodeOldest() {
 const AVFrame* LiveSource::Picture(bool keyWillDo) {
     const bool key =
         keyWillDo && keyPending && std::chrono::steady_clock::now() - keyCame <= freshKey;
-    while (!pending.empty() && !(key && decoded)) decoded = DecodeOldest() || decoded;
+    while (!pending.Empty() && !(key && decoded) && !input->Stopping())
+        decoded = pending.DecodeOldest() || decoded;
     return decoded ? frame.get() : nullptr;
 }
 

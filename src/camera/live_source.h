@@ -1,9 +1,9 @@
 #pragma once
 
 #include "camera/capture_input.h"
+#include "camera/packet_backlog.h"
 
 #include <chrono>
-#include <deque>
 
 // A camera or a network stream: it delivers at its own pace, and only its newest picture counts.
 class LiveSource : public CaptureSource {
@@ -18,16 +18,13 @@ class LiveSource : public CaptureSource {
 
   private:
     [[nodiscard]] bool Take();
-    [[nodiscard]] bool DecodeOldest();
+    [[nodiscard]] bool Decode(const AVPacket& oldest);
     [[nodiscard]] Step Broken(int error);
 
     std::unique_ptr<CaptureInput> input;
     bool device;
     PacketPtr packet;
-    // What has come since the last picture that stands for itself and was not decoded yet: nobody
-    // may want it before the next such picture makes it needless.
-    std::deque<PacketPtr> pending;
-    qsizetype pendingBytes = 0;
+    PacketBacklog pending;    // since the last picture that stands for itself
     bool keyPending = false;  // pending begins with such a picture
     bool skipped = false;     // something was left out before it
     std::chrono::steady_clock::time_point keyCame;

@@ -5,6 +5,7 @@
 #include "camera/exposure_settled.h"
 #include "camera/frame_geometry.h"
 #include "camera/frame_scaler.h"
+#include "camera/packet_backlog.h"
 #include "camera/test_capture_aids.h"
 #include "camera/whole_picture.h"
 #include "support/data_rows.h"
@@ -93,6 +94,47 @@ class CapturePartsTest : public QObject {
         while (!exposure.Feed(time, brightness(time)) && time < 10'000) time += interval;
         QVERIFY2(time >= least && time <= most, qPrintable(QString::number(time)));
         QVERIFY(exposure.Feed(time + interval, 0));
+    }
+
+    void BacklogIsSoonDecoded_data() {
+        const Rows<int, int, bool> row;  // milliseconds that a packet takes, at first and later
+        row("fast", 3, 3, false);
+        row("slow", 30, 30, true);
+        row("slow from a grab on", 3, 30, true);
+        row("slower than they come", 3, 60, true);
+    }
+    // Key pictures are twenty seconds apart; after five somebody wants a picture, and at the end.
+    void BacklogIsSoonDecoded() {
+        const auto [before, later, unasked] = Row<int, int, bool>();
+        PacketBacklog::Time time;
+        std::chrono::milliseconds cost(before);
+        int decoded = 0;
+        PacketBacklog backlog(
+            [&](const AVPacket&) {
+                time += cost;
+                return ++decoded > 0;
+            },
+            [&] { return time; });
+        const auto grab = [&] {
+            const auto start = time;
+            while (!backlog.Empty()) backlog.DecodeOldest();
+            return time - start;
+        };
+        const PacketPtr packet(av_packet_alloc());
+        constexpr std::chrono::milliseconds interval(40);
+        auto arrival = time;
+        for (int i = 0; i < 500; ++i) {
+            time = std::max(time, arrival += interval);
+            if (i == 125) {
+                cost = std::chrono::milliseconds(later);
+                (void)grab();
+                decoded = 0;
+            }
+            backlog.Add(*packet);
+        }
+        QVERIFY2(time - arrival < std::chrono::milliseconds(400), "read as they come");
+        QCOMPARE(decoded > 0, unasked);
+        if (later < interval.count()) QVERIFY(grab() < std::chrono::milliseconds(2500));
     }
 
     void GeometryIsRead_data() {
