@@ -58,7 +58,11 @@ QString SavePicture(const PictureTarget& target, const imgdes& image, const QStr
                            ? SaveAfterDelete(first, image, target.JPGQuality)
                            : savejpg(first, image, target.JPGQuality) == ImagingDone;
     if (!saved) return first;
-    return !local || WholeFile::Copy(first, picture) ? QString() : picture;
+    if (!local) return {};
+    // What takes another file's name is written to the disk at once, and an older one is not
+    // needed.
+    QFile::remove(picture);
+    return WholeFile::Copy(first, picture) ? QString() : picture;
 }
 
 }  // namespace
