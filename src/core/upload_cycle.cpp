@@ -170,6 +170,12 @@ void UploadCycle::OnTimer1() {
     if (run.Is() == RunState::WaitingToRetry && run.ThisRun.Again.Due(Now())) Tick();
 }
 
+void UploadCycle::TryAgainAtOnce() {
+    run.ThisRun.Again.Reset();
+    // What a run has ended with is no longer so, either.
+    if (run.Is() == RunState::Stopped) run.Enter(RunState::Stopped);
+}
+
 void UploadCycle::OnlineAgain(bool online) {
     if (online && !wasOnline) TryAgainAtOnce();
     wasOnline = online;

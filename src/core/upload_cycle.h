@@ -56,7 +56,7 @@ class UploadCycle : public QObject {
     // The next picture comes at once, not an interval later. Nothing while none is waited for.
     void MakeDue();
     // What has failed so far may work now: it is tried again at once.
-    void TryAgainAtOnce() { run.ThisRun.Again.Reset(); }
+    void TryAgainAtOnce();
 
     // The window is being unloaded: no further step starts.
     void Unload();

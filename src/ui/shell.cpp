@@ -6,6 +6,7 @@
 #include "base/waiting.h"
 #include "core/main_state.h"
 #include "core/program.h"
+#include "core/run_state.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/frm_statusgesamt.h"
@@ -22,6 +23,7 @@
 #include "ui/settings/overlay/frm_bild.h"
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/frm_text.h"
+#include "ui/settings/remedy.h"
 #include "ui/skin/picture_button.h"
 #include "ui/skin/window_system.h"
 #include "ui/status/frm_status.h"
@@ -152,6 +154,9 @@ void Shell::ConnectWindows() {
     });
     connect(&StatusWindow, &frmStatus::Closed, this, [this] { RememberStatusWindow(false); });
     connect(&Tray, &Tray1::RestoreWanted, this, &Shell::Restore);
+    connect(&Tray, &Tray1::RemedyWanted, this, &Shell::OpenRemedy);
+    connect(&MainWindow, &frmSkin::RemedyWanted, this, &Shell::OpenRemedy);
+    connect(&Overview, &frmStatusgesamt::RemedyWanted, this, &Shell::OpenRemedy);
     connect(&Tray, &Tray1::StatusWanted, this, &Shell::ShowStatusWindow);
     for (PictureButton* button : MainWindow.findChildren<PictureButton*>())
         button->installEventFilter(this);
@@ -178,6 +183,15 @@ void Shell::Restore() {
     MainWindow.showNormal();
     MainWindow.raise();
     MainWindow.activateWindow();
+}
+
+void Shell::OpenRemedy() {
+    const auto& trouble = parts->Core.Run.Ongoing();
+    const auto remedy = Remedy::For(trouble, Words);
+    if (!remedy) return;
+    const bool camera = remedy->In == Remedy::Window::Camera;
+    SettingsWindow& window = camera ? static_cast<SettingsWindow&>(CameraWindow) : FtpWindow;
+    window.OpenAt(remedy->Field, trouble->Why);
 }
 
 void Shell::ShowStatusWindow(bool shown) {

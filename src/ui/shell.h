@@ -78,6 +78,8 @@ class Shell : public QObject {
     // Shows or hides the status window and remembers it.
     void ShowStatusWindow(bool shown);
     void Restore();
+    // Opens the settings where what is wrong with the run is put right.
+    void OpenRemedy();
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;

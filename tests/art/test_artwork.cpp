@@ -1,6 +1,8 @@
 #include "base/status_hub.h"
+#include "core/run_state.h"
 #include "support/data_rows.h"
 #include "texts/texts.h"
+#include "ui/main/link_button.h"
 #include "ui/skin/picture_box.h"
 #include "ui/status/frm_status.h"
 #include "ui/status/readout_label.h"
@@ -44,6 +46,9 @@ class TestArtwork : public QObject {
         program.Start();
         const frmSkin& window = *program.Window;
         QCOMPARE(Misplaced(window, {window.pic_klappe, window.lblStatus}), QStringList());
+        QVERIFY(window.lblStatus->isVisible() && window.btnRemedy->isHidden());
+        program.Core->Run.Enter(RunState::WaitingToRetry, Trouble{"why", TroubleKind::Login});
+        QVERIFY(window.lblStatus->isHidden() && window.btnRemedy->isVisible());
         QVERIFY(window.pic_klappe->isHidden() ||
                 window.pic_klappe->geometry().contains(window.preview->geometry()));
         Texts words(Texts::Language::English);

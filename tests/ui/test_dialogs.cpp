@@ -6,8 +6,11 @@
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
+#include "ui/main/link_button.h"
 #include "ui/menu/frm_download_hilfe.h"
 #include "ui/menu/frm_menue.h"
+#include "ui/settings/camera/frm_cam.h"
+#include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings_fixture.h"
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
@@ -180,6 +183,57 @@ class TestDialogs : public QObject {
         QCOMPARE(columns, 1);
     }
 
+    void OffersWhatHelps_data() {
+        const Rows<TroubleKind, QString, QString> row;  // kind: what the line offers, the control
+        using enum TroubleKind;
+        const QString none;
+        row("unknown", Other, none, none);
+        row("offline", Line, none, none);
+        row("camera", Camera, "Camera gives no picture - Camera settings...", "Treiber");
+        row("server", Server, "Server does not answer - FTP settings...", "Server");
+        row("login", Login, "Password refused - FTP settings...", "PW");
+        row("folder", Folder, "Folder not on the server - FTP settings...", "Verzeichnis");
+        row("upload", Transfer, "Upload failed - FTP settings...", "Trial");
+        row("local folder", LocalFolder, "Folder cannot be written - FTP settings...",
+            "Verzeichnis");
+        row("work folder", WorkFolder, "Pictures cannot be kept - Camera settings...", "Path");
+    }
+
+    void OffersWhatHelps() {
+        const auto [kind, offer, field] = Row<TroubleKind, QString, QString>();
+        ShellFixture program;
+        program.Begin();
+        Shell& shell = *program.Windows;
+        LinkButton& line = *shell.MainWindow.btnRemedy;
+        program.Core->Run.Enter(RunState::WaitingToRetry, Trouble{"why", kind});
+        program.Core->Run.Enter(RunState::Connecting);
+        QCOMPARE(line.text(), offer);
+        QVERIFY(line.toolTip().startsWith(offer));
+        shell.Overview.Show();
+        QCOMPARE(shell.Overview.btnRemedy->isVisible(), !offer.isEmpty());
+        if (offer.isEmpty()) return;
+        QCOMPARE(shell.Overview.btnRemedy->accessibleName(), offer);
+        const bool camera = offer.contains("Camera settings");
+        SettingsWindow& window =
+            camera ? static_cast<SettingsWindow&>(shell.CameraWindow) : shell.FtpWindow;
+        const auto isThere = [&] {
+            const bool there = window.isVisible() && window.lblNote->text() == "why" &&
+                               window.focusWidget() == window.findChild<QWidget*>(field);
+            window.hide();
+            return there;
+        };
+        shell.Overview.btnRemedy->click();
+        QVERIFY(isThere());
+        QTest::keyClick(&line, Qt::Key_Return);
+        QVERIFY(isThere());
+        // With other access data it is no longer so.
+        program.Core->Run.Enter(RunState::Stopped, Trouble{"why", kind});
+        QVERIFY(line.toolTip().startsWith(offer));
+        program.Set("Einstellungen", "PW", "another");
+        program.Core->LoadSettings();
+        QCOMPARE(line.toolTip(), "Offline");
+    }
+
     void EveryTextIsWhole() {
         ShellFixture program;
         program.Begin();
@@ -187,6 +241,7 @@ class TestDialogs : public QObject {
         const auto clipped = [&](QWidget& window, const std::function<void()>& open) {
             return ClippedAnywhere(window, shell.Words, open).join("\n");
         };
+        program.Core->Run.Enter(RunState::WaitingToRetry, Trouble{"why", TroubleKind::Folder});
         QCOMPARE(clipped(shell.Overview, [&] { shell.Overview.Show(); }), QString());
         QCOMPARE(clipped(shell.AboutBox, [&] { shell.AboutBox.Show(); }), QString());
         QCOMPARE(clipped(shell.HelpPrompt, [&] { shell.HelpPrompt.Show(); }), QString());

@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "texts/texts.h"
 #include "ui/dialogs/day_view.h"
+#include "ui/settings/remedy.h"
 #include "ui/tray/run_figures.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/screen_room.h"
@@ -41,6 +42,7 @@ QString RunningTimeText(qint64 time) {
 
 frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigures, Texts& ownTexts)
     : Day(new DayView(ownTexts, this)),
+      btnRemedy(new QPushButton(this)),
       txtLog(new QPlainTextEdit(this)),
       btnClose(new QPushButton(this)),
       program(ownProgram),
@@ -71,6 +73,7 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     logCaption->setBuddy(txtLog);
     btnClose->setAutoDefault(true);
     connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
+    connect(btnRemedy, &QPushButton::clicked, this, &frmStatusgesamt::RemedyWanted);
     connect(&texts, &Texts::Changed, this, &frmStatusgesamt::ShowTexts);
     connect(&refresh, &Timer::Tick, this, &frmStatusgesamt::ShowFigures);
     connect(&program.Transaction, &UploadTransaction::LogChanged, this, &frmStatusgesamt::ShowLog);
@@ -91,6 +94,7 @@ void frmStatusgesamt::AddLines(QGridLayout& grid) {
         grid.addWidget(line.Value, static_cast<int>(lines.size()), 1);
         lines << line;
     }
+    grid.addWidget(btnRemedy, 0, 2, Qt::AlignTop);
     grid.setColumnStretch(1, 1);
 }
 
@@ -183,6 +187,7 @@ void frmStatusgesamt::ShowFigures() {
         program.System().Online->Reachable() ? QString("NetOnline") : QString("NetOffline");
     const int width = program.ezVidCap1.Width();
     Day->Show(program.Record.Day(), program.Wait.OwnClock().Now());
+    ShowRemedy();
     Set("State", StateText());
     Set("Step", figures.Status);
     Set("Made", QString::number(figures.Made()));
@@ -199,6 +204,15 @@ void frmStatusgesamt::ShowFigures() {
                    : QString::number(width) + " x " + QString::number(program.ezVidCap1.Height()));
     const QString error = figures.LastError();
     Set("LastError", error.isEmpty() ? Text("None") : error);
+}
+
+void frmStatusgesamt::ShowRemedy() {
+    const auto remedy = Remedy::For(program.Run.Ongoing(), texts);
+    btnRemedy->setVisible(remedy.has_value());
+    if (!remedy) return;
+    btnRemedy->setText(remedy->Opens);
+    btnRemedy->setToolTip(remedy->Trouble);
+    btnRemedy->setAccessibleName(remedy->Offer());
 }
 
 void frmStatusgesamt::ShowLog() {

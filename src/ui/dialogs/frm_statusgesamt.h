@@ -23,12 +23,17 @@ class frmStatusgesamt : public QWidget {
     frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigures, Texts& ownTexts);
 
     DayView* Day;
+    QPushButton* btnRemedy;  // shown while something can be put right
     QPlainTextEdit* txtLog;
     QPushButton* btnClose;
 
     void Show();
     // What stands beside the caption with that key of the texts: "State", "Server" and so on.
     [[nodiscard]] QString Value(const QString& key) const;
+
+  signals:
+    // What is wrong is to be put right.
+    void RemedyWanted();
 
   protected:
     void showEvent(QShowEvent* event) override;
@@ -46,6 +51,7 @@ class frmStatusgesamt : public QWidget {
     void ShowTexts();
     void ShowFigures();
     void ShowLog();
+    void ShowRemedy();
     void Set(const QString& key, const QString& value);
     [[nodiscard]] QString Text(const QString& key) const;
     [[nodiscard]] QString ServerText() const;

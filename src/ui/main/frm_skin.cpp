@@ -10,6 +10,7 @@
 #include "core/run_state.h"
 #include "core/settings/load_settings.h"
 #include "core/upload_cycle.h"
+#include "ui/main/link_button.h"
 #include "ui/main/visitors_view.h"
 #include "ui/skin/picture_box.h"
 #include "ui/skin/picture_button.h"
@@ -83,6 +84,7 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
       cbDriver(new QComboBox(this)),
       Label_Driver(new QLabel(this)),
       lblStatus(new QLabel(this)),
+      btnRemedy(new LinkButton(this)),
       program(ownProgram),
       folders(skinFolders),
       boxes(messageBoxes),
@@ -110,8 +112,9 @@ frmSkin::~frmSkin() {
 
 void frmSkin::SetTabOrder() {
     QWidget* before = btnStart;
-    for (QWidget* next : std::initializer_list<QWidget*>{
-             btnPause, btnStop, btnOptions, btnMin, btnExit, pic_klappe_open, btnView, cbDriver}) {
+    for (QWidget* next :
+         std::initializer_list<QWidget*>{btnPause, btnStop, btnOptions, btnMin, btnExit,
+                                         pic_klappe_open, btnView, cbDriver, btnRemedy}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -134,6 +137,7 @@ void frmSkin::Connect() {
     connect(view, &QShortcut::activated, this, &frmSkin::ChangeView);
     const auto* overview = new QShortcut(Qt::Key_F11, this);
     connect(overview, &QShortcut::activated, this, &frmSkin::StatusOverviewWanted);
+    connect(btnRemedy, &LinkButton::clicked, this, &frmSkin::RemedyWanted);
     connect(&program.Run, &RunStatus::Changed, this, &frmSkin::ShowRunState);
     connect(btnView, &PictureButton::clicked, this, &frmSkin::ChangeView);
     connect(&program, &Program::Ended, this, [this] { place.Save(); });
@@ -151,6 +155,7 @@ void frmSkin::ShowRunState() {
     EnableButtons(RunButtons::For(program.Run));
     ShowPauseText();
     ShowLeds();
+    ShowStatusTexts();
 }
 
 // The keyboard stays among the three: from a button that is switched off it goes to the one that
@@ -381,7 +386,8 @@ int frmSkin::RoomFor(const QRect& strip) const {
 }
 
 bool frmSkin::InDriverArea(const QWidget* control) const {
-    return control == Label_Driver || control == cbDriver || control == lblStatus;
+    return control == Label_Driver || control == cbDriver || control == lblStatus ||
+           control == btnRemedy;
 }
 
 void frmSkin::PlaceDriverArea() {
@@ -412,9 +418,11 @@ void frmSkin::PlaceStatus() {
     for (const QWidget* other : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
         if (!InDriverArea(other) && !other->isHidden() && other->geometry().intersects(line))
             free = false;
-    lblStatus->setGeometry(line);
-    lblStatus->setVisible(free);
-    WriteOn(*lblStatus, Ground(line));
+    statusFits = free;
+    for (QWidget* each : std::initializer_list<QWidget*>{lblStatus, btnRemedy}) {
+        each->setGeometry(line);
+        WriteOn(*each, Ground(line));
+    }
     ShowStatusTexts();
 }
 
@@ -423,7 +431,9 @@ void frmSkin::LayOutPlain() {
     flapEnabled = false;
     ShowFlap();
     lblStatus->setPalette({});
-    lblStatus->show();
+    btnRemedy->setPalette({});
+    statusFits = true;
+    ShowStatusTexts();
     preview->setMinimumSize(previewSize);
     auto* grid = new QGridLayout(this);
     const auto buttons = {btnStart, btnPause, btnStop, btnOptions, btnMin, btnExit};
@@ -435,6 +445,7 @@ void frmSkin::LayOutPlain() {
     grid->addWidget(preview, 1, 0, 1, columns);
     grid->addWidget(LEDLeft, 3, 0);
     grid->addWidget(lblStatus, 3, 1, 1, columns - 2);
+    grid->addWidget(btnRemedy, 3, 1, 1, columns - 2);
     grid->addWidget(LEDReigth, 3, columns - 1);
     adjustSize();
 }

@@ -7,6 +7,7 @@
 #include "ui/skin/skinned_window.h"
 #include "ui/skin/window_place.h"
 
+class LinkButton;
 class MessageBoxes;
 class PictureBox;
 class PictureButton;
@@ -44,6 +45,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     QComboBox* cbDriver;
     QLabel* Label_Driver;
     QLabel* lblStatus;
+    LinkButton* btnRemedy;  // in place of lblStatus while something can be put right
 
     // The names and the help of the controls come from these texts from now on, in the language in
     // use; they outlive the window. English without them.
@@ -73,6 +75,8 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void StatusOverviewWanted();
     // The address of a camera was dropped on the camera list or the preview.
     void CameraDropped(const QString& address);
+    // What is wrong is to be put right.
+    void RemedyWanted();
     // The options menu is wanted beside btnOptions, which lies there on the desktop.
     void OptionsWanted(const QRect& button);
 
@@ -106,6 +110,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     void ShowPreviewSettings();
     void ShowStatusTexts();
     void Renew(QString& part, const QString& text);
+    [[nodiscard]] QString ShowRemedy();
     void Minimise();
     void ShowTexts();
     void ShowPauseText();
@@ -123,6 +128,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     bool flapEnabled = false;
     bool flapOpen = false;
     bool layoutComplete = false;
+    bool statusFits = false;     // in the skin
     bool keyboardWaits = false;  // for a button to be switched on
     bool isOnline = false;
     QString status;

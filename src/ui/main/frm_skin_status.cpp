@@ -1,6 +1,8 @@
 #include "core/program.h"
 #include "core/run_state.h"
 #include "ui/main/frm_skin.h"
+#include "ui/main/link_button.h"
+#include "ui/settings/remedy.h"
 #include "ui/skin/picture_box.h"
 #include "ui/status/status_texts.h"
 
@@ -77,7 +79,19 @@ void frmSkin::ShowStatusTexts() {
     lblStatus->setText(HasBackground() ? shown : line);
     lblStatus->clearMask();
     if (unlit) lblStatus->setMask(Behind(*lblStatus, step));
-    for (QWidget* area : std::initializer_list<QWidget*>{lblStatus, Label_Driver, cbDriver})
+    parts.prepend(ShowRemedy());
+    parts.removeAll(QString());
+    for (QWidget* area :
+         std::initializer_list<QWidget*>{lblStatus, btnRemedy, Label_Driver, cbDriver})
         area->setToolTip(parts.join("\n"));
     lblStatus->setAccessibleName(Word("Status") + ": " + parts.join(", "));
+}
+
+// Returns what it offers; empty when nothing can be put right.
+QString frmSkin::ShowRemedy() {
+    const auto remedy = Remedy::For(program.Run.Ongoing(), *texts);
+    if (remedy) btnRemedy->SetText(remedy->Trouble, remedy->Opens);
+    btnRemedy->setVisible(remedy && statusFits);
+    lblStatus->setVisible(!remedy && statusFits);
+    return remedy ? remedy->Offer() : QString();
 }

@@ -27,9 +27,9 @@ SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QStrin
       btnClose(new QPushButton(this)),
       lblNote(new QLabel(this)),
       Controls(ownSurroundings.Words, textSection),
-      around(ownSurroundings) {
+      around(ownSurroundings),
+      area(new FittingArea(this)) {
     auto* all = new QVBoxLayout(this);
-    auto* area = new FittingArea(this);
     auto* inside = new QWidget;
     body = new QVBoxLayout(inside);
     body->setContentsMargins({});
@@ -85,6 +85,11 @@ void SettingsWindow::Open() {
     if (isNew && sizeHint() != size()) FitToScreen();
     raise();
     activateWindow();
+}
+
+void SettingsWindow::OpenAt(const QString& field, const QString& why) {
+    Open();
+    if (auto* control = findChild<QWidget*>(field)) Refuse(*control, why);
 }
 
 void SettingsWindow::FitToScreen() {
@@ -148,5 +153,6 @@ ProfileEntry SettingsWindow::Entry(const QString& key, int number) {
 void SettingsWindow::Refuse(QWidget& field, const QString& why) {
     lblNote->setText(why);
     field.setFocus();
+    area->ensureWidgetVisible(&field);
     if (auto* line = qobject_cast<QLineEdit*>(&field)) line->selectAll();
 }

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+class FittingArea;
 class MessageBoxes;
 class Program;
 class QLabel;
@@ -33,6 +34,9 @@ class SettingsWindow : public QDialog {
     // Shows the settings as they are now, in front of the other windows. A window that is open
     // already keeps what was typed into it.
     void Open();
+
+    // The same at the control of that name, with what is wrong with it.
+    void OpenAt(const QString& field, const QString& why);
 
     // Writes the settings, hands them to the program and hides the window. False, and the window
     // stays: a field is not right or the file cannot be written; the operator is told.
@@ -81,12 +85,13 @@ class SettingsWindow : public QDialog {
     static ProfileEntry Entry(const QString& key,
                               const char* value) = delete;  // it would be a bool
 
-    // Tells what is wrong with a field and goes there.
+    // Tells what is wrong with a field and goes there, wherever it is in the window.
     void Refuse(QWidget& field, const QString& why);
 
   private:
     void FitToScreen();
 
     Surroundings around;
+    FittingArea* area;
     QVBoxLayout* body;
 };

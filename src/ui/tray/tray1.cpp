@@ -45,6 +45,7 @@ void Tray1::Connect() {
                     emit RestoreWanted();
             });
     connect(&icon, &QSystemTrayIcon::messageClicked, this, &Tray1::RestoreWanted);
+    connect(&icon, &QSystemTrayIcon::messageClicked, this, &Tray1::RemedyWanted);
     connect(&outages, &OutageWatch::Began, this, [this] {
         Tell(texts.Get("Tray", "Failing").arg(program.Run.Ongoing()->Why),
              QSystemTrayIcon::Warning);

@@ -39,6 +39,8 @@ class Tray1 : public QObject {
   signals:
     // The main window is to come back.
     void RestoreWanted();
+    // What a message has told of is to be put right.
+    void RemedyWanted();
     // The status window is to be shown, or hidden.
     void StatusWanted(bool shown);
 
