@@ -46,10 +46,14 @@ void RunStatus::Enter(RunState next, const Trouble& why) {
     const bool beneath =
         IsStep(next) && (state == RunState::Paused || state == RunState::Stopping ||
                          state == RunState::PublishingOffline);
-    const bool told = next == (beneath ? step : state) && why.Why == reason.Why;
-    if (told && why == reason) return;
+    const Trouble& known = beneath ? stepReason : reason;
+    const bool told = next == (beneath ? step : state) && why.Why == known.Why;
+    if (told && why == known) return;
     // A pause and a stop leave what is under way alone.
-    if (next != RunState::Paused && next != RunState::Stopping) step = next;
+    if (next != RunState::Paused && next != RunState::Stopping) {
+        step = next;
+        stepReason = why;
+    }
     if (!told) log.LogState(NameOf(next) + (why.Why.isEmpty() ? QString() : ": " + why.Why));
     if (!beneath) {
         FollowTrouble(next, why);
@@ -73,7 +77,7 @@ void RunStatus::FollowTrouble(RunState next, const Trouble& why) {
 void RunStatus::Resume() {
     if (state != RunState::Paused) return;
     state = RunState::Stopped;  // so that the step is entered in its own right
-    Enter(step);
+    Enter(step, Trouble(stepReason));
 }
 
 bool RunStatus::Running() const {

@@ -93,6 +93,7 @@ class RunStatus : public QObject {
     RunState state = RunState::Stopped;
     RunState step = RunState::Stopped;
     Trouble reason;
+    Trouble stepReason;  // of the step beneath
     std::optional<Trouble> ongoing;
     qint64 since;
     std::optional<qint64> troubleSince;

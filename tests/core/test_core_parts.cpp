@@ -134,6 +134,7 @@ class TestCoreParts : public QObject {
         run.Enter(RunState::Paused);
         fails(30);
         run.Resume();
+        QCOMPARE(run.Reason(), "no server");
         fails(9);
         QCOMPARE(began.count(), 1);
         fails(1);
