@@ -67,9 +67,8 @@ const QColor DayStrip::DurationColour(0xa0, 0x5c, 0xc8);
 
 DayStrip::DayStrip(QWidget* parent) : QAbstractSlider(parent) {
     setOrientation(Qt::Horizontal);
-    setRange(0, lastIndex);
+    setRange(-lastIndex, 0);
     setPageStep(hour);
-    setValue(lastIndex);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -147,7 +146,7 @@ int DayStrip::PlaceOf(int index) const {
 }
 
 void DayStrip::mouseMoveEvent(QMouseEvent* event) {
-    setValue(IndexAt(event->position().toPoint().x()));
+    setValue(minimum() + IndexAt(event->position().toPoint().x()));
 }
 
 // It is for the window around, which may have to scroll.
@@ -180,6 +179,7 @@ void DayStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const int width = Bars().width();
     std::vector<Column> columns;
+    columns.reserve(static_cast<std::size_t>(std::max(0, width)));
     for (int x = 0; x < width; ++x)
         columns.push_back(ColumnOf(IndexAt(margin + x), IndexAt(margin + x + 1)));
     painter.setPen(Contrast::Outline(palette()));
@@ -247,7 +247,7 @@ void DayStrip::PaintHours(QPainter& painter) const {
 }
 
 void DayStrip::PaintChoice(QPainter& painter) const {
-    const int x = PlaceOf(value());
+    const int x = PlaceOf(Index());
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawLine(x, Graph().top(), x, Bars().bottom());
     if (!hasFocus()) return;

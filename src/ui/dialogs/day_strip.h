@@ -13,7 +13,8 @@ class QPainter;
 
 // The last 24 hours as a picture: a bar for each minute, as high and in the colour of what the
 // program did; above it, as lines, how large the pictures were and how long their uploads took. The
-// slider's value is the minute that is looked at, which the mouse and the arrow keys move.
+// slider's value is the minute that is looked at, 0 now and -60 an hour ago, which the mouse and
+// the arrow keys move.
 class DayStrip : public QAbstractSlider {
     Q_OBJECT
 
@@ -24,8 +25,8 @@ class DayStrip : public QAbstractSlider {
     void Show(const DayRecord& ownRecord, const QDateTime& ownNow);
 
     // What is looked at: the minute, and the time of day at its beginning.
-    [[nodiscard]] MinuteRecord Minute() const { return MinuteAt(value()); }
-    [[nodiscard]] QDateTime Time() const { return TimeAt(value()); }
+    [[nodiscard]] MinuteRecord Minute() const { return MinuteAt(Index()); }
+    [[nodiscard]] QDateTime Time() const { return TimeAt(Index()); }
     // What the lines reach at most: bytes of a picture, milliseconds of its upload.
     [[nodiscard]] double MostBytes() const;
     [[nodiscard]] double MostMilliseconds() const;
@@ -57,6 +58,7 @@ class DayStrip : public QAbstractSlider {
 
     [[nodiscard]] MinuteRecord MinuteAt(int index) const;
     [[nodiscard]] QDateTime TimeAt(int index) const;
+    [[nodiscard]] int Index() const { return value() - minimum(); }
     [[nodiscard]] int IndexAt(int x) const;
     [[nodiscard]] int PlaceOf(int index) const;
     [[nodiscard]] Column ColumnOf(int from, int to) const;

@@ -86,7 +86,6 @@ QString DayView::Text(const QString& key) const {
 void DayView::ShowTexts() {
     title->setText(Text("Day"));
     Strip->setAccessibleName(Text("Day"));
-    Strip->setToolTip(Text("DayHelp"));
     for (const Entry& entry : std::as_const(legend)) {
         QPixmap mark(fontMetrics().ascent(), fontMetrics().ascent());
         mark.fill(entry.Colour);
