@@ -186,7 +186,7 @@ class TestMainWindow : public QObject {
         program.Start();
         frmSkin& window = *program.Window;
         window.preview->SetPicture(QImage(64, 48, QImage::Format_RGB32));
-        const VisitorsView& visitors = *window.visitors;
+        VisitorsView& visitors = *window.visitors;
         const auto publish = [&](const QString& file) {
             program.Core->State.KeepPublished(program.Folder.filePath(file),
                                               program.Time.Milliseconds());
@@ -198,15 +198,15 @@ class TestMainWindow : public QObject {
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QTest::keyClick(&window, Qt::Key_F4);
         QVERIFY2(!window.pic_klappe->isVisible(), "the flap would hide it");
-        QCOMPARE(visitors.Caption(), "Nothing was published since the start");
+        QCOMPARE(visitors.lblAge->text(), "Nothing was published since the start");
         publish("pw.jpg");
         program.Time.Advance(12'000);
         QVERIFY(shows(Qt::yellow));
-        QCOMPARE(visitors.Caption(), "Visitors see a picture 12 s old");
+        QCOMPARE(visitors.lblAge->text(), "Visitors see a picture 12 s old");
         publish("new.jpg");
         program.Time.Advance(300'000);
         QVERIFY(shows(Qt::cyan));
-        QCOMPARE(visitors.Caption(), "Visitors see a picture 5 min old");
+        QCOMPARE(visitors.lblAge->text(), "Visitors see a picture 5 min old");
         QCOMPARE(window.btnView->text(), "Camera");
         QTest::mouseClick(window.btnView, Qt::LeftButton);
         QVERIFY(visitors.isHidden() && !shows(Qt::cyan));

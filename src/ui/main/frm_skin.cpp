@@ -79,8 +79,8 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
       LEDLeft(new PictureBox(this)),
       LEDReigth(new PictureBox(this)),
       preview(new PreviewArea(this)),
-      visitors(new VisitorsView(ownProgram, preview)),
       btnView(new GlyphButton(GlyphButton::Glyph::Eye, preview)),
+      visitors(new VisitorsView(ownProgram, btnView->width(), preview)),
       cbDriver(new QComboBox(this)),
       Label_Driver(new QLabel(this)),
       lblStatus(new QLabel(this)),
@@ -96,7 +96,6 @@ frmSkin::frmSkin(Program& ownProgram, const SkinFolders& skinFolders, MessageBox
     views->setContentsMargins({});
     views->addWidget(visitors, 0, 0);
     views->addWidget(btnView, 0, 0, Qt::AlignRight | Qt::AlignBottom);
-    visitors->SetTexts(*texts);
     btnStop->setEnabled(false);
     btnPause->setEnabled(false);
     SetTabOrder();
@@ -222,8 +221,8 @@ void frmSkin::changeEvent(QEvent* event) {
 void frmSkin::ShowPreviewSettings() {
     preview->SetStretched(program.State.Values.StretchPreview);
     preview->SetCentred(program.State.Values.CenterVideo);
-    visitors->SetStretched(program.State.Values.StretchPreview);
-    visitors->SetCentred(program.State.Values.CenterVideo);
+    visitors->Picture->SetStretched(program.State.Values.StretchPreview);
+    visitors->Picture->SetCentred(program.State.Values.CenterVideo);
     if (!program.State.Values.Preview) preview->Clear();
 }
 
@@ -243,7 +242,6 @@ void frmSkin::closeEvent(QCloseEvent* event) {
 
 void frmSkin::SetTexts(const Texts& ownTexts) {
     texts = &ownTexts;
-    visitors->SetTexts(ownTexts);
     connect(texts, &Texts::Changed, this, &frmSkin::ShowTexts);
     ShowTexts();
 }
@@ -257,7 +255,7 @@ void frmSkin::ShowViewTexts() {
     const QString key = visitors->isHidden() ? QString("Visitors") : "CameraAgain";
     NameButton(*btnView, Word(key), Word(key + "Help"), Qt::Key_F4);
     btnView->setShortcut({});  // the window's own works behind the closed flap as well
-    visitors->update();
+    visitors->ShowTexts(*texts);
 }
 
 void frmSkin::ShowTexts() {

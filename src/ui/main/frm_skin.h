@@ -40,8 +40,8 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     PictureBox* LEDLeft;    // lit while online
     PictureBox* LEDReigth;  // lit while a picture is being sent
     PreviewArea* preview;
+    GlyphButton* btnView;    // changes between camera and visitors
     VisitorsView* visitors;  // over the preview when it is wanted
-    GlyphButton* btnView;    // changes between the two
     QComboBox* cbDriver;
     QLabel* Label_Driver;
     QLabel* lblStatus;

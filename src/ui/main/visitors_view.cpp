@@ -3,8 +3,10 @@
 #include "base/waiting.h"
 #include "core/main_state.h"
 #include "core/program.h"
+#include "ui/widgets/preview_area.h"
 
-#include <QPainter>
+#include <QLabel>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -14,13 +16,32 @@ constexpr qint64 longInSeconds = 120;  // more is told in minutes, and the same 
 
 }  // namespace
 
-VisitorsView::VisitorsView(Program& ownProgram, QWidget* parent)
-    : PreviewArea(parent), program(ownProgram), second(ownProgram.Wait.OwnClock(), milliseconds) {
+VisitorsView::VisitorsView(Program& ownProgram, int rightMargin, QWidget* parent)
+    : QWidget(parent),
+      Picture(new PreviewArea),
+      lblAge(new QLabel),
+      program(ownProgram),
+      second(ownProgram.Wait.OwnClock(), milliseconds) {
     hide();
+    setAutoFillBackground(true);
+    setPalette(
+        QPalette(Qt::white, Qt::black, Qt::white, Qt::black, Qt::gray, Qt::white, Qt::black));
+    lblAge->setWordWrap(true);
+    lblAge->setContentsMargins(4, 2, rightMargin, 2);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins({});
+    rows->setSpacing(0);
+    rows->addWidget(Picture, 1);
+    rows->addWidget(lblAge);
     connect(&second, &Timer::Tick, this, &VisitorsView::Follow);
 }
 
-QString VisitorsView::Caption() const {
+void VisitorsView::ShowTexts(const Texts& ownTexts) {
+    texts = &ownTexts;
+    if (isVisible()) Follow();
+}
+
+QString VisitorsView::Age() const {
     const auto text = [this](const QString& key) { return texts->Get("frmSkin", key); };
     if (!program.State.Published) return text("NothingPublished");
     const qint64 now = program.Wait.OwnClock().Milliseconds();
@@ -39,38 +60,23 @@ void VisitorsView::Follow() {
         const QSize room = (QSizeF(size()) * devicePixelRatioF()).toSize();
         const QImage whole(published->File);
         const bool large = whole.width() > room.width() && whole.height() > room.height();
-        SetPicture(
+        Picture->SetPicture(
             large ? whole.scaled(room, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
                   : whole);
         shown = published->At;
     }
-    setAccessibleName(Caption());
-    update();
-}
-
-void VisitorsView::paintEvent(QPaintEvent* event) {
-    PreviewArea::paintEvent(event);
-    constexpr int margin = 4;
-    const QColor veil(0, 0, 0, 0xb0);
-    QPainter painter(this);
-    QRect strip = rect();
-    strip.setTop(strip.bottom() + 1 - fontMetrics().height() - 2 * margin);
-    painter.fillRect(strip, veil);
-    painter.setPen(Qt::white);
-    const QRect words = strip.adjusted(2 * margin, 0, -2 * margin, 0);
-    painter.drawText(words, Qt::AlignLeft | Qt::AlignVCenter,
-                     fontMetrics().elidedText(Caption(), Qt::ElideRight, words.width()));
+    lblAge->setText(Age());
 }
 
 void VisitorsView::showEvent(QShowEvent* event) {
-    PreviewArea::showEvent(event);
+    QWidget::showEvent(event);
     shown.reset();
     Follow();
     second.SetEnabled(true);
 }
 
 void VisitorsView::hideEvent(QHideEvent* event) {
-    PreviewArea::hideEvent(event);
+    QWidget::hideEvent(event);
     second.SetEnabled(false);
-    Clear();
+    Picture->Clear();
 }
