@@ -7,7 +7,6 @@
 #include "picture/picture_state.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"
-#include "ui/status/status_texts.h"
 #include "ui/widgets/preview_area.h"
 
 #include <QBuffer>
@@ -124,13 +123,11 @@ void PicturePage::ShowIntervals(qint64 wanted) {
 }
 
 QString PicturePage::IntervalName(qint64 milliseconds) const {
-    if (std::ranges::find(intervals, milliseconds) == intervals.end())
-        return Text("EveryOther").arg(StatusTexts::Interval(milliseconds));
+    if (milliseconds == second) return Text("EverySecond");
     if (milliseconds == minute) return Text("EveryMinute");
     if (milliseconds == 60 * minute) return Text("EveryHour");
-    const bool seconds = milliseconds < minute;
-    return Text(seconds ? QString("EverySeconds") : "EveryMinutes")
-        .arg(milliseconds / (seconds ? second : minute));
+    if (milliseconds % minute == 0) return Text("EveryMinutes").arg(milliseconds / minute);
+    return Text("EverySeconds").arg(static_cast<double>(milliseconds) / second);
 }
 
 // Without a picture there is nothing that visitors could see.
