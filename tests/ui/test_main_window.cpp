@@ -7,11 +7,13 @@
 #include "ui/widgets/preview_area.h"
 #include "ui/window_fixture.h"
 
+#include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -210,6 +212,20 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.btnView->text(), "Camera");
         QTest::mouseClick(window.btnView, Qt::LeftButton);
         QVERIFY(visitors.isHidden() && !shows(Qt::cyan));
+    }
+
+    void LargeLettersKeepToThePlate() {
+        const QFont usual = QApplication::font();
+        const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
+        QFont large = usual;
+        large.setPointSize(18);
+        QApplication::setFont(large);
+        WindowFixture program;
+        program.Set("Cameras", "Cam0", "Gate|test:64x48");
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QVERIFY(!window.Label_Driver->geometry().intersects(window.cbDriver->geometry()));
+        QVERIFY(window.cbDriver->fontMetrics().height() < window.cbDriver->height());
     }
 
     void PauseBlinksInItsPlace() {

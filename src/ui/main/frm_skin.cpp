@@ -216,6 +216,7 @@ void frmSkin::ColourDriver() {
 void frmSkin::changeEvent(QEvent* event) {
     ShapedWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) ColourDriver();
+    if (event->type() == QEvent::FontChange) FitDriverFont();
 }
 
 void frmSkin::ShowPreviewSettings() {
@@ -299,6 +300,7 @@ void frmSkin::LoadBackground(Skin& skin) {
 void frmSkin::ApplySkinLayout(Skin& skin) {
     LoadPictures(skin);
     ColourDriver();
+    FitDriverFont();
     delete layout();
     if (!HasBackground()) {
         LayOutPlain();
@@ -386,6 +388,15 @@ int frmSkin::RoomFor(const QRect& strip) const {
 bool frmSkin::InDriverArea(const QWidget* control) const {
     return control == Label_Driver || control == cbDriver || control == lblStatus ||
            control == btnRemedy;
+}
+
+// A skin has a plate of fixed size for them; beside one, they follow the desktop's letters.
+void frmSkin::FitDriverFont() {
+    constexpr int most = 13;  // pixels
+    QFont letters = font();
+    if (HasBackground() && QFontInfo(letters).pixelSize() > most) letters.setPixelSize(most);
+    for (QWidget* control : std::initializer_list<QWidget*>{Label_Driver, cbDriver, lblStatus})
+        control->setFont(letters);
 }
 
 void frmSkin::PlaceDriverArea() {

@@ -100,6 +100,7 @@ class frmSkin : public ShapedWindow, public StatusDisplay, public SkinnedWindow 
     [[nodiscard]] int RoomFor(const QRect& strip) const;
     [[nodiscard]] bool InDriverArea(const QWidget* control) const;
     void PlaceDriverArea();
+    void FitDriverFont();
     void PlaceStatus();
     static void WriteOn(QWidget& label, const QColor& ground);
     void ColourDriver();
