@@ -13,9 +13,12 @@ class DragWindow {
     // A press: only the left button moves the window.
     void Press(QWidget& window, const QMouseEvent& event);
     void Move(const QMouseEvent& event);
-    void Release() { moved = nullptr; }
+    void Release() { pressed = moved = nullptr; }
 
   private:
-    QPointer<QWidget> moved;  // while this class does the moving
-    QPoint grip;              // from the window's top left corner to the pointer
+    void Begin();
+
+    QPointer<QWidget> pressed;  // until the mouse moves
+    QPointer<QWidget> moved;    // while this class does the moving
+    QPoint grip;                // from the window's top left corner to the pointer
 };
