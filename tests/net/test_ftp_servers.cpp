@@ -19,12 +19,14 @@ class TestFtpServers : public QObject {
 
   private slots:
     void Transfers_data() {
-        const Rows<Kind, QString> row;
-        row("vsftpd", Kind::Vsftpd, "cam");
-        row("pyftpdlib", Kind::Pyftpdlib, "k@m:$!§ü x");
+        const Rows<Kind, bool, QString> row;
+        row("vsftpd", Kind::Vsftpd, false, "cam");
+        row("vsftpd, passive", Kind::Vsftpd, true, "cam");
+        row("pyftpdlib", Kind::Pyftpdlib, false, "k@m:$!§ü x");
+        row("pyftpdlib, passive", Kind::Pyftpdlib, true, "cam");
     }
     void Transfers() {
-        const auto [kind, user] = Row<Kind, QString>();
+        const auto [kind, passive, user] = Row<Kind, bool, QString>();
         const QString password = " p$@:!§ü \"x\" ";
         const QString folder = "a $@:!§ü b";
         const QString name = "ü $@!§ 1.jpg";
@@ -33,6 +35,7 @@ class TestFtpServers : public QObject {
         QVERIFY(QDir(server.Root()).mkdir(folder));
         QVERIFY(QFile::setPermissions(server.Root() + folder, QFile::Permissions(0x7777)));
         FtpBench bench(server.Port(), Quiet);
+        bench.Client.SetPassive(passive);
         bench.Client.SetUserName(user);
         bench.Client.SetPassword(password);
         QVERIFY(bench.Client.Connect());

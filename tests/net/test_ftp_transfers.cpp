@@ -1,8 +1,12 @@
+#include "net/ftp/ftp_passive.h"
 #include "net/ftp/listing.h"
 #include "net/ftp_bench.h"
 #include "support/data_rows.h"
 
 #include <QTcpSocket>
+
+using Script = QList<FtpFault>;
+using enum ServerFault;
 
 // Transfers against the scripted server: what is on the wire, and what happens when it is wrong.
 class TestFtpTransfers : public QObject {
@@ -80,6 +84,8 @@ class TestFtpTransfers : public QObject {
     void ReachesServersByEveryAddress_data() {
         const Rows<QHostAddress, QString, QString> row;
         row("name", QHostAddress::LocalHost, "localhost", "PORT 127,0,0,1,");
+        row("IPv4 in IPv6, passive", QHostAddress::LocalHost, "::ffff:127.0.0.1", "EPSV");
+        row("IPv6, passive", QHostAddress::LocalHostIPv6, "[::1]", "EPSV");
         row("IPv4 in IPv6", QHostAddress::LocalHost, "::ffff:127.0.0.1", "PORT 127,0,0,1,");
         row("IPv6", QHostAddress::LocalHostIPv6, "[::1]", "EPRT |2|::1|");
     }
@@ -89,6 +95,7 @@ class TestFtpTransfers : public QObject {
         ScriptedFtpServer other(patient.Clock, address);
         patient.Client.SetRemoteHost(host);
         patient.Client.SetRemotePort(other.Port());
+        patient.Client.SetPassive(announced == "EPSV");
         QVERIFY(patient.Client.Connect());
         QVERIFY(patient.Client.PutFile({}, "a", patient.Local("x"), false));
         QVERIFY(patient.AwaitReply(226));
@@ -141,6 +148,66 @@ class TestFtpTransfers : public QObject {
         QVERIFY(server->Files["a"] == Content(9000));
         QCOMPARE(server->DataConnections, connections);
         QCOMPARE(refused.count(), connections - 1);
+    }
+
+    void SendsPassively_data() {
+        const Rows<Script, QString, ServerFault> row;
+        const FtpFault noEpsv = Says("EPSV", {"500 what?\r\n"});
+        row("EPSV", {}, "EPSV STOR EPSV STOR", None);
+        row("EPSV refused", {noEpsv}, "EPSV PASV STOR PASV STOR", None);
+        row("EPSV without a port", {Says("EPSV", {"229 ok\r\n"})}, "EPSV PASV STOR PASV STOR",
+            None);
+        row("both refused", {noEpsv, Says("PASV", {"502 no\r\n"})}, "EPSV PASV", PassiveBlocked);
+        row("PASV nonsense", {noEpsv, Says("PASV", {"227 (127,0,0,1,256,1)\r\n"})}, "EPSV PASV",
+            PassiveBlocked);
+        row("nobody listens", {{.Verb = "EPSV", .NoDataConnection = true}}, "EPSV STOR",
+            PassiveBlocked);
+        row("the server waits in vain",
+            {{.Verb = "STOR", .Chunks = {"150 x\r\n", "425 no\r\n"}, .NoDataConnection = true}},
+            "EPSV STOR", PassiveBlocked);
+        row("STOR refused", {Says("STOR", {"553 no\r\n"})}, "EPSV STOR", None);
+    }
+    void SendsPassively() {
+        const auto [script, verbs, fault] = Row<Script, QString, ServerFault>();
+        const bool sent = verbs.count("STOR") == 2;
+        server->Script = script;
+        server->PasvAddress = "10,1,2,3";  // of no use to anybody
+        bench->Client.SetPassive(true);
+        const qint64 start = bench->Clock.Milliseconds();
+        for (int turn = 0; turn < (sent ? 2 : 1); ++turn) {
+            const QString local = bench->Local(Content(20'000));
+            QCOMPARE(bench->Client.PutFile({}, "a", local, false) && bench->AwaitReply(226), sent);
+        }
+        QVERIFY(bench->Clock.Milliseconds() - start < 5000);
+        QCOMPARE(bench->Client.Fault().Is, fault);
+        QVERIFY(!sent || server->Files["a"] == Content(20'000));
+        QStringList exchange;
+        for (const QString& line : std::as_const(server->Commands))
+            if (!line.startsWith("TYPE")) exchange << line.section(u' ', 0, 0);
+        QCOMPARE(exchange.join(u' '), verbs);
+    }
+
+    void FindsThePort_data() {
+        Rows<QString, int>({{"229 a (b) (|||6446|)\r\n", 6446},
+                            {"229-a\r\n229 b (!!!65535!)\r\n", 65535},
+                            {"229 (||||)", 0},
+                            {"229 (|||0|)", 0},
+                            {"229 (|||65536|)", 0},
+                            {"229 (|||123456|)", 0},
+                            {"229 (|||+21|)", 0},
+                            {"229 (|1|10.0.0.1|21|)", 0},
+                            {"200 (|||6446|)", 0},
+                            {"227 Entering (10,0,0,1,4,11).\r\n", 1035},
+                            {"227 10,0,0,1,255,255", 65535},
+                            {"227 3 (10,0,0,1,0,0)", 0},
+                            {"227 (10,0,0,1,4,256)", 0},
+                            {"227 (10,0,0,1,4,11,5)", 0},
+                            {"227 (10,0,0,1,4)", 0},
+                            {"227 (1,,0,1,4,11)", 0}});
+    }
+    void FindsThePort() {
+        const auto [reply, port] = Row<QString, int>();
+        QCOMPARE(EpsvPort(reply).value_or(0) + PasvPort(reply).value_or(0), port);
     }
 
     void LeavesTheServersFileAlone() {

@@ -13,15 +13,16 @@
 struct FtpFault {
     // The command; "CONNECT" is the greeting, "DONE" the reply at the end of a transfer.
     QString Verb;
-    int Occurrence = 0;             // the n-th time it comes, from 1; 0: every time
-    QStringList Chunks = {};        // sent in place of the reply, one after another, a byte for
-                                    // each character
-    int DelayMilliseconds = 0;      // of the clock, before the reply
-    bool Silent = false;            // no reply
-    bool CloseControl = false;      // the connection is closed after the reply
-    bool NoDataConnection = false;  // the transfer is announced, but nobody connects
-    int DataBytes = -1;             // the data connection is closed after so many bytes
-    int AwaySeconds = 0;            // closes everything, and takes connections again after so long
+    int Occurrence = 0;         // the n-th time it comes, from 1; 0: every time
+    QStringList Chunks = {};    // sent in place of the reply, one after another, a byte for
+                                // each character
+    int DelayMilliseconds = 0;  // of the clock, before the reply
+    bool Silent = false;        // no reply
+    bool CloseControl = false;  // the connection is closed after the reply
+    // The transfer is announced, but nobody connects, or at EPSV listens.
+    bool NoDataConnection = false;
+    int DataBytes = -1;   // the data connection is closed after so many bytes
+    int AwaySeconds = 0;  // closes everything, and takes connections again after so long
     // The data connection comes from this address; when it is closed without a byte, another one
     // comes from the server's own.
     QString DataFrom = {};
@@ -75,6 +76,7 @@ class ScriptedFtpServer : public QObject {
     QString Password;                      // empty: any
     bool RefuseRenameOver = false;         // RNTO over an existing file is a 550
     bool RepliesBeforeConnecting = false;  // 150 first, then the data connection
+    QString PasvAddress = QStringLiteral("127,0,0,1");
 
     QStringList Commands;     // every line received, in order, over all connections
     int Connections = 0;      // control connections so far

@@ -42,7 +42,9 @@ void ScriptedFtpSession::Handle(const QString& line) {
     if (usual.isEmpty() && !loggedIn) usual = QStringLiteral("530 not logged in");
     if (usual.isEmpty() && verb == QStringLiteral("STOR")) return StartUpload(PathOf(argument));
     if (usual.isEmpty()) usual = HandleFile(verb, argument);
-    ReplyAs(server.Meet(verb), usual);
+    const FtpFault fault = server.Meet(verb);
+    if (fault.NoDataConnection) passive.close();
+    ReplyAs(fault, usual);
     if (verb == QStringLiteral("QUIT")) output << Output{{}, true};
     Pump();
 }
@@ -66,9 +68,11 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
     if (verb == QStringLiteral("PORT")) {
         const QStringList parts = argument.split(u',');
         if (parts.size() != 6) return QStringLiteral("501 wrong address");
+        passive.close();
         dataPort = static_cast<quint16>(parts[4].toInt() * 256 + parts[5].toInt());
         return QStringLiteral("200 port set");
     }
+    if (verb == QStringLiteral("EPSV") || verb == QStringLiteral("PASV")) return Listen(verb);
     if (verb == QStringLiteral("EPRT")) {
         dataPort = argument.section(u'|', 3, 3).toUShort();
         return argument.startsWith(u"|2|::1|") ? QStringLiteral("200 port set")
@@ -82,6 +86,17 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
         return there ? QStringLiteral("350 to?") : QStringLiteral("550 no such file");
     }
     return QStringLiteral("500 unknown command");
+}
+
+QString ScriptedFtpSession::Listen(const QString& verb) {
+    passive.close();
+    passive.listen(control->localAddress());
+    const int port = passive.serverPort();
+    if (verb == QStringLiteral("EPSV")) return QStringLiteral("229 go (|||%1|)").arg(port);
+    return QStringLiteral("227 go (%1,%2,%3)")
+        .arg(server.PasvAddress)
+        .arg(port / 256)
+        .arg(port % 256);
 }
 
 QString ScriptedFtpSession::ChangeFolder(const QString& folder) {
@@ -173,18 +188,32 @@ void ScriptedFtpSession::StartUpload(const QString& path) {
 }
 
 void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path, bool announced) {
+    if (passive.isListening() && !passive.hasPendingConnections()) {
+        connect(
+            &passive, &QTcpServer::newConnection, this,
+            [this, fault, path, announced] { OpenData(fault, path, announced); },
+            Qt::SingleShotConnection);
+        return;
+    }
+    if (passive.isListening()) {
+        data = passive.nextPendingConnection();
+        return DataOpened(fault, path, announced);
+    }
     data = new QTcpSocket(this);
     if (!fault.DataFrom.isEmpty()) data->bind(QHostAddress(fault.DataFrom));
-    connect(data, &QTcpSocket::connected, this, [this, fault, path, announced] {
-        ++server.DataConnections;
-        if (!announced) ReplyAs(fault, QStringLiteral("150 opening"));
-        ReceiveData(fault, path);
-    });
+    connect(data, &QTcpSocket::connected, this,
+            [this, fault, path, announced] { DataOpened(fault, path, announced); });
     connect(data, &QTcpSocket::errorOccurred, this, [this](QTcpSocket::SocketError error) {
         if (error != QTcpSocket::ConnectionRefusedError) return;
         EndData(QStringLiteral("425 cannot connect"));
     });
     data->connectToHost(control->peerAddress(), dataPort);
+}
+
+void ScriptedFtpSession::DataOpened(const FtpFault& fault, const QString& path, bool announced) {
+    ++server.DataConnections;
+    if (!announced) ReplyAs(fault, QStringLiteral("150 opening"));
+    ReceiveData(fault, path);
 }
 
 void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path) {

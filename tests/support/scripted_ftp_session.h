@@ -30,18 +30,21 @@ class ScriptedFtpSession : public QObject {
 
     [[nodiscard]] QString HandleLogin(const QString& verb, const QString& argument);
     [[nodiscard]] QString HandleFile(const QString& verb, const QString& argument);
+    [[nodiscard]] QString Listen(const QString& verb);
     [[nodiscard]] QString ChangeFolder(const QString& folder);
     [[nodiscard]] QString RenameTo(const QString& path);
     [[nodiscard]] QString PathOf(const QString& name) const;
 
     void StartUpload(const QString& path);
     void OpenData(const FtpFault& fault, const QString& path, bool announced);
+    void DataOpened(const FtpFault& fault, const QString& path, bool announced);
     void ReceiveData(const FtpFault& fault, const QString& path);
     void EndData(const QString& reply);
 
     ScriptedFtpServer& server;
     QTcpSocket* control;
     QTcpSocket* data = nullptr;
+    QTcpServer passive;
     QByteArray input;
     QList<Output> output;
     bool pumping = false;  // something was sent just now

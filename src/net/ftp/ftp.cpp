@@ -137,6 +137,11 @@ void FTP::SetDataFromAnywhere(bool anywhere) {
     emit PropertyChanged(QStringLiteral("DataFromAnywhere"));
 }
 
+void FTP::SetPassive(bool passive) {
+    properties.Passive = passive;
+    emit PropertyChanged(QStringLiteral("Passive"));
+}
+
 void FTP::SetTimeOut(qint16 seconds) {
     properties.TimeOut = seconds;
     emit PropertyChanged(QStringLiteral("TimeOut"));

@@ -5,11 +5,11 @@
 #include "net/ftp/ftp_listing.h"
 #include "net/ftp/ftp_upload.h"
 
-// The FTP client: active mode over IPv4 and IPv6, one operation at a time. Each operation waits
-// through the event loop until it is done and returns whether it succeeded; the reason of a failure
-// is stored as last error (for the user, across runs) and announced by Error. The host must not
-// start an operation, nor delete the client, from a handler of its signals. Texts with control
-// characters are refused before anything is sent.
+// The FTP client: active or passive mode over IPv4 and IPv6, one operation at a time. Each
+// operation waits through the event loop until it is done and returns whether it succeeded; the
+// reason of a failure is stored as last error (for the user, across runs) and announced by Error.
+// The host must not start an operation, nor delete the client, from a handler of its signals. Texts
+// with control characters are refused before anything is sent.
 class FTP : public QObject {
     Q_OBJECT
 
@@ -35,6 +35,10 @@ class FTP : public QObject {
     // picture: for servers behind several addresses.
     [[nodiscard]] bool DataFromAnywhere() const { return properties.DataFromAnywhere; }
     void SetDataFromAnywhere(bool anywhere);
+    // Whether the client opens the data connections (EPSV, or PASV where the server does not know
+    // that), and not the server: for a computer that nobody can reach.
+    [[nodiscard]] bool Passive() const { return properties.Passive; }
+    void SetPassive(bool passive);
     // Seconds: the limit on the waits of one operation.
     [[nodiscard]] qint16 TimeOut() const { return properties.TimeOut; }
     void SetTimeOut(qint16 seconds);
@@ -89,6 +93,9 @@ class FTP : public QObject {
     [[nodiscard]] bool Greeted() const { return commands.Control.WelcomeReceived; }
     // Whether the login still stands; false as soon as the server has closed the connection.
     [[nodiscard]] bool IsConnected() const { return commands.Control.LoggedIn; }
+
+    // Why the last Connect or transfer failed, where that was the way of the data.
+    [[nodiscard]] ServerAnswer Fault() const { return commands.Fault; }
 
   signals:
     void ReceiveProgress(qint32 received, qint32 expected);

@@ -36,14 +36,15 @@ FtpCommands::FtpCommands(Waiting& ownWaiting, StatusDisplay& display,
       waiting(ownWaiting),
       properties(ownProperties) {}
 
-bool FtpCommands::SendCommand(const QString& command, const QString& argument, int expected) {
+bool FtpCommands::SendCommand(const QString& command, const QString& argument, int expected,
+                              const std::function<bool()>& hopeless) {
     AwaitLastLine();
     TimeOut.Begin(properties.TimeOut);
     Control.ForgetReply();
     const QString line = command + u' ' + argument;
     emit CommandSentToServer(line);
     Control.SendLine(argument.isEmpty() ? command : line);
-    const Waiting::End end = AwaitReply();
+    const Waiting::End end = AwaitReply(hopeless);
     TimeOut.Stop();
 
     if (TimeOut.TimedOut()) {
@@ -52,7 +53,10 @@ bool FtpCommands::SendCommand(const QString& command, const QString& argument, i
             QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten").arg(command));
         return false;
     }
-    if (end == Waiting::End::Hopeless) SetLastError(generalError, NoConnection(command));
+    if (end == Waiting::End::Hopeless) {
+        SetLastError(generalError, NoConnection(command));
+        if (Control.Stands()) Control.Close();
+    }
     if (end != Waiting::End::Done) return false;
     // Another reply may have come behind it.
     const int code = Control.Lines.Codes.first();
@@ -80,9 +84,9 @@ int FtpCommands::Ask(const QString& line) {
     return 0;
 }
 
-Waiting::End FtpCommands::AwaitReply() {
+Waiting::End FtpCommands::AwaitReply(const std::function<bool()>& hopeless) {
     const auto replied = [this] { return Control.ReplyCode() != 0; };
-    const Waiting::End end = Wait(replied);
+    const Waiting::End end = Wait(replied, hopeless);
     if (replied() || end == Waiting::End::Closing) return end;
     Control.CountOpenReply();
     if (!replied()) return end;

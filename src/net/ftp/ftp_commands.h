@@ -4,6 +4,7 @@
 #include "net/ftp/ftp_control_connection.h"
 #include "net/ftp/ftp_properties.h"
 #include "net/ftp/ftp_time_out.h"
+#include "net/server_answer.h"
 
 #include <QStringList>
 
@@ -20,8 +21,10 @@ class FtpCommands : public QObject {
     // Sends the command, with a blank and the argument unless that is empty, and waits for the end
     // of the reply; one that has not ended in time counts as what its code says. True when the code
     // is `expected` (AnyCode: whatever it is). Else a last error is recorded; only a wait that ends
-    // with the program records none.
-    bool SendCommand(const QString& command, const QString& argument, int expected);
+    // with the program records none. A wait that `hopeless` ends takes the connection with it,
+    // because a late answer would pass for the reply to the next command.
+    bool SendCommand(const QString& command, const QString& argument, int expected,
+                     const std::function<bool()>& hopeless = {});
 
     // See FTP::Ask.
     [[nodiscard]] int Ask(const QString& line);
@@ -41,7 +44,7 @@ class FtpCommands : public QObject {
                       const std::function<bool()>& hopeless = {});
     // Waits for the reply to the command just sent. Done: it has come, or had begun when the time
     // was up or the connection broke.
-    Waiting::End AwaitReply();
+    Waiting::End AwaitReply(const std::function<bool()>& hopeless = {});
     // Waits, within the time-out, for the end of a reply that has begun: its last lines must not
     // be taken for the reply to the next command.
     void AwaitLastLine();
@@ -51,6 +54,7 @@ class FtpCommands : public QObject {
 
     FtpControlConnection Control;
     FtpTimeOut TimeOut;
+    ServerAnswer Fault;  // see FTP
 
   signals:
     void CommandSentToServer(const QString& command);

@@ -17,7 +17,7 @@ FtpControlConnection::FtpControlConnection(Clock& clock, QObject* parent)
 
 void FtpControlConnection::Open(const QString& host, qint32 port) {
     Close();
-    WelcomeReceived = false;
+    WelcomeReceived = EpsvRefused = false;
     ReplyText.clear();
     Lines.Reset();
     received.clear();

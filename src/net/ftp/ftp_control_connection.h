@@ -42,7 +42,8 @@ class FtpControlConnection : public QObject {
     bool Connected = false;        // established, not closed since, login not refused
     bool WelcomeReceived = false;  // the server's 220
     bool LoggedIn = false;
-    QString ReplyText;  // what arrived last, with what it is the rest of
+    bool EpsvRefused = false;  // on this connection
+    QString ReplyText;         // what arrived last, with what it is the rest of
     ReplyLines Lines;
 
   signals:

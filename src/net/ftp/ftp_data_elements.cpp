@@ -1,14 +1,27 @@
 #include "net/ftp/ftp_data_elements.h"
 
+#include "net/ftp/ftp_passive.h"
 #include "net/ftp/ftp_text.h"
+
+namespace {
+constexpr int portNotUnderstood = 500;
+constexpr int passiveMode = 227;
+constexpr int noDataConnection = 425;
+}  // namespace
 
 FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& ownProperties,
                                  QObject* parent)
-    : QObject(parent), commands(ownCommands), properties(ownProperties) {}
+    : QObject(parent), commands(ownCommands), properties(ownProperties) {
+    connect(&commands.Control, &FtpControlConnection::Replied, this, &FtpDataElements::OnReply);
+}
 
 void FtpDataElements::Load(Role role, qint32 size) {
     auto* element = new Winsock(commands.OwnClock(), this);
     loaded.push_back(element);
+    passive = properties.Passive;
+    reached = false;
+    commands.Fault = {};
+    connect(element, &Winsock::Connected, this, [this] { reached = true; });
     connect(element, &Winsock::ConnectionRequest, this, [this, element] { Take(*element); });
     connect(element, &Winsock::SendComplete, this,
             [this, role, size] { emit SendComplete(role, size); });
@@ -16,7 +29,7 @@ void FtpDataElements::Load(Role role, qint32 size) {
         connect(element, &Winsock::DataArrival, this,
                 [this, element, role, size] { emit DataArrival(role, size, element->GetData()); });
     }
-    element->Listen(commands.Control.LocalAddress());
+    if (!passive) element->Listen(commands.Control.LocalAddress());
 }
 
 void FtpDataElements::Take(Winsock& element) {
@@ -24,12 +37,17 @@ void FtpDataElements::Take(Winsock& element) {
     if (properties.DataFromAnywhere || peer == commands.Control.PeerAddress()) {
         element.Close();
         element.Accept();
+        reached = true;
     } else {
         emit StrangerRefused(peer.toString());
     }
 }
 
 bool FtpDataElements::Announce() {
+    return passive ? AskForPort() : TellPort();
+}
+
+bool FtpDataElements::TellPort() {
     const QHostAddress address = commands.Control.LocalAddress();
     const quint16 port = loaded.back()->LocalPort();
     if (address.protocol() == QAbstractSocket::IPv4Protocol)
@@ -37,8 +55,49 @@ bool FtpDataElements::Announce() {
     return commands.SendCommand(QStringLiteral("EPRT"), EprtArgument(address, port), 200);
 }
 
+bool FtpDataElements::AskForPort() {
+    const std::optional<quint16> port = PassivePort();
+    if (!port || loaded.empty()) return false;
+    loaded.back()->Connect(QList{commands.Control.PeerAddress()}, *port);
+    return true;
+}
+
+// Who does not know EPSV, or gives an answer to it that makes no sense, is not asked again.
+std::optional<quint16> FtpDataElements::PassivePort() {
+    FtpControlConnection& control = commands.Control;
+    if (!control.EpsvRefused) {
+        if (!commands.SendCommand(QStringLiteral("EPSV"), {}, FtpCommands::AnyCode)) return {};
+        if (const auto port = EpsvPort(control.ReplyText)) return port;
+        control.EpsvRefused = true;
+    }
+    const bool answered = commands.SendCommand(QStringLiteral("PASV"), {}, passiveMode);
+    const auto port = answered ? PasvPort(control.ReplyText) : std::nullopt;
+    if (answered && !port)
+        commands.SetLastError(portNotUnderstood,
+                              QStringLiteral("Der Befehl \"PASV\" ist fehlgeschlagen."));
+    if (!port && control.ReplyCode() != 0)
+        commands.Fault = {ServerFault::PassiveBlocked, control.ReplyText.trimmed()};
+    return port;
+}
+
+// May come after the transfer has been given up.
+void FtpDataElements::OnReply(int code) {
+    if (code == noDataConnection && passive)
+        commands.Fault = {ServerFault::PassiveBlocked, commands.Control.ReplyText.trimmed()};
+}
+
+// Of the transfer whose element is about to be unloaded.
+void FtpDataElements::FindFault() {
+    const FtpControlConnection& control = commands.Control;
+    // Who has refused the transfer, or has gone, needs no connection for it.
+    const bool wanted = Failed() || (control.Stands() && !control.Refused());
+    if (passive && !reached && !Cancelled && wanted)
+        commands.Fault = {ServerFault::PassiveBlocked, {}};
+}
+
 void FtpDataElements::Unload() {
     if (loaded.empty()) return;
+    FindFault();
     Winsock* const element = loaded.back();
     loaded.pop_back();
     // This may run in a handler of the element's own signal.
@@ -49,8 +108,8 @@ void FtpDataElements::Unload() {
 
 void FtpDataElements::Cancel() {
     while (DataIndex() >= 1) {
-        Unload();
         Cancelled = true;
+        Unload();
     }
 }
 
@@ -58,8 +117,12 @@ Winsock::ElementState FtpDataElements::State() const {
     return loaded.empty() ? Winsock::StateClosed : loaded.back()->State();
 }
 
-bool FtpDataElements::Gone() const {
-    return State() != Winsock::StateListening && State() != Winsock::StateConnected;
+bool FtpDataElements::Pending() const {
+    return State() == Winsock::StateListening || State() == Winsock::StateConnecting;
+}
+
+bool FtpDataElements::Failed() const {
+    return State() == Winsock::StateError && !reached;
 }
 
 void FtpDataElements::Send(const QByteArray& bytes) {

@@ -2,9 +2,11 @@
 
 #include "net/ftp/ftp_commands.h"
 
+#include <optional>
 #include <vector>
 
-// The data connections: one listening element for each transfer, stacked on one another. Normally
+// The data connections: one element for each transfer, stacked on one another, that listens, or in
+// passive mode connects. Normally
 // there is at most one; an element that a failed transfer left behind stays below the next ones
 // until Cancel takes it away. Bytes are received on the first element only.
 class FtpDataElements : public QObject {
@@ -19,15 +21,17 @@ class FtpDataElements : public QObject {
     // The number of the highest element loaded; 0 when there is none.
     [[nodiscard]] int DataIndex() const { return static_cast<int>(loaded.size()); }
 
-    // Loads an element that listens where the control connection comes from. Unless the properties
-    // say otherwise, only the server's own address may connect (RFC 2577): who else is faster at
-    // the port is closed, and the element goes on listening. size: bytes that will be sent or are
-    // expected.
+    // Loads an element that, unless the mode is passive, listens where the control connection comes
+    // from. Unless the properties say otherwise, only the server's own address may connect
+    // (RFC 2577): who else is faster at the port is closed, and the element goes on listening.
+    // size: bytes that will be sent or are expected.
     void Load(Role role, qint32 size = 0);
     // Tells the server where to connect to, by PORT, or by EPRT where the control connection runs
-    // over IPv6. False when it refuses.
+    // over IPv6; in passive mode asks it for a port, by EPSV or PASV, and begins to connect there.
+    // False when it refuses.
     [[nodiscard]] bool Announce();
-    // Closes and unloads the highest element, if there is one. After a Cancel there is none.
+    // Closes and unloads the highest element, if there is one. After a Cancel there is none. A
+    // connection that has not come about is told of as the client's fault.
     void Unload();
 
     // Closes and unloads all elements and marks the transfer that runs on them as cancelled.
@@ -35,8 +39,12 @@ class FtpDataElements : public QObject {
 
     // State of the highest element; closed when there is none.
     [[nodiscard]] Winsock::ElementState State() const;
-    // The data connection cannot come any more, or has ended.
-    [[nodiscard]] bool Gone() const;
+    // The data connection may still come.
+    [[nodiscard]] bool Pending() const;
+    // It cannot come any more, or has ended.
+    [[nodiscard]] bool Gone() const { return !Pending() && State() != Winsock::StateConnected; }
+    // It could not be opened, so that no answer of the server is worth a wait.
+    [[nodiscard]] bool Failed() const;
     // Sends bytes on the highest element.
     void Send(const QByteArray& bytes);
     // Closes the highest element but leaves it loaded.
@@ -52,8 +60,15 @@ class FtpDataElements : public QObject {
 
   private:
     void Take(Winsock& element);
+    [[nodiscard]] bool TellPort();
+    [[nodiscard]] bool AskForPort();
+    [[nodiscard]] std::optional<quint16> PassivePort();
+    void OnReply(int code);
+    void FindFault();
 
     FtpCommands& commands;
     const FtpProperties& properties;
     std::vector<Winsock*> loaded;  // children of this object
+    bool passive = false;          // the transfer that runs
+    bool reached = false;          // its connection has been there
 };

@@ -32,7 +32,7 @@ bool FtpListing::DirListing(const QString& localPath) {
     elements.Load(FtpDataElements::Role::Lister);
     if (!elements.Announce()) return false;
 
-    commands.SendCommand(QStringLiteral("LIST"), {}, 150);
+    SendList();
     const auto ended = [this] {
         return elements.State() == Winsock::StatePeerClosing || elements.Cancelled;
     };
@@ -70,11 +70,15 @@ qint32 FtpListing::SizeByListing(const QString& name) {
     return size;
 }
 
+void FtpListing::SendList() {
+    commands.SendCommand(QStringLiteral("LIST"), {}, 150, [this] { return elements.Failed(); });
+}
+
 bool FtpListing::FetchListing() {
-    commands.SendCommand(QStringLiteral("LIST"), {}, 150);
+    SendList();
     // Some servers answer first and connect then.
     commands.TimeOut.Continue();
-    const auto connected = [this] { return elements.State() != Winsock::StateListening; };
+    const auto connected = [this] { return !elements.Pending(); };
     const auto refused = [this] { return commands.Control.Refused(); };
     const Waiting::End end = commands.Wait(connected, refused);
     commands.TimeOut.Stop();

@@ -28,6 +28,7 @@ class FtpListing : public QObject {
   private:
     bool OpenLocal(const QString& path);
     qint32 SizeByListing(const QString& name);
+    void SendList();
     bool FetchListing();
     void AwaitEndOfTransfer();
 

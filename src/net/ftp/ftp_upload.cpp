@@ -15,7 +15,8 @@ bool FtpUpload::PutFile(const QString& folder, const QString& name, const QStrin
     bool sent = false;
     if (Prepare(folder, ascii)) {
         // A refusal shows in the waits that follow.
-        commands.SendCommand(QStringLiteral("STOR"), name, 150);
+        commands.SendCommand(QStringLiteral("STOR"), name, 150,
+                             [this] { return elements.Failed(); });
         sent = Transfer();
         commands.TimeOut.Stop();
         elements.Unload();
