@@ -1,5 +1,6 @@
 #include "net/winsock.h"
 
+#include "net/tls_socket.h"
 #include "platform/socket_options.h"
 
 #include <QHostInfo>
@@ -8,6 +9,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+#include <functional>
 #include <utility>
 
 namespace {
@@ -31,6 +33,23 @@ Winsock::ConnectEnd EndOf(QAbstractSocket::SocketError error) {
     return error == QAbstractSocket::ConnectionRefusedError ? Refused : Unreachable;
 }
 
+// Its connections are sockets of another kind.
+class Listener : public QTcpServer {
+  public:
+    Listener(const std::function<QTcpSocket*()>& ownMake, QObject* parent)
+        : QTcpServer(parent), make(ownMake) {}
+
+  protected:
+    void incomingConnection(qintptr descriptor) override {
+        QTcpSocket* const socket = make();
+        socket->setSocketDescriptor(descriptor);
+        addPendingConnection(socket);
+    }
+
+  private:
+    std::function<QTcpSocket*()> make;
+};
+
 }  // namespace
 
 Winsock::Winsock(Clock& clock, QObject* parent)
@@ -42,6 +61,7 @@ Winsock::Winsock(Clock& clock, QObject* parent)
 }
 
 void Winsock::Connect(const QString& host, qint32 port) {
+    if (tls && tls->PeerName.isEmpty()) tls->PeerName = WithoutBrackets(host);
     if (Begin(port)) Resolve(WithoutBrackets(host));
 }
 
@@ -52,6 +72,7 @@ void Winsock::Connect(const QList<QHostAddress>& addresses, qint32 port) {
 bool Winsock::Begin(qint32 port) {
     Close();
     connectEnd = ConnectEnd::None;
+    tlsAnswer = {};
     const bool possible = port >= 1 && port <= 65535;
     if (possible) remotePort = static_cast<quint16>(port);
     state = possible ? StateResolving : StateError;
@@ -78,14 +99,23 @@ void Winsock::TryNext() {
     patience.SetEnabled(false);
     patience.SetEnabled(!untried.isEmpty());
     state = StateConnecting;
-    Use(new QTcpSocket(this));
+    Use(NewSocket());
     socket->setProxy(QNetworkProxy::NoProxy);
     socket->connectToHost(address, remotePort);
 }
 
+QTcpSocket* Winsock::NewSocket() {
+    return tls ? new TlsSocket(*tls, this) : new QTcpSocket(this);
+}
+
+TlsSocket* Winsock::Tls() const {
+    return qobject_cast<TlsSocket*>(socket);
+}
+
 void Winsock::Listen(const QHostAddress& address) {
     Close();
-    listener = new QTcpServer(this);
+    tlsAnswer = {};
+    listener = new Listener([this] { return NewSocket(); }, this);
     listener->setProxy(QNetworkProxy::NoProxy);
     connect(listener, &QTcpServer::newConnection, this, &Winsock::TakeRequest);
     state = listener->listen(address) ? StateListening : StateError;
@@ -107,13 +137,19 @@ void Winsock::Accept() {
     Use(std::exchange(request, nullptr));
     state = StateConnected;
     SetUpSocket();
+    static_cast<void>(HoldForTls());
 }
 
 void Winsock::Use(QTcpSocket* newSocket) {
     socket = newSocket;
     connect(socket, &QTcpSocket::connected, this, &Winsock::Established);
     connect(socket, &QTcpSocket::readyRead, this, &Winsock::DataArrival);
-    connect(socket, &QTcpSocket::bytesWritten, this, &Winsock::Written);
+    if (const TlsSocket* const secure = Tls()) {
+        connect(secure, &TlsSocket::Established, this, &Winsock::Encrypted);
+        connect(secure, &TlsSocket::encryptedBytesWritten, this, &Winsock::Written);
+    } else {
+        connect(socket, &QTcpSocket::bytesWritten, this, &Winsock::Written);
+    }
     connect(socket, &QTcpSocket::errorOccurred, this, &Winsock::Ended);
     connect(socket, &QTcpSocket::disconnected, this, &Winsock::Ended);
 }
@@ -126,14 +162,51 @@ void Winsock::SetUpSocket() {
 
 void Winsock::Established() {
     patience.SetEnabled(false);
+    untried.clear();
     state = StateConnected;
     connectEnd = ConnectEnd::Established;
     SetUpSocket();
+    if (!HoldForTls()) emit Connected();
+}
+
+void Winsock::SetTls(const std::optional<TlsTerms>& terms, TlsStart start) {
+    tls = terms;
+    tlsStart = start;
+}
+
+// Whether the connection that stands counts only when it is encrypted.
+bool Winsock::HoldForTls() {
+    if (!Tls() || tlsStart == TlsStart::Later) return false;
+    state = StateConnecting;
+    if (tlsStart == TlsStart::AtOnce) Handshake();
+    return true;
+}
+
+void Winsock::StartTls() {
+    tlsStart = TlsStart::AtOnce;
+    if (Tls() && Tls()->state() == QTcpSocket::ConnectedState && !Tls()->Begun()) Handshake();
+}
+
+void Winsock::Handshake() {
+    state = StateConnecting;
+    Tls()->Begin();
+}
+
+void Winsock::Encrypted() {
+    state = StateConnected;
     emit Connected();
 }
 
+ServerAnswer Winsock::TlsAnswer() const {
+    return state == StateConnecting && Tls() ? Tls()->Verdict() : tlsAnswer;
+}
+
+TlsTerms Winsock::ForOneMore() const {
+    return Tls() ? Tls()->ForOneMore() : TlsTerms{};
+}
+
 void Winsock::Written() {
-    if (handingOver || !sending || socket->bytesToWrite() > 0) return;
+    if (handingOver || !sending || !AllTaken()) return;
     const QScopedValueRollback now(handingOver, true);
     int left = mostAtOnce;
     do {
@@ -142,11 +215,16 @@ void Winsock::Written() {
     } while (Taken(--left > 0));
 }
 
+bool Winsock::AllTaken() const {
+    const TlsSocket* const secure = Tls();
+    return socket->bytesToWrite() == 0 && (!secure || secure->encryptedBytesToWrite() == 0);
+}
+
 // Whether the system has taken what a handler of SendComplete has sent; with `atOnce` without a
 // pass through the event loop, which costs more than a block.
 bool Winsock::Taken(bool atOnce) {
     if (atOnce && state == StateConnected) socket->flush();
-    return state == StateConnected && sending && socket->bytesToWrite() == 0;
+    return state == StateConnected && sending && AllTaken();
 }
 
 void Winsock::Ended() {
@@ -156,8 +234,10 @@ void Winsock::Ended() {
                                    socket->error() == QTcpSocket::UnknownSocketError);
     if (socket->bytesAvailable() > 0) emit DataArrival();
     if (!socket) return;
-    if (!stood) connectEnd = EndOf(socket->error());
-    if (!stood && !untried.isEmpty()) {
+    const bool reached = stood || (Tls() && Tls()->Begun());
+    if (!reached) connectEnd = EndOf(socket->error());
+    if (Tls()) tlsAnswer = Tls()->Verdict();
+    if (!reached && !untried.isEmpty()) {
         Drop(std::exchange(socket, nullptr));
         return TryNext();
     }
@@ -169,6 +249,12 @@ void Winsock::Ended() {
 void Winsock::Drop(QTcpSocket* old) {
     if (!old) return;
     old->disconnect(this);
+    auto* const secure = qobject_cast<TlsSocket*>(old);
+    if (secure) secure->flush();
+    const bool inOrder = secure && secure->isEncrypted() &&
+                         secure->state() == QTcpSocket::ConnectedState &&
+                         secure->bytesToWrite() == 0 && secure->encryptedBytesToWrite() == 0;
+    if (inOrder) return secure->Leave(parent() ? parent() : this);
     old->abort();
     old->deleteLater();
 }

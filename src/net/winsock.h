@@ -1,13 +1,18 @@
 #pragma once
 
 #include "base/clock.h"
+#include "net/server_answer.h"
+#include "net/tls_terms.h"
 
 #include <QByteArray>
 #include <QHostAddress>
 #include <QString>
 
+#include <optional>
+
 class QTcpServer;
 class QTcpSocket;
+class TlsSocket;
 
 // One element of a socket control: it connects, or listens and accepts a single connection. Faults
 // show in State() and never in a return value. It may be closed, and its owner may schedule its
@@ -20,7 +25,7 @@ class Winsock : public QObject {
         StateClosed = 0,
         StateListening = 2,
         StateResolving = 4,
-        StateConnecting = 6,
+        StateConnecting = 6,  // or beginning to encrypt
         StateConnected = 7,
         StatePeerClosing = 8,  // the peer has closed; what it sent before has been delivered
         StateError = 9,
@@ -52,6 +57,21 @@ class Winsock : public QObject {
     void Accept();
     // Where that connection comes from.
     [[nodiscard]] QHostAddress RequestAddress() const;
+
+    enum class TlsStart {
+        Later,      // connected in the clear until StartTls
+        AtOnce,     // encrypted before it counts as connected
+        WhenAsked,  // the same, but it waits for StartTls
+    };
+    // How what Connect and Listen begin from now on is encrypted; without terms it never is.
+    void SetTls(const std::optional<TlsTerms>& terms, TlsStart start);
+    // Encrypts the connection as soon as it stands. Connected follows, or the state becomes
+    // StateError.
+    void StartTls();
+    // Why a connection that was to be encrypted is not, or not yet; kept after Close.
+    [[nodiscard]] ServerAnswer TlsAnswer() const;
+    // The terms of further connections to the server of this one, which is encrypted.
+    [[nodiscard]] TlsTerms ForOneMore() const;
 
     // Closes whatever is open. What SendComplete has reported still reaches the peer.
     void Close();
@@ -87,10 +107,16 @@ class Winsock : public QObject {
     void TryEach(const QList<QHostAddress>& addresses);
     void TryNext();
     void Drop(QTcpSocket* old);
+    [[nodiscard]] QTcpSocket* NewSocket();
+    [[nodiscard]] TlsSocket* Tls() const;
     void Use(QTcpSocket* newSocket);
     void TakeRequest();
     void Established();
+    [[nodiscard]] bool HoldForTls();
+    void Handshake();
+    void Encrypted();
     void Written();
+    [[nodiscard]] bool AllTaken() const;
     bool Taken(bool atOnce);
     void Ended();
     void SetUpSocket();
@@ -108,4 +134,7 @@ class Winsock : public QObject {
     QList<QHostAddress> untried;
     quint16 remotePort = 0;
     Timer patience;  // with an address that does not answer
+    std::optional<TlsTerms> tls;
+    TlsStart tlsStart = TlsStart::Later;
+    ServerAnswer tlsAnswer;
 };

@@ -1,5 +1,6 @@
 #include "platform/socket_options.h"
 
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
@@ -23,4 +24,12 @@ void SocketOptions::DetectDeadPeer(qintptr descriptor) {
     // While data is on its way there are no probes, and resending alone would go on for a quarter
     // of an hour.
     Set(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, 120'000);
+}
+
+qintptr SocketOptions::Duplicate(qintptr descriptor) {
+    return fcntl(static_cast<int>(descriptor), F_DUPFD_CLOEXEC, 0);
+}
+
+void SocketOptions::EndSending(qintptr descriptor) {
+    shutdown(static_cast<int>(descriptor), SHUT_WR);
 }

@@ -30,3 +30,16 @@ void SocketOptions::DetectDeadPeer(qintptr descriptor) {
     setsockopt(socket, IPPROTO_TCP, longestResending, reinterpret_cast<const char*>(&resendSeconds),
                sizeof resendSeconds);
 }
+
+qintptr SocketOptions::Duplicate(qintptr descriptor) {
+    WSAPROTOCOL_INFOW info{};
+    if (WSADuplicateSocketW(static_cast<SOCKET>(descriptor), GetCurrentProcessId(), &info) != 0)
+        return NoDescriptor;
+    return static_cast<qintptr>(WSASocketW(FROM_PROTOCOL_INFO, FROM_PROTOCOL_INFO,
+                                           FROM_PROTOCOL_INFO, &info, 0,
+                                           WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT));
+}
+
+void SocketOptions::EndSending(qintptr descriptor) {
+    shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
+}

@@ -1,6 +1,6 @@
 #include "ui/settings/remedy.h"
 
-#include "ui/texts/texts.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 #include <array>
