@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/certificates.h"
 #include "net/ftp/ftp.h"
 #include "support/file_bytes.h"
 #include "support/recording_display.h"
@@ -8,6 +9,7 @@
 
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSslCertificate>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -23,6 +25,12 @@ struct FtpBench {
         Client.SetUserName(QStringLiteral("cam"));
         Client.SetPassword(QStringLiteral("secret"));
         Client.SetProgramFolder(Folder.path());
+    }
+
+    // Encrypts, and takes that certificate of the server.
+    void Trust(const char* pem) {
+        Client.SetSecurity(FtpSecurity::Explicit);
+        Client.SetTrusted(Certificates::Fingerprint(QSslCertificate(pem)));
     }
 
     // Writes a local file of that content and returns its path.

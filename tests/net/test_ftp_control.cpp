@@ -1,7 +1,11 @@
 #include "net/ftp_bench.h"
 #include "support/data_rows.h"
+#include "support/test_certificates.h"
+
+#include <QSslConfiguration>
 
 using Script = QList<FtpFault>;
+using enum ServerFault;
 
 namespace {
 const QString NameTimeOut = QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten");
@@ -9,6 +13,11 @@ const QString Failed = QStringLiteral("Der Befehl \"%1\" ist fehlgeschlagen.");
 const QString NoConnection = QStringLiteral(
     "Die Operation \"%1\" konnte nicht ausgeführt werden, keine aktive Verbindung vorhanden.");
 const QString Unreached = QStringLiteral("Verbindungsanfrage hat das Zeitlimit überschritten");
+const QString InStore = QStringLiteral("in the system's store");
+
+QString FingerprintOf(const QByteArray& certificate) {
+    return Certificates::Fingerprint(QSslCertificate(certificate));
+}
 }  // namespace
 
 class TestFtpControl : public QObject {
@@ -66,6 +75,87 @@ class TestFtpControl : public QObject {
         // No late line of the login is taken for the reply to the next command.
         server->Files["a"] = "x";
         QVERIFY(bench->Client.KillFile({}, "a"));
+    }
+
+    void Encrypts_data() {
+        const Rows<Script, QByteArray, QString, bool, ServerFault> row;
+        using namespace TestCertificates;
+        const QString good = FingerprintOf(Good);
+        row("accepted", {}, Good, good.toLower().remove(u':'), false, None);
+        row("accepted, at once", {}, Good, good, true, None);
+        row("vouched for", {}, Good, InStore, false, None);
+        row("nobody vouches", {}, Good, {}, false, CertificateUnknown);
+        row("another name", {}, Elsewhere, InStore, false, CertificateWrongName);
+        row("expired", {}, Expired, InStore, true, CertificateExpired);
+        row("changed", {}, Elsewhere, good, false, CertificateChanged);
+        row("changed to a vouched one", {}, Good, InStore + FingerprintOf(Elsewhere), false,
+            CertificateChanged);
+        row("no TLS", {}, {}, good, false, NoEncryption);
+        row("no TLS at once", {}, {}, good, true, NotThisWay);
+        row("no TLS for data", {Says("PROT", {"536 no\r\n"})}, Good, good, false, NoEncryption);
+        row("words in the clear", {Says("AUTH", {"234 go\r\n220 b\r\n"})}, Good, good, false,
+            EncryptionBroken);
+        const auto ends = [](const QStringList& chunks, bool closes) {
+            return FtpFault{
+                .Verb = "AUTH", .Chunks = chunks, .CloseControl = closes, .NoDataConnection = true};
+        };
+        row("nonsense", {ends({"234 go\r\n", "230 b\r\n"}, false)}, Good, good, false,
+            EncryptionBroken);
+        row("silence", {ends({"234 go\r\n"}, false)}, Good, good, false, EncryptionBroken);
+        row("closed", {ends({"234 go\r\n"}, true)}, Good, good, false, EncryptionBroken);
+    }
+    void Encrypts() {
+        const auto [script, certificate, trusted, atOnce, fault] =
+            Row<Script, QByteArray, QString, bool, ServerFault>();
+        const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
+        if (trusted.startsWith(InStore)) {
+            QSslConfiguration vouching = usual;
+            vouching.addCaCertificate(QSslCertificate(certificate));
+            QSslConfiguration::setDefaultConfiguration(vouching);
+        }
+        server->Script = script;
+        if (!certificate.isEmpty()) server->SetTls(certificate, atOnce);
+        bench->Client.SetSecurity(atOnce ? FtpSecurity::Implicit : FtpSecurity::Explicit);
+        bench->Client.SetTrusted(QString(trusted).remove(InStore));
+        QCOMPARE(bench->Client.Connect(), fault == None);
+        QSslConfiguration::setDefaultConfiguration(usual);
+        QCOMPARE(bench->Client.IsConnected(), fault == None);
+        QCOMPARE(bench->Client.Fault().Is, fault);
+        QCOMPARE(bench->Errors.count(), fault == None ? 0 : 1);
+        const QString shown = certificate.isEmpty() ? QString() : FingerprintOf(certificate);
+        const bool ofCertificate = fault >= CertificateUnknown && fault <= CertificateChanged;
+        QVERIFY(!ofCertificate || bench->Client.Fault().Reply == shown);
+        const bool loggedIn = fault == None || server->Script.value(0).Verb == "PROT";
+        const QStringList exchange{"USER cam", "PASS secret", "PBSZ 0", "PROT P"};
+        if (!atOnce) QCOMPARE(server->Commands.value(0), QString("AUTH TLS"));
+        QCOMPARE(server->Commands.mid(atOnce ? 0 : 1, 4), loggedIn ? exchange : QStringList());
+    }
+
+    void EncryptsData_data() {
+        const Rows<Script, QByteArray, bool, ServerFault> row;
+        using namespace TestCertificates;
+        row("active", {}, Good, false, None);
+        row("passive", {}, Good, true, None);
+        row("in the clear", {}, {}, true, EncryptionBroken);
+        row("another server", {}, Elsewhere, false, EncryptionBroken);
+        row("session wanted", {Says("DONE", {"522 reuse required\r\n"})}, Good, false,
+            SessionNotResumed);
+        row("refused", {Says("STOR", {"553 no\r\n"})}, Good, true, None);
+    }
+    void EncryptsData() {
+        const auto [script, certificate, passive, fault] =
+            Row<Script, QByteArray, bool, ServerFault>();
+        server->Script = script;
+        server->SetTls(TestCertificates::Good, false);
+        server->DataCertificate = certificate;
+        bench->Trust(TestCertificates::Good);
+        bench->Client.SetPassive(passive);
+        QVERIFY(bench->Client.Connect());
+        const QString local = bench->Local(Content(100'000));
+        const bool sent = bench->Client.PutFile({}, "a", local, false) && bench->AwaitReply(226);
+        QCOMPARE(sent, fault == None && script.isEmpty());
+        QCOMPARE(bench->Client.Fault().Is, fault);
+        QVERIFY(!sent || server->Files["a"] == Content(100'000));
     }
 
     void CountsDown() {

@@ -2,6 +2,7 @@
 #include "net/trial_bench.h"
 #include "support/data_rows.h"
 #include "support/real_ftp_server.h"
+#include "support/test_certificates.h"
 
 #include <QDir>
 
@@ -19,23 +20,29 @@ class TestFtpServers : public QObject {
 
   private slots:
     void Transfers_data() {
-        const Rows<Kind, bool, QString> row;
-        row("vsftpd", Kind::Vsftpd, false, "cam");
-        row("vsftpd, passive", Kind::Vsftpd, true, "cam");
-        row("pyftpdlib", Kind::Pyftpdlib, false, "k@m:$!§ü x");
-        row("pyftpdlib, passive", Kind::Pyftpdlib, true, "cam");
+        const Rows<Kind, bool, QString, QString> row;
+        row("vsftpd", Kind::Vsftpd, false, "", "cam");
+        row("vsftpd, passive", Kind::Vsftpd, true, "", "cam");
+        row("vsftpd, TLS 1.2", Kind::Vsftpd, false, "TLSv1.2", "cam");
+        row("vsftpd, TLS 1.3", Kind::Vsftpd, false, "TLSv1.3", "cam");
+        row("vsftpd, TLS 1.3, passive", Kind::Vsftpd, true, "TLSv1.3", "cam");
+        row("pyftpdlib", Kind::Pyftpdlib, false, "", "k@m:$!§ü x");
+        row("pyftpdlib, passive", Kind::Pyftpdlib, true, "", "cam");
+        row("pyftpdlib, TLS 1.2, passive", Kind::Pyftpdlib, true, "TLSv1.2", "cam");
+        row("pyftpdlib, TLS 1.3", Kind::Pyftpdlib, false, "TLSv1.3", "cam");
     }
     void Transfers() {
-        const auto [kind, passive, user] = Row<Kind, bool, QString>();
+        const auto [kind, passive, tls, user] = Row<Kind, bool, QString, QString>();
         const QString password = " p$@:!§ü \"x\" ";
         const QString folder = "a $@:!§ü b";
         const QString name = "ü $@!§ 1.jpg";
-        RealFtpServer server(kind, user, password);
+        RealFtpServer server(kind, user, password, tls);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         QVERIFY(QDir(server.Root()).mkdir(folder));
         QVERIFY(QFile::setPermissions(server.Root() + folder, QFile::Permissions(0x7777)));
         FtpBench bench(server.Port(), Quiet);
         bench.Client.SetPassive(passive);
+        if (!tls.isEmpty()) bench.Trust(TestCertificates::Good);
         bench.Client.SetUserName(user);
         bench.Client.SetPassword(password);
         QVERIFY(bench.Client.Connect());

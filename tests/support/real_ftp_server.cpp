@@ -1,5 +1,8 @@
 #include "support/real_ftp_server.h"
 
+#include "support/file_bytes.h"
+#include "support/test_certificates.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTcpServer>
@@ -10,7 +13,8 @@
 #include <unistd.h>
 #include <csignal>
 
-RealFtpServer::RealFtpServer(Kind kind, const QString& user, const QString& password) {
+RealFtpServer::RealFtpServer(Kind kind, const QString& user, const QString& password,
+                             const QString& tls) {
     process.setProcessChannelMode(QProcess::MergedChannels);
     // A process group of its own, so that its children end with it; and it ends with a test that
     // is killed.
@@ -27,7 +31,11 @@ RealFtpServer::RealFtpServer(Kind kind, const QString& user, const QString& pass
     port = probe.serverPort();
     const QString name = kind == Kind::Vsftpd ? QString("vsftpd") : QString("pyftpdlib");
     process.setProgram(QStringLiteral(STILLPOST_FTP_SERVERS "/") + name + "-server");
-    process.setArguments({folder.path(), QString::number(port), user, password});
+    QStringList arguments{folder.path(), QString::number(port), user, password};
+    if (!tls.isEmpty()) arguments << tls;
+    process.setArguments(arguments);
+    using namespace TestCertificates;
+    static_cast<void>(WriteBytes(folder.filePath("server.pem"), QByteArray(Key) + Good));
 }
 
 RealFtpServer::~RealFtpServer() {

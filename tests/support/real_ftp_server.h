@@ -12,8 +12,10 @@ class RealFtpServer {
     enum class Kind { Vsftpd, Pyftpdlib };
 
     // vsftpd logs in as user of the system: its name must be one, and its permissions count.
+    // tls: "TLSv1.2" or "TLSv1.3", with the good one of TestCertificates; empty: none.
     explicit RealFtpServer(Kind kind, const QString& user = QStringLiteral("cam"),
-                           const QString& password = QStringLiteral("secret"));
+                           const QString& password = QStringLiteral("secret"),
+                           const QString& tls = {});
     ~RealFtpServer();
     RealFtpServer(const RealFtpServer&) = delete;
     RealFtpServer& operator=(const RealFtpServer&) = delete;

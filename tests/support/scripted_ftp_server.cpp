@@ -1,6 +1,11 @@
 #include "support/scripted_ftp_server.h"
 
 #include "support/scripted_ftp_session.h"
+#include "support/test_certificates.h"
+
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslSocket>
 
 ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock, const QHostAddress& ownAddress)
     : clock(ownClock), address(ownAddress), back(ownClock, 1) {
@@ -15,6 +20,25 @@ ScriptedFtpServer::ScriptedFtpServer(Clock& ownClock, const QHostAddress& ownAdd
 
 ScriptedFtpServer::~ScriptedFtpServer() {
     for (ScriptedFtpSession* session : std::as_const(sessions)) delete session;
+}
+
+void ScriptedListener::incomingConnection(qintptr descriptor) {
+    QTcpSocket* const socket = Tls ? new QSslSocket(this) : new QTcpSocket(this);
+    socket->setSocketDescriptor(descriptor);
+    addPendingConnection(socket);
+}
+
+void ScriptedListener::Encrypt(QTcpSocket* socket, const QByteArray& certificate) {
+    auto* const secure = qobject_cast<QSslSocket*>(socket);
+    secure->setLocalCertificate(QSslCertificate(certificate));
+    secure->setPrivateKey(QSslKey(TestCertificates::Key, QSsl::Ec));
+    secure->startServerEncryption();
+}
+
+void ScriptedFtpServer::SetTls(const QByteArray& certificate, bool atOnce) {
+    Certificate = DataCertificate = certificate;
+    TlsAtOnce = atOnce;
+    listener.Tls = true;
 }
 
 void ScriptedFtpServer::Take() {

@@ -19,7 +19,7 @@ struct FtpFault {
     int DelayMilliseconds = 0;  // of the clock, before the reply
     bool Silent = false;        // no reply
     bool CloseControl = false;  // the connection is closed after the reply
-    // The transfer is announced, but nobody connects, or at EPSV listens.
+    // The transfer is announced, but nobody connects, or at EPSV listens, or at AUTH encrypts.
     bool NoDataConnection = false;
     int DataBytes = -1;   // the data connection is closed after so many bytes
     int AwaySeconds = 0;  // closes everything, and takes connections again after so long
@@ -45,6 +45,17 @@ inline FtpFault Dies(const QString& verb, int occurrence, int seconds) {
 
 class ScriptedFtpSession;
 
+// Its connections can be encrypted where Tls.
+class ScriptedListener : public QTcpServer {
+  public:
+    bool Tls = false;
+    // With the key of TestCertificates.
+    static void Encrypt(QTcpSocket* socket, const QByteArray& certificate);
+
+  protected:
+    void incomingConnection(qintptr descriptor) override;
+};
+
 // A well-behaved little FTP server in this process, with its files in memory, that misbehaves as
 // its script says. A script is a few lines of a test:
 //     server.Script = {{.Verb = "STOR", .Occurrence = 2, .Chunks = {"550 no\r\n"}}};
@@ -58,6 +69,9 @@ class ScriptedFtpServer : public QObject {
     ~ScriptedFtpServer() override;
 
     [[nodiscard]] quint16 Port() const { return port; }
+
+    // Takes connections with TLS from now on, of the certificate in PEM: after AUTH, or at once.
+    void SetTls(const QByteArray& certificate, bool atOnce);
 
     // Closes the control connections, as a server does with idle ones.
     void DropControl();
@@ -78,6 +92,10 @@ class ScriptedFtpServer : public QObject {
     bool RepliesBeforeConnecting = false;  // 150 first, then the data connection
     QString PasvAddress = QStringLiteral("127,0,0,1");
 
+    QByteArray Certificate;      // see SetTls
+    QByteArray DataCertificate;  // of the data connections, which are not encrypted without
+    bool TlsAtOnce = false;
+
     QStringList Commands;     // every line received, in order, over all connections
     int Connections = 0;      // control connections so far
     int OpenConnections = 0;  // control connections now
@@ -93,7 +111,7 @@ class ScriptedFtpServer : public QObject {
 
     Clock& clock;
     QHostAddress address;
-    QTcpServer listener;
+    ScriptedListener listener;
     quint16 port = 0;
     Timer back;
     QMap<QString, int> met;

@@ -1,5 +1,7 @@
 #include "support/scripted_ftp_session.h"
 
+#include <QSslSocket>
+
 ScriptedFtpSession::ScriptedFtpSession(ScriptedFtpServer& ownServer, QTcpSocket* socket)
     : server(ownServer), control(socket) {
     control->setParent(this);
@@ -11,6 +13,7 @@ ScriptedFtpSession::ScriptedFtpSession(ScriptedFtpServer& ownServer, QTcpSocket*
         --server.OpenConnections;
         deleteLater();
     });
+    if (server.TlsAtOnce) ScriptedListener::Encrypt(control, server.Certificate);
     ReplyAs(server.Meet(QStringLiteral("CONNECT")), QStringLiteral("220 ready"));
 }
 
@@ -38,6 +41,8 @@ void ScriptedFtpSession::Handle(const QString& line) {
     const qsizetype blank = line.indexOf(u' ');
     const QString verb = line.left(blank).toUpper();
     const QString argument = blank < 0 ? QString() : line.mid(blank + 1);
+    const bool encrypts = verb == QStringLiteral("AUTH") && !server.Certificate.isEmpty();
+    if (encrypts) return StartTls();
     QString usual = HandleLogin(verb, argument);
     if (usual.isEmpty() && !loggedIn) usual = QStringLiteral("530 not logged in");
     if (usual.isEmpty() && verb == QStringLiteral("STOR")) return StartUpload(PathOf(argument));
@@ -49,9 +54,19 @@ void ScriptedFtpSession::Handle(const QString& line) {
     Pump();
 }
 
+void ScriptedFtpSession::StartTls() {
+    const FtpFault fault = server.Meet(QStringLiteral("AUTH"));
+    if (fault.NoDataConnection) return ReplyAs(fault, {});
+    control->write(fault.Chunks.value(0, QStringLiteral("234 go\r\n")).toLatin1());
+    control->flush();
+    ScriptedListener::Encrypt(control, server.Certificate);
+}
+
 QString ScriptedFtpSession::HandleLogin(const QString& verb, const QString& argument) {
     if (verb == QStringLiteral("QUIT")) return QStringLiteral("221 bye");
     if (verb == QStringLiteral("NOOP")) return QStringLiteral("200 fine");
+    if (verb == QStringLiteral("AUTH")) return QStringLiteral("502 no TLS here");
+    if (verb == QStringLiteral("PBSZ")) return QStringLiteral("200 fine");
     if (verb == QStringLiteral("USER")) return QStringLiteral("331 password?");
     if (verb != QStringLiteral("PASS")) return {};
     loggedIn = server.Password.isEmpty() || server.Password == argument;
@@ -61,6 +76,10 @@ QString ScriptedFtpSession::HandleLogin(const QString& verb, const QString& argu
 QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argument) {
     const QString path = PathOf(argument);
     const bool there = server.Files.contains(path);
+    if (verb == QStringLiteral("PROT")) {
+        protectsData = argument == QStringLiteral("P");
+        return QStringLiteral("200 fine");
+    }
     if (verb == QStringLiteral("TYPE")) return QStringLiteral("200 type set");
     if (verb == QStringLiteral("CWD")) return ChangeFolder(argument);
     if (verb == QStringLiteral("CDUP")) return ChangeFolder(QStringLiteral(".."));
@@ -90,6 +109,7 @@ QString ScriptedFtpSession::HandleFile(const QString& verb, const QString& argum
 
 QString ScriptedFtpSession::Listen(const QString& verb) {
     passive.close();
+    passive.Tls = protectsData;
     passive.listen(control->localAddress());
     const int port = passive.serverPort();
     if (verb == QStringLiteral("EPSV")) return QStringLiteral("229 go (|||%1|)").arg(port);
@@ -197,9 +217,10 @@ void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path, bo
     }
     if (passive.isListening()) {
         data = passive.nextPendingConnection();
+        data->setParent(this);
         return DataOpened(fault, path, announced);
     }
-    data = new QTcpSocket(this);
+    data = protectsData ? new QSslSocket(this) : new QTcpSocket(this);
     if (!fault.DataFrom.isEmpty()) data->bind(QHostAddress(fault.DataFrom));
     connect(data, &QTcpSocket::connected, this,
             [this, fault, path, announced] { DataOpened(fault, path, announced); });
@@ -212,6 +233,8 @@ void ScriptedFtpSession::OpenData(const FtpFault& fault, const QString& path, bo
 
 void ScriptedFtpSession::DataOpened(const FtpFault& fault, const QString& path, bool announced) {
     ++server.DataConnections;
+    if (protectsData && !server.DataCertificate.isEmpty())
+        ScriptedListener::Encrypt(data, server.DataCertificate);
     if (!announced) ReplyAs(fault, QStringLiteral("150 opening"));
     ReceiveData(fault, path);
 }

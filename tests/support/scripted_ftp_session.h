@@ -30,6 +30,7 @@ class ScriptedFtpSession : public QObject {
 
     [[nodiscard]] QString HandleLogin(const QString& verb, const QString& argument);
     [[nodiscard]] QString HandleFile(const QString& verb, const QString& argument);
+    void StartTls();
     [[nodiscard]] QString Listen(const QString& verb);
     [[nodiscard]] QString ChangeFolder(const QString& folder);
     [[nodiscard]] QString RenameTo(const QString& path);
@@ -44,7 +45,8 @@ class ScriptedFtpSession : public QObject {
     ScriptedFtpServer& server;
     QTcpSocket* control;
     QTcpSocket* data = nullptr;
-    QTcpServer passive;
+    ScriptedListener passive;
+    bool protectsData = false;
     QByteArray input;
     QList<Output> output;
     bool pumping = false;  // something was sent just now

@@ -137,6 +137,16 @@ void FTP::SetDataFromAnywhere(bool anywhere) {
     emit PropertyChanged(QStringLiteral("DataFromAnywhere"));
 }
 
+void FTP::SetSecurity(FtpSecurity security) {
+    properties.Security = security;
+    emit PropertyChanged(QStringLiteral("Security"));
+}
+
+void FTP::SetTrusted(const QString& fingerprint) {
+    properties.Trusted = fingerprint;
+    emit PropertyChanged(QStringLiteral("Trusted"));
+}
+
 void FTP::SetPassive(bool passive) {
     properties.Passive = passive;
     emit PropertyChanged(QStringLiteral("Passive"));

@@ -5,7 +5,8 @@
 #include "net/ftp/ftp_listing.h"
 #include "net/ftp/ftp_upload.h"
 
-// The FTP client: active or passive mode over IPv4 and IPv6, one operation at a time. Each
+// The FTP client: active or passive mode over IPv4 and IPv6, in the clear or encrypted, one
+// operation at a time. Each
 // operation waits through the event loop until it is done and returns whether it succeeded; the
 // reason of a failure is stored as last error (for the user, across runs) and announced by Error.
 // The host must not start an operation, nor delete the client, from a handler of its signals. Texts
@@ -35,6 +36,11 @@ class FTP : public QObject {
     // picture: for servers behind several addresses.
     [[nodiscard]] bool DataFromAnywhere() const { return properties.DataFromAnywhere; }
     void SetDataFromAnywhere(bool anywhere);
+    // Whether both kinds of connections are encrypted, and whom to trust: see Certificates::Judge.
+    // Takes effect with the next Connect. A connection is never less than what was set.
+    [[nodiscard]] FtpSecurity Security() const { return properties.Security; }
+    void SetSecurity(FtpSecurity security);
+    void SetTrusted(const QString& fingerprint);
     // Whether the client opens the data connections (EPSV, or PASV where the server does not know
     // that), and not the server: for a computer that nobody can reach.
     [[nodiscard]] bool Passive() const { return properties.Passive; }
@@ -94,7 +100,8 @@ class FTP : public QObject {
     // Whether the login still stands; false as soon as the server has closed the connection.
     [[nodiscard]] bool IsConnected() const { return commands.Control.LoggedIn; }
 
-    // Why the last Connect or transfer failed, where that was the way of the data.
+    // Why the last Connect or transfer failed, where that was the encryption or the way of the
+    // data; a server may tell it after the transfer.
     [[nodiscard]] ServerAnswer Fault() const { return commands.Fault; }
 
   signals:

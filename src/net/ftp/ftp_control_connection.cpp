@@ -15,13 +15,24 @@ FtpControlConnection::FtpControlConnection(Clock& clock, QObject* parent)
     connect(&element, &Winsock::DataArrival, this, &FtpControlConnection::Receive);
 }
 
-void FtpControlConnection::Open(const QString& host, qint32 port) {
+void FtpControlConnection::Open(const FtpProperties& wanted) {
     Close();
     WelcomeReceived = EpsvRefused = false;
     ReplyText.clear();
     Lines.Reset();
     received.clear();
-    element.Connect(host, port);
+    Encrypts = wanted.Security != FtpSecurity::None;
+    const TlsTerms terms{.Trusted = wanted.Trusted};
+    const bool atOnce = wanted.Security == FtpSecurity::Implicit;
+    element.SetTls(Encrypts ? std::optional(terms) : std::nullopt,
+                   atOnce ? Winsock::TlsStart::AtOnce : Winsock::TlsStart::Later);
+    element.Connect(wanted.RemoteHost, wanted.RemotePort);
+}
+
+void FtpControlConnection::StartTls() {
+    Connected = false;
+    Lines.Reset();
+    element.StartTls();
 }
 
 void FtpControlConnection::Close() {

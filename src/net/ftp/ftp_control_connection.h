@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/clock.h"
+#include "net/ftp/ftp_properties.h"
 #include "net/ftp/ftp_reply.h"
 #include "net/winsock.h"
 
@@ -14,7 +15,10 @@ class FtpControlConnection : public QObject {
     explicit FtpControlConnection(Clock& clock, QObject* parent = nullptr);
 
     // Starts connecting, everything known of an earlier connection forgotten.
-    void Open(const QString& host, qint32 port);
+    void Open(const FtpProperties& wanted);
+    // Starts encryption on a connection that was to have it later. Connected is set once more when
+    // it stands.
+    void StartTls();
     void Close();
 
     // Sends the line in UTF-8 with its line end, before a Close that follows; ignored when there is
@@ -34,6 +38,10 @@ class FtpControlConnection : public QObject {
     [[nodiscard]] QHostAddress LocalAddress() const { return element.LocalAddress(); }
     [[nodiscard]] QHostAddress PeerAddress() const { return element.PeerAddress(); }
 
+    // See Winsock.
+    [[nodiscard]] ServerAnswer TlsAnswer() const { return element.TlsAnswer(); }
+    [[nodiscard]] TlsTerms ForOneMore() const { return element.ForOneMore(); }
+
     // Gets ready for the reply to the next command.
     void ForgetReply() { Lines.Forget(); }
     // See ReplyLines::CountOpen.
@@ -42,6 +50,7 @@ class FtpControlConnection : public QObject {
     bool Connected = false;        // established, not closed since, login not refused
     bool WelcomeReceived = false;  // the server's 220
     bool LoggedIn = false;
+    bool Encrypts = false;     // nothing but AUTH is said in the clear
     bool EpsvRefused = false;  // on this connection
     QString ReplyText;         // what arrived last, with what it is the rest of
     ReplyLines Lines;

@@ -7,6 +7,8 @@ namespace {
 constexpr int portNotUnderstood = 500;
 constexpr int passiveMode = 227;
 constexpr int noDataConnection = 425;
+constexpr int transferAborted = 426;
+constexpr int sessionWanted = 522;
 }  // namespace
 
 FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& ownProperties,
@@ -21,7 +23,10 @@ void FtpDataElements::Load(Role role, qint32 size) {
     passive = properties.Passive;
     reached = false;
     commands.Fault = {};
-    connect(element, &Winsock::Connected, this, [this] { reached = true; });
+    // A server that has just connected may not be ready for more than its own first words.
+    using enum Winsock::TlsStart;
+    if (commands.Control.Encrypts)
+        element->SetTls(commands.Control.ForOneMore(), passive ? AtOnce : WhenAsked);
     connect(element, &Winsock::ConnectionRequest, this, [this, element] { Take(*element); });
     connect(element, &Winsock::SendComplete, this,
             [this, role, size] { emit SendComplete(role, size); });
@@ -82,17 +87,34 @@ std::optional<quint16> FtpDataElements::PassivePort() {
 
 // May come after the transfer has been given up.
 void FtpDataElements::OnReply(int code) {
-    if (code == noDataConnection && passive)
+    if (code / 100 == 1 && !loaded.empty()) loaded.back()->StartTls();
+    const bool open = Reached();
+    if (code == sessionWanted && open && commands.Control.Encrypts)
+        commands.Fault = {ServerFault::SessionNotResumed, commands.Control.ReplyText.trimmed()};
+    if (code == noDataConnection && passive && (!open || !commands.Control.Encrypts))
         commands.Fault = {ServerFault::PassiveBlocked, commands.Control.ReplyText.trimmed()};
+}
+
+// There was a connection, encrypted or not.
+bool FtpDataElements::Reached() const {
+    using enum Winsock::ConnectEnd;
+    return reached || (!loaded.empty() && loaded.back()->ConnectResult() == Established);
 }
 
 // Of the transfer whose element is about to be unloaded.
 void FtpDataElements::FindFault() {
     const FtpControlConnection& control = commands.Control;
+    const int code = control.ReplyCode();
+    const bool noData = code == noDataConnection || code == transferAborted;
     // Who has refused the transfer, or has gone, needs no connection for it.
-    const bool wanted = Failed() || (control.Stands() && !control.Refused());
-    if (passive && !reached && !Cancelled && wanted)
+    const bool wanted = Failed() || (control.Stands() && (!control.Refused() || noData));
+    reached = Reached();
+    if (Cancelled || !wanted) return;
+    const ServerAnswer encryption = loaded.back()->TlsAnswer();
+    if (passive && !reached)
         commands.Fault = {ServerFault::PassiveBlocked, {}};
+    else if (code != 0 && !encryption.Fine())
+        commands.Fault = encryption;
 }
 
 void FtpDataElements::Unload() {
@@ -122,7 +144,7 @@ bool FtpDataElements::Pending() const {
 }
 
 bool FtpDataElements::Failed() const {
-    return State() == Winsock::StateError && !reached;
+    return State() == Winsock::StateError && !Reached();
 }
 
 void FtpDataElements::Send(const QByteArray& bytes) {

@@ -63,6 +63,7 @@ class FtpDataElements : public QObject {
     [[nodiscard]] bool TellPort();
     [[nodiscard]] bool AskForPort();
     [[nodiscard]] std::optional<quint16> PassivePort();
+    [[nodiscard]] bool Reached() const;
     void OnReply(int code);
     void FindFault();
 

@@ -4,8 +4,12 @@
 
 namespace {
 
+constexpr int commandOkay = 200;
 constexpr int serviceReady = 220;
 constexpr int loginAccepted = 230;
+constexpr int authAccepted = 234;
+constexpr int goingAway = 421;
+constexpr int notEncrypted = 500;
 constexpr int loginRefused = 530;
 constexpr int nameAccepted = 331;
 
@@ -17,16 +21,61 @@ bool FailConnect(FtpCommands& commands) {
     return false;
 }
 
+bool FailEncryption(FtpCommands& commands, const ServerAnswer& fault) {
+    commands.TimeOut.Stop();
+    commands.Fault = fault;
+    commands.SetLastError(
+        notEncrypted,
+        QStringLiteral("Die Verbindung konnte nicht verschlüsselt werden: ") + fault.Reply);
+    commands.Control.Close();
+    return false;
+}
+
+bool Comes(FtpCommands& commands, const bool& flag) {
+    const Waiting::End end = commands.Wait([&flag] { return flag; });
+    return end == Waiting::End::Done && !commands.TimeOut.TimedOut();
+}
+
 bool ReachServer(FtpCommands& commands, const FtpProperties& properties) {
     FtpControlConnection& control = commands.Control;
     commands.TimeOut.ResetElapsed();
     commands.TimeOut.Begin(properties.TimeOut);
-    control.Open(properties.RemoteHost, properties.RemotePort);
-    const auto comes = [&commands](const bool& flag) {
-        const Waiting::End end = commands.Wait([&flag] { return flag; });
-        return end == Waiting::End::Done && !commands.TimeOut.TimedOut();
-    };
-    return comes(control.Connected) && comes(control.WelcomeReceived);
+    control.Open(properties);
+    if (Comes(commands, control.Connected) && Comes(commands, control.WelcomeReceived)) return true;
+    ServerAnswer fault = control.TlsAnswer();
+    if (fault.Fine()) return FailConnect(commands);
+    // Who shows no certificate does not speak TLS, or not at once.
+    if (control.ForOneMore().SamePeer.isNull()) fault.Is = ServerFault::NotThisWay;
+    return FailEncryption(commands, fault);
+}
+
+// A command without which nothing may be sent has failed.
+bool FailWithout(FtpCommands& commands) {
+    FtpControlConnection& control = commands.Control;
+    if (control.Refused() && control.ReplyCode() != goingAway)
+        commands.Fault = {ServerFault::NoEncryption, control.ReplyText.trimmed()};
+    control.Close();
+    return false;
+}
+
+// What comes in the clear behind the reply would pass for something that was said encrypted.
+bool StartEncryption(FtpCommands& commands, const FtpProperties& properties) {
+    FtpControlConnection& control = commands.Control;
+    if (!commands.SendCommand(QStringLiteral("AUTH"), QStringLiteral("TLS"), authAccepted))
+        return FailWithout(commands);
+    if (control.Lines.Codes.size() > 1 || control.Lines.Unfinished())
+        return FailEncryption(commands, {ServerFault::EncryptionBroken, control.ReplyText});
+    control.StartTls();
+    commands.TimeOut.Begin(properties.TimeOut);
+    if (!Comes(commands, control.Connected)) return FailEncryption(commands, control.TlsAnswer());
+    commands.TimeOut.Stop();
+    return true;
+}
+
+bool ProtectData(FtpCommands& commands) {
+    return (commands.SendCommand(QStringLiteral("PBSZ"), QStringLiteral("0"), commandOkay) &&
+            commands.SendCommand(QStringLiteral("PROT"), QStringLiteral("P"), commandOkay)) ||
+           FailWithout(commands);
 }
 
 // Any text may have the digits 230 in it (a greeting, a user name): only a reply that can accept a
@@ -67,12 +116,16 @@ Waiting::End SendPassword(FtpCommands& commands, const QString& password) {
 bool LogIn(FtpCommands& commands, const FtpProperties& properties) {
     FtpControlConnection& control = commands.Control;
     commands.ClearLastError();
-    if (!ReachServer(commands, properties)) return FailConnect(commands);
+    commands.Fault = {};
+    if (!ReachServer(commands, properties)) return false;
+    if (properties.Security == FtpSecurity::Explicit && !StartEncryption(commands, properties))
+        return false;
 
     // A refused name is recorded, but the password may still settle the login.
     commands.SendCommand(QStringLiteral("USER"), properties.UserName, nameAccepted);
     const Waiting::End end = SendPassword(commands, properties.Password);
     if (Accepted(control)) {
+        if (control.Encrypts && !ProtectData(commands)) return false;
         control.LoggedIn = control.Stands();
         return true;
     }
