@@ -58,6 +58,13 @@ struct FtpBench {
         return Clock.RunUntil([this, code] { return Codes.contains(code); }, Patience);
     }
 
+    // Sends the file and waits for the server's last word on it; 0 when it is not sent.
+    int Put(const QByteArray& content) {
+        if (!Client.PutFile({}, QStringLiteral("a"), Local(content), false)) return 0;
+        const auto said = [this] { return Client.ReplyCode() >= 200 || !Client.IsConnected(); };
+        return Clock.RunUntil(said, Patience) ? Client.ReplyCode() : 0;
+    }
+
     QTemporaryDir Folder;
     TestClock Clock;
     const qint64 Patience;
