@@ -58,6 +58,7 @@ struct ServerAnswer {
         PutNotAllowed,   // 405, 501: the server takes no pictures at this address
         TooLarge,        // 413
         Locked,          // 423
+        NoCopies,        // the server cannot keep earlier pictures: it knows neither COPY nor MOVE
         RedirectedAway,  // to another host; Reply: its address
         BucketMissing,
         WrongRegion,       // Reply: the right one, as far as the server says
