@@ -1,0 +1,65 @@
+#include "net/web/http_answer.h"
+#include "support/data_rows.h"
+
+using Read = HttpAnswerReader::State;
+
+// Pictures on web servers, against a server in this process.
+class TestWeb : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void ReadsAnswers_data() {
+        const Rows<QByteArray, Read, int, QByteArray, bool> row;
+        const QByteArray head = "HTTP/1.1 200 OK\r\n";
+        row("length", head + "content-LENGTH: 3\r\n\r\nabc", Read::Whole, 200, "abc", true);
+        row("chunks",
+            head +
+                "Transfer-Encoding: gzip, Chunked\r\n\r\n2;x=y\r\nab\r\n1\r\nc\r\n0\r\nT: "
+                "1\r\n\r\n",
+            Read::Whole, 200, "abc", true);
+        row("to the end", head + "\r\nabc", Read::Whole, 200, "abc", false);
+        row("none", "HTTP/1.1 204 No Content\r\nContent-Length: 5\r\n\r\n", Read::Whole, 204, "",
+            true);
+        row("after 100", "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 201\n\n", Read::Whole, 201, "",
+            false);
+        row("closes", head + "Connection: Close\r\nContent-Length: 0\r\n\r\n", Read::Whole, 200, "",
+            false);
+        row("old", "HTTP/1.0 200 OK\r\nContent-Length: 0\r\n\r\n", Read::Whole, 200, "", false);
+        row("two at once", head + "Content-Length: 0\r\n\r\n" + head, Read::Whole, 200, "", false);
+        row("long", head + "Content-Length: 70000\r\n\r\n" + QByteArray(70'000, 'x'), Read::Whole,
+            200, QByteArray(65'536, 'x'), true);
+        row("cut head", "HTTP/1.1 200 OK\r\nContent-Le", Read::Cut, 200, "", false);
+        row("cut body", head + "Content-Length: 4\r\n\r\nabc", Read::Cut, 200, "abc", false);
+        row("cut chunk", head + "Transfer-Encoding: chunked\r\n\r\n5\r\nabc", Read::Cut, 200, "abc",
+            false);
+        row("another protocol", "SSH-2.0-OpenSSH_9.2\r\n", Read::Nonsense, 0, "", false);
+        row("no number", "HTTP/1.1 abc\r\n\r\n", Read::Nonsense, 0, "", false);
+        row("short", "HTTP/1.1\r\n\r\n", Read::Nonsense, 0, "", false);
+        row("negative", head + "Content-Length: -1\r\n\r\n", Read::Nonsense, 200, "", false);
+        row("giant", head + "Content-Length: 99999999999999999999\r\n\r\n", Read::Nonsense, 200, "",
+            false);
+        row("two lengths", head + "Content-Length: 1\r\nContent-Length: 2\r\n\r\nab",
+            Read::Nonsense, 200, "", false);
+        row("chunk without number", head + "Transfer-Encoding: chunked\r\n\r\nxyz\r\n",
+            Read::Nonsense, 200, "", false);
+        row("endless line", head + "X: " + QByteArray(66'000, 'x'), Read::Nonsense, 200, "", false);
+        row("endless head", head + QByteArray("X: 1\r\n").repeated(30'000), Read::Nonsense, 200, "",
+            false);
+    }
+    void ReadsAnswers() {
+        const auto [bytes, state, status, body, keeps] =
+            Row<QByteArray, Read, int, QByteArray, bool>();
+        for (const qsizetype step : {bytes.size(), qsizetype(1), qsizetype(7)}) {
+            HttpAnswerReader reader;
+            for (qsizetype at = 0; at < bytes.size(); at += step) reader.Feed(bytes.mid(at, step));
+            reader.End();
+            QCOMPARE(reader.Is(), state);
+            QCOMPARE(reader.Answer().Status, status);
+            QCOMPARE(reader.Answer().Body, body);
+            QCOMPARE(reader.KeepsLine(), keeps);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWeb)
+#include "test_web.moc"
