@@ -1,4 +1,6 @@
+#include "net/server_access.h"
 #include "net/web/http_answer.h"
+#include "net/web/web_place.h"
 #include "support/data_rows.h"
 
 using Read = HttpAnswerReader::State;
@@ -58,6 +60,32 @@ class TestWeb : public QObject {
             QCOMPARE(reader.Answer().Body, body);
             QCOMPARE(reader.KeepsLine(), keeps);
         }
+    }
+
+    void Addresses_data() {
+        const Rows<Protocol, QString, int, QByteArray> row;
+        row("http", Protocol::Http, "dav.example.org", 21,
+            "http://dav.example.org/a%20%23%25%C3%BC/");
+        row("https", Protocol::Https, " dav.example.org ", 0,
+            "https://dav.example.org/a%20%23%25%C3%BC/");
+        row("port", Protocol::Https, "dav.example.org", 8443,
+            "https://dav.example.org:8443/a%20%23%25%C3%BC/");
+        row("written port", Protocol::Https, "dav.example.org:9", 8443,
+            "https://dav.example.org:9/a%20%23%25%C3%BC/");
+        row("written scheme", Protocol::Https, "http://127.0.0.1:9000", 21,
+            "http://127.0.0.1:9000/a%20%23%25%C3%BC/");
+        row("path", Protocol::Http, "https://dav.example.org/remote.php//dav b/", 21,
+            "https://dav.example.org/remote.php/dav%20b/a%20%23%25%C3%BC/");
+        row("IPv6", Protocol::Http, "::1", 81, "http://[::1]:81/a%20%23%25%C3%BC/");
+        row("other scheme", Protocol::Http, "ftp://dav.example.org", 21, "");
+        row("blank", Protocol::Http, "dav example", 21, "");
+        row("nothing", Protocol::Http, "", 21, "");
+    }
+    void Addresses() {
+        const auto [way, server, port, address] = Row<Protocol, QString, int, QByteArray>();
+        const WebPlace place =
+            WebPlace::Of({.Way = way, .Server = server, .Port = port}).Below("/a #%ü");
+        QCOMPARE(place.Host.isEmpty() ? QByteArray() : place.Address(place.Path), address);
     }
 };
 
