@@ -1,5 +1,6 @@
 #include "net/server_access.h"
 #include "net/web/http_answer.h"
+#include "net/web/http_password.h"
 #include "net/web/web_place.h"
 #include "support/data_rows.h"
 
@@ -86,6 +87,39 @@ class TestWeb : public QObject {
         const WebPlace place =
             WebPlace::Of({.Way = way, .Server = server, .Port = port}).Below("/a #%ü");
         QCOMPARE(place.Host.isEmpty() ? QByteArray() : place.Address(place.Path), address);
+    }
+
+    // The examples of the standards.
+    void Digests_data() {
+        const Rows<QByteArray, QString, QByteArray, QByteArray> row;
+        const QByteArray old =
+            "Basic realm=\"x\", Digest realm=\"testrealm@host.com\", qop=\"auth,auth-int\", "
+            "nonce=\"dcd98b7102dd2f0e8b11d0f600bfb0c093\", "
+            "opaque=\"5ccc069c403ebaf9f0171e9517f40e41\"";
+        row("RFC 2617", old, "Circle Of Life", "0a4f113b", "6629fae49393a05397450978507c4ef1");
+        const QByteArray md5 =
+            "Digest realm=\"http-auth@example.org\", qop=\"auth, auth-int\", algorithm=MD5, "
+            "nonce=\"7ypf/xlj9XXwfDPEoM4URrv/xwf94BcCAzFZH4GiTo0v\", "
+            "opaque=\"FQhe/qaU925kfnzjCev0ciny7QMkPqMAFRtzCUYo5tdS\"";
+        const QByteArray own = "f2/wE4q74E6zIJEtWaHKaf5wv/H5QzzpXusqGemxURZJ";
+        row("RFC 7616", md5, "Circle of Life", own, "8ca523f5e9506fed4657c9700eebdbec");
+        QByteArray sha = md5;
+        sha.replace("=MD5", "=SHA-256");
+        row("RFC 7616, SHA-256", md5 + ", " + sha, "Circle of Life", own,
+            "753927fa0e85d155564e2e272a28d1802ca10daf4496794697cf8db5856cb6c1");
+    }
+    void Digests() {
+        const auto [challenge, secret, own, response] =
+            Row<QByteArray, QString, QByteArray, QByteArray>();
+        HttpPassword password;
+        password.Set("Mufasa", secret, false);
+        QCOMPARE(password.For("GET", "/dir/index.html"), QByteArray());
+        QVERIFY(password.Learn({challenge}));
+        password.OwnNonce = own;
+        const QByteArray value = password.For("GET", "/dir/index.html");
+        QVERIFY2(value.contains("response=\"" + response + "\""), value.constData());
+        QVERIFY(value.contains("nc=00000001"));
+        QVERIFY(!password.Learn({challenge}));
     }
 };
 
