@@ -24,7 +24,8 @@ class Words {
     explicit Words(const QByteArray& ownText) : text(ownText) {}
 
     [[nodiscard]] bool AtEnd() {
-        while (at < text.size() && (text.at(at) == ' ' || text.at(at) == ',' || text.at(at) == '\t'))
+        while (at < text.size() &&
+               (text.at(at) == ' ' || text.at(at) == ',' || text.at(at) == '\t'))
             ++at;
         return at >= text.size();
     }
@@ -143,8 +144,9 @@ QByteArray HttpPassword::Digest(const QByteArray& verb, const QByteArray& target
         return QCryptographicHash::hash(text, kind).toHex();
     };
     const QByteArray own =
-        OwnNonce.isEmpty() ? QByteArray::number(QRandomGenerator::system()->generate64(), hexadecimal)
-                           : OwnNonce;
+        OwnNonce.isEmpty()
+            ? QByteArray::number(QRandomGenerator::system()->generate64(), hexadecimal)
+            : OwnNonce;
     const QByteArray count = QByteArray::number(++uses, hexadecimal).rightJustified(8, '0');
     QByteArray secret = hash(user + ':' + known.Realm + ':' + password);
     const bool session = algorithm.endsWith(sessionMark);

@@ -31,8 +31,8 @@ class HttpPassword {
         QByteArray Nonce = {};
         QByteArray Opaque = {};
         QByteArray Algorithm = {};
-        bool Auth = false;       // "qop" has it
-        bool OtherQop = false;   // "qop" is there without it
+        bool Auth = false;      // "qop" has it
+        bool OtherQop = false;  // "qop" is there without it
         bool Stale = false;
         [[nodiscard]] int Worth() const;
     };

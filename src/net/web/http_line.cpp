@@ -1,0 +1,192 @@
+#include "net/web/http_line.h"
+
+#include "net/certificates.h"
+
+#include <QNetworkProxy>
+#include <QSslCertificate>
+#include <QSslError>
+#include <QSslSocket>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr qint64 mostUnread = 65'536;
+
+QByteArray HeadOf(const HttpQuestion& question, const WebPlace& place) {
+    QByteArray head = question.Verb + ' ' + question.Target + " HTTP/1.1\r\nHost: " +
+                      place.HostHeader() + "\r\nUser-Agent: Stillpost\r\n";
+    for (const auto& [name, value] : question.Headers) head += name + ": " + value + "\r\n";
+    if (!question.Body.isEmpty() || question.Verb == "PUT")
+        head += "Content-Length: " + QByteArray::number(question.Body.size()) + "\r\n";
+    return head + "\r\n";
+}
+
+// A server that speaks without encryption at this port.
+bool SpeaksPlainly(const QString& error) {
+    return error.contains(QStringLiteral("wrong version number"), Qt::CaseInsensitive);
+}
+
+// A server that wants encryption at this port: it answers with a record of TLS, or says it in words
+// of its own.
+bool WantsEncryption(const HttpAnswer& answer) {
+    constexpr int badRequest = 400;
+    return answer.Status == badRequest && answer.Body.contains("HTTPS");
+}
+
+}  // namespace
+
+HttpLine::~HttpLine() {
+    Close();
+}
+
+void HttpLine::Open(const WebPlace& wanted, const QString& trustedFingerprint) {
+    Close();
+    place = wanted;
+    trusted = trustedFingerprint;
+    result = certificate = {};
+    unheard = false;
+    state = State::Connecting;
+    socket = new QSslSocket(this);
+    socket->setProxy(QNetworkProxy::NoProxy);
+    socket->setReadBufferSize(mostUnread);
+    connect(socket, &QSslSocket::sslErrors, this, &HttpLine::CheckCertificate);
+    connect(socket, &QSslSocket::readyRead, this, &HttpLine::Read);
+    connect(socket, &QSslSocket::disconnected, this, &HttpLine::Ended);
+    connect(socket, &QSslSocket::errorOccurred, this, &HttpLine::Failed);
+    connect(socket, &QSslSocket::bytesWritten, this, &HttpLine::CountSent);
+    BeginToConnect();
+}
+
+void HttpLine::BeginToConnect() {
+    if (place.Secure) {
+        connect(socket, &QSslSocket::encrypted, this, &HttpLine::Encrypted);
+        socket->connectToHostEncrypted(place.Host, place.Port);
+    } else {
+        connect(socket, &QSslSocket::connected, this, &HttpLine::Ready);
+        socket->connectToHost(place.Host, place.Port);
+    }
+}
+
+void HttpLine::Close() {
+    if (!Settled()) result = {ServerFault::ConnectionLost, {}};
+    state = State::Closed;
+    if (!socket) return;
+    QSslSocket* const old = std::exchange(socket, nullptr);
+    old->disconnect(this);
+    old->abort();
+    old->deleteLater();
+}
+
+bool HttpLine::IsOpenTo(const WebPlace& wanted) const {
+    return state == State::Open && place.SameServer(wanted);
+}
+
+void HttpLine::CheckCertificate() {
+    const QList<QSslError> errors = socket->sslHandshakeErrors();
+    certificate = Certificates::Judge(socket->peerCertificate(), errors, trusted);
+    if (certificate.Fine()) socket->ignoreSslErrors(errors);
+}
+
+void HttpLine::Encrypted() {
+    // One that somebody vouches for need not be the accepted one.
+    certificate = Certificates::Judge(socket->peerCertificate(), {}, trusted);
+    if (!certificate.Fine()) return Settle(certificate);
+    Ready();
+}
+
+void HttpLine::Ready() {
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    state = State::Open;
+}
+
+void HttpLine::Ask(const HttpQuestion& question) {
+    reader = {};
+    result = {};
+    unheard = false;
+    state = State::Asking;
+    const QByteArray head = HeadOf(question, place);
+    const qsizetype body = question.Body.size();
+    pictureSize = question.Verb == "PUT" ? body : 0;
+    unsent = head.size() + body;
+    socket->write(head);
+    if (body > 0) socket->write(question.Body);
+}
+
+void HttpLine::CountSent(qint64 bytes) {
+    unsent = std::max<qint64>(0, unsent - bytes);
+    if (state == State::Asking && pictureSize > 0 && unsent <= pictureSize)
+        emit Progress(pictureSize - unsent, pictureSize);
+}
+
+void HttpLine::Read() {
+    // Servers say good-bye to a line that nobody uses, if they say anything.
+    if (state == State::Open) return Close();
+    while (state == State::Asking && socket->bytesAvailable() > 0) {
+        const QByteArray bytes = socket->read(mostUnread);
+        const bool first = !reader.Begun();
+        reader.Feed(bytes);
+        if (reader.Is() == HttpAnswerReader::State::Nonsense) {
+            constexpr char tlsAlert = 0x15;
+            const bool alert = first && !place.Secure && bytes.at(0) == tlsAlert;
+            return Settle({alert ? ServerFault::EncryptionNeeded : ServerFault::NotThisWay, {}});
+        }
+        if (reader.Is() != HttpAnswerReader::State::Whole) continue;
+        if (!place.Secure && WantsEncryption(reader.Answer()))
+            return Settle({ServerFault::EncryptionNeeded, reader.Answer().Line()});
+        state = State::Open;
+        // An answer before the end of the question: the rest would be taken for the next.
+        if (!reader.KeepsLine() || unsent > 0) Close();
+    }
+}
+
+void HttpLine::Ended() {
+    if (state == State::Asking) {
+        Read();
+        if (state != State::Asking) return;
+        reader.End();
+        if (reader.Is() == HttpAnswerReader::State::Whole) return Close();
+    }
+    Failed();
+}
+
+void HttpLine::Failed() {
+    if (state == State::Asking && socket->error() == QAbstractSocket::RemoteHostClosedError &&
+        socket->state() != QAbstractSocket::UnconnectedState)
+        return;  // Ended comes with what has arrived before
+    if (Settled()) return Close();
+    Settle(FaultOfSocket());
+}
+
+void HttpLine::Settle(const ServerAnswer& answer) {
+    unheard = state == State::Asking && !reader.Begun();
+    Close();
+    result = answer;
+}
+
+ServerAnswer HttpLine::FaultOfSocket() const {
+    const QString text = socket->errorString();
+    const bool connecting = state == State::Connecting;
+    if (connecting && !certificate.Fine()) return certificate;
+    switch (socket->error()) {
+        case QAbstractSocket::HostNotFoundError:
+            return {ServerFault::HostNotFound, text};
+        case QAbstractSocket::ConnectionRefusedError:
+            return {ServerFault::Refused, text};
+        case QAbstractSocket::SocketTimeoutError:
+            return {ServerFault::NoAnswer, text};
+        case QAbstractSocket::SslHandshakeFailedError:
+        case QAbstractSocket::SslInternalError:
+        case QAbstractSocket::SslInvalidUserDataError:
+            return {connecting && SpeaksPlainly(text) ? ServerFault::NoEncryption
+                                                      : ServerFault::EncryptionBroken,
+                    text};
+        default:
+            break;
+    }
+    if (!connecting) return {ServerFault::ConnectionLost, text};
+    // It took the connection, but not the handshake.
+    const bool handshake = place.Secure && socket->peerPort() != 0;
+    return {handshake ? ServerFault::EncryptionBroken : ServerFault::Unreachable, text};
+}
