@@ -1,10 +1,26 @@
-#include "net/server_access.h"
-#include "net/web/http_answer.h"
 #include "net/web/http_password.h"
-#include "net/web/web_place.h"
+#include "net/web_bench.h"
 #include "support/data_rows.h"
+#include "support/scripted_web_server.h"
 
+using enum ServerFault;
 using Read = HttpAnswerReader::State;
+
+namespace {
+
+ServerAccess To(const ScriptedWebServer& server, Protocol way = Protocol::Http) {
+    const QString scheme = way == Protocol::Https ? QString("https") : QString("http");
+    return {.Way = way,
+            .Server = QString("%1://127.0.0.1:%2/dav").arg(scheme).arg(server.serverPort()),
+            .User = "cam",
+            .Password = "secret",
+            .Folder = "my cam",
+            .Region = "eu-1",
+            .Bucket = "bucket",
+            .CacheSeconds = 60};
+}
+
+}  // namespace
 
 // Pictures on web servers, against a server in this process.
 class TestWeb : public QObject {
@@ -120,6 +136,221 @@ class TestWeb : public QObject {
         QVERIFY2(value.contains("response=\"" + response + "\""), value.constData());
         QVERIFY(value.contains("nc=00000001"));
         QVERIFY(!password.Learn({challenge}));
+    }
+
+    void PublishesByMoving() {
+        ScriptedWebServer server;
+        WebBench bench(To(server));
+        const QSignalSpy progress(bench.Server.get(), &PictureServer::SendProgress);
+        const QByteArray picture(100'000, 'p');
+        QCOMPARE(bench.Publish(picture), ServerAnswer());
+        QCOMPARE(progress.last(), QVariantList({100'000, 100'000}));
+        QCOMPARE(server.Files.keys(), {"/dav/my%20cam/pw.jpg"});
+        QVERIFY(server.Files.first() == picture);
+        // The server hangs up, as it may after some seconds: the next picture needs no new start.
+        server.DropAll();
+        bench.Time.Advance(1000);
+        QVERIFY(bench.Server->IsOpen());
+        QCOMPARE(bench.Publish("two"), ServerAnswer());
+        bench.Server->Close();
+        QCOMPARE(bench.Publish("three"), ServerAnswer());
+        QCOMPARE(server.Connections, 3);
+        server.Script = {{"PUT", "HTTP/1.1 204 None\r\nConnection: close\r\n\r\n"}};
+        QCOMPARE(bench.Server->SendFile(bench.Local("four"), "pw.jpg"), ServerAnswer());
+        QCOMPARE(bench.Server->DeleteFile("pw.jpg"), ServerAnswer());
+        QCOMPARE(server.Connections, 4);
+        server.Questions.remove(server.Questions.size() - 2, 2);
+        const QStringList turns{"PUT /dav/my%20cam/1pw.jpg", "MOVE /dav/my%20cam/1pw.jpg",
+                                "COPY /dav/my%20cam/pw.jpg", "DELETE /dav/my%20cam/pw1.jpg"};
+        QCOMPARE(server.Said(), QStringList("PROPFIND /dav/my%20cam/") + turns + turns + turns);
+        QCOMPARE(server.Questions[1].Headers["content-type"], "image/jpeg");
+        QVERIFY(!server.Questions[1].Headers.contains("cache-control"));
+        QCOMPARE(server.Questions[2].Headers["overwrite"], "T");
+        // Unasked, the password does not go out unencrypted.
+        for (const auto& asked : std::as_const(server.Questions))
+            QVERIFY(!asked.Headers.contains("authorization"));
+    }
+
+    void SendsStraightWhereNothingCanBeRenamed_data() {
+        Rows<QByteArray, int>({{"405 No", 1}, {"501 No", 1}, {"400 No", 2}, {"502 No", 2}});
+    }
+    void SendsStraightWhereNothingCanBeRenamed() {
+        const auto [answer, moves] = Row<QByteArray, int>();
+        ScriptedWebServer server;
+        server.Script = {{.Verb = "MOVE", .Answer = answer}, {.Verb = "COPY", .Answer = "405 No"}};
+        WebBench bench(To(server));
+        for (int i = 0; i < 2; ++i) QCOMPARE(bench.Publish("picture").Is, NoCopies);
+        QVERIFY(bench.Server->SendsWhole());
+        QCOMPARE(bench.Remarks.size(), 1);
+        QCOMPARE(server.Files.keys(), {"/dav/my%20cam/pw.jpg"});
+        QCOMPARE(server.Said().filter("MOVE").size(), moves);
+        QCOMPARE(server.Said().filter("1pw.jpg").size(), moves + 2);  // sent once, deleted
+    }
+
+    void NamesOnlyThePathBehindProxies() {
+        ScriptedWebServer server;
+        server.Script = {{.Verb = "MOVE", .Answer = "502 Bad Gateway", .Occurrence = 1}};
+        WebBench bench(To(server));
+        QCOMPARE(bench.Publish("picture"), ServerAnswer());
+        QVERIFY(!bench.Server->SendsWhole());
+        QCOMPARE(server.Questions[3].Headers["destination"], "/dav/my%20cam/pw.jpg");
+    }
+
+    void Faults_data() {
+        const Rows<WebFault, ServerFault> row;
+        row("no folder", {"PROPFIND", "404 No"}, FolderMissing);
+        row("conflict", {"PROPFIND", "409 No"}, FolderMissing);
+        row("no question of that kind", {"PROPFIND", "405 No", 1}, None);
+
+        row("hangs up on the check", {.Verb = "PROPFIND", .Silent = true, .Close = true}, None);
+        row("PUT 401", {"PUT", "401 No"}, LoginRefused);
+        row("PUT 403", {"PUT", "403 No"}, Forbidden);
+        row("PUT 404", {"PUT", "404 No"}, FolderMissing);
+        row("PUT 405", {"PUT", "405 No"}, PutNotAllowed);
+        row("PUT 409", {"PUT", "409 No"}, FolderMissing);
+        row("PUT 413", {"PUT", "413 No"}, TooLarge);
+        row("PUT 423", {"PUT", "423 No"}, Locked);
+        row("PUT 500", {"PUT", "500 No"}, ServerRefused);
+        row("PUT 501", {"PUT", "501 No"}, PutNotAllowed);
+        row("PUT 507", {"PUT", "507 No"}, NoRoom);
+        row("MOVE 403", {"MOVE", "403 No"}, Forbidden);
+        row("MOVE 404", {"MOVE", "404 No"}, FileMissing);
+        row("MOVE 412", {"MOVE", "412 No"}, ReplaceRefused);
+        row("MOVE 423", {"MOVE", "423 No"}, Locked);
+        row("MOVE 207", {"MOVE", "207 Some"}, ServerRefused);
+        row("COPY 507", {"COPY", "507 No"}, NoRoom);
+        row("COPY 405", {"COPY", "405 No"}, None);
+        row("DELETE 404", {"DELETE", "404 No"}, FileMissing);
+        row("DELETE 405", {"DELETE", "405 No"}, DeleteRefused);
+        row("hangs up", {.Verb = "PUT", .Silent = true, .Close = true}, ConnectionLost);
+        row("hangs up once", {.Verb = "PUT", .Occurrence = 1, .Silent = true, .Close = true}, None);
+        row("hangs up in the answer",
+            {.Verb = "MOVE", .Answer = "HTTP/1.1 204 No Co", .Close = true}, ConnectionLost);
+        row("silent", {.Verb = "PUT", .Silent = true}, NoAnswer);
+        row("silent check", {.Verb = "PROPFIND", .Silent = true}, NoAnswer);
+        row("half an answer", {"PUT", "HTTP/1.1 201 Created\r\nContent-Length: 5\r\n\r\nab"},
+            NoAnswer);
+        row("another protocol", {"CONNECT", "220 ftp ready\r\n"}, NotThisWay);
+        row("nonsense", {"PUT", "\x01\x02\x03"}, NotThisWay);
+        row("endless head",
+            {.Verb = "PUT",
+             .Answer = "HTTP/1.1 200 OK\r\nX: 1\r\n" + QByteArray(9000, 'x'),
+             .Endless = true},
+            NotThisWay);
+        row("wants encryption",
+            {"PROPFIND",
+             ScriptedWebServer::Full("400 Bad Request", "plain HTTP request to an HTTPS port")},
+            EncryptionNeeded);
+        row("wants encryption, silently",
+            {"PROPFIND", QByteArray("\x15\x03\x01\x00\x02\x02\x46", 7)}, EncryptionNeeded);
+    }
+    void Faults() {
+        const auto [fault, expected] = Row<WebFault, ServerFault>();
+        ScriptedWebServer server;
+        server.Script = {fault};
+        WebBench bench(To(server));
+        const qint64 begin = bench.Time.Milliseconds();
+        const ServerFault found = bench.Publish("picture").Is;
+        QCOMPARE(found, expected);
+        QVERIFY(bench.Time.Milliseconds() - begin <= 47'000);
+        const bool line = fault.Verb == "PROPFIND"
+                              ? found != None
+                              : found == ConnectionLost || found == NoAnswer ||
+                                    found == NotThisWay || found == EncryptionNeeded;
+        QCOMPARE(bench.Server->IsOpen(), !line);
+    }
+
+    void Redirections_data() {
+        const Rows<QByteArray, ServerFault> row;
+        row("same host", "/other%20place/", None);
+        row("the same in full", "http://127.0.0.1:PORT/other%20place/", None);
+        row("another host", "http://localhost:PORT/", RedirectedAway);
+        row("another host, short", "//localhost/", RedirectedAway);
+        row("nowhere", "", RedirectedAway);
+        row("in a circle", "/dav/my%20cam/", None);  // the picture shows it
+    }
+    void Redirections() {
+        const auto [where, expected] = Row<QByteArray, ServerFault>();
+        ScriptedWebServer server;
+        QByteArray target = where;
+        target.replace("PORT", QByteArray::number(server.serverPort()));
+        const QByteArray answer = ScriptedWebServer::Full("301 Moved\r\nLocation: " + target);
+        server.Script = {
+            {.Verb = "PROPFIND", .Answer = answer, .Occurrence = where.contains("dav") ? 0 : 1}};
+        WebBench bench(To(server));
+        const ServerAnswer found = bench.Publish("picture");
+        QCOMPARE(found.Is, expected);
+        if (expected != None) QCOMPARE(found.Reply, QString::fromLatin1(target));
+        QVERIFY(server.Questions.size() <= 12);
+        const QByteArray folder = where.contains("other") ? "/other%20place/" : "/dav/my%20cam/";
+        if (expected == None) QCOMPARE(server.Files.keys(), {folder + "pw.jpg"});
+    }
+
+    void Passwords_data() {
+        const Rows<QByteArray, QByteArray, ServerFault> row;
+        row("basic", "Basic realm=\"x\"", "Basic Y2FtOnNlY3JldA==", None);
+        row("digest", "Digest realm=\"x\", nonce=\"n\", qop=\"auth\"", "Digest username=\"cam\"",
+            None);
+        row("unknown", "Bearer realm=\"x\"", "", LoginRefused);
+        row("broken", "Digest realm=\"x, nonce=,,==\"", "Digest", None);
+    }
+    void Passwords() {
+        const auto [challenge, sent, expected] = Row<QByteArray, QByteArray, ServerFault>();
+        ScriptedWebServer server;
+        const QByteArray refusal =
+            ScriptedWebServer::Full("401 No\r\nWWW-Authenticate: " + challenge);
+        server.Script = {{.Verb = "PROPFIND", .Answer = refusal, .Occurrence = 1}};
+        WebBench bench(To(server));
+        QCOMPARE(bench.Publish("picture").Is, expected);
+        for (qsizetype i = 1; i < server.Questions.size(); ++i)
+            QVERIFY(server.Questions[i].Headers["authorization"].startsWith(sent));
+        QVERIFY(!bench.Talk.join(' ').contains("Basic") && !bench.Talk.join(' ').contains("cam\""));
+        // A wrong one is tried once.
+        server.Script = {{.Verb = "PUT", .Answer = refusal}};
+        const qsizetype before = server.Questions.size();
+        if (expected == None) QCOMPARE(bench.Publish("picture").Is, LoginRefused);
+        QVERIFY(server.Questions.size() <= before + 2);
+    }
+
+    void StaysInLimits_data() {
+        Rows<QByteArray, int>(
+            {{"PROPFIND", 30}, {"PUT", 45}, {"MOVE", 15}, {"COPY", 15}, {"DELETE", 30}});
+    }
+    void StaysInLimits() {
+        const auto [verb, seconds] = Row<QByteArray, int>();
+        ScriptedWebServer server;
+        server.Script = {{.Verb = verb, .Silent = true}};
+        WebBench bench(To(server));
+        QCOMPARE(bench.Publish("picture").Is, NoAnswer);
+        QCOMPARE(bench.Time.Milliseconds() - 1'000'000, seconds * 1000);
+        // Given up by the operator, closed meanwhile, and at the program's end.
+        Timer later(bench.Time, 2500);
+        later.SetEnabled(true);
+        connect(&later, &Timer::Tick, bench.Server.get(), &PictureServer::Cancel);
+        const qint64 begin = bench.Time.Milliseconds();
+        server.Script = {{.Verb = "PUT", .Silent = true}, {.Verb = "PROPFIND", .Silent = true}};
+        QCOMPARE(bench.Publish("picture").Is, Cancelled);
+        QVERIFY(bench.Time.Milliseconds() - begin <= 3500);
+        later.disconnect();
+        connect(&later, &Timer::Tick, bench.Server.get(), &PictureServer::Close);
+        QCOMPARE(bench.Publish("picture").Is, ConnectionLost);
+        bench.Wait.Close();
+        QCOMPARE(bench.Publish("picture").Is, Cancelled);
+    }
+
+    void NobodyThere() {
+        ServerAccess access;
+        {
+            const ScriptedWebServer server;
+            access = To(server);
+        }
+        QCOMPARE(WebBench(access).Publish("picture").Is, Refused);
+        access.Server = "not a name";
+        QCOMPARE(WebBench(access).Publish("picture").Is, HostNotFound);
+        const ScriptedWebServer server;
+        WebBench bench(To(server));
+        QVERIFY(bench.Server->Open().Fine());
+        QCOMPARE(bench.Server->SendFile(bench.Folder.filePath("none"), "pw.jpg").Is, NoLocalFile);
     }
 };
 

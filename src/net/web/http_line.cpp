@@ -15,8 +15,8 @@ namespace {
 constexpr qint64 mostUnread = 65'536;
 
 QByteArray HeadOf(const HttpQuestion& question, const WebPlace& place) {
-    QByteArray head = question.Verb + ' ' + question.Target + " HTTP/1.1\r\nHost: " +
-                      place.HostHeader() + "\r\nUser-Agent: Stillpost\r\n";
+    QByteArray head = question.Verb + ' ' + question.Target +
+                      " HTTP/1.1\r\nHost: " + place.HostHeader() + "\r\nUser-Agent: Stillpost\r\n";
     for (const auto& [name, value] : question.Headers) head += name + ": " + value + "\r\n";
     if (!question.Body.isEmpty() || question.Verb == "PUT")
         head += "Content-Length: " + QByteArray::number(question.Body.size()) + "\r\n";

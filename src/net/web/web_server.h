@@ -15,7 +15,7 @@ class WebServer : public PictureServer {
 
   protected:
     struct Talk {
-        ServerAnswer Is = {};     // whether there was an answer, not what it says
+        ServerAnswer Is = {};  // whether there was an answer, not what it says
         HttpAnswer Answer = {};
     };
     // Asks and waits for the answer, so many seconds at most.

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "net/web/http_server.h"
+#include "support/recording_display.h"
+#include "support/test_clock.h"
+
+#include "base/waiting.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <memory>
+
+// A web server or storage with everything around it.
+struct WebBench {
+    explicit WebBench(const ServerAccess& access, int quiet = 3) : Time(quiet) {
+        Seconds.SetEnabled(true);
+        Server = std::make_unique<HttpServer>(PictureServer::Surroundings{Wait, Log});
+        Server->SetAccess(access);
+        QObject::connect(Server.get(), &PictureServer::Sent, [this](const QString& text) { Talk << text; });
+        QObject::connect(Server.get(), &PictureServer::Received, [this](const QString& text) { Talk << text; });
+        QObject::connect(Server.get(), &PictureServer::Remarked, [this](const QString& text) { Remarks << text; });
+    }
+
+    TestClock Time;
+    Timer Seconds{Time, 1000};  // the time does not outrun the servers
+    Waiting Wait{Time};
+    RecordingDisplay Log;
+    std::unique_ptr<PictureServer> Server;
+    QStringList Talk;
+    QStringList Remarks;
+    QTemporaryDir Folder;
+
+    // A local file.
+    [[nodiscard]] QString Local(const QByteArray& content) const {
+        QFile file(Folder.filePath("1pw.jpg"));
+        if (file.open(QIODevice::WriteOnly)) file.write(content);
+        return file.fileName();
+    }
+    // One picture with history, as far as nothing goes wrong.
+    [[nodiscard]] ServerAnswer Publish(const QByteArray& content) {
+        ServerAnswer answer = Server->IsOpen() ? ServerAnswer() : Server->Open();
+        const bool whole = Server->SendsWhole();
+        if (answer.Fine()) answer = Server->SendFile(Local(content), whole ? QString("pw.jpg") : QString("1pw.jpg"));
+        if (answer.Fine() && !whole) answer = Server->RenameFile("1pw.jpg", "pw.jpg");
+        if (answer.Fine()) answer = Server->KeepFile("pw.jpg", "pw1.jpg");
+        if (answer.Fine()) answer = Server->DeleteFile("pw1.jpg");
+        return answer;
+    }
+};
