@@ -1,7 +1,12 @@
+#include "net/certificates.h"
 #include "net/web/http_password.h"
 #include "net/web_bench.h"
 #include "support/data_rows.h"
 #include "support/scripted_web_server.h"
+
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslSocket>
 
 using enum ServerFault;
 using Read = HttpAnswerReader::State;
@@ -336,6 +341,68 @@ class TestWeb : public QObject {
         QCOMPARE(bench.Publish("picture").Is, ConnectionLost);
         bench.Wait.Close();
         QCOMPARE(bench.Publish("picture").Is, Cancelled);
+    }
+
+    void Certificates_data() {
+        const Rows<QString, bool, QString, ServerFault> row;
+        row("vouched for", "server.pem", true, "", None);
+        row("self-signed", "server.pem", false, "", CertificateUnknown);
+        row("accepted", "server.pem", false, "server.pem", None);
+        row("changed", "server.pem", false, "expired.pem", CertificateChanged);
+        row("changed, vouched for", "server.pem", true, "expired.pem", CertificateChanged);
+        row("another's name", "other_name.pem", true, "", CertificateWrongName);
+        row("expired", "expired.pem", true, "", CertificateExpired);
+    }
+    void Certificates() {
+        const auto [presented, vouched, trusted, expected] =
+            Row<QString, bool, QString, ServerFault>();
+        if (!QSslSocket::supportsSsl()) QSKIP("no encryption here");
+        const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
+        QSslConfiguration configuration = usual;
+        configuration.setCaCertificates(
+            vouched ? QSslCertificate::fromPath(TestCertificate("authority.pem"))
+                    : QList<QSslCertificate>());
+        QSslConfiguration::setDefaultConfiguration(configuration);
+        ScriptedWebServer server(presented);
+        ServerAccess access = To(server, Protocol::Https);
+        const auto print = [](const QString& name) {
+            return ::Certificates::Fingerprint(
+                QSslCertificate::fromPath(TestCertificate(name)).value(0));
+        };
+        if (!trusted.isEmpty()) access.Trusted = print(trusted).toLower().remove(':');
+        WebBench bench(access);
+        const ServerAnswer found = bench.Publish(QByteArray(300'000, 'p'));
+        QSslConfiguration::setDefaultConfiguration(usual);
+        QCOMPARE(found.Is, expected);
+        if (expected != None) QCOMPARE(found.Reply, print(presented));
+        QCOMPARE(server.Questions.isEmpty(), expected != None);
+        if (expected != None) return;
+        // Over encryption the password goes at once, and caches are told how long.
+        QVERIFY(server.Questions[0].Headers["authorization"].startsWith("Basic "));
+        QCOMPARE(server.Questions[1].Headers["cache-control"], "max-age=60");
+    }
+
+    void BrokenEncryption_data() {
+        const Rows<WebFault, ServerFault> row;
+        row("none", {.Verb = "CONNECT", .Answer = "HTTP/1.1 400 Bad Request\r\n\r\n"},
+            NoEncryption);
+        row("hangs up", {.Verb = "CONNECT", .Silent = true, .Close = true}, EncryptionBroken);
+        row("alert", {.Verb = "CONNECT", .Answer = QByteArray("\x15\x03\x03\x00\x02\x02\x28", 7)},
+            EncryptionBroken);
+        row("broken in the middle", {.Verb = "PUT", .Answer = QByteArray(40, 'x'), .Raw = true},
+            EncryptionBroken);
+        row("silent", {.Verb = "CONNECT", .Silent = true}, NoAnswer);
+    }
+    void BrokenEncryption() {
+        const auto [fault, expected] = Row<WebFault, ServerFault>();
+        if (!QSslSocket::supportsSsl()) QSKIP("no encryption here");
+        ScriptedWebServer server("server.pem");
+        server.Script = {fault};
+        ServerAccess access = To(server, Protocol::Https);
+        access.Trusted = ::Certificates::Fingerprint(
+            QSslCertificate::fromPath(TestCertificate("server.pem")).value(0));
+        WebBench bench(access);
+        QCOMPARE(bench.Publish("picture").Is, expected);
     }
 
     void NobodyThere() {

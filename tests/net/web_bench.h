@@ -18,9 +18,12 @@ struct WebBench {
         Seconds.SetEnabled(true);
         Server = std::make_unique<HttpServer>(PictureServer::Surroundings{Wait, Log});
         Server->SetAccess(access);
-        QObject::connect(Server.get(), &PictureServer::Sent, [this](const QString& text) { Talk << text; });
-        QObject::connect(Server.get(), &PictureServer::Received, [this](const QString& text) { Talk << text; });
-        QObject::connect(Server.get(), &PictureServer::Remarked, [this](const QString& text) { Remarks << text; });
+        QObject::connect(Server.get(), &PictureServer::Sent,
+                         [this](const QString& text) { Talk << text; });
+        QObject::connect(Server.get(), &PictureServer::Received,
+                         [this](const QString& text) { Talk << text; });
+        QObject::connect(Server.get(), &PictureServer::Remarked,
+                         [this](const QString& text) { Remarks << text; });
     }
 
     TestClock Time;
@@ -42,7 +45,9 @@ struct WebBench {
     [[nodiscard]] ServerAnswer Publish(const QByteArray& content) {
         ServerAnswer answer = Server->IsOpen() ? ServerAnswer() : Server->Open();
         const bool whole = Server->SendsWhole();
-        if (answer.Fine()) answer = Server->SendFile(Local(content), whole ? QString("pw.jpg") : QString("1pw.jpg"));
+        if (answer.Fine())
+            answer =
+                Server->SendFile(Local(content), whole ? QString("pw.jpg") : QString("1pw.jpg"));
         if (answer.Fine() && !whole) answer = Server->RenameFile("1pw.jpg", "pw.jpg");
         if (answer.Fine()) answer = Server->KeepFile("pw.jpg", "pw1.jpg");
         if (answer.Fine()) answer = Server->DeleteFile("pw1.jpg");

@@ -17,13 +17,14 @@ ScriptedWebServer::ScriptedWebServer(const QString& ownCertificate) : certificat
 }
 
 QByteArray ScriptedWebServer::Full(const QByteArray& statusAndHeaders, const QByteArray& body) {
-    return "HTTP/1.1 " + statusAndHeaders + "\r\nContent-Length: " +
-           QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    return "HTTP/1.1 " + statusAndHeaders +
+           "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
 
 QStringList ScriptedWebServer::Said() const {
     QStringList said;
-    for (const Asked& asked : Questions) said << QString::fromLatin1(asked.Verb + ' ' + asked.Target);
+    for (const Asked& asked : Questions)
+        said << QString::fromLatin1(asked.Verb + ' ' + asked.Target);
     return said;
 }
 

@@ -9,13 +9,13 @@ class QTcpSocket;
 
 // What the scripted web server does in place of an answer.
 struct WebFault {
-    QByteArray Verb;          // "CONNECT": before any question
-    QByteArray Answer = {};   // sent as it is; "403 No": with a length and no body
-    int Occurrence = 0;       // the n-th time the verb comes, from 1; 0: every time
-    bool Silent = false;      // no answer
-    bool Close = false;       // the connection is closed, after the answer
-    bool Endless = false;     // the answer is sent again and again
-    bool Raw = false;         // beside the encryption
+    QByteArray Verb;         // "CONNECT": before any question
+    QByteArray Answer = {};  // sent as it is; "403 No": with a length and no body
+    int Occurrence = 0;      // the n-th time the verb comes, from 1; 0: every time
+    bool Silent = false;     // no answer
+    bool Close = false;      // the connection is closed, after the answer
+    bool Endless = false;    // the answer is sent again and again
+    bool Raw = false;        // beside the encryption
 };
 
 // A little web server in this process with WebDAV, its files in memory, that misbehaves as its

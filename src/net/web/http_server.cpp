@@ -101,7 +101,8 @@ std::optional<WebPlace> HttpServer::Redirection(const WebPlace& asked,
     const QByteArray address = answer.Header("Location");
     if (address.startsWith('/') && !address.startsWith("//")) {
         WebPlace target = asked;
-        target.Path = address.left(address.indexOf('#') < 0 ? address.size() : address.indexOf('#'));
+        target.Path =
+            address.left(address.indexOf('#') < 0 ? address.size() : address.indexOf('#'));
         return target;
     }
     const WebPlace target = WebPlace::OfAddress(address);
@@ -151,7 +152,8 @@ ServerAnswer HttpServer::DoRename(const QString& from, const QString& to) {
         emit Remarked(
             QStringLiteral("This server cannot rename: pictures are sent straight to their name."));
         // What cannot be renamed is in nobody's way.
-        if (const ServerAnswer gone = DoDelete(from); gone.Is == ServerFault::Cancelled) return gone;
+        if (const ServerAnswer gone = DoDelete(from); gone.Is == ServerFault::Cancelled)
+            return gone;
     }
     return SendStraight(from, to);
 }
