@@ -1,5 +1,6 @@
 #include "net/certificates.h"
 #include "net/web/http_password.h"
+#include "net/web/s3_place.h"
 #include "net/web/s3_signature.h"
 #include "net/web_bench.h"
 #include "support/data_rows.h"
@@ -109,6 +110,31 @@ class TestWeb : public QObject {
         const WebPlace place =
             WebPlace::Of({.Way = way, .Server = server, .Port = port}).Below("/a #%ü");
         QCOMPARE(place.Host.isEmpty() ? QByteArray() : place.Address(place.Path), address);
+    }
+
+    void Buckets_data() {
+        const Rows<QString, QString, QByteArray, QByteArray> row;
+        row("path", "storage.example.org", "cam", "https://storage.example.org/cam/web/pw.jpg",
+            "us-east-1");
+        row("own server", "http://127.0.0.1:9000", "cam", "http://127.0.0.1:9000/cam/web/pw.jpg",
+            "us-east-1");
+        row("in front", "cam.s3.fr-par.example.org", "cam",
+            "https://cam.s3.fr-par.example.org/web/pw.jpg", "fr-par");
+        row("AWS", "s3.eu-central-1.amazonaws.com", "cam",
+            "https://cam.s3.eu-central-1.amazonaws.com/web/pw.jpg", "eu-central-1");
+        row("AWS without region", "s3.amazonaws.com", "cam",
+            "https://cam.s3.amazonaws.com/web/pw.jpg", "us-east-1");
+        row("AWS, point in the bucket", "s3.amazonaws.com", "my.cam",
+            "https://s3.amazonaws.com/my.cam/web/pw.jpg", "us-east-1");
+    }
+    void Buckets() {
+        const auto [server, bucket, address, region] =
+            Row<QString, QString, QByteArray, QByteArray>();
+        const S3Place place =
+            S3Place::Of({.Way = Protocol::S3, .Server = server, .Folder = "web", .Bucket = bucket});
+        QCOMPARE(place.Bucket.Address(place.PathOf("pw.jpg")), address);
+        QCOMPARE(place.KeyOf("pw.jpg"), "web/pw.jpg");
+        QCOMPARE(place.Region, region);
     }
 
     // The examples of the standards.

@@ -31,8 +31,8 @@ QByteArray NamesOf(const HttpHeaders& ordered) {
 }
 
 QByteArray CanonicalQuestion(const S3Question& question, const HttpHeaders& ordered) {
-    QByteArray text = question.Verb + '\n' + question.Path + '\n' +
-                      S3Signature::QueryText(question.Query) + '\n';
+    QByteArray text =
+        question.Verb + '\n' + question.Path + '\n' + S3Signature::QueryText(question.Query) + '\n';
     for (const auto& [name, value] : ordered) text += name + ':' + value + '\n';
     return text + '\n' + NamesOf(ordered) + '\n' + question.BodyHash;
 }
@@ -59,8 +59,8 @@ QByteArray S3Signature::Authorization(const S3Question& question, const S3Keys& 
     const QByteArray day = moment.left(dayLength);
     const QByteArray scope = day + '/' + keys.Region + "/s3/aws4_request";
     const HttpHeaders ordered = Ordered(question.Headers);
-    const QByteArray text =
-        algorithm + '\n' + moment + '\n' + scope + '\n' + HashOf(CanonicalQuestion(question, ordered));
+    const QByteArray text = algorithm + '\n' + moment + '\n' + scope + '\n' +
+                            HashOf(CanonicalQuestion(question, ordered));
     QByteArray key = "AWS4" + keys.Secret;
     for (const QByteArray& part : {day, keys.Region, QByteArray("s3"), QByteArray("aws4_request")})
         key = Keyed(part, key);

@@ -10,7 +10,7 @@ struct S3Question {
     QByteArray Path;           // percent-encoded
     HttpHeaders Query = {};    // percent-encoded names and values
     HttpHeaders Headers = {};  // all that are signed, "Host" among them
-    QByteArray BodyHash = {};       // SHA-256, hexadecimal
+    QByteArray BodyHash = {};  // SHA-256, hexadecimal
 };
 
 struct S3Keys {
