@@ -1,7 +1,5 @@
 #include "net/certificates.h"
 #include "net/web/http_password.h"
-#include "net/web/s3_place.h"
-#include "net/web/s3_signature.h"
 #include "net/web_bench.h"
 #include "support/data_rows.h"
 #include "support/scripted_web_server.h"
@@ -25,6 +23,12 @@ ServerAccess To(const ScriptedWebServer& server, Protocol way = Protocol::Http) 
             .Region = "eu-1",
             .Bucket = "bucket",
             .CacheSeconds = 60};
+}
+
+// What object storage says of an error.
+QByteArray Error(const QByteArray& status, const QByteArray& code, const QByteArray& more = {}) {
+    return ScriptedWebServer::Full(
+        status, "<?xml version=\"1.0\"?>\n<Error><Code>" + code + "</Code>" + more + "</Error>");
 }
 
 }  // namespace
@@ -475,6 +479,79 @@ class TestWeb : public QObject {
         WebBench bench(To(server));
         QVERIFY(bench.Server->Open().Fine());
         QCOMPARE(bench.Server->SendFile(bench.Folder.filePath("none"), "pw.jpg").Is, NoLocalFile);
+    }
+
+    void StoresObjects() {
+        ScriptedWebServer server;
+        server.Script = {{.Verb = "GET", .Answer = "200 OK"}};
+        WebBench bench(To(server, Protocol::S3));
+        for (int i = 0; i < 2; ++i) QCOMPARE(bench.Publish("picture"), ServerAnswer());
+        const QStringList turns{"PUT /dav/bucket/my%20cam/pw.jpg",
+                                "PUT /dav/bucket/my%20cam/pw1.jpg",
+                                "DELETE /dav/bucket/my%20cam/pw1.jpg"};
+        QCOMPARE(server.Said(),
+                 QStringList("GET /dav/bucket/?list-type=2&max-keys=1&prefix=my%20cam%2F") + turns +
+                     turns);
+        const auto sent = server.Questions[1].Headers;
+        QCOMPARE(sent["cache-control"], "max-age=60");
+        QCOMPARE(sent["x-amz-date"], S3Signature::Moment(bench.Time.Now()));
+        QVERIFY(sent["authorization"].contains("Credential=cam/" + sent["x-amz-date"].left(8) +
+                                               "/eu-1/s3/"
+                                               "aws4_request,SignedHeaders=cache-control;content-"
+                                               "type;host;x-amz-content-sha256;x-amz-date,"));
+        QCOMPARE(server.Questions[2].Headers["x-amz-copy-source"], "/bucket/my%20cam/pw.jpg");
+        QVERIFY(!bench.Talk.join(' ').contains("ignature"));
+    }
+
+    void StorageFaults_data() {
+        const Rows<WebFault, ServerFault, QString> row;
+        row("no such key", {"GET", Error("403 No", "InvalidAccessKeyId")}, LoginRefused,
+            "InvalidAccessKeyId");
+        row("wrong secret",
+            {"GET", Error("403 No", "SignatureDoesNotMatch", "<Message>a &lt; b</Message>")},
+            SignatureRefused, "SignatureDoesNotMatch: a < b");
+        row("clock",
+            {"GET", Error("403 No", "RequestTimeTooSkewed",
+                          "<ServerTime>2026-03-04T12:00:00Z</ServerTime>")},
+            ClockWrong, "2026-03-04T12:00:00Z");
+        row("no bucket", {"GET", Error("404 No", "NoSuchBucket")}, BucketMissing, "NoSuchBucket");
+        row("wrong region",
+            {"GET", Error("400 No", "AuthorizationHeaderMalformed", "<Region>eu-2</Region>")},
+            WrongRegion, "eu-2");
+        row("moved",
+            {"GET", Error("301 Moved\r\nx-amz-bucket-region: eu-3", "PermanentRedirect",
+                          "<Endpoint>e.example.org</Endpoint>")},
+            WrongRegion, "eu-3");
+        row("moved, elsewhere",
+            {"GET", Error("301 Moved", "PermanentRedirect", "<Endpoint>e.example.org</Endpoint>")},
+            WrongRegion, "e.example.org");
+        row("redirected",
+            {"GET", ScriptedWebServer::Full("302 Found\r\nLocation: https://example.org/")},
+            RedirectedAway, "https://example.org/");
+        row("may only write", {"GET", Error("403 No", "AccessDenied")}, None, "");
+        row("may not write", {"PUT", Error("403 No", "AccessDenied")}, Forbidden, "AccessDenied");
+        row("too large", {"PUT", Error("400 No", "EntityTooLarge")}, TooLarge, "EntityTooLarge");
+        row("full", {"PUT", Error("507 No", "XMinioStorageFull")}, NoRoom, "XMinioStorageFull");
+        row("slow down", {"PUT", Error("503 No", "SlowDown")}, ServerRefused, "SlowDown");
+        row("no storage", {"PUT", "405 No"}, PutNotAllowed, "405 No");
+        row("copied from nothing",
+            {.Verb = "PUT", .Answer = Error("404 No", "NoSuchKey"), .Occurrence = 2}, FileMissing,
+            "NoSuchKey");
+        row("copy failed late",
+            {.Verb = "PUT", .Answer = Error("200 OK", "InternalError"), .Occurrence = 2},
+            ServerRefused, "InternalError");
+        row("broken words", {"PUT", ScriptedWebServer::Full("403 No", "<Error><Code>Acc")},
+            Forbidden, "403 No");
+        row("hangs up", {.Verb = "PUT", .Silent = true, .Close = true}, ConnectionLost,
+            "The remote host closed the connection");
+        row("another protocol", {"GET", "+OK ready\r\n"}, NotThisWay, "");
+    }
+    void StorageFaults() {
+        const auto [fault, expected, reply] = Row<WebFault, ServerFault, QString>();
+        ScriptedWebServer server;
+        server.Script = {fault, {.Verb = "GET", .Answer = "200 OK"}};
+        WebBench bench(To(server, Protocol::S3));
+        QCOMPARE(bench.Publish("picture"), (ServerAnswer{expected, reply}));
     }
 };
 

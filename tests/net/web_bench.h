@@ -1,6 +1,7 @@
 #pragma once
 
 #include "net/web/http_server.h"
+#include "net/web/s3_server.h"
 #include "support/recording_display.h"
 #include "support/test_clock.h"
 
@@ -16,7 +17,10 @@
 struct WebBench {
     explicit WebBench(const ServerAccess& access, int quiet = 3) : Time(quiet) {
         Seconds.SetEnabled(true);
-        Server = std::make_unique<HttpServer>(PictureServer::Surroundings{Wait, Log});
+        if (access.Way == Protocol::S3)
+            Server = std::make_unique<S3Server>(PictureServer::Surroundings{Wait, Log});
+        else
+            Server = std::make_unique<HttpServer>(PictureServer::Surroundings{Wait, Log});
         Server->SetAccess(access);
         QObject::connect(Server.get(), &PictureServer::Sent,
                          [this](const QString& text) { Talk << text; });
