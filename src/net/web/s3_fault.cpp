@@ -87,7 +87,9 @@ ServerAnswer JudgeS3(const HttpAnswer& answer, HttpStep step) {
         return {ServerFault::WrongRegion, RegionOf(answer)};
     if (const QByteArray target = answer.Header("Location"); !answer.Good() && !target.isEmpty())
         return {ServerFault::RedirectedAway, QString::fromUtf8(target)};
-    if (answer.Good()) return told.isEmpty() ? ServerAnswer() : ServerAnswer{ServerFault::ServerRefused, Words(answer, told)};
+    if (answer.Good())
+        return told.isEmpty() ? ServerAnswer()
+                              : ServerAnswer{ServerFault::ServerRefused, Words(answer, told)};
     ServerAnswer judged = JudgeStatus(answer, step);
     judged.Reply = Words(answer, told);
     return judged;

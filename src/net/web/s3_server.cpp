@@ -17,13 +17,14 @@ ServerAnswer S3Server::DoOpen() {
 }
 
 ServerAnswer S3Server::List() {
-    const ServerAnswer answer = Exchange(HttpStep::Open,
-                                         {.Verb = "GET",
-                                          .Path = place.Bucket.Path,
-                                          .Query = {{"list-type", "2"},
-                                                    {"max-keys", "1"},
-                                                    {"prefix", place.KeyOf({}).replace('/', "%2F")}}},
-                                         {}, ConnectSeconds);
+    const ServerAnswer answer =
+        Exchange(HttpStep::Open,
+                 {.Verb = "GET",
+                  .Path = place.Bucket.Path,
+                  .Query = {{"list-type", "2"},
+                            {"max-keys", "1"},
+                            {"prefix", place.KeyOf({}).replace('/', "%2F")}}},
+                 {}, ConnectSeconds);
     return answer.Is == ServerFault::Forbidden ? ServerAnswer() : answer;
 }
 
@@ -35,9 +36,8 @@ ServerAnswer S3Server::Exchange(HttpStep step, S3Question question, const QByteA
     question.Headers.append({"x-amz-date", moment});
     HttpHeaders headers = question.Headers;
     question.Headers.append({"Host", place.Bucket.HostHeader()});
-    const S3Keys keys{.Access = Used().User.toUtf8(),
-                      .Secret = Used().Password.toUtf8(),
-                      .Region = place.Region};
+    const S3Keys keys{
+        .Access = Used().User.toUtf8(), .Secret = Used().Password.toUtf8(), .Region = place.Region};
     headers.append({"Authorization", S3Signature::Authorization(question, keys, moment)});
     const QByteArray query = S3Signature::QueryText(question.Query);
     const Talk talk = Ask(place.Bucket,
@@ -55,16 +55,19 @@ ServerAnswer S3Server::Exchange(HttpStep step, S3Question question, const QByteA
 ServerAnswer S3Server::DoSend(const QString& localPath, const QString& name) {
     const std::optional<QByteArray> bytes = ReadLocal(localPath);
     if (!bytes) return {ServerFault::NoLocalFile, {}};
-    return Exchange(HttpStep::Send,
-                    {.Verb = "PUT", .Path = place.PathOf(name), .Headers = PictureHeaders(name, true)},
-                    *bytes, SendSeconds);
+    return Exchange(
+        HttpStep::Send,
+        {.Verb = "PUT", .Path = place.PathOf(name), .Headers = PictureHeaders(name, true)}, *bytes,
+        SendSeconds);
 }
 
 ServerAnswer S3Server::DoKeep(const QString& from, const QString& to) {
-    const QByteArray source = '/' + PercentEncoded(Used().Bucket.trimmed()) + '/' + place.KeyOf(from);
-    return Exchange(HttpStep::Copy,
-                    {.Verb = "PUT", .Path = place.PathOf(to), .Headers = {{"x-amz-copy-source", source}}},
-                    {}, RenameSeconds);
+    const QByteArray source =
+        '/' + PercentEncoded(Used().Bucket.trimmed()) + '/' + place.KeyOf(from);
+    return Exchange(
+        HttpStep::Copy,
+        {.Verb = "PUT", .Path = place.PathOf(to), .Headers = {{"x-amz-copy-source", source}}}, {},
+        RenameSeconds);
 }
 
 ServerAnswer S3Server::DoRename(const QString& from, const QString& to) {
@@ -73,5 +76,6 @@ ServerAnswer S3Server::DoRename(const QString& from, const QString& to) {
 }
 
 ServerAnswer S3Server::DoDelete(const QString& name) {
-    return Exchange(HttpStep::Delete, {.Verb = "DELETE", .Path = place.PathOf(name)}, {}, DeleteSeconds);
+    return Exchange(HttpStep::Delete, {.Verb = "DELETE", .Path = place.PathOf(name)}, {},
+                    DeleteSeconds);
 }

@@ -1,0 +1,87 @@
+#include "net/certificates.h"
+#include "net/web_bench.h"
+#include "support/data_rows.h"
+#include "support/file_bytes.h"
+#include "support/real_server.h"
+#include "support/scripted_web_server.h"
+
+#include <QDir>
+#include <QSslCertificate>
+
+using enum ServerFault;
+
+namespace {
+
+// The servers live in other processes: more quiet before the time moves on.
+constexpr int Quiet = 100;
+const QString User = "k@m $!§ü";
+const QString Password = " p$@:!§ü \"x\\ ";
+
+RealServer* Apache(const QString& scheme, bool encrypted) {
+    QStringList arguments{User, Password, scheme};
+    if (encrypted) arguments << TestCertificate("server.pem") << TestCertificate("key.pem");
+    return new RealServer("apache-server", arguments);
+}
+
+ServerAccess To(const RealServer& server, bool encrypted) {
+    const auto certificate = QSslCertificate::fromPath(TestCertificate("server.pem")).value(0);
+    return {.Way = encrypted ? Protocol::Https : Protocol::Http,
+            .Server = "127.0.0.1",
+            .Port = server.Port(),
+            .User = User,
+            .Password = Password,
+            .Folder = "a #%?ü b",
+            .Trusted = encrypted ? Certificates::Fingerprint(certificate) : QString()};
+}
+
+}  // namespace
+
+// Pictures on the servers that are in use.
+class TestWebServers : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void Apache_data() {
+        const Rows<QString, bool> row;
+        row("basic", "basic", false);
+        row("digest", "digest", false);
+        row("encrypted", "basic", true);
+    }
+    void Apache() {
+        const auto [scheme, encrypted] = Row<QString, bool>();
+        const std::unique_ptr<RealServer> server(::Apache(scheme, encrypted));
+        if (!server->Start()) QSKIP(qPrintable(server->WhyNot()));
+        const QString folder = server->Root() + "a #%?ü b";
+        QVERIFY(QDir().mkpath(folder) && QFile::setPermissions(folder, QFile::Permissions(0x7777)));
+        ServerAccess access = To(*server, encrypted);
+        WebBench bench(access, Quiet);
+        for (const int size : {1, 100'000, 5'000'000}) {
+            const QByteArray content(size, static_cast<char>(size % 251));
+            QCOMPARE(bench.Publish(content), ServerAnswer());
+            QVERIFY(ReadBytes(folder + "/pw.jpg") == content);
+        }
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList("pw.jpg"));
+        QCOMPARE(bench.Server->DeleteFile("none").Is, FileMissing);
+        QCOMPARE(bench.Talk.filter("401").size(), encrypted ? 0 : 1);
+        // Gone and back.
+        server->Stop();
+        const ServerFault gone = bench.Publish("picture").Is;
+        QVERIFY(gone == ConnectionLost || gone == Refused);
+        QCOMPARE(bench.Publish("picture").Is, Refused);
+        QVERIFY(server->Start());
+        QCOMPARE(bench.Publish("picture"), ServerAnswer());
+        // What is wrong with the settings.
+        access.Password = "other";
+        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, LoginRefused);
+        access = To(*server, encrypted);
+        access.Folder = "none";
+        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, FolderMissing);
+        access.Folder = "still";
+        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, Forbidden);
+        access.Way = encrypted ? Protocol::Http : Protocol::Https;
+        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, encrypted ? EncryptionNeeded : NoEncryption);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWebServers)
+#include "test_web_servers.moc"
