@@ -16,6 +16,8 @@ namespace {
 constexpr int Quiet = 100;
 const QString User = "k@m $!§ü";
 const QString Password = " p$@:!§ü \"x\\ ";
+const QString AccessKey = "AKIDEXAMPLE";
+const QString SecretKey = "wJalrXUtnFEMI/K7MDENG+bPxRfiCYEXAMPLEKEY";
 
 RealServer* Apache(const QString& scheme, bool encrypted) {
     QStringList arguments{User, Password, scheme};
@@ -79,7 +81,51 @@ class TestWebServers : public QObject {
         access.Folder = "still";
         QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, Forbidden);
         access.Way = encrypted ? Protocol::Http : Protocol::Https;
-        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, encrypted ? EncryptionNeeded : NoEncryption);
+        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is,
+                 encrypted ? EncryptionNeeded : NoEncryption);
+    }
+
+    void Storage() {
+        RealServer server("s3-server", {AccessKey, SecretKey, "eu-1"});
+        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
+        const ServerAccess access{.Way = Protocol::S3,
+                                  .Server = QString("http://127.0.0.1:%1").arg(server.Port()),
+                                  .User = AccessKey,
+                                  .Password = SecretKey,
+                                  .Folder = "a #%?ü+b",
+                                  .Region = "eu-1",
+                                  .Bucket = "cam",
+                                  .CacheSeconds = 5};
+        const auto tried = [](const ServerAccess& with, int hours = 0) {
+            WebBench bench(with, Quiet);
+            bench.Time.SetNow(QDateTime::currentDateTime().addSecs(hours * 3600));
+            return bench.Publish("picture");
+        };
+        WebBench bench(access, Quiet);
+        bench.Time.SetNow(QDateTime::currentDateTime());
+        for (const int size : {1, 100'000, 5'000'000}) {
+            const QByteArray content(size, 'x');
+            QCOMPARE(bench.Publish(content), ServerAnswer());
+            QCOMPARE(bench.Server->RenameFile("pw.jpg", "ü 1.jpg"), ServerAnswer());
+            const QStringList files = QDir(server.Root()).entryList(QDir::Files);
+            QCOMPARE(files, QStringList("a%20%23%25%3F%C3%BC%2Bb%2F%C3%BC%201.jpg"));
+            QVERIFY(ReadBytes(server.Root() + files.first()) == content);
+        }
+        QCOMPARE(bench.Server->KeepFile("none", "kept").Is, FileMissing);
+        ServerAccess wrong = access;
+        wrong.Password += "x";
+        QCOMPARE(tried(wrong).Is, SignatureRefused);
+        wrong = access;
+        wrong.User += "x";
+        QCOMPARE(tried(wrong).Is, LoginRefused);
+        wrong = access;
+        wrong.Region = "";
+        QCOMPARE(tried(wrong), (ServerAnswer{WrongRegion, "eu-1"}));
+        wrong = access;
+        wrong.Bucket = "none";
+        QCOMPARE(tried(wrong).Is, BucketMissing);
+        QCOMPARE(tried(access, 1).Is, ClockWrong);
+        QCOMPARE(tried(access), ServerAnswer());
     }
 };
 
