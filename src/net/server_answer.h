@@ -49,6 +49,7 @@ struct ServerAnswer {
         SessionNotResumed,     // the server wants the data connection to go on with the TLS session
         // SFTP
         NoSsh,           // OpenSSH is not installed
+        SshFailed,       // it ends without having reached the server; Reply: its words
         HostKeyUnknown,  // Reply: its fingerprint
         HostKeyChanged,  // Reply: its fingerprint
         KeyNotUsable,    // the key file is missing, is no key, or others may read it

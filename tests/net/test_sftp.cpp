@@ -1,5 +1,9 @@
+#include "net/sftp/host_keys.h"
 #include "net/sftp/sftp_conversation.h"
+#include "net/sftp/ssh_words.h"
 #include "support/data_rows.h"
+
+using enum ServerFault;
 
 namespace {
 
@@ -15,8 +19,10 @@ class TestSftp : public QObject {
   private slots:
     void CutsRepliesOutOfAnyBytes_data() {
         const Rows<QByteArray, int, bool> row;
-        row("two in one chunk", Bytes("00000005 02 00000003" "0000000d 65 00000001 00000004 00000000"), 2,
-            false);
+        row("two in one chunk",
+            Bytes("00000005 02 00000003"
+                  "0000000d 65 00000001 00000004 00000000"),
+            2, false);
         row("status without words", Bytes("00000009 65 00000001 00000000"), 1, false);
         row("in the middle", Bytes("00000009 65 000000"), 0, false);
         row("no length yet", Bytes("0000"), 0, false);
@@ -60,6 +66,59 @@ class TestSftp : public QObject {
         QVERIFY(!talk.Broken());
         talk.Receive(Bytes("00000009 65 00000007 00000000"));
         QVERIFY(talk.Broken());
+    }
+
+    void UnderstandsWhatOpenSshSays_data() {
+        const Rows<QString, ServerFault, QString> row;
+        const QString denied = "\ncam@host: Permission denied (publickey,password).";
+        row("refused", "ssh: connect to host 127.0.0.1 port 1: Connection refused", Refused,
+            "ssh: ");
+        row("timed out", "ssh: connect to host h port 22: Connection timed out", NoAnswer, "ssh: ");
+        row("no route", "ssh: connect to host h port 22: No route to host", Unreachable, "ssh: ");
+        row("no name", "ssh: Could not resolve hostname h: Name or service not known", HostNotFound,
+            "ssh: ");
+        row("no greeting",
+            "Connection timed out during banner exchange\nConnection to h port 21 timed out",
+            NotThisWay, "Connection");
+        row("new",
+            "No ED25519 host key is known for [h]:2 and you have requested strict checking.\n"
+            "Host key verification failed.",
+            HostKeyUnknown, "");
+        row("changed",
+            "@    WARNING: REMOTE HOST IDENTIFICATION HAS CHANGED!     @\nsent by the remote host "
+            "is\n"
+            "SHA256:+I5xXCYG1q7OSIwKjpJCkoN/5TNXUjRZSTtHFY38N6/.\nHost key verification failed.",
+            HostKeyChanged, "SHA256:+I5xXCYG1q7OSIwKjpJCkoN/5TNXUjRZSTtHFY38N6/");
+        row("of a machine on the way",
+            "Host key verification failed.\nConnection closed by UNKNOWN port 65535", SshFailed,
+            "Host key");
+        row("wrong password", "Banner" + denied, LoginRefused, "cam@host: ");
+        row("no key file", "Warning: Identity file k not accessible: No such file." + denied,
+            KeyNotUsable, "Warning");
+        row("bad key file", "Load key \"k\": error in libcrypto" + denied, KeyNotUsable, "Load");
+        row("no cipher", "Unable to negotiate with h port 22: no matching cipher found.",
+            EncryptionBroken, "Unable");
+        row("no file transfer", "subsystem request failed on channel 0", ServerRefused,
+            "subsystem");
+        row("closes at once", "kex_exchange_identification: read: Connection reset by peer",
+            ServerRefused, "kex");
+        row("option", "command-line: line 0: Bad configuration option: foo", SshFailed,
+            "command-line");
+        row("nothing", "", SshFailed, "");
+    }
+    void UnderstandsWhatOpenSshSays() {
+        const auto [words, fault, reply] = Row<QString, ServerFault, QString>();
+        const ServerAnswer answer = SshWords::Judge(words.split(u'\n'), true);
+        QCOMPARE(answer.Is, fault);
+        QCOMPARE(answer.Reply.left(reply.size()), reply);
+    }
+
+    void NamesKeysAsOpenSshDoes() {
+        const QByteArray key =
+            " ssh-ed25519 AAAAC3NzaC1lZDI1NTE5AAAAIAEOrqu9DupFXKMwNumcIoZMuXmsCgd6O2tvQCeY8rrZ";
+        QCOMPARE(HostKeys::FingerprintOf("[127.0.0.1]:2299" + key + "\n"),
+                 "SHA256:tI5xXCYG1q7OSIwKjpJCkoN/5TNXUjRZSTtHFY38N6E");
+        QCOMPARE(HostKeys::FingerprintOf("nonsense\n"), "");
     }
 };
 

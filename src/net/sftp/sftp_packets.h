@@ -5,8 +5,9 @@
 
 #include <optional>
 
-// The packets of the SSH file transfer protocol, version 3 (draft-ietf-secsh-filexfer-02), as bytes:
-// what a client asks, and what a server may answer to it. Knows neither connection nor order.
+// The packets of the SSH file transfer protocol, version 3 (draft-ietf-secsh-filexfer-02), as
+// bytes: what a client asks, and what a server may answer to it. Knows neither connection nor
+// order.
 namespace Sftp {
 
 constexpr quint32 ProtocolVersion = 3;
@@ -62,13 +63,13 @@ struct Reply {
     Kind Is = Kind::Status;
     quint32 Id = 0;  // of the request; of Version the version
     Status Code = Status::Ok;
-    QByteArray Text = {};                 // the handle, or a status in the server's words
-    std::optional<quint32> Mode = {};     // type and permissions of a file, as stat(2) has them
-    QByteArrayList Extensions = {};       // of Version: what else the server can do
+    QByteArray Text = {};              // the handle, or a status in the server's words
+    std::optional<quint32> Mode = {};  // type and permissions of a file, as stat(2) has them
+    QByteArrayList Extensions = {};    // of Version: what else the server can do
 };
 
-// Cuts the bytes that come from a server into replies. Whatever they are, it takes no more room than
-// the longest reply, and what follows the first nonsense is never looked at.
+// Cuts the bytes that come from a server into replies. Whatever they are, it takes no more room
+// than the longest reply, and what follows the first nonsense is never looked at.
 class Replies {
   public:
     void Add(const QByteArray& bytes);
