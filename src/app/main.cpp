@@ -8,6 +8,7 @@
 #include "core/upload_cycle.h"
 #include "core/version.h"
 #include "net/page_control.h"
+#include "net/sftp/password_teller.h"
 #include "platform/address_opener.h"
 #include "platform/platform.h"
 #include "platform/program_start.h"
@@ -83,6 +84,8 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Started by OpenSSH for one question: no window, no display, no folder.
+    if (PasswordHelper::Wanted()) return PasswordHelper::Run(argc, argv);
     // Before there is an application, which needs a display that a mere question does not.
     const CommandLine commandLine = CommandLine::Parse(ProgramStart::Arguments(argc, argv));
     if (commandLine.Help || commandLine.Version || commandLine.Verbose ||

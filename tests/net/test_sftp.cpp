@@ -1,9 +1,11 @@
 #include "net/sftp/host_keys.h"
+#include "net/sftp/password_teller.h"
 #include "net/sftp/sftp_conversation.h"
 #include "net/sftp/ssh_words.h"
 #include "support/data_rows.h"
 
 using enum ServerFault;
+using Question = PasswordTeller::Question;
 
 namespace {
 
@@ -111,6 +113,28 @@ class TestSftp : public QObject {
         const ServerAnswer answer = SshWords::Judge(words.split(u'\n'), true);
         QCOMPARE(answer.Is, fault);
         QCOMPARE(answer.Reply.left(reply.size()), reply);
+    }
+
+    void TellsThePasswordOnlyToItsServer_data() {
+        const Rows<QString, Question> row;
+        row("password", "cam@host's password: ", Question::Password);
+        row("in the server's words", "(cam@Host) Kennwort: ", Question::Password);
+        row("older OpenSSH", "Password: ", Question::Password);
+        row("another server", "cam@jump's password: ", Question::Foreign);
+        row("another server's words", "(cam@jump) Password: ", Question::Foreign);
+        row("host key", "The authenticity of host 'host' can't be established.\n(yes/no)? ",
+            Question::Foreign);
+        row("key", "Enter passphrase for key '/k': ", Question::Passphrase);
+    }
+    void TellsThePasswordOnlyToItsServer() {
+        const auto [words, question] = Row<QString, Question>();
+        const SshLogin login = SshLogin::Of("user cam\nhostname host\nproxyjump none\n");
+        QCOMPARE(PasswordTeller::Understand(words, login), question);
+        // With others on the way only who says his name may ask.
+        const SshLogin far =
+            SshLogin::Of("user cam\nhostname other\nhostkeyalias host\nproxyjump jump\n");
+        const bool nameless = question == Question::Password && !words.contains(u'@');
+        QCOMPARE(PasswordTeller::Understand(words, far), nameless ? Question::Foreign : question);
     }
 
     void NamesKeysAsOpenSshDoes() {
