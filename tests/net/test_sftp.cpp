@@ -2,16 +2,41 @@
 #include "net/sftp/password_teller.h"
 #include "net/sftp/sftp_conversation.h"
 #include "net/sftp/ssh_words.h"
+#include "net/sftp_bench.h"
 #include "support/data_rows.h"
+
+#include <QSignalSpy>
 
 using enum ServerFault;
 using Question = PasswordTeller::Question;
 
 namespace {
 
+const QString Password = QStringLiteral("sécret \"x");
+
 QByteArray Bytes(const char* hex) {
     return QByteArray::fromHex(hex);
 }
+
+struct ServedFolder {
+    QTemporaryDir Served;
+};
+
+// A server that is no more than a program on this computer, with these manners.
+struct StandInBench : ServedFolder, SftpBench {
+    explicit StandInBench(const char* manners)
+        : SftpBench({QCoreApplication::applicationDirPath() + "/stand_in_ssh",
+                     {QString::fromLatin1(manners), Served.path()}},
+                    60) {}
+
+    [[nodiscard]] ServerAnswer Enter() {
+        return Open({.Server = "127.0.0.1", .Port = 0, .User = "cam", .Password = password});
+    }
+    [[nodiscard]] QByteArray Public(const QString& name) const {
+        return ReadBytes(Served.filePath(name));
+    }
+    QString password = Password;
+};
 
 }  // namespace
 
@@ -144,7 +169,95 @@ class TestSftp : public QObject {
                  "SHA256:tI5xXCYG1q7OSIwKjpJCkoN/5TNXUjRZSTtHFY38N6E");
         QCOMPARE(HostKeys::FingerprintOf("nonsense\n"), "");
     }
+
+    void EndsWhateverTheServerDoes_data() {
+        const Rows<ServerFault, ServerFault, ServerFault> row;  // of Open, SendFile, RenameFile
+        row("plain", None, None, None);
+        row("old", None, None, ReplaceRefused);
+        row("silent", NoAnswer, None, None);
+        row("shouts", NotThisWay, None, None);
+        row("giant", NotThisWay, None, None);
+        row("ancient", NotThisWay, None, None);
+        row("closed", None, MayNotStore, None);
+        row("full", None, NoRoom, None);
+        row("cut", None, ConnectionLost, None);
+        row("stuck", None, NoAnswer, None);
+        row("gone", None, None, ConnectionLost);
+    }
+    void EndsWhateverTheServerDoes() {
+        const auto [open, send, rename] = Row<ServerFault, ServerFault, ServerFault>();
+        StandInBench bench(QTest::currentDataTag());
+        QVERIFY(WriteBytes(bench.Served.filePath("pw.jpg"), "old"));
+        const qint64 start = bench.Time.Milliseconds();
+        QCOMPARE(bench.Enter().Is, open);
+        if (open == None) {
+            QCOMPARE(bench.Send(QByteArray(100'000, 'x'), "1pw.jpg").Is, send);
+            QCOMPARE(bench.Server.IsOpen(), send != ConnectionLost && send != NoAnswer);
+        }
+        if (open == None && send == None)
+            QCOMPARE(bench.Server.RenameFile("1pw.jpg", "pw.jpg").Is, rename);
+        const bool replaced = open == None && send == None && rename == None;
+        QCOMPARE(bench.Public("pw.jpg"), replaced ? QByteArray(100'000, 'x') : QByteArray("old"));
+        QVERIFY(bench.Time.Milliseconds() - start < 80'000);
+    }
+
+    void KeepsThePublicPictureWhileTheHistoryMoves_data() {
+        const Rows<bool> row;  // the picture has both names
+        row("plain", true);
+        row("old", false);
+    }
+    void KeepsThePublicPictureWhileTheHistoryMoves() {
+        const auto [both] = Row<bool>();
+        StandInBench bench(QTest::currentDataTag());
+        QVERIFY(bench.Enter().Fine());
+        QVERIFY(bench.Send("a", "pw.jpg").Fine());
+        if (both) QVERIFY(bench.Send("older", "pw1.jpg").Fine());
+        QVERIFY(bench.Server.KeepFile("pw.jpg", "pw1.jpg").Fine());
+        QCOMPARE(bench.Public("pw1.jpg"), "a");
+        QCOMPARE(bench.Public("pw.jpg"), both ? "a" : "");
+        QCOMPARE(bench.Server.KeepFile("pw2.jpg", "pw3.jpg").Is, FileMissing);
+        QCOMPARE(bench.Server.DeleteFile("pw1.jpg").Is, None);
+        QCOMPARE(bench.Server.DeleteFile("pw1.jpg").Is, FileMissing);
+        QCOMPARE(bench.Server.ChangeMode("pw.jpg", "644"), true);
+    }
+
+    void TellsThePasswordToNobodyElse_data() {
+        const Rows<QString, ServerFault> row;
+        row("right", Password, None);
+        row("wrong", "other", LoginRefused);
+    }
+    void TellsThePasswordToNobodyElse() {
+        const auto [password, fault] = Row<QString, ServerFault>();
+        StandInBench bench("asks");
+        bench.password = password;
+        QCOMPARE(bench.Enter().Is, fault);
+        QVERIFY(!bench.Said.join(u'\n').contains(password));
+    }
+
+    void LetsGoWithinASecond() {
+        StandInBench bench("stuck");
+        QVERIFY(bench.Enter().Fine());
+        const qint64 start = bench.Time.Milliseconds();
+        Timer operatorsHand(bench.Time, 5000);
+        connect(&operatorsHand, &Timer::Tick, &bench.Server, &PictureServer::Cancel);
+        operatorsHand.SetEnabled(true);
+        QCOMPARE(bench.Send(QByteArray(5'000'000, 'x'), "1pw.jpg").Is, Cancelled);
+        QVERIFY(bench.Time.Milliseconds() - start <= 6000);
+        // What is asked next does not wait for it.
+        QVERIFY(bench.Server.IsOpen());
+    }
+
+    void SaysThatOpenSshIsMissing() {
+        SftpBench bench({"/nowhere/ssh", {}}, 60);
+        QCOMPARE(bench.Open({.Server = "127.0.0.1"}).Is, NoSsh);
+    }
 };
 
-QTEST_GUILESS_MAIN(TestSftp)
+// Started by OpenSSH for a question, it answers as the program does.
+int main(int argc, char** argv) {
+    if (PasswordHelper::Wanted()) return PasswordHelper::Run(argc, argv);
+    const QCoreApplication application(argc, argv);
+    TestSftp test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "test_sftp.moc"
