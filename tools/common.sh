@@ -16,8 +16,8 @@ build_packages=(
 # What lets Qt show windows under Wayland.
 run_packages=(qt6-wayland)
 test_packages=(
-  apache2-bin busybox-static clang-format clang-tidy dbus iproute2 kmod python3 python3-dbusmock python3-openssl
-  python3-pyftpdlib
+  apache2-bin busybox-static clang-format clang-tidy dbus iproute2 kmod openssh-client openssh-server
+  python3 python3-dbusmock python3-openssl python3-pyftpdlib
   qemu-system-x86 vsftpd weston xauth xvfb "${run_packages[@]}"
 )
 

@@ -11,7 +11,8 @@
 // An SFTP server's client with everything around it, and a folder for its files.
 struct SftpBench {
     // quiet: see TestClock; what it talks to are processes of their own.
-    SftpBench(const SshProgram& program, int quiet) : Time(quiet), Server({Wait, Display}, program) {
+    SftpBench(const SshProgram& program, int quiet)
+        : Time(quiet), Server({Wait, Display}, program) {
         const auto note = [this](const QString& line) { Said << line; };
         QObject::connect(&Server, &PictureServer::Sent, &Server, note);
         QObject::connect(&Server, &PictureServer::Received, &Server, note);

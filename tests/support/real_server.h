@@ -19,10 +19,13 @@ class RealServer {
     // Starts the server, again after Stop, and returns once it takes connections. False, with
     // WhyNot set, when this machine cannot run it.
     [[nodiscard]] bool Start();
+    // Ends it with all its connections, as a power cut would; Start may follow.
     void Stop();
     [[nodiscard]] QString WhyNot() const { return whyNot; }
 
     [[nodiscard]] quint16 Port() const { return port; }
+    // Where its own files lie; what there is says its script.
+    [[nodiscard]] QString Own(const QString& name) const { return folder.filePath(name); }
     // The server's root folder, with a separator at its end.
     [[nodiscard]] QString Root() const { return folder.filePath(QStringLiteral("root/")); }
 

@@ -13,8 +13,8 @@
 #include <io.h>
 #endif
 
-// A program that is called like OpenSSH and serves a folder of this computer in version 3 of the file
-// transfer protocol, with the manners and faults that its first argument names:
+// A program that is called like OpenSSH and serves a folder of this computer in version 3 of the
+// file transfer protocol, with the manners and faults that its first argument names:
 //
 //     stand_in_ssh MANNERS FOLDER [WHAT OPENSSH IS CALLED WITH]
 namespace {
@@ -219,7 +219,9 @@ int main(int argc, char** argv) {
     }
     if (arguments.at(1) == "asks") {
         const QByteArray password = AskForPassword();
-        if (password != "s\xc3\xa9" "cret \"x") {
+        if (password !=
+            "s\xc3\xa9"
+            "cret \"x") {
             Complain("cam@127.0.0.1: Permission denied (password).");
             return 255;
         }

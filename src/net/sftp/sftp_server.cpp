@@ -22,7 +22,8 @@ constexpr int modeSeconds = 15;
 constexpr qint64 blockSize = 32 * 1024;
 constexpr std::size_t mostUnderWay = 32;
 
-constexpr quint32 forWriting = 0x02 | 0x08 | 0x10;  // made where it is not there, emptied where it is
+constexpr quint32 forWriting =
+    0x02 | 0x08 | 0x10;  // made where it is not there, emptied where it is
 constexpr quint32 noAttributes = 0;
 constexpr quint32 onlyMode = 4;
 constexpr quint32 fileType = 0170000;  // the part of a mode
@@ -62,7 +63,8 @@ bool Is(const Reply& reply, Status code) {
 
 // otherwise: what a refusal means that says no more.
 ServerAnswer Explained(const Reply& reply, ServerFault otherwise) {
-    return IsFine(reply) ? ServerAnswer() : ServerAnswer{Meaning(reply.Code, otherwise), WordsOf(reply)};
+    return IsFine(reply) ? ServerAnswer()
+                         : ServerAnswer{Meaning(reply.Code, otherwise), WordsOf(reply)};
 }
 
 // A file on its way, several blocks at a time. The first refusal ends it.
@@ -190,8 +192,7 @@ SftpServer::Answered SftpServer::Ask(const QString& words, const Request& reques
     emit Sent(words);
     if (!IsOpen()) return {{ServerFault::ConnectionLost, connection.LastLine()}, {}};
     talk->Ask(request);
-    const ServerAnswer lost =
-        AwaitAnswers([&] { return talk->IsAnswered(request.Id()); }, seconds);
+    const ServerAnswer lost = AwaitAnswers([&] { return talk->IsAnswered(request.Id()); }, seconds);
     if (!lost.Fine()) return {lost, {}};
     const Reply reply = talk->Take(request.Id());
     emit Received(WordsOf(reply));
@@ -208,8 +209,7 @@ ServerAnswer SftpServer::DoSend(const QString& localPath, const QString& name) {
     QFile file(localPath);
     if (!file.open(QIODevice::ReadOnly)) return {ServerFault::NoLocalFile, file.errorString()};
     const qint64 start = Wait().OwnClock().Milliseconds();
-    const Request open =
-        New(Kind::Open).Text(PathOf(name)).Number(forWriting).Number(noAttributes);
+    const Request open = New(Kind::Open).Text(PathOf(name)).Number(forWriting).Number(noAttributes);
     const auto [lost, reply] = Ask("open " + name, open, sendSeconds);
     if (!lost.Fine()) return lost;
     if (Is(reply, Status::NoSuchFile)) return {ServerFault::FolderMissing, WordsOf(reply)};
@@ -305,8 +305,7 @@ std::optional<bool> SftpServer::ChangeMode(const QString& name, const QString& m
     bool isNumber = false;
     const quint32 bits = mode.toUInt(&isNumber, 8);
     if (!isNumber) return false;
-    const Request request =
-        New(Kind::Setstat).Text(PathOf(name)).Number(onlyMode).Number(bits);
+    const Request request = New(Kind::Setstat).Text(PathOf(name)).Number(onlyMode).Number(bits);
     const auto [lost, reply] = Ask("chmod " + mode + u' ' + name, request, modeSeconds);
     return lost.Fine() ? std::optional(IsFine(reply)) : std::nullopt;
 }

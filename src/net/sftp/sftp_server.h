@@ -21,8 +21,7 @@ class SftpServer : public PictureServer {
 
     [[nodiscard]] bool IsOpen() const override;
     void Close() override;
-    [[nodiscard]] std::optional<bool> ChangeMode(const QString& name,
-                                                 const QString& mode) override;
+    [[nodiscard]] std::optional<bool> ChangeMode(const QString& name, const QString& mode) override;
 
   protected:
     [[nodiscard]] ServerAnswer DoOpen() override;
