@@ -20,8 +20,8 @@
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "net/ftp/ftp.h"
-#include "net/ftp/ftp_server.h"
 #include "net/page_control.h"
+#include "net/publishing/make_server.h"
 #include "picture/picture_pipeline.h"
 #include "platform/platform.h"
 #include "texts/texts.h"
@@ -50,8 +50,9 @@ struct Program::Controls {
           PictureValues{around.Folder, around.InstalledFolders},
           Pictures(PictureValues, ezVidCap1, Wait, around.Boxes, Display),
           Run(around.Time, Display),
-          Server({Wait, Display, [this] { return Net.Online(); }}, FTP1),
-          Transaction({Wait, Net, Display, around.Boxes, State, Words, Run}, Server),
+          Servers({Wait, Display, [this] { return Net.Online(); }}, FTP1),
+          Transaction({Wait, Net, Display, around.Boxes, State, Words, Run},
+                      Servers.Of(Protocol::Ftp)),
           Offline({Wait, Net, Transaction, Pictures, PictureValues, Display, State}),
           Cycle({Wait, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
                  around.ClickSound}),
@@ -68,7 +69,7 @@ struct Program::Controls {
     PictureState PictureValues;
     PicturePipeline Pictures;
     RunStatus Run;
-    FtpServer Server;
+    PictureServers Servers;
     UploadTransaction Transaction;
     OfflinePicture Offline;
     UploadCycle Cycle;
@@ -265,15 +266,18 @@ void Program::Remember(const QList<ProfileEntry>& entries) const {
 
 void Program::ApplyAccess(const Settings& before) {
     const Settings& values = State.Values;
-    controls->Server.SetAccess(AccessOf(values, ProgramFolder()));
+    const ServerAccess access = AccessOf(values, ProgramFolder());
+    PictureServer& server = controls->Servers.Of(access.Way);
+    server.SetAccess(access);
+    Transaction.Use(server);
     Net.SetServer(values.Server);
     // The next picture logs in where the settings now say; a kept connection would hold on to the
     // old server for hours.
     ServerAccess former = AccessOf(before, ProgramFolder());
     former.DeleteFirst = values.Delete;  // has nothing to do with the way to the server
-    if (former == AccessOf(values, ProgramFolder())) return;
+    if (former == access) return;
     Cycle.TryAgainAtOnce();
-    if (Transaction.IsConnected()) controls->Server.Close();
+    if (Transaction.IsConnected()) server.Close();
 }
 
 // The camera of the settings. Who has named none gets the first one; another one never takes the

@@ -37,13 +37,17 @@ bool IsLoginFault(ServerFault fault) {
 }  // namespace
 
 UploadTransaction::UploadTransaction(const Parts& ownParts, PictureServer& ownServer)
-    : parts(ownParts), server(&ownServer) {
+    : parts(ownParts) {
     Use(ownServer);
 }
 
 void UploadTransaction::Use(PictureServer& other) {
-    if (server != &other) server->Cancel();
-    server->disconnect(this);
+    if (server == &other) return;
+    if (server) {
+        server->Cancel();
+        server->Close();
+        server->disconnect(this);
+    }
     server = &other;
     connect(server, &PictureServer::Received, this, &UploadTransaction::OnReply);
     connect(server, &PictureServer::SendProgress, this, &UploadTransaction::OnSendProgress);
@@ -233,8 +237,8 @@ void UploadTransaction::DeletePublic() {
 void UploadTransaction::RenameFile(const QString& from, const QString& to, Missing missing) {
     const ServerAnswer answer = Step("Rename File", [&] { return server->RenameFile(from, to); });
     refusedToReplace = answer.Is == ServerFault::ReplaceRefused;
-    if (answer.Is == ServerFault::FileMissing && missing == Missing::IsNoFault)
-        Flags.FtpError = false;
+    const bool none = answer.Is == ServerFault::FileMissing || answer.Is == ServerFault::NoCopies;
+    if (none && missing == Missing::IsNoFault) Flags.FtpError = false;
 }
 
 void UploadTransaction::RenamePublic() {
@@ -264,7 +268,9 @@ void UploadTransaction::KeepPublic() {
     const ServerAnswer answer = Step("Rename File", [this] {
         return server->KeepFile(PublicNames::Picture, PublicNames::History(1));
     });
-    if (answer.Is == ServerFault::FileMissing) Flags.FtpError = false;
+    // A server that cannot keep pictures takes the new one all the same.
+    if (answer.Is == ServerFault::FileMissing || answer.Is == ServerFault::NoCopies)
+        Flags.FtpError = false;
 }
 
 // Puts the new picture in the place of the old one. A server that does not do so by a mere rename

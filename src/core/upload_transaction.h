@@ -110,7 +110,7 @@ class UploadTransaction : public QObject {
     void ChangeMode(const QString& name);
 
     Parts parts;
-    PictureServer* server;
+    PictureServer* server = nullptr;
     Trouble failure;
     bool refusedToReplace = false;  // the last rename, because of the file that is there
     bool loginRefused = false;

@@ -36,6 +36,11 @@ bool SpeaksOfEncryption(const QString& text) {
     return text.contains(words);
 }
 
+FtpSecurity SecurityOf(Protocol way) {
+    if (way == Protocol::Ftpsi) return FtpSecurity::Implicit;
+    return way == Protocol::Ftps ? FtpSecurity::Explicit : FtpSecurity::None;
+}
+
 }  // namespace
 
 void FtpServer::Waits::LowerBy(int replyCode) {
@@ -77,6 +82,9 @@ void FtpServer::SetAccess(const ServerAccess& wanted) {
     ftp.SetUserName(wanted.User);
     ftp.SetPassword(wanted.Password);
     ftp.SetDataFromAnywhere(wanted.DataFromAnywhere);
+    ftp.SetPassive(wanted.Passive);
+    ftp.SetSecurity(SecurityOf(wanted.Way));
+    ftp.SetTrusted(wanted.Trusted);
 }
 
 void FtpServer::CommandSent(const QString& line) {
@@ -141,6 +149,7 @@ ServerAnswer FtpServer::LogIn() {
 }
 
 ServerAnswer FtpServer::LoginFault() const {
+    if (const ServerAnswer fault = ftp.Fault(); !fault.Fine()) return fault;
     using Reached = Winsock::ConnectEnd;
     switch (ftp.ConnectResult()) {
         case Reached::HostNotFound:
@@ -209,6 +218,7 @@ ServerAnswer FtpServer::DoSend(const QString& localPath, const QString& name) {
 ServerAnswer FtpServer::SendFault() const {
     const int code = ftp.ReplyCode();
     const QString said = LastReply();
+    if (const ServerAnswer fault = ftp.Fault(); !fault.Fine()) return fault;
     if (!ftp.IsConnected()) return {ServerFault::ConnectionLost, said};
     if (!stranger.isEmpty()) return {ServerFault::DataFromElsewhere, stranger};
     if (IsOneOf(noRoom, code)) return {ServerFault::NoRoom, said};
