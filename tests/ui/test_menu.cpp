@@ -276,7 +276,7 @@ class TestMenu : public QObject {
         program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
         program.Begin();
         Tray1& tray = program.Windows->Tray;
-        const QString why = "Publishing has failed for ten minutes: No Video Capture Device!";
+        const QString why = "Publishing has failed for ten minutes: Camera gives no picture";
         for (const QString& expected : {QString(), why}) {
             program.Set("Einstellungen", "Notify", expected.isEmpty() ? QString("0") : QString());
             program.Core->Start();

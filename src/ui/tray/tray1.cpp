@@ -5,6 +5,7 @@
 #include "core/program.h"
 #include "core/upload_cycle.h"
 #include "texts/texts.h"
+#include "ui/settings/remedy.h"
 #include "ui/tray/program_icons.h"
 
 Tray1::Tray1(Program& ownProgram, RunFigures& ownFigures, Texts& ownTexts,
@@ -47,7 +48,9 @@ void Tray1::Connect() {
     connect(&icon, &QSystemTrayIcon::messageClicked, this, &Tray1::RestoreWanted);
     connect(&icon, &QSystemTrayIcon::messageClicked, this, &Tray1::RemedyWanted);
     connect(&outages, &OutageWatch::Began, this, [this] {
-        Tell(texts.Get("Tray", "Failing").arg(program.Run.Ongoing()->Why),
+        const auto& trouble = program.Run.Ongoing();
+        const auto remedy = Remedy::For(trouble, texts);
+        Tell(texts.Get("Tray", "Failing").arg(remedy ? remedy->Trouble : trouble->Why),
              QSystemTrayIcon::Warning);
     });
     connect(&outages, &OutageWatch::Ended, this,
