@@ -213,12 +213,14 @@ SettingRow::SettingRow(QStringView section, QStringView key, const SettingField&
 
 SettingRow::SettingRow(QStringView section, QStringView key, const SettingField& field, int least,
                        int most, Outside outside, QStringView fault)
-    : SettingRow(section, key, field) {
-    Least = least;
-    Most = most;
-    Else = outside;
-    Fault = fault.toString();
-}
+    : Section(section.toString()),
+      Key(key.toString()),
+      Field(field),
+      Least(least),
+      Most(most),
+      Else(outside),
+      Fault(fault.toString()),
+      Default(std::visit(DefaultText(), field)) {}
 
 SettingRow::SettingRow(QStringView section, QStringView key, bool Settings::*field, QStringView on)
     : SettingRow(section, key, field) {
