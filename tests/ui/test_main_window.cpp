@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -212,6 +213,22 @@ class TestMainWindow : public QObject {
         QCOMPARE(window.btnView->text(), "Camera");
         QTest::mouseClick(window.btnView, Qt::LeftButton);
         QVERIFY(visitors.isHidden() && !shows(Qt::cyan));
+    }
+
+    void NoSkinIsLargerThanTheScreen() {
+        WindowFixture program;
+        program.Start();
+        const QPoint usual = program.Window->btnStart->pos();
+        const QSize button = program.Window->btnStart->size();
+        const QImage splash(program.Skin("Green", "splash.bmp"));
+        const QSize screen = program.Window->screen()->availableSize();
+        splash.copy(0, 0, splash.width(), 2 * screen.height())
+            .save(program.Skin("Green", "splash.bmp"));
+        program.Start();
+        const frmSkin& window = *program.Window;
+        QCOMPARE(window.size(), QSize(splash.width() / 2, screen.height()));
+        QVERIFY((window.btnStart->pos() - usual / 2).manhattanLength() <= 2);
+        QCOMPARE(window.btnStart->size(), button / 2);
     }
 
     void LargeLettersKeepToThePlate() {

@@ -298,6 +298,7 @@ void frmSkin::LoadBackground(Skin& skin) {
 }
 
 void frmSkin::ApplySkinLayout(Skin& skin) {
+    skin.SetScale(Scale());
     LoadPictures(skin);
     ColourDriver();
     FitDriverFont();
@@ -352,7 +353,7 @@ void frmSkin::PlaceFlap(Skin& skin) {
     const SkinLayout positions = skin.Layout();
     flapEnabled = positions.IsOne("pic_klappe", "Visible");
     preview->setMinimumSize(0, 0);
-    preview->resize(flapEnabled ? previewBehindFlap : previewSize);
+    preview->resize(Scaled(flapEnabled ? previewBehindFlap : previewSize));
     if (flapEnabled) {
         pic_klappe->SetPicture(skin.Picture("Splash_Klappe.jpg"));
         pic_klappe_open->SetPictures(skin.Picture("button_klappe_open.jpg"),
@@ -392,7 +393,8 @@ bool frmSkin::InDriverArea(const QWidget* control) const {
 
 // A skin has a plate of fixed size for them; beside one, they follow the desktop's letters.
 void frmSkin::FitDriverFont() {
-    constexpr int most = 13;  // pixels
+    constexpr int usual = 13;  // pixels
+    const int most = Scaled(usual);
     QFont letters = font();
     if (HasBackground() && QFontInfo(letters).pixelSize() > most) letters.setPixelSize(most);
     for (QWidget* control : std::initializer_list<QWidget*>{Label_Driver, cbDriver, lblStatus})
@@ -404,9 +406,9 @@ void frmSkin::PlaceDriverArea() {
     const QPoint at = Label_Driver->pos();
     const QSize label = Label_Driver->sizeHint();
     Label_Driver->resize(std::min(label.width(), RoomFor({at, label})), label.height());
-    const QRect list(at.x(), at.y() + listBelowLabel, mostListWidth, listHeight);
-    const int listWidth = std::clamp(RoomFor(list), leastListWidth, mostListWidth);
-    cbDriver->setGeometry({list.topLeft(), QSize(listWidth, listHeight)});
+    QRect list(at.x(), at.y() + Scaled(listBelowLabel), Scaled(mostListWidth), Scaled(listHeight));
+    list.setWidth(std::clamp(RoomFor(list), Scaled(leastListWidth), list.width()));
+    cbDriver->setGeometry(list);
     cbDriver->raise();
     PlaceStatus();
 }
@@ -422,8 +424,8 @@ void frmSkin::PlaceStatus() {
     QRect line = cbDriver->geometry();
     line.moveTop(line.bottom() + 1 + statusBelowList);
     line.setHeight(lblStatus->sizeHint().height());
-    line.setWidth(std::min(RoomFor(line), mostListWidth));
-    bool free = line.width() >= leastStatusWidth && (QRegion(line) - Outline()).isEmpty();
+    line.setWidth(std::min(RoomFor(line), Scaled(mostListWidth)));
+    bool free = line.width() >= Scaled(leastStatusWidth) && (QRegion(line) - Outline()).isEmpty();
     for (const QWidget* other : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
         if (!InDriverArea(other) && !other->isHidden() && other->geometry().intersects(line))
             free = false;

@@ -5,6 +5,9 @@
 
 #include <QAccessibleWidget>
 #include <QPainter>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
@@ -24,24 +27,31 @@ ShapedWindow::ShapedWindow(QWidget* parent)
 }
 
 void ShapedWindow::SetBackground(const QImage& picture) {
+    scale = 1;
     if (picture.isNull()) {
         background = {};
         outline = {};
         clearMask();
         setMinimumSize(0, 0);
         setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    } else {
-        outline = ShapeWindowFromPicture(*this, picture);
-        background =
-            QPixmap::fromImage(WindowSystem::CutsWindows() ? WithCleanEdges(picture, outline)
-                                                           : CutOut(picture, outline));
+        update();
+        return;
     }
+    const QSizeF room = screen()->availableSize();
+    scale = std::min({1.0, room.width() / picture.width(), room.height() / picture.height()});
+    // Without new colours at the edges of what is cut away.
+    const QImage shown = scale < 1 ? picture.scaled(Scaled(picture.size())) : picture;
+    outline = ShapeWindowFromPicture(*this, shown);
+    const QRegion whole = scale < 1 ? BuildRegionFromPicture(picture) : outline;
+    background = QPixmap::fromImage(WindowSystem::CutsWindows() ? WithCleanEdges(picture, whole)
+                                                                : CutOut(picture, whole));
     update();
 }
 
 QColor ShapedWindow::Ground(const QRect& area) const {
     if (!HasBackground() || area.isEmpty()) return palette().color(QPalette::Window);
-    const QImage part = background.copy(area).toImage();
+    const QRect there(area.topLeft() / scale, area.size() / scale);
+    const QImage part = background.copy(there).toImage();
     return part.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixelColor(0, 0);
 }
 
@@ -52,7 +62,7 @@ void ShapedWindow::paintEvent(QPaintEvent*) {
         return;
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(0, 0, background);
+    painter.drawPixmap(rect(), background);
 }
 
 void ShapedWindow::mousePressEvent(QMouseEvent* event) {

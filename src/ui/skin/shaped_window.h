@@ -14,7 +14,8 @@ class ShapedWindow : public QWidget {
   public:
     explicit ShapedWindow(QWidget* parent = nullptr);
 
-    // A null picture makes a plain rectangular window of free size.
+    // A picture that is larger than the screen is made smaller, and its window with it. A null one
+    // makes a plain rectangular window of free size.
     void SetBackground(const QImage& picture);
     [[nodiscard]] bool HasBackground() const { return !background.isNull(); }
 
@@ -24,7 +25,14 @@ class ShapedWindow : public QWidget {
     // What can be seen of the window, in its own pixels; empty without a background.
     [[nodiscard]] const QRegion& Outline() const { return outline; }
 
+    // How large the window shows its picture, at most 1.
+    [[nodiscard]] double Scale() const { return scale; }
+
   protected:
+    // Lengths on the picture, pixels, as they are shown.
+    [[nodiscard]] int Scaled(int length) const { return qRound(scale * length); }
+    [[nodiscard]] QSize Scaled(const QSize& size) const { return size * scale; }
+
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -33,5 +41,6 @@ class ShapedWindow : public QWidget {
   private:
     QPixmap background;
     QRegion outline;
+    double scale = 1;
     DragWindow drag;
 };

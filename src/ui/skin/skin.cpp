@@ -33,7 +33,7 @@ Skin::Skin(const SkinFolders& skinFolders, const QString& skinName)
     : folders(skinFolders), name(skinName) {}
 
 SkinLayout Skin::Layout() const {
-    return SkinLayout(folders.Find(name, "Position.ini"));
+    return SkinLayout(folders.Find(name, "Position.ini"), scale);
 }
 
 QImage Skin::Background(const QString& file) {
@@ -41,11 +41,18 @@ QImage Skin::Background(const QString& file) {
 }
 
 QPixmap Skin::Picture(const QString& file) {
-    return QPixmap::fromImage(Load(file, false));
+    return Scaled(Load(file, false));
 }
 
 QPixmap Skin::SharedPicture(const QString& file) {
-    return QPixmap::fromImage(LoadFrom(SkinFolders::Default, file, false));
+    return Scaled(LoadFrom(SkinFolders::Default, file, false));
+}
+
+QPixmap Skin::Scaled(const QImage& picture) const {
+    if (scale == 1 || picture.isNull()) return QPixmap::fromImage(picture);
+    const QSize size = (QSizeF(picture.size()) * scale).toSize().expandedTo({1, 1});
+    return QPixmap::fromImage(
+        picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 QImage Skin::Load(const QString& file, bool background) {

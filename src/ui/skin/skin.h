@@ -16,6 +16,9 @@ class Skin {
     [[nodiscard]] QString Name() const { return name; }
     [[nodiscard]] SkinLayout Layout() const;
 
+    // Lengths of the layout and pictures of controls come in this scale from now on.
+    void SetScale(double wanted) { scale = wanted; }
+
     // A window's background; null when not even "Default" has a usable one.
     [[nodiscard]] QImage Background(const QString& file);
     // A control's picture; null in the same case.
@@ -29,9 +32,11 @@ class Skin {
   private:
     [[nodiscard]] QImage Load(const QString& file, bool background);
     [[nodiscard]] QImage LoadFrom(const QString& skin, const QString& file, bool background);
+    [[nodiscard]] QPixmap Scaled(const QImage& picture) const;
     void Remember(const QString& fault);
 
     const SkinFolders& folders;
     QString name;
     QStringList faults;
+    double scale = 1;
 };

@@ -15,7 +15,7 @@ int SkinLayout::Number(const QString& section, const QString& key) const {
 int SkinLayout::Pixels(const QString& section, const QString& key) const {
     // What no window system can place lies out of sight all the same.
     constexpr double most = 16000 * 15;
-    return FromTwips(std::clamp(Val(Text(section, key)), -most, most));
+    return FromTwips(scale * std::clamp(Val(Text(section, key)), -most, most));
 }
 
 QPoint SkinLayout::Position(const QString& section) const {

@@ -12,8 +12,9 @@ class SkinLayout {
     // Twips as pixels of the layout (not of the screen), rounded: 15 are one.
     [[nodiscard]] static constexpr int FromTwips(double twips) { return qRound(twips / 15); }
 
-    // file: full path; empty or missing is a layout without entries.
-    explicit SkinLayout(const QString& ownFile) : file(ownFile) {}
+    // file: full path; empty or missing is a layout without entries. scale: of all lengths.
+    explicit SkinLayout(const QString& ownFile, double ownScale = 1)
+        : file(ownFile), scale(ownScale) {}
 
     // Keys "Left" and "Top" of the section, in pixels.
     [[nodiscard]] QPoint Position(const QString& section) const;
@@ -28,4 +29,5 @@ class SkinLayout {
 
   private:
     QString file;
+    double scale;
 };

@@ -56,12 +56,12 @@ QList<LabelPlace> Places(const frmStatus& window) {
 
 void frmStatus::SetFonts() {
     QFont plain = font();
-    plain.setPixelSize(textSize);
+    plain.setPixelSize(Scaled(textSize));
     setFont(plain);
     const QString own = QCoreApplication::applicationDirPath();
     const QFont display = DisplayFont(
         {QFileInfo(program.SettingsFile()).absolutePath(), own, own + "/../share/stillpost"},
-        displaySize);
+        Scaled(displaySize));
     for (ReadoutLabel* label : {Label1, Label2, Label3, Label4}) label->setFont(display);
 }
 
@@ -71,6 +71,8 @@ void frmStatus::LoadBackground(Skin& skin) {
 }
 
 void frmStatus::ApplyStatusLayout(Skin& skin) {
+    skin.SetScale(Scale());
+    SetFonts();
     const SkinLayout positions = skin.Layout();
     const bool ownBar = positions.IsOne("Prog_Bar", "picture");
     delete layout();
@@ -121,10 +123,10 @@ void frmStatus::PlaceControls(const SkinLayout& positions) {
         caption->setVisible(captions);
         caption->SetColour(positions.Colour("Beschriftung_Color", "ForeColor"));
         const QPoint track = caption == Label5 ? track1 : track2;
-        caption->setGeometry(track.x(), track.y() - captionAbove, 0, textHeight);
+        caption->setGeometry(track.x(), track.y() - Scaled(captionAbove), 0, Scaled(textHeight));
     }
     for (const LabelPlace& each : Places(*this))
-        each.Label->setGeometry({positions.Position(each.Section), each.Room});
+        each.Label->setGeometry({positions.Position(each.Section), Scaled(each.Room)});
     ProgressBar1->move(positions.Position("Prog_Bar"));
     ProgressBar1->resize(ProgressBar1->sizeHint());
     Slider1->Place(track1, positions.Pixels("Anfasser1", "Top"));
@@ -132,11 +134,12 @@ void frmStatus::PlaceControls(const SkinLayout& positions) {
 }
 
 void frmStatus::PlaceTimeOut(const SkinLayout& positions, const QString& skinName) {
-    QPoint at = Label4->pos() + QPoint(timeOutBeside, 0);
-    if (skinName == "silver 1024") at = {silverTimeOutLeft, Label4->y() + silverTimeOutBelow};
+    QPoint at = Label4->pos() + QPoint(Scaled(timeOutBeside), 0);
+    if (skinName == "silver 1024")
+        at = {Scaled(silverTimeOutLeft), Label4->y() + Scaled(silverTimeOutBelow)};
     if (positions.IsOne("Prog_Bar", "picture")) at = positions.Position("Label_TimeOut");
-    Label9->setGeometry({at, QSize(timeOutWidth, textHeight)});
-    Gauge->setGeometry({at + QPoint(0, gaugeBelow), gaugeSize});
+    Label9->setGeometry({at, Scaled(QSize(timeOutWidth, textHeight))});
+    Gauge->setGeometry({at + QPoint(0, Scaled(gaugeBelow)), Scaled(gaugeSize)});
 }
 
 void frmStatus::PlaceClose(const SkinLayout& positions) {
