@@ -240,6 +240,11 @@ class TestCameraWindows : public QObject {
         QCOMPARE(window.Text5->btnBrowse->text(), "…");
         // The buttons are a column of their own.
         QCOMPARE(TabFaults(window).join("\n"), "back to Source...");
+        window.hide();
+        window.Open();
+        window.move(-30, -20);  // as when it grew while it got its frame
+        fixture.Time.Advance(300);
+        QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
         window.asFlatTextBox1->btnBrowse->click();
         QVERIFY(Read(*chooser.Dir1));
         QCOMPARE(chooser.lblPurpose->text(), "For: Folder of the archive");

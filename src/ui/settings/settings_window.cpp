@@ -1,7 +1,9 @@
 #include "ui/settings/settings_window.h"
 
 #include "base/message_boxes.h"
+#include "base/waiting.h"
 #include "core/program.h"
+#include "ui/skin/window_system.h"
 #include "ui/widgets/fitting_area.h"
 #include "ui/widgets/mnemonics.h"
 #include "ui/widgets/screen_room.h"
@@ -11,12 +13,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
 const QString common = "Settings";   // texts of all settings windows
 constexpr int mostCharacters = 255;  // of a value, see ReadSetting
+constexpr int settleMilliseconds = 300;
 
 }  // namespace
 
@@ -28,7 +34,8 @@ SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QStrin
       lblNote(new QLabel(this)),
       Controls(ownSurroundings.Words, textSection),
       around(ownSurroundings),
-      area(new FittingArea(this)) {
+      area(new FittingArea(this)),
+      settled(ownSurroundings.Core.Wait.OwnClock(), settleMilliseconds) {
     auto* all = new QVBoxLayout(this);
     auto* inside = new QWidget;
     body = new QVBoxLayout(inside);
@@ -49,6 +56,7 @@ SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QStrin
     connect(btnSave, &QPushButton::clicked, this, &QDialog::accept);
     connect(btnClose, &QPushButton::clicked, this, &QDialog::reject);
     connect(&around.Words, &Texts::Changed, this, [this] { ShowTexts(); });
+    connect(&settled, &Timer::Tick, this, &SettingsWindow::MoveOntoScreen);
 }
 
 void SettingsWindow::Finish() {
@@ -96,12 +104,30 @@ void SettingsWindow::FitToScreen() {
     body->invalidate();
     layout()->invalidate();
     resize(sizeHint().boundedTo(ScreenRoom(*this)));
+    settled.SetInterval(settleMilliseconds);
+    settled.SetEnabled(true);
+}
+
+// A window that has grown may reach beyond the screen; one that grew while the window manager put
+// its frame around it may have its title there.
+void SettingsWindow::MoveOntoScreen() {
+    settled.SetEnabled(false);
+    if (!isVisible() || !WindowSystem::PlacesWindows()) return;
+    const QRect room = screen()->availableGeometry();
+    QRect frame = frameGeometry();
+    frame.moveRight(std::min(frame.right(), room.right()));
+    frame.moveBottom(std::min(frame.bottom(), room.bottom()));
+    frame.moveTopLeft({std::max(frame.left(), room.left()), std::max(frame.top(), room.top())});
+    if (frame.topLeft() != pos()) move(frame.topLeft());
 }
 
 bool SettingsWindow::event(QEvent* event) {
     const bool handled = QDialog::event(event);
-    if (event->type() == QEvent::LayoutRequest && isVisible())
-        resize(size().expandedTo(sizeHint()).boundedTo(ScreenRoom(*this)));
+    if (event->type() == QEvent::LayoutRequest && isVisible()) {
+        const QSize wanted = size().expandedTo(sizeHint()).boundedTo(ScreenRoom(*this));
+        settled.SetEnabled(settled.Enabled() || wanted != size());
+        resize(wanted);
+    }
     return handled;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/clock.h"
 #include "texts/texts.h"
 #include "ui/settings/bindings.h"
 
@@ -90,8 +91,10 @@ class SettingsWindow : public QDialog {
 
   private:
     void FitToScreen();
+    void MoveOntoScreen();
 
     Surroundings around;
     FittingArea* area;
+    Timer settled;  // since the window has got its size
     QVBoxLayout* body;
 };
