@@ -140,6 +140,8 @@ class TestFtpControl : public QObject {
         row("another server", {}, Elsewhere, false, EncryptionBroken);
         row("session wanted", {Says("DONE", {"522 reuse required\r\n"})}, Good, false,
             SessionNotResumed);
+        row("session wanted, said otherwise",
+            {Says("DONE", {"425 a: Operation not permitted\r\n"})}, Good, false, SessionNotResumed);
         row("refused", {Says("STOR", {"553 no\r\n"})}, Good, true, None);
     }
     void EncryptsData() {

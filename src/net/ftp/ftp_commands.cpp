@@ -8,6 +8,7 @@
 namespace {
 constexpr int generalError = 500;
 constexpr qint64 askMilliseconds = 15'000;
+constexpr qint64 lastWordMilliseconds = 5000;
 
 QString NotPossible(const QString& operation, const QString& reason) {
     return QStringLiteral("Die Operation \"%1\" konnte nicht ausgeführt werden, %2.")
@@ -92,6 +93,12 @@ Waiting::End FtpCommands::AwaitReply(const std::function<bool()>& hopeless) {
     if (!replied()) return end;
     TimeOut.ClearTimedOut();
     return Waiting::End::Done;
+}
+
+void FtpCommands::AwaitLastWord() {
+    waiting.Until(
+        [this] { return Control.ReplyCode() >= 200; },
+        {.LimitMilliseconds = lastWordMilliseconds, .Hopeless = [this] { return Control.Gone(); }});
 }
 
 void FtpCommands::AwaitLastLine() {

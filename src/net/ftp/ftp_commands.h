@@ -45,6 +45,8 @@ class FtpCommands : public QObject {
     // Waits for the reply to the command just sent. Done: it has come, or had begun when the time
     // was up or the connection broke.
     Waiting::End AwaitReply(const std::function<bool()>& hopeless = {});
+    // Gives the server a few seconds to say why a transfer has ended.
+    void AwaitLastWord();
     // Waits, within the time-out, for the end of a reply that has begun: its last lines must not
     // be taken for the reply to the next command.
     void AwaitLastLine();

@@ -88,11 +88,18 @@ std::optional<quint16> FtpDataElements::PassivePort() {
 // May come after the transfer has been given up.
 void FtpDataElements::OnReply(int code) {
     if (code / 100 == 1 && !loaded.empty()) loaded.back()->StartTls();
+    if (code != noDataConnection && code != sessionWanted) return;
     const bool open = Reached();
-    if (code == sessionWanted && open && commands.Control.Encrypts)
-        commands.Fault = {ServerFault::SessionNotResumed, commands.Control.ReplyText.trimmed()};
-    if (code == noDataConnection && passive && (!open || !commands.Control.Encrypts))
-        commands.Fault = {ServerFault::PassiveBlocked, commands.Control.ReplyText.trimmed()};
+    const bool encrypts = commands.Control.Encrypts;
+    const QString text = commands.Control.ReplyText.trimmed();
+    // ProFTPD says it in other words.
+    const bool session = code == sessionWanted || text.contains(QStringLiteral("not permitted"));
+    if (encrypts && open && session)
+        commands.Fault = {ServerFault::SessionNotResumed, text};
+    else if (encrypts && open && commands.Fault.Fine())
+        commands.Fault = {ServerFault::EncryptionBroken, text};
+    else if (passive && !(encrypts && open) && code == noDataConnection)
+        commands.Fault = {ServerFault::PassiveBlocked, text};
 }
 
 // There was a connection, encrypted or not.
@@ -115,6 +122,10 @@ void FtpDataElements::FindFault() {
         commands.Fault = {ServerFault::PassiveBlocked, {}};
     else if (code != 0 && !encryption.Fine())
         commands.Fault = encryption;
+}
+
+void FtpDataElements::AwaitReason() {
+    if (!Cancelled && Reached() && (passive || commands.Control.Encrypts)) commands.AwaitLastWord();
 }
 
 void FtpDataElements::Unload() {

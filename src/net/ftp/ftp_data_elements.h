@@ -33,6 +33,9 @@ class FtpDataElements : public QObject {
     // Closes and unloads the highest element, if there is one. After a Cancel there is none. A
     // connection that has not come about is told of as the client's fault.
     void Unload();
+    // Waits for the reason that the server gives when a connection that was asked of it, or was to
+    // be encrypted, has failed. After Unload: some servers first wait for its end.
+    void AwaitReason();
 
     // Closes and unloads all elements and marks the transfer that runs on them as cancelled.
     void Cancel();

@@ -20,6 +20,7 @@ bool FtpUpload::PutFile(const QString& folder, const QString& name, const QStrin
         sent = Transfer();
         commands.TimeOut.Stop();
         elements.Unload();
+        if (!sent) elements.AwaitReason();
     }
     localFile.close();
     return sent;
