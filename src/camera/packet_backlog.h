@@ -2,6 +2,8 @@
 
 #include "camera/capture_ffmpeg.h"
 
+#include <QtGlobal>
+
 #include <chrono>
 #include <deque>
 #include <functional>
