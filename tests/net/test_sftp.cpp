@@ -7,7 +7,7 @@
 
 #include <QSignalSpy>
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 using Question = PasswordTeller::Question;
 
 namespace {

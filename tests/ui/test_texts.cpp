@@ -115,7 +115,8 @@ class TestTexts : public QObject {
             shell.FirstSteps.Open();
             int buttons = 0;
             for (QWidget* widget : QApplication::allWidgets()) {
-                if (!qobject_cast<QAbstractButton*>(widget)) continue;
+                const bool shown = widget->isVisibleTo(widget->window());
+                if (!shown || !qobject_cast<QAbstractButton*>(widget)) continue;
                 const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
                 const QString name = seen->text(QAccessible::Name);
                 const QString place = QLatin1String(widget->window()->metaObject()->className());

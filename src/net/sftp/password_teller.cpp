@@ -3,6 +3,7 @@
 #include "platform/program_start.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLocalSocket>
 #include <QProcessEnvironment>
 #include <QRandomGenerator>
@@ -44,7 +45,8 @@ PasswordTeller::PasswordTeller(const Secret& ownSecret) : secret(ownSecret) {
 bool PasswordTeller::Prepare(QProcessEnvironment& environment) {
     if (!server.listen(RandomName())) return false;
     environment.insert(addressVariable, server.fullServerName());
-    environment.insert("SSH_ASKPASS", QCoreApplication::applicationFilePath());
+    environment.insert("SSH_ASKPASS",
+                       QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
     environment.insert("SSH_ASKPASS_REQUIRE", "force");
     // Older ones ask a program only where there seems to be a screen.
     if (!environment.contains("DISPLAY")) environment.insert("DISPLAY", "none");

@@ -7,7 +7,7 @@
 
 namespace {
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 
 struct Words {
     const char* Pattern;

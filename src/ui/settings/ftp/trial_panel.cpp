@@ -95,7 +95,7 @@ void TrialPanel::ShowState() {
 }
 
 QString TrialPanel::OfferText() const {
-    return outcome ? TrialOfferText(words, outcome->Offer) : QString();
+    return TrialOfferText(words, outcome ? outcome->Offer : TrialOffer::None);
 }
 
 void TrialPanel::ShowOffer() {

@@ -21,9 +21,8 @@ QString TrialText(const Texts& words, const ServerAccess& tried, const TrialOutc
 }
 
 QString TrialOfferText(const Texts& words, TrialOffer offer) {
-    static const QStringList keys{{}, "OfferAccept", "OfferSwitch", "OfferEncrypt"};
-    const QString key = keys.value(static_cast<int>(offer));
-    return key.isEmpty() ? QString() : words.Get(section, key);
+    static const QStringList keys{"TrialOffer", "OfferAccept", "OfferSwitch", "OfferEncrypt"};
+    return words.Get(section, keys.value(static_cast<int>(offer)));
 }
 
 QString TrialStepText(const Texts& words, TrialStep step, int seconds) {

@@ -7,7 +7,7 @@
 [[nodiscard]] QString TrialText(const Texts& words, const ServerAccess& tried,
                                 const TrialOutcome& outcome);
 
-// What the button for the offer says; empty: none is made.
+// What the button for the offer says.
 [[nodiscard]] QString TrialOfferText(const Texts& words, TrialOffer offer);
 
 // What a trial does at the moment.

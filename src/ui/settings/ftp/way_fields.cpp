@@ -107,6 +107,6 @@ QLineEdit* WayFields::FieldOf(ServerFault fault) const {
 void WayFields::ChooseKeyFile() {
     const QString begin = QFileInfo(txtKeyFile->text()).path();
     auto& chooser = OpenFileChooser(btnKeyFile->window(), QFileDialog::ExistingFile,
-                                    bindings.Text("ChooseKeyFileHelp"), begin);
+                                    bindings.Text("ChooseKeyFile"), begin);
     connect(&chooser, &QFileDialog::fileSelected, txtKeyFile, &QLineEdit::setText);
 }

@@ -25,7 +25,7 @@ class WayFields : public QObject {
     QComboBox* cbProtocol = new QComboBox;
     QCheckBox* chkPassive = new QCheckBox;
     QLineEdit* txtKeyFile = new QLineEdit;
-    QPushButton* btnKeyFile = new QPushButton;
+    QPushButton* btnKeyFile = new QPushButton(QStringLiteral("…"));
     QLineEdit* txtBucket = new QLineEdit;
     QLineEdit* txtRegion = new QLineEdit;
     QLineEdit* txtCacheSeconds = new QLineEdit;
