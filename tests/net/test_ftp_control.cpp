@@ -55,6 +55,9 @@ class TestFtpControl : public QObject {
         row("refusal never closed", {Says("PASS", {"530-a\r\n"})}, "530", "530-a\r\n cam");
         row("user in lines, login never closed",
             {Says("USER", {"331-230 a\r\n", "331 b\r\n"}), Says("PASS", {"2", "30-c\r\n"})});
+        const QString endless = "530-" + QString(70'000, u'x');
+        row("refused at great length", {Says("PASS", {endless, endless + "\r\n530 a\r\n"})}, "530",
+            endless.left(65536) + " cam");
         row("closed at the password", {Closes("PASS")}, "1510", Unreached);
     }
     void LogsIn() {

@@ -5,6 +5,7 @@
 namespace {
 constexpr int serviceReady = 220;
 constexpr int lateEndMilliseconds = 5000;
+constexpr qsizetype longestReply = 65536;  // characters; the rest is not kept
 }  // namespace
 
 FtpControlConnection::FtpControlConnection(Clock& clock, QObject* parent)
@@ -62,7 +63,7 @@ void FtpControlConnection::Receive() {
     const QString chunk = FromServer(received.chopped(cut));
     received = received.last(cut);
     if (chunk.isEmpty()) return;
-    ReplyText = Lines.Unfinished() ? ReplyText + chunk : chunk;
+    ReplyText = (Lines.Unfinished() ? ReplyText + chunk : chunk).left(longestReply);
     const qsizetype known = Lines.Codes.size();
     Lines.Feed(chunk);
     // The first line of a greeting is enough.
