@@ -28,7 +28,7 @@ int SecondsSinceMidnight(const QTime& time) {
 
 // Nobody has logged in, for a reason that has nothing to do with encryption.
 bool IsLoginFault(ServerFault fault) {
-    using enum ServerFault;
+    using enum ServerAnswer::Fault;
     const auto faults = {HostNotFound, Refused,       Unreachable,      NoAnswer,
                          NotThisWay,   ServerRefused, EncryptionNeeded, LoginRefused};
     return std::find(faults.begin(), faults.end(), fault) != faults.end();

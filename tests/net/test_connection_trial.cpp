@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 using Script = QList<FtpFault>;
 
 class TestConnectionTrial : public QObject {

@@ -5,7 +5,7 @@
 #include <QSslConfiguration>
 
 using Script = QList<FtpFault>;
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 
 namespace {
 const QString NameTimeOut = QStringLiteral("Zeitlimit beim Ausführen von \"%1\" überschritten");

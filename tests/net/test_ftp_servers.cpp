@@ -6,7 +6,7 @@
 
 #include <QDir>
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 using Kind = RealFtpServer::Kind;
 
 namespace {

@@ -6,7 +6,7 @@
 #include <QTcpSocket>
 
 using Script = QList<FtpFault>;
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 
 // Transfers against the scripted server: what is on the wire, and what happens when it is wrong.
 class TestFtpTransfers : public QObject {

@@ -8,7 +8,7 @@
 #include <QSslConfiguration>
 #include <QSslSocket>
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 using Read = HttpAnswerReader::State;
 
 namespace {

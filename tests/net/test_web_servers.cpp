@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QSslCertificate>
 
-using enum ServerFault;
+using enum ServerAnswer::Fault;
 
 namespace {
 

@@ -124,7 +124,7 @@ class TestTexts : public QObject {
                 QVERIFY2(name.contains(word), qPrintable(place + ": " + name));
                 ++buttons;
             }
-            QVERIFY(buttons > 100);
+            QVERIFY(buttons > 60);
             starts << QAccessible::queryAccessibleInterface(shell.MainWindow.btnStart)
                           ->text(QAccessible::Name);
             shell.FirstSteps.reject();

@@ -12,7 +12,7 @@ constexpr int graceMilliseconds = 3000;
 
 // Who the server is stands in question, which the operator may answer.
 bool IsAboutIdentity(ServerFault fault) {
-    using enum ServerFault;
+    using enum ServerAnswer::Fault;
     const auto faults = {CertificateUnknown, CertificateExpired, CertificateWrongName,
                          CertificateChanged, HostKeyUnknown,     HostKeyChanged};
     return std::find(faults.begin(), faults.end(), fault) != faults.end();
@@ -94,7 +94,7 @@ ServerAnswer ServerTrial::Rename(bool over) {
     }
     onServer << names.Second;  // who knows how far it came
     // That both files are there, or only one of them, is known for sure.
-    using enum ServerFault;
+    using enum ServerAnswer::Fault;
     const bool refused =
         answer.Is == RenameRefused || answer.Is == ReplaceRefused || answer.Is == FileMissing;
     if (refused) answer.Is = over && !server.Access().DeleteFirst ? ReplaceRefused : RenameRefused;

@@ -95,6 +95,7 @@ void frmStatusgesamt::AddLines(QGridLayout& grid) {
         lines << line;
     }
     grid.addWidget(btnRemedy, 0, 2, Qt::AlignTop);
+    btnRemedy->hide();
     grid.setColumnStretch(1, 1);
 }
 

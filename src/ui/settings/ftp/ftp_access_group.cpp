@@ -84,6 +84,9 @@ void FtpAccessGroup::LayOut(QWidget* trial) {
     rows->Add(txtPort, {.Key = "Port", .Enabled = server});
     Way->AddFields();
     connect(Way, &WayFields::Edited, this, &FtpAccessGroup::Edited);
+    // What was accepted of one server says nothing about another.
+    connect(txtServer, &QLineEdit::textEdited, Way->txtTrusted, &QLineEdit::clear);
+    connect(Way->cbProtocol, &QComboBox::activated, Way->txtTrusted, &QLineEdit::clear);
     connect(Way, &WayFields::WayChanged, this, &FtpAccessGroup::FollowWay);
     if (trial) rows->AddWhole(trial);
     for (QLineEdit* field : {txtServer, txtVerzeichnis, txtUser, txtPW})
