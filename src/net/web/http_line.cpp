@@ -1,11 +1,8 @@
 #include "net/web/http_line.h"
 
-#include "net/certificates.h"
+#include "net/tls_socket.h"
 
 #include <QNetworkProxy>
-#include <QSslCertificate>
-#include <QSslError>
-#include <QSslSocket>
 
 #include <algorithm>
 #include <utility>
@@ -41,39 +38,30 @@ HttpLine::~HttpLine() {
     Close();
 }
 
-void HttpLine::Open(const WebPlace& wanted, const QString& trustedFingerprint) {
+void HttpLine::Open(const WebPlace& wanted, const QString& trusted) {
     Close();
     place = wanted;
-    trusted = trustedFingerprint;
-    result = certificate = {};
+    result = {};
     unheard = false;
     state = State::Connecting;
-    socket = new QSslSocket(this);
+    socket = new TlsSocket({.Trusted = trusted, .PeerName = place.Host}, this);
     socket->setProxy(QNetworkProxy::NoProxy);
     socket->setReadBufferSize(mostUnread);
-    connect(socket, &QSslSocket::sslErrors, this, &HttpLine::CheckCertificate);
-    connect(socket, &QSslSocket::readyRead, this, &HttpLine::Read);
-    connect(socket, &QSslSocket::disconnected, this, &HttpLine::Ended);
-    connect(socket, &QSslSocket::errorOccurred, this, &HttpLine::Failed);
-    connect(socket, &QSslSocket::bytesWritten, this, &HttpLine::CountSent);
-    BeginToConnect();
-}
-
-void HttpLine::BeginToConnect() {
-    if (place.Secure) {
-        connect(socket, &QSslSocket::encrypted, this, &HttpLine::Encrypted);
-        socket->connectToHostEncrypted(place.Host, place.Port);
-    } else {
-        connect(socket, &QSslSocket::connected, this, &HttpLine::Ready);
-        socket->connectToHost(place.Host, place.Port);
-    }
+    connect(socket, &TlsSocket::connected, this,
+            [this] { place.Secure ? socket->Begin() : Ready(); });
+    connect(socket, &TlsSocket::Established, this, &HttpLine::Ready);
+    connect(socket, &TlsSocket::readyRead, this, &HttpLine::Read);
+    connect(socket, &TlsSocket::disconnected, this, &HttpLine::Ended);
+    connect(socket, &TlsSocket::errorOccurred, this, &HttpLine::Failed);
+    connect(socket, &TlsSocket::bytesWritten, this, &HttpLine::CountSent);
+    socket->connectToHost(place.Host, place.Port);
 }
 
 void HttpLine::Close() {
     if (!Settled()) result = {ServerFault::ConnectionLost, {}};
     state = State::Closed;
     if (!socket) return;
-    QSslSocket* const old = std::exchange(socket, nullptr);
+    TlsSocket* const old = std::exchange(socket, nullptr);
     old->disconnect(this);
     old->abort();
     old->deleteLater();
@@ -81,19 +69,6 @@ void HttpLine::Close() {
 
 bool HttpLine::IsOpenTo(const WebPlace& wanted) const {
     return state == State::Open && place.SameServer(wanted);
-}
-
-void HttpLine::CheckCertificate() {
-    const QList<QSslError> errors = socket->sslHandshakeErrors();
-    certificate = Certificates::Judge(socket->peerCertificate(), errors, trusted);
-    if (certificate.Fine()) socket->ignoreSslErrors(errors);
-}
-
-void HttpLine::Encrypted() {
-    // One that somebody vouches for need not be the accepted one.
-    certificate = Certificates::Judge(socket->peerCertificate(), {}, trusted);
-    if (!certificate.Fine()) return Settle(certificate);
-    Ready();
 }
 
 void HttpLine::Ready() {
@@ -168,7 +143,11 @@ void HttpLine::Settle(const ServerAnswer& answer) {
 ServerAnswer HttpLine::FaultOfSocket() const {
     const QString text = socket->errorString();
     const bool connecting = state == State::Connecting;
-    if (connecting && !certificate.Fine()) return certificate;
+    if (connecting && socket->Begun()) {
+        const ServerAnswer verdict = socket->Verdict();
+        const bool plain = verdict.Is == ServerFault::EncryptionBroken && SpeaksPlainly(text);
+        return plain ? ServerAnswer{ServerFault::NoEncryption, text} : verdict;
+    }
     switch (socket->error()) {
         case QAbstractSocket::HostNotFoundError:
             return {ServerFault::HostNotFound, text};
@@ -176,17 +155,10 @@ ServerAnswer HttpLine::FaultOfSocket() const {
             return {ServerFault::Refused, text};
         case QAbstractSocket::SocketTimeoutError:
             return {ServerFault::NoAnswer, text};
-        case QAbstractSocket::SslHandshakeFailedError:
         case QAbstractSocket::SslInternalError:
         case QAbstractSocket::SslInvalidUserDataError:
-            return {connecting && SpeaksPlainly(text) ? ServerFault::NoEncryption
-                                                      : ServerFault::EncryptionBroken,
-                    text};
+            return {ServerFault::EncryptionBroken, text};
         default:
-            break;
+            return {connecting ? ServerFault::Unreachable : ServerFault::ConnectionLost, text};
     }
-    if (!connecting) return {ServerFault::ConnectionLost, text};
-    // It took the connection, but not the handshake.
-    const bool handshake = place.Secure && socket->peerPort() != 0;
-    return {handshake ? ServerFault::EncryptionBroken : ServerFault::Unreachable, text};
 }

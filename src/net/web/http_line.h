@@ -6,7 +6,7 @@
 
 #include <QObject>
 
-class QSslSocket;
+class TlsSocket;
 
 struct HttpQuestion {
     QByteArray Verb;
@@ -52,9 +52,6 @@ class HttpLine : public QObject {
 
   private:
     enum class State { Closed, Connecting, Open, Asking };
-    void BeginToConnect();
-    void CheckCertificate();
-    void Encrypted();
     void Ready();
     void Read();
     void Ended();
@@ -64,12 +61,10 @@ class HttpLine : public QObject {
     [[nodiscard]] ServerAnswer FaultOfSocket() const;
 
     State state = State::Closed;
-    QSslSocket* socket = nullptr;
+    TlsSocket* socket = nullptr;
     WebPlace place;
-    QString trusted;
     HttpAnswerReader reader;
     ServerAnswer result;
-    ServerAnswer certificate;  // what is wrong with it
     bool unheard = false;
     qint64 unsent = 0;  // of head and body
     qint64 pictureSize = 0;
