@@ -251,6 +251,19 @@ class TestWeb : public QObject {
         QCOMPARE(server.Files.keys(), {"/dav/my%20cam/pw.jpg"});
         QCOMPARE(server.Said().filter("MOVE").size(), moves);
         QCOMPARE(server.Said().filter("1pw.jpg").size(), moves + 2);  // sent once, deleted
+        QCOMPARE(bench.Server->RenameFile("pw1.jpg", "pw2.jpg").Is, NoCopies);
+    }
+
+    void MovesKeptPicturesByCopying() {
+        ScriptedWebServer server;
+        server.Script = {{.Verb = "MOVE", .Answer = "405 No"}};
+        WebBench bench(To(server));
+        QCOMPARE(bench.Publish("picture"), ServerAnswer());
+        QCOMPARE(bench.Server->RenameFile("pw1.jpg", "pw2.jpg").Is, FileMissing);
+        QCOMPARE(bench.Server->KeepFile("pw.jpg", "pw1.jpg"), ServerAnswer());
+        QCOMPARE(bench.Server->RenameFile("pw1.jpg", "pw2.jpg"), ServerAnswer());
+        QCOMPARE(server.Files.keys(),
+                 QByteArrayList({"/dav/my%20cam/pw.jpg", "/dav/my%20cam/pw2.jpg"}));
     }
 
     void NamesOnlyThePathBehindProxies() {

@@ -155,12 +155,13 @@ ServerAnswer HttpServer::DoRename(const QString& from, const QString& to) {
         if (const ServerAnswer gone = DoDelete(from); gone.Is == ServerFault::Cancelled)
             return gone;
     }
-    return SendStraight(from, to);
+    return from == sentName ? DoSend(sentFrom, to) : CopyAndDelete(from, to);
 }
 
-ServerAnswer HttpServer::SendStraight(const QString& from, const QString& to) {
-    if (from != sentName) return {ServerFault::RenameRefused, QStringLiteral("MOVE")};
-    return DoSend(sentFrom, to);
+// Of the pictures that are kept, where the server knows no MOVE.
+ServerAnswer HttpServer::CopyAndDelete(const QString& from, const QString& to) {
+    const ServerAnswer copied = DoKeep(from, to);
+    return copied.Fine() ? DoDelete(from) : copied;
 }
 
 ServerAnswer HttpServer::DoKeep(const QString& from, const QString& to) {
