@@ -555,8 +555,6 @@ class TestWeb : public QObject {
             ServerRefused, "InternalError");
         row("broken words", {"PUT", ScriptedWebServer::Full("403 No", "<Error><Code>Acc")},
             Forbidden, "403 No");
-        row("hangs up", {.Verb = "PUT", .Silent = true, .Close = true}, ConnectionLost,
-            "The remote host closed the connection");
         row("another protocol", {"GET", "+OK ready\r\n"}, NotThisWay, "");
     }
     void StorageFaults() {
