@@ -144,7 +144,10 @@ class TestFtpSettings : public QObject {
         fixture.Access.txtPort->setValue(21);
         QVERIFY(fixture.Window.Save());
         QVERIFY(fixture.Lines().contains("Protocol=sftp") && fixture.Lines().contains("Port=22"));
-        QVERIFY(!fixture.Access.Way->txtKeyFile->isHidden());
+        const auto hidden = [](const QWidget* each) { return each->isHidden(); };
+        QVERIFY(!hidden(fixture.Access.Way->txtKeyFile));
+        fixture.Access.Way->Choose("s3");
+        QVERIFY(hidden(fixture.Access.Way->btnKeyFile) && !hidden(fixture.Access.optServer));
     }
 
     void ExamplesAreNeverUsed() {

@@ -49,8 +49,7 @@ void SettingsRows::Stretch(QWidget* control) {
 }
 
 void SettingsRows::ShowRow(QWidget* control, bool shown) {
-    control->setVisible(shown);
-    itemAtPosition(RowOf(control), 0)->widget()->setVisible(shown);
+    for (QWidget* part : lines.value(control, {control})) part->setVisible(shown);
 }
 
 void SettingsRows::Add(QWidget* control, const Binding& binding, QWidget* beside) {
@@ -66,6 +65,8 @@ void SettingsRows::Add(QWidget* control, const Binding& binding, QWidget* beside
 
 void SettingsRows::AddLine(QLabel* caption, QWidget* control, QWidget* beside) {
     const int row = NextRow();
+    lines[control] = {caption, control};
+    if (beside) lines[control] << beside;
     const bool narrow = control->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
     addWidget(caption, row, 0);
     if (beside)

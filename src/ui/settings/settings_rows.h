@@ -3,6 +3,7 @@
 #include "ui/settings/bindings.h"
 
 #include <QGridLayout>
+#include <QHash>
 
 // Rows of a settings window, captions on the left and controls on the right, whose controls are
 // bound as they are added.
@@ -38,7 +39,7 @@ class SettingsRows : public QGridLayout {
 
     // Room that is left goes to this row instead of below the last one.
     void Stretch(QWidget* control);
-    // Shows or hides a row with its caption.
+    // Shows or hides a row with all that stands in it.
     void ShowRow(QWidget* control, bool shown);
 
   private:
@@ -46,5 +47,6 @@ class SettingsRows : public QGridLayout {
     int RowOf(QWidget* control) const;
 
     int next = 0;
+    QHash<QWidget*, QWidgetList> lines;  // what stands in the row of a control
     Bindings& bindings;
 };

@@ -130,6 +130,9 @@ void FtpAccessGroup::AdoptAddress(bool overwrite) {
 }
 
 void FtpAccessGroup::AdoptWritten() {
+    // As it is taken for every other way, too.
+    if (txtPort->value() == UsualPort(Protocol::Ftp) && Way->Way() != Protocol::Unknown)
+        txtPort->setValue(UsualPort(Way->Way()));
     AdoptAddress(false);
 }
 

@@ -72,7 +72,6 @@ void WayFields::ShowFields() {
     rows.ShowRow(cbProtocol, !local());
     rows.ShowRow(chkPassive, SpeaksFtp(way));
     rows.ShowRow(txtKeyFile, way == Sftp);
-    btnKeyFile->setVisible(way == Sftp);
     rows.ShowRow(txtBucket, way == S3);
     rows.ShowRow(txtRegion, way == S3);
     rows.ShowRow(txtCacheSeconds, web);
