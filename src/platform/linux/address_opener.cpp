@@ -9,7 +9,7 @@
 void AddressOpener::Open(const QUrl& address, const std::function<void()>& failed) {
     // A browser that ends badly after that was opened all the same.
     constexpr qint64 longest = 20'000;  // milliseconds
-    auto* command = new QProcess(qApp);
+    auto* command = new QProcess(QCoreApplication::instance());
     command->setStandardOutputFile(QProcess::nullDevice());
     command->setStandardErrorFile(QProcess::nullDevice());
     QElapsedTimer running;
