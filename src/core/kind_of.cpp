@@ -10,8 +10,6 @@ TroubleKind KindOf(ServerFault fault) {
             return TroubleKind::Login;
         case FolderMissing:
         case FolderRefused:
-        case MayNotStore:
-        case Forbidden:
         case BucketMissing:
             return TroubleKind::Folder;
         case LocalFolderMissing:
@@ -19,6 +17,17 @@ TroubleKind KindOf(ServerFault fault) {
             return TroubleKind::LocalFolder;
         case NoLocalFile:
             return TroubleKind::WorkFolder;
+        case CertificateUnknown:
+        case CertificateExpired:
+        case CertificateWrongName:
+        case CertificateChanged:
+        case HostKeyUnknown:
+        case HostKeyChanged:
+        case NoEncryption:
+        case EncryptionNeeded:
+            return TroubleKind::Identity;
+        case MayNotStore:
+        case Forbidden:
         case NoRoom:
         case TooLarge:
         case Locked:

@@ -9,6 +9,7 @@ enum class TroubleKind {
     Camera,       // it is not there, or gives no picture
     Line,         // this computer is offline
     Server,       // it is not found or does not answer
+    Identity,     // it does not prove who it is, or offers no encryption
     Login,        // it does not take user name and password
     Folder,       // it does not have the folder
     Transfer,     // a step of the upload was refused or broke off

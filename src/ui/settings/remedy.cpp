@@ -19,6 +19,7 @@ using enum Remedy::Window;
 constexpr std::array rows{
     Row{TroubleKind::Camera, Camera, "Treiber", "Camera"},
     Row{TroubleKind::Server, Ftp, "Server", "Server"},
+    Row{TroubleKind::Identity, Ftp, "Trial", "Identity"},
     Row{TroubleKind::Login, Ftp, "PW", "Login"},
     Row{TroubleKind::Folder, Ftp, "Verzeichnis", "Folder"},
     // The trial finds out what it is.

@@ -4,6 +4,7 @@
 
 #include <QGridLayout>
 #include <QHash>
+#include <QWidget>
 
 // Rows of a settings window, captions on the left and controls on the right, whose controls are
 // bound as they are added.
