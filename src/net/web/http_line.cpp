@@ -42,7 +42,7 @@ void HttpLine::Open(const WebPlace& wanted, const QString& trusted) {
     Close();
     place = wanted;
     result = {};
-    unheard = false;
+    unheard = asked = false;
     state = State::Connecting;
     socket = new TlsSocket({.Trusted = trusted, .PeerName = place.Host}, this);
     socket->setProxy(QNetworkProxy::NoProxy);
@@ -78,8 +78,11 @@ void HttpLine::Ready() {
 
 void HttpLine::Ask(const HttpQuestion& question) {
     reader = {};
-    result = {};
-    unheard = false;
+    // It may have ended in the same breath in which it began.
+    unheard = state != State::Open;
+    result = {unheard ? ServerFault::ConnectionLost : ServerFault::None, {}};
+    if (unheard) return;
+    asked = true;
     state = State::Asking;
     const QByteArray head = HeadOf(question, place);
     const qsizetype body = question.Body.size();
@@ -96,8 +99,11 @@ void HttpLine::CountSent(qint64 bytes) {
 }
 
 void HttpLine::Read() {
-    // Servers say good-bye to a line that nobody uses, if they say anything.
-    if (state == State::Open) return Close();
+    // Servers say good-bye to a line that nobody uses, if they say anything; none speaks first.
+    if (state == State::Open) {
+        if (!asked) result = {ServerFault::NotThisWay, {}};
+        return Close();
+    }
     while (state == State::Asking && socket->bytesAvailable() > 0) {
         const QByteArray bytes = socket->read(mostUnread);
         const bool first = !reader.Begun();

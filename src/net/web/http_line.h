@@ -29,7 +29,7 @@ class HttpLine : public QObject {
 
     // Begins to connect. trusted: see Certificates::Judge.
     void Open(const WebPlace& place, const QString& trusted);
-    // Sends a question on a line that is open.
+    // Sends a question on a line that is open; on one that has ended it is lost.
     void Ask(const HttpQuestion& question);
     // What was under way ends as a connection that is lost.
     void Close();
@@ -66,6 +66,7 @@ class HttpLine : public QObject {
     HttpAnswerReader reader;
     ServerAnswer result;
     bool unheard = false;
-    qint64 unsent = 0;  // of head and body
+    bool asked = false;  // a question since the line was opened
+    qint64 unsent = 0;   // of head and body
     qint64 pictureSize = 0;
 };
