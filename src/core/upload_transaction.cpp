@@ -80,7 +80,7 @@ bool UploadTransaction::ConnectFtp(RunState then) {
     Flags.ConnectionDown = true;
     parts.Run.Enter(RunState::Connecting);
     failure = {};
-    loginRefused = givenUp = false;
+    givenUp = false;
 
     const int startTime = SecondsSinceMidnight(parts.Wait.OwnClock().Now().time());
     if (parts.State.Values.Anwahl) parts.Net.DialConfigured();
@@ -134,7 +134,6 @@ bool UploadTransaction::Open() {
               : ServerAnswer{ServerFault::UnknownProtocol, parts.State.Values.Protocol};
     if (answer.Fine()) return true;
     Explain(answer);
-    loginRefused = answer.Is == ServerFault::LoginRefused;
     Warn(ConnectMessage(answer));
     if (answer.Is == ServerFault::FolderMissing) parts.Display.ShowStatus("Offline");
     return false;
@@ -274,11 +273,9 @@ void UploadTransaction::KeepPublic() {
 }
 
 // Puts the new picture in the place of the old one. A server that does not do so by a mere rename
-// has the old one deleted first, from then on at every picture of the run; one that renames nothing
-// but sends files as wholes gets the picture under its own name.
-void UploadTransaction::Replace(const QString& localPath, bool oldIsGone) {
+// has the old one deleted first, from then on at every picture of the run.
+void UploadTransaction::Replace(bool oldIsGone) {
     RenamePublic();
-    if (Flags.FtpError && server->SendsWhole()) return SendFile(localPath, PublicNames::Picture);
     if (oldIsGone || !refusedToReplace) return;
     DeletePublic();
     if (Flags.FtpError) return;
@@ -317,7 +314,7 @@ bool UploadTransaction::Publish(const QString& localPath) {
     const bool before = parts.Run.ThisRun.ChangesModes == true;
     if (before) ChangeMode(PublicNames::Sending);
     if (!MayGoOn()) return false;
-    Replace(localPath, deletes && !shifted);
+    Replace(deletes && !shifted);
     if (Flags.FtpError) return false;
     if (!before) ChangeMode(PublicNames::Picture);
     return true;

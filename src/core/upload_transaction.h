@@ -58,8 +58,8 @@ class UploadTransaction : public QObject {
     [[nodiscard]] bool IsConnected() const;
     // Why the last connect or step failed; empty when it did not.
     [[nodiscard]] const Trouble& Failure() const { return failure; }
-    // It failed because the server does not take user name and password.
-    [[nodiscard]] bool LoginRefused() const { return loginRefused; }
+    // It failed because the server takes no user name, password or key as they are.
+    [[nodiscard]] bool LoginRefused() const { return failure.Kind == TroubleKind::Login; }
     [[nodiscard]] bool ConnectInProgress() const {
         return parts.Run.Step() == RunState::Connecting;
     }
@@ -106,14 +106,13 @@ class UploadTransaction : public QObject {
     [[nodiscard]] bool HistoryIsDue();
     void ShiftHistory();
     void KeepPublic();
-    void Replace(const QString& localPath, bool oldIsGone);
+    void Replace(bool oldIsGone);
     void ChangeMode(const QString& name);
 
     Parts parts;
     PictureServer* server = nullptr;
     Trouble failure;
     bool refusedToReplace = false;  // the last rename, because of the file that is there
-    bool loginRefused = false;
     bool givenUp = false;
     ReplyLog log;
 };

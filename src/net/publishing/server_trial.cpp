@@ -70,10 +70,7 @@ ServerAnswer ServerTrial::PutOneInPlace(bool over) {
     if (server.SendsWhole()) return Send(names.Second);
     ServerAnswer answer = Send(names.First);
     if (answer.Fine() && !stopped && over && server.Access().DeleteFirst) answer = Delete();
-    if (answer.Fine() && !stopped) answer = Rename(over);
-    // It has turned out that the server renames nothing, and needs not.
-    const bool straight = !answer.Fine() && !stopped && server.SendsWhole();
-    return straight ? Send(names.Second) : answer;
+    return answer.Fine() && !stopped ? Rename(over) : answer;
 }
 
 ServerAnswer ServerTrial::Send(const QString& name) {
