@@ -1,5 +1,6 @@
 #include "net/connectivity.h"
 
+#include "base/server_address.h"
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "net/page_control.h"
@@ -15,7 +16,8 @@ namespace {
 constexpr int maxTries = 9;
 constexpr int dialLimit = 10'000;  // milliseconds
 
-bool IsThisMachine(const QString& host) {
+bool IsThisMachine(const QString& server) {
+    const QString host = ServerAddress::Of(server).Host;
     return host.compare("localhost", Qt::CaseInsensitive) == 0 || QHostAddress(host).isLoopback();
 }
 
@@ -42,7 +44,7 @@ Connectivity::Connectivity(Waiting& ownWaiting, OnlineState& ownState, Dialer& o
 
 void Connectivity::SetServer(const QString& host) {
     const bool localMode = host == "Local" || host == "local";
-    needsNetwork = !localMode && !IsThisMachine(host.trimmed());
+    needsNetwork = !localMode && !IsThisMachine(host);
 }
 
 void Connectivity::SetDialling(bool nowAnwahl, const QString& entry) {

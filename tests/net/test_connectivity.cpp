@@ -128,7 +128,8 @@ class TestConnectivity : public QObject {
     }
 
     void localServerNeedsNoNetwork() {
-        const QStringList local{"Local", "LOCALHOST", "127.255.255.254", "::1", " localhost "};
+        const QStringList local{"Local", "LOCALHOST",   "127.255.255.254",
+                                "::1",   " localhost ", "http://127.0.0.1:9000"};
         const QStringList far{"LOCAL", "128.0.0.1", "127.0.0.1.example.org", ""};
         for (const QString& server : local + far) {
             bench->Net.SetServer(server);

@@ -235,6 +235,7 @@ class TestGuide : public QObject {
         row("provider", "ftp.example.com", "", "https://www.example.com/pw.jpg");
         row("web root", "example.com", "/domains/a.org/HTDOCS/my cam/",
             "https://example.com/my%20cam/pw.jpg");
+        row("web server", "http://a.example:8080", "web", "http://a.example:8080/web/pw.jpg");
         row("on the network", "192.168.1.9", "cam", "http://192.168.1.9/cam/pw.jpg");
     }
 

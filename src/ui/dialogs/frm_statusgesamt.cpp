@@ -2,6 +2,7 @@
 
 #include "base/waiting.h"
 #include "camera/ezvidcap.h"
+#include "core/access_of.h"
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/run_record.h"
@@ -161,7 +162,11 @@ QString frmStatusgesamt::ServerText() const {
     const Settings& values = program.State.Values;
     if (values.LocalMode()) return Text("Local").arg(values.Verzeichnis);
     if (values.Server.isEmpty()) return Text("None");
-    return values.Server + ":" + QString::number(values.Port) + " " + values.Verzeichnis;
+    const ServerAccess access = AccessOf(values, program.ProgramFolder());
+    // An address of the web has its port itself.
+    const QString port =
+        access.Server.contains("://") ? QString() : ":" + QString::number(access.Port);
+    return access.Server + port + " " + access.Folder;
 }
 
 QString frmStatusgesamt::StateText() const {

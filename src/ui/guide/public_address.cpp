@@ -25,8 +25,7 @@ QString WebServer(const QString& server) {
 }
 
 // Behind the last folder that is the beginning of a web site: "domains/a.org/htdocs/cam" is "cam".
-QStringList PublicFolders(const QString& folder) {
-    QStringList parts = folder.split(u'/', Qt::SkipEmptyParts);
+QStringList PublicFolders(const QStringList& parts) {
     for (qsizetype i = parts.size(); i > 0; --i)
         if (webRoots.contains(parts[i - 1].toLower())) return parts.sliced(i);
     return parts;
@@ -36,8 +35,11 @@ QStringList PublicFolders(const QString& folder) {
 
 QString PublicAddress(const QString& server, const QString& folder) {
     if (server.isEmpty()) return {};
-    QString address = WebServer(server) + u'/';
-    for (const QString& part : PublicFolders(folder))
+    const QStringList parts = folder.split(u'/', Qt::SkipEmptyParts);
+    const bool web = server.contains("://");  // pictures are sent there as they are fetched
+    QString address = (web ? server : WebServer(server)) + u'/';
+    const QStringList folders = web ? parts : PublicFolders(parts);
+    for (const QString& part : folders)
         address += QString::fromLatin1(QUrl::toPercentEncoding(part)) + u'/';
     return address + PublicNames::Picture;
 }
