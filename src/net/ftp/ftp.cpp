@@ -113,56 +113,45 @@ void FTP::Cancel() {
 }
 
 void FTP::SetRemoteHost(const QString& host) {
-    properties.RemoteHost = host;
-    emit PropertyChanged(QStringLiteral("RemoteHost"));
+    Change(&FtpProperties::RemoteHost, host, "RemoteHost");
 }
 
 void FTP::SetRemotePort(qint32 port) {
-    properties.RemotePort = port;
-    emit PropertyChanged(QStringLiteral("RemotePort"));
+    Change(&FtpProperties::RemotePort, port, "RemotePort");
 }
 
 void FTP::SetUserName(const QString& name) {
-    properties.UserName = name;
-    emit PropertyChanged(QStringLiteral("UserName"));
+    Change(&FtpProperties::UserName, name, "UserName");
 }
 
 void FTP::SetPassword(const QString& password) {
-    properties.Password = password;
-    emit PropertyChanged(QStringLiteral("Password"));
+    Change(&FtpProperties::Password, password, "Password");
 }
 
 void FTP::SetDataFromAnywhere(bool anywhere) {
-    properties.DataFromAnywhere = anywhere;
-    emit PropertyChanged(QStringLiteral("DataFromAnywhere"));
+    Change(&FtpProperties::DataFromAnywhere, anywhere, "DataFromAnywhere");
 }
 
 void FTP::SetSecurity(FtpSecurity security) {
-    properties.Security = security;
-    emit PropertyChanged(QStringLiteral("Security"));
+    Change(&FtpProperties::Security, security, "Security");
 }
 
 void FTP::SetTrusted(const QString& fingerprint) {
-    properties.Trusted = fingerprint;
-    emit PropertyChanged(QStringLiteral("Trusted"));
+    Change(&FtpProperties::Trusted, fingerprint, "Trusted");
 }
 
 void FTP::SetPassive(bool passive) {
-    properties.Passive = passive;
-    emit PropertyChanged(QStringLiteral("Passive"));
+    Change(&FtpProperties::Passive, passive, "Passive");
 }
 
 void FTP::SetTimeOut(qint16 seconds) {
-    properties.TimeOut = seconds;
-    emit PropertyChanged(QStringLiteral("TimeOut"));
+    Change(&FtpProperties::TimeOut, seconds, "TimeOut");
 }
 
 void FTP::SetLastErrorCode(qint32 code) {
-    properties.LastErrorCode = code;
-    emit PropertyChanged(QStringLiteral("LastErrorCode"));
+    Change(&FtpProperties::LastErrorCode, code, "LastErrorCode");
 }
 
 void FTP::SetLastErrorDesc(const QString& text) {
-    properties.LastErrorDesc = text;
-    emit PropertyChanged(QStringLiteral("LastErrorDesc"));
+    Change(&FtpProperties::LastErrorDesc, text, "LastErrorDesc");
 }

@@ -116,6 +116,13 @@ class FTP : public QObject {
     void PropertyChanged(const QString& name);
 
   private:
+    // Every change is told under the property's name.
+    template <class Value>
+    void Change(Value FtpProperties::*property, const Value& value, const char* name) {
+        properties.*property = value;
+        emit PropertyChanged(QString::fromLatin1(name));
+    }
+
     FtpProperties properties;
     FtpCommands commands;
     FtpDataElements elements;
