@@ -160,8 +160,10 @@ class TestFtpTransfers : public QObject {
         row("both refused", {noEpsv, Says("PASV", {"502 no\r\n"})}, "EPSV PASV", PassiveBlocked);
         row("PASV nonsense", {noEpsv, Says("PASV", {"227 (127,0,0,1,256,1)\r\n"})}, "EPSV PASV",
             PassiveBlocked);
-        row("nobody listens", {{.Verb = "EPSV", .NoDataConnection = true}}, "EPSV STOR",
-            PassiveBlocked);
+        // Wine knows it before STOR is sent.
+        const bool early = QSysInfo::kernelType() == "winnt";
+        row("nobody listens", {{.Verb = "EPSV", .NoDataConnection = true}},
+            early ? QString("EPSV") : QString("EPSV STOR"), PassiveBlocked);
         row("the server waits in vain",
             {{.Verb = "STOR", .Chunks = {"150 x\r\n", "425 no\r\n"}, .NoDataConnection = true}},
             "EPSV STOR", PassiveBlocked);
@@ -182,9 +184,7 @@ class TestFtpTransfers : public QObject {
         QStringList exchange;
         for (const QString& line : std::as_const(server->Commands))
             if (!line.startsWith("TYPE")) exchange << line.section(u' ', 0, 0);
-        // That nobody listens may be known before STOR is sent.
-        if (exchange != QStringList("EPSV") || fault != PassiveBlocked)
-            QCOMPARE(exchange.join(u' '), verbs);
+        QCOMPARE(exchange.join(u' '), verbs);
     }
 
     void FindsThePort_data() {

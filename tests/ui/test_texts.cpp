@@ -124,7 +124,8 @@ class TestTexts : public QObject {
                 QVERIFY2(name.contains(word), qPrintable(place + ": " + name));
                 ++buttons;
             }
-            QVERIFY(buttons > 60);
+
+            QVERIFY(buttons > 100);
             starts << QAccessible::queryAccessibleInterface(shell.MainWindow.btnStart)
                           ->text(QAccessible::Name);
             shell.FirstSteps.reject();
