@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QThread>
 
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -31,9 +32,7 @@ RealServer::RealServer(const QString& script, const QStringList& arguments) {
 bool RealServer::Start() {
     process.start();
     for (int attempt = 0; attempt < 500; ++attempt) {
-        QTcpSocket probe;
-        probe.connectToHost(QHostAddress::LocalHost, port);
-        if (probe.waitForConnected(1000)) return true;
+        if (Answers()) return true;
         if (process.waitForFinished(20) || process.state() == QProcess::NotRunning) break;
     }
     whyNot = QString::fromUtf8(process.readAll());
@@ -44,4 +43,12 @@ void RealServer::Stop() {
     if (process.state() == QProcess::NotRunning) return;
     kill(-static_cast<pid_t>(process.processId()), SIGKILL);
     process.waitForFinished(5000);
+    // Its children may hold the port a moment longer; the next one must not be taken for it.
+    for (int attempt = 0; attempt < 500 && Answers(); ++attempt) QThread::msleep(10);
+}
+
+bool RealServer::Answers() const {
+    QTcpSocket probe;
+    probe.connectToHost(QHostAddress::LocalHost, port);
+    return probe.waitForConnected(1000);
 }

@@ -30,6 +30,8 @@ class RealServer {
     [[nodiscard]] QString Root() const { return folder.filePath(QStringLiteral("root/")); }
 
   private:
+    [[nodiscard]] bool Answers() const;
+
     QTemporaryDir folder;
     QProcess process;
     quint16 port = 0;
