@@ -148,6 +148,7 @@ class TestFtpSettings : public QObject {
         QVERIFY(!hidden(fixture.Access.Way->txtKeyFile));
         fixture.Access.Way->Choose("s3");
         QVERIFY(hidden(fixture.Access.Way->btnKeyFile) && !hidden(fixture.Access.optServer));
+        QVERIFY(hidden(fixture.Window.txtFileMode));
     }
 
     void ExamplesAreNeverUsed() {

@@ -19,7 +19,6 @@
 #include "ui/texts/languages.h"
 
 #include <QDir>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace {
@@ -68,12 +67,13 @@ QGroupBox* frmFTP::ExtendedFrame() {
     cbConnection->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
     QGroupBox* frame = Controls.Frame("FrameExtended");
     auto* rows = new SettingsRows(Controls, frame);
+    extended = rows;
     rows->Add(chkHistory, {.Key = "lastpictures", .Text = "HistoryOption", .Enabled = server});
     rows->Add(txtHistory, {.Key = "lastpictureanz", .Text = "HistoryCount", .Enabled = history});
     rows->AddSpace();
     rows->AddNote({.Text = "DeleteFirst"});
     rows->Add(chkDelete, {.Key = "Delete", .Text = "DeleteOption"});
-    rows->Add<QLineEdit>("FileMode");
+    rows->Add(txtFileMode, "FileMode");
     rows->AddSpace();
     cbQuality->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cbQuality->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -100,7 +100,7 @@ QGroupBox* frmFTP::ExtendedFrame() {
 
 void frmFTP::Connect() {
     connect(Access, &FtpAccessGroup::Edited, Trial, &TrialPanel::Clear);
-    connect(Access, &FtpAccessGroup::RowsChanged, this, &frmFTP::ShowTexts);
+    connect(Access, &FtpAccessGroup::RowsChanged, this, &frmFTP::ShowRows);
     connect(Trial, &TrialPanel::Done, Access, &FtpAccessGroup::Mark);
     connect(Trial, &TrialPanel::OfferTaken, Access, &FtpAccessGroup::Take);
     connect(Offline, &OfflineGroup::FoundTooSmall, this,
@@ -121,6 +121,15 @@ void frmFTP::ShowSettings() {
     SettingsWindow::ShowSettings();
     Access->AdoptWritten();
     Trial->Clear();
+    ShowRows();
+}
+
+// Web servers and object storage know no rights of files.
+void frmFTP::ShowRows() {
+    const Protocol way = Access->Way->Way();
+    extended->ShowRow(txtFileMode,
+                      SpeaksFtp(way) || way == Protocol::Sftp || way == Protocol::Unknown);
+    ShowTexts();
 }
 
 // What the slider of the status window has set stands as a line of its own.

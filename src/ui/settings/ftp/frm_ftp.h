@@ -6,11 +6,13 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
 
 class FtpAccessGroup;
 class Languages;
 class OfflineGroup;
 class QGroupBox;
+class SettingsRows;
 class TrialPanel;
 struct ServerAccess;
 
@@ -29,6 +31,7 @@ class frmFTP : public SettingsWindow {
     QCheckBox* chkHistory = new QCheckBox;
     NumberBox* txtHistory = new NumberBox;
     QCheckBox* chkDelete = new QCheckBox;
+    QLineEdit* txtFileMode = new QLineEdit;
     QComboBox* cbQuality = new QComboBox;
     QComboBox* cbConnection = new QComboBox;
     QCheckBox* chkAnwahl = new QCheckBox;
@@ -49,6 +52,7 @@ class frmFTP : public SettingsWindow {
     void LayOut();
     [[nodiscard]] QGroupBox* ExtendedFrame();
     void Connect();
+    void ShowRows();
     // The system's dial-up entries, and the one that the settings name. One that is gone stays
     // shown, so that saving does not lose it; without a name the place in the list counts.
     void ShowConnections(const QString& name);
@@ -59,5 +63,6 @@ class frmFTP : public SettingsWindow {
     [[nodiscard]] std::optional<ServerAccess> WantedTrial();
 
     const Languages& languages;
+    SettingsRows* extended = nullptr;
     bool qualityChosen = false;  // by the operator, since the window was opened
 };
