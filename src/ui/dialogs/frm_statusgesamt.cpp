@@ -64,13 +64,16 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     column->addStretch(1);
     area->setWidget(inside);
     inside->installEventFilter(area);
-    all->addWidget(area, 3);
+    all->addWidget(area);
     all->addWidget(logCaption);
     all->addWidget(txtLog, 1);
     all->addWidget(btnClose, 0, Qt::AlignRight);
     txtLog->setReadOnly(true);
     txtLog->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtLog->setTabChangesFocus(true);
+    // It gives way where the figures need the room of the screen.
+    constexpr int leastLines = 4;
+    txtLog->setMinimumHeight(leastLines * txtLog->fontMetrics().lineSpacing());
     logCaption->setBuddy(txtLog);
     btnClose->setAutoDefault(true);
     connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
@@ -91,11 +94,13 @@ void frmStatusgesamt::AddLines(QGridLayout& grid) {
         line.Value->setWordWrap(true);
         line.Value->setTextFormat(Qt::PlainText);  // some of it comes from the server
         line.Value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        grid.addWidget(line.Caption, static_cast<int>(lines.size()), 0, Qt::AlignTop);
-        grid.addWidget(line.Value, static_cast<int>(lines.size()), 1);
+        const int row = grid.rowCount();
+        grid.addWidget(line.Caption, row, 0, Qt::AlignTop);
+        grid.addWidget(line.Value, row, 1);
+        // Below the sentence, which needs the width.
+        if (key == "State") grid.addWidget(btnRemedy, row + 1, 1, Qt::AlignLeft);
         lines << line;
     }
-    grid.addWidget(btnRemedy, 0, 2, Qt::AlignTop);
     btnRemedy->hide();
     grid.setColumnStretch(1, 1);
 }
@@ -115,11 +120,19 @@ void frmStatusgesamt::ShowTexts() {
 }
 
 void frmStatusgesamt::Show() {
-    if (!isVisible()) resize(usualSize.expandedTo(sizeHint()).boundedTo(ScreenRoom(*this)));
+    ShowFigures();  // some are long
+    if (!isVisible()) FitToScreen();
     isMinimized() ? showNormal() : show();
     raise();
     activateWindow();
     btnClose->setFocus();
+}
+
+void frmStatusgesamt::FitToScreen() {
+    // The layouts of a hidden window do not hear of what its labels say.
+    for (QLayout* each : findChildren<QLayout*>()) each->invalidate();
+    for (QWidget* each : findChildren<QWidget*>()) each->updateGeometry();
+    resize(usualSize.expandedTo(sizeHint()).boundedTo(ScreenRoom(*this)));
 }
 
 void frmStatusgesamt::showEvent(QShowEvent* event) {
@@ -188,7 +201,6 @@ QString frmStatusgesamt::NextPictureText() const {
 }
 
 void frmStatusgesamt::ShowFigures() {
-    if (!isVisible()) return;
     const QString net =
         program.System().Online->Reachable() ? QString("NetOnline") : QString("NetOffline");
     const int width = program.ezVidCap1.Width();

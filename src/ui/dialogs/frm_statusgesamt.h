@@ -48,6 +48,7 @@ class frmStatusgesamt : public QWidget {
     };
 
     void AddLines(QGridLayout& grid);
+    void FitToScreen();
     void ShowTexts();
     void ShowFigures();
     void ShowLog();

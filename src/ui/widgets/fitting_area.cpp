@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QLayout>
+#include <QScrollBar>
 
 FittingArea::FittingArea(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
@@ -23,18 +24,34 @@ QSize FittingArea::RoomOfOthers(const QLayout& all) const {
     return room;
 }
 
+QSize FittingArea::Most() const {
+    const QSize room = ScreenRoom(*window());
+    const QLayout* all = window()->layout();
+    return all ? room - RoomOfOthers(*all) : room;
+}
+
+int FittingArea::Bar() const {
+    return verticalScrollBar()->sizeHint().width();
+}
+
+QSize FittingArea::minimumSizeHint() const {
+    const QSize least = QScrollArea::minimumSizeHint();
+    if (!widget()) return least;
+    const int inside = widget()->minimumSizeHint().width() + Bar();
+    return {qMin(qMax(least.width(), inside), Most().width()), least.height()};
+}
+
 QSize FittingArea::sizeHint() const {
     if (!widget()) return QScrollArea::sizeHint();
+    // High enough beside a bar, too: the bar of a moment ago would stay for the line that it adds.
     const QSize inside = widget()->sizeHint();
     QSize wanted(inside.width(),
                  widget()->hasHeightForWidth()
-                     ? qMax(inside.height(), widget()->heightForWidth(inside.width()))
+                     ? qMax(inside.height(), widget()->heightForWidth(inside.width() - Bar()))
                      : inside.height());
-    QSize most = ScreenRoom(*window());
-    if (const QLayout* all = window()->layout()) most -= RoomOfOthers(*all);
+    const QSize most = Most();
     // A bar along one side takes room from the other.
-    const int bar = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff ? 0 : 20;
-    if (wanted.height() > most.height()) wanted.rwidth() += bar;
+    if (wanted.height() > most.height()) wanted.rwidth() += Bar();
     return wanted.boundedTo(most);
 }
 

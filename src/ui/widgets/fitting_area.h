@@ -11,6 +11,8 @@ class FittingArea : public QScrollArea {
 
     // The size of what is in it, at most what its window can give it on its screen.
     [[nodiscard]] QSize sizeHint() const override;
+    // Nobody has to scroll sideways where the screen is wide enough.
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
   protected:
     // Asks for more or less room when what is in it does.
@@ -19,5 +21,7 @@ class FittingArea : public QScrollArea {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    [[nodiscard]] QSize Most() const;
+    [[nodiscard]] int Bar() const;
     [[nodiscard]] QSize RoomOfOthers(const QLayout& all) const;
 };
