@@ -1,7 +1,7 @@
 #include "picture/encode_jpeg.h"
 
 #include "base/whole_file.h"
-#include "picture/archive.h"
+#include "picture/archive/archive.h"
 #include "picture/imaging.h"
 
 #include <QFile>

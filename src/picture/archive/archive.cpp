@@ -1,4 +1,4 @@
-#include "picture/archive.h"
+#include "picture/archive/archive.h"
 
 #include "base/whole_file.h"
 #include "picture/overlay/date_time_form.h"
