@@ -1,7 +1,6 @@
 #include "picture/encode_jpeg.h"
 
 #include "base/whole_file.h"
-#include "picture/archive/archive.h"
 #include "picture/imaging.h"
 
 #include <QFile>
@@ -78,9 +77,8 @@ bool EncodeJpeg(PictureState& state, const PictureTarget& target, const QDateTim
     const bool made = state.Unwritten.isEmpty();
     freeimage(image);
     // A picture that was not saved stops nothing here, but what lies under its name is then an
-    // older picture: in the archive it would get a time at which it was not taken, and in local
-    // mode it would come back as a new "1pw.jpg" and be counted and published once more.
-    if (made && target.Archive) ArchivePicture(file, target.ArchivePath, time, state.Locale);
+    // older picture: in local mode it would come back as a new "1pw.jpg" and be counted and
+    // published once more.
     if (made) {
         spare.PutAway(source, time.toMSecsSinceEpoch());
         state.LastHeader = header;

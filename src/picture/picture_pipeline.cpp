@@ -25,7 +25,8 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
       capture(captureControl),
       waiting(wait),
       boxes(messageBoxes),
-      overlays(display, pictureState.ReadingFolders(), pictureState.Locale) {}
+      overlays(display, pictureState.ReadingFolders(), pictureState.Locale),
+      archive(display, wait.OwnClock()) {}
 
 bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const QString frame = settings.WorkFile(frameName);
@@ -71,7 +72,10 @@ bool PicturePipeline::CaptureFrame(const PictureSettings& settings) {
 }
 
 bool PicturePipeline::EncodeJpeg(const PictureSettings& settings, const QImage& picture) {
-    return ::EncodeJpeg(state, settings, waiting.OwnClock().Now(), boxes, spare, picture);
+    const QDateTime time = waiting.OwnClock().Now();
+    if (!::EncodeJpeg(state, settings, time, boxes, spare, picture)) return false;
+    archive.Keep(settings.WorkFile(QStringLiteral("1pw.jpg")), settings, time, state.Locale);
+    return true;
 }
 
 void PicturePipeline::SaveCamPreview(const PictureTarget& target) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "picture/archive/picture_archive.h"
 #include "picture/capture_control.h"
 #include "picture/overlay/overlays.h"
 #include "picture/picture_settings.h"
@@ -11,8 +12,8 @@ class StatusDisplay;
 class Waiting;
 
 // Makes the pictures: one frame of the camera becomes "1pw.jpg" in the working folder, by way of
-// the bitmap "1pw.bmp", on which the overlays are put. Keeping one cycle from starting inside
-// another is the caller's business.
+// the bitmap "1pw.bmp", on which the overlays are put; the archive gets a copy. Keeping one cycle
+// from starting inside another is the caller's business.
 class PicturePipeline {
   public:
     // All of them must outlive the pipeline. The folders and the locale of `state` stay as they
@@ -29,6 +30,9 @@ class PicturePipeline {
 
     // What is wrong with the camera; empty when nothing is.
     [[nodiscard]] QString CameraTrouble() const { return capture.Reason(); }
+
+    // Of every picture that is encoded.
+    [[nodiscard]] const PictureArchive& Archive() const { return archive; }
 
     // Encodes the "1pw.bmp" that is there, as the last step of a cycle does; same result. picture:
     // what is in it, where that is known.
@@ -57,4 +61,5 @@ class PicturePipeline {
     MessageBoxes& boxes;
     Overlays overlays;
     SpareFile spare;
+    PictureArchive archive;
 };

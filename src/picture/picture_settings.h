@@ -1,18 +1,17 @@
 #pragma once
 
+#include "picture/archive/archive_settings.h"
 #include "picture/overlay/overlay_settings.h"
 
 #include <QString>
 
 // Where a picture goes and in which quality. Folders are full paths with a separator at the end.
-struct PictureTarget {
+struct PictureTarget : ArchiveSettings {
     QString WorkPath;  // folder of "1pw.bmp", "1pw.jpg" and "cam.bmp"
     QString Server;
     QString Verzeichnis;  // folder on the server or, in local mode, on this machine
     bool Delete = false;  // remove the old picture before the new one gets its name
     int JPGQuality = 50;  // per cent
-    bool Archive = false;
-    QString ArchivePath;  // empty: no archive
 
     // Pictures go into the folder Verzeichnis instead of to a server.
     [[nodiscard]] bool LocalMode() const { return Server == "Local" || Server == "local"; }

@@ -1,7 +1,10 @@
 #include "picture/archive/archive_folder.h"
 #include "picture/archive/archive_names.h"
+#include "picture/archive/picture_archive.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
+#include "support/recording_display.h"
+#include "support/test_clock.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -153,6 +156,31 @@ class TestArchive : public QObject {
         QCOMPARE(archive->Sum().Pictures, 1);
         Tidy(QDate(2026, 11, 1));
         QCOMPARE(Files().size(), 6);
+    }
+
+    // What the disk does, and what the status says of it.
+    void SaysOnceWhatIsWrong() {
+        TestClock clock;
+        RecordingDisplay display;
+        const QString picture = path + "1pw.jpg";
+        QVERIFY(WriteBytes(picture, "x"));
+        settings.ArchivePath = path + "disk/";
+        settings.ArchiveEvery = 2;
+        {
+            PictureArchive disk(display, clock);
+            const auto keep = [&](int times) {
+                for (int i = 0; i < times; ++i)
+                    disk.Keep(picture, settings, clock.Now(), QLocale::c());
+            };
+            keep(3);
+            QTRY_COMPARE(disk.Now().Is, ArchiveTrouble::Folder);
+            QVERIFY(QDir().mkpath(settings.ArchivePath));
+            keep(4);
+            QTRY_COMPARE(disk.Now().Is, ArchiveTrouble::None);
+        }
+        QVERIFY(QDir(settings.ArchivePath).entryList(QDir::Files).size() < 4);
+        QCOMPARE(display.Statuses, (QStringList{"Archive pauses: cannot write " + path + "disk/",
+                                                "Archive goes on"}));
     }
 
     void PausesBeforeTheDiskIsFull() {

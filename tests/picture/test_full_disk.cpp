@@ -21,14 +21,11 @@ class TestFullDisk : public QObject {
         const auto [localMode] = Row<bool>();
         const QTemporaryDir folder;
         const QDir dir(folder.path());
-        for (const QString& name : QStringList{"work", "site", "archive"})
-            QVERIFY(dir.mkpath(name));
+        for (const QString& name : QStringList{"work", "site"}) QVERIFY(dir.mkpath(name));
         PictureState state;
         PictureTarget target;
         target.WorkPath = folder.filePath("work/");
         target.Verzeichnis = folder.filePath("site/");
-        target.ArchivePath = folder.filePath("archive/");
-        target.Archive = true;
         if (localMode) target.Server = "Local";
         target.Delete = localMode;
         AnsweringBoxes boxes;
@@ -44,7 +41,6 @@ class TestFullDisk : public QObject {
             QCOMPARE(ReadBytes(folder.filePath("site/pw.jpg")), QByteArray("old"));
             QCOMPARE(QDir(target.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
             QCOMPARE(QDir(target.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
-            QVERIFY(QDir(target.ArchivePath).entryList(QDir::Files).isEmpty());
         }
     }
 };
