@@ -1,0 +1,130 @@
+#include "picture/overlay/text_file.h"
+
+#include "base/profile_file_encoding.h"
+#include "base/status_display.h"
+#include "base/waiting.h"
+#include "picture/overlay/overlay_settings.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 mostBytes = 2048;
+constexpr qsizetype mostLetters = 255;  // of a line, as of the operator's
+constexpr qint64 patience = 500;        // milliseconds
+constexpr qint64 minute = 60'000;
+
+const QString lineBreak = QStringLiteral("\r\n");
+
+QString Drawable(QString line) {
+    for (QChar& letter : line)
+        if (letter < u' ') letter = u' ';
+    return line.left(mostLetters).trimmed();
+}
+
+using Content = TextFile::Content;
+using Fault = TextFile::Fault;
+
+// Nothing: it is being written at this moment, and what is there may be half of it.
+std::optional<Content> ReadWhole(const QString& path) {
+    QFileInfo before(path);
+    if (!before.exists()) return Content{Fault::Missing, {}, {}};
+    // A pipe or a device would have its own idea of an end.
+    if (!before.isFile()) return Content{Fault::Unreadable, {}, {}};
+    if (before.size() > mostBytes) return Content{Fault::TooLarge, {}, {}};
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return Content{Fault::Unreadable, {}, {}};
+    const QByteArray bytes = file.read(mostBytes + 1);
+    const QFileInfo after(path);
+    const bool same = after.size() == before.size() && bytes.size() == after.size() &&
+                      after.lastModified() == before.lastModified();
+    if (!same) return std::nullopt;
+    return Content{Fault::None, LinesOfTextFile(bytes), after.lastModified()};
+}
+
+// A clock that was put back must not keep a text for ever, so the age counts both ways.
+bool IsOld(const Content& content, int minutes, const QDateTime& now) {
+    return minutes > 0 && qAbs(content.Written.msecsTo(now)) > minutes * minute;
+}
+
+QString FaultText(Fault fault) {
+    switch (fault) {
+        case Fault::None:
+            return QStringLiteral("is on the pictures again");
+        case Fault::Missing:
+            return QStringLiteral("is missing");
+        case Fault::TooLarge:
+            return QStringLiteral("is larger than 2 KB");
+        case Fault::Unreadable:
+            return QStringLiteral("cannot be read");
+        case Fault::Old:
+            return QStringLiteral("is too old");
+        case Fault::Silent:
+            break;
+    }
+    return QStringLiteral("does not answer");
+}
+
+}  // namespace
+
+QString LinesOfTextFile(const QByteArray& bytes) {
+    QString text = EncodedText::Decode(bytes).Text;
+    text.replace(lineBreak, QStringLiteral("\n")).replace(u'\r', u'\n');
+    QStringList lines = text.split(u'\n').mid(0, TextLines);
+    for (QString& line : lines) line = Drawable(line);
+    while (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
+    return lines.join(lineBreak);
+}
+
+QString WithTextFile(const QString& text, const QString& lines, bool named) {
+    QStringList all = text.split(lineBreak);
+    if (named) {
+        for (qsizetype i = all.size() - 1; i >= 0; --i)
+            if (all[i].trimmed() == TextFileWord) lines.isEmpty() ? all.removeAt(i) : void(all[i] = lines);
+        return all.join(lineBreak);
+    }
+    if (lines.isEmpty()) return text;
+    while (!all.isEmpty() && all.last().isEmpty()) all.removeLast();
+    return (all << lines).join(lineBreak);
+}
+
+TextFile::TextFile(StatusDisplay& ownDisplay, Waiting& ownWaiting)
+    : display(ownDisplay), waiting(ownWaiting) {}
+
+// One that never answers is asked no more; another file is.
+void TextFile::Ask(const QString& path) {
+    if (std::exchange(file, path) != path) {
+        known.reset();
+        answered = true;
+    }
+    if (!std::exchange(answered, false)) return;
+    StartDetached([this, path, number = ++asked, back = way] {
+        const auto content = ReadWhole(path);
+        back.Post([this, content, number] {
+            if (number != asked) return;
+            answered = true;
+            if (content) known = content;
+        });
+    });
+    (void)waiting.Until([this] { return answered; }, {.LimitMilliseconds = patience});
+}
+
+QString TextFile::Read(const OverlaySettings& settings, const QDateTime& now) {
+    const QString& path = settings.TextFile;
+    if (path.isEmpty() || !settings.WithLines()) return {};
+    Ask(path);
+    Fault fault = known ? known->Is : answered ? Fault::None : Fault::Silent;
+    if (fault == Fault::None && known && IsOld(*known, settings.TextFileAge, now))
+        fault = answered ? Fault::Old : Fault::Silent;
+    Tell(fault, path);
+    return fault == Fault::None && known ? known->Lines : QString();
+}
+
+void TextFile::Tell(Fault fault, const QString& path) {
+    if (std::exchange(told, fault) == fault) return;
+    display.ShowStatus("Text file " + path + u' ' + FaultText(fault));
+}
