@@ -3,6 +3,7 @@
 #include "base/whole_file.h"
 #include "picture/archive/archive_names.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,6 +20,7 @@ constexpr qint64 leastRoom = 200 * megabyte;
 constexpr qint64 enoughRoom = 220 * megabyte;  // to go on: no to and fro at the limit
 constexpr int portion = 200;                   // files that are removed at a time
 constexpr qint64 mostIndexBytes = 64 * megabyte;
+constexpr qint64 firstLook = 1000;  // milliseconds
 constexpr std::size_t mostNames = 8'000'000;
 
 const QString ownFolder = QStringLiteral(".stillpost");
@@ -39,7 +41,8 @@ QByteArray NameOf(const std::filesystem::path& path) {
 }
 
 // The names that are there, as sorted marks. Nothing is asked about the files: of a million that
-// would take minutes.
+// would take minutes. Where the names alone take long, every file counts as there; those that are
+// not are found out when their day is removed.
 class Names {
   public:
     explicit Names(const QString& folder) {
@@ -47,7 +50,7 @@ class Names {
         std::ranges::sort(marks);
     }
     [[nodiscard]] bool Contain(QByteArrayView path) const {
-        return std::ranges::binary_search(marks, Mark(path)) || marks.size() >= mostNames;
+        return std::ranges::binary_search(marks, Mark(path)) || !complete;
     }
 
   private:
@@ -55,7 +58,8 @@ class Names {
         std::error_code failed;
         std::filesystem::directory_iterator entry(SystemPath(folder), failed);
         const std::filesystem::directory_iterator end;
-        for (; !failed && entry != end && marks.size() < mostNames; entry.increment(failed)) {
+        for (; !failed && entry != end && complete; entry.increment(failed)) {
+            complete = marks.size() < mostNames && !late.hasExpired();
             const QByteArray name = NameOf(entry->path());
             const bool isDay =
                 withDays && name.size() == 10 && DayOfFolder(QString::fromLatin1(name)).isValid();
@@ -66,6 +70,8 @@ class Names {
         }
     }
 
+    QDeadlineTimer late{firstLook};
+    bool complete = true;
     std::vector<size_t> marks;
 };
 
