@@ -26,16 +26,22 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
       waiting(wait),
       boxes(messageBoxes),
       overlays(display, pictureState.ReadingFolders(), pictureState.Locale),
+      textFile(display, wait),
       archive(display, wait.OwnClock()) {}
 
 bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const QString frame = settings.WorkFile(frameName);
     state.Unwritten.clear();
+    textFile.Ask(settings);
+    textFile.Await();
     if (!CaptureFrame(settings)) return false;
     state.Picture2 = capture.TakeFrame();
     const bool known = !state.Picture2.isNull();
     if (!known && !LoadSurface(state.Picture2, frame)) return false;
-    const bool publishable = overlays.PutOn(state.Picture2, settings, waiting.OwnClock().Now());
+    const QDateTime now = waiting.OwnClock().Now();
+    OverlaySettings over = settings;
+    over.TextFileLines = textFile.Lines(settings, now);
+    const bool publishable = overlays.PutOn(state.Picture2, over, now);
     // The overlay may be there to cover the raw frame: that must not be published when there is no
     // overlay or the surface cannot be saved. Removed beforehand, it also never reaches the disk,
     // whereas a file system that is careful with renames starts writing a replaced file at once.

@@ -3,6 +3,7 @@
 #include "picture/archive/picture_archive.h"
 #include "picture/capture_control.h"
 #include "picture/overlay/overlays.h"
+#include "picture/overlay/text_file.h"
 #include "picture/picture_settings.h"
 #include "picture/picture_state.h"
 #include "picture/spare_file.h"
@@ -60,6 +61,7 @@ class PicturePipeline {
     Waiting& waiting;
     MessageBoxes& boxes;
     Overlays overlays;
+    TextFileReader textFile;
     SpareFile spare;
     PictureArchive archive;
 };

@@ -1,8 +1,14 @@
+#include "base/waiting.h"
+#include "picture/overlay/text_file.h"
 #include "picture/overlay/text_overlay.h"
 #include "support/data_rows.h"
+#include "support/file_bytes.h"
 #include "support/recording_display.h"
+#include "support/test_clock.h"
 
+#include <QDir>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -25,6 +31,84 @@ class TestOverlayText : public QObject {
     Q_OBJECT
 
   private slots:
+    void TakesTheLinesOfATextFile_data() {
+        const Rows<QByteArray, QString> row;  // with | for the line breaks
+        row("UTF-8",
+            "21 \xC2\xB0"
+            "C\r\nwind 3\n\n",
+            QString::fromUtf8("21 \xC2\xB0"
+                              "C|wind 3"));
+        row("Windows-1252",
+            "21 \xB0"
+            "C\rrain",
+            QString::fromUtf8("21 \xC2\xB0"
+                              "C|rain"));
+        row("eight lines", "1\n2\n3\n\n5\n6\n7\n8\n9", "1|2|3||5|6|7|8");
+        row("what cannot be drawn", QByteArray("a\tb\0c\n", 6), "a b c");
+        row("none", "\n\n", "");
+    }
+    void TakesTheLinesOfATextFile() {
+        const auto [bytes, lines] = Row<QByteArray, QString>();
+        QCOMPARE(LinesOfTextFile(bytes).replace("\r\n", "|"), lines);
+    }
+
+    void PutsThemAmongTheOperatorsLines_data() {
+        const Rows<QString, int, QString, QString> row;  // lines, mode, of the file, on the picture
+        row("in place of the word", "Pier|TextFile|north", 3, "1|2", "Pier|1|2|north|||||");
+        row("nothing in its place", "Pier|TextFile|north", 3, "", "Pier|north|||||");
+        row("below", "Pier||north", 3, "1|2", "Pier||north|1|2");
+        row("words of the file mean nothing", "TextFile", 3, "Date, Time", "Date, Time|||||||");
+        row("beside the date", "TextFile", 2, "1|2", " D, T  1|2 ");
+        row("below the date", "", 2, "1", " D, T   |1");
+    }
+    void PutsThemAmongTheOperatorsLines() {
+        auto [lines, mode, file, expected] = Row<QString, int, QString, QString>();
+        OverlaySettings settings;
+        static_cast<SpecialText&>(settings) = Text(qPrintable(lines));
+        settings.Overlay = OverlayMode(mode);
+        settings.TextFile = "weather.txt";
+        settings.TextFileLines = file.replace("|", "\r\n");
+        RecordingDisplay display;
+        TextOverlay overlay(display, QLocale("de_DE"));
+        overlay.BuildOverlayText(settings, Evening);
+        const QString dateTime = overlay.DateText + ", " + overlay.TimeText;
+        QCOMPARE(overlay.OverlayText.replace(dateTime, "D, T").replace("\r\n", "|"), expected);
+    }
+
+    void ReadsATextFileWholeOrNotAtAll() {
+        TestClock clock;
+        Waiting waiting(clock);
+        RecordingDisplay display;
+        TextFileReader reader(display, waiting);
+        const QTemporaryDir folder;
+        OverlaySettings settings;
+        settings.Overlay = OverlayMode::SpecialText;
+        settings.TextFile = folder.filePath("weather.txt");
+        settings.TextFileAge = 10;
+        const auto lines = [&](const QByteArray& written, int minutesLater = 0) {
+            if (!written.isNull() && !WriteBytes(settings.TextFile, written)) return QString("?");
+            reader.Ask(settings);
+            if (!QTest::qWaitFor([&] { return reader.Answered(); })) return QString("no answer");
+            const QDateTime now = QDateTime::currentDateTime();
+            return reader.Lines(settings, now.addSecs(60 * minutesLater));
+        };
+        QCOMPARE(lines({}), QString());
+        QCOMPARE(lines("wind 3"), "wind 3");
+        QCOMPARE(lines({}, 9), "wind 3");
+        QCOMPARE(lines({}, 12), QString());
+        QCOMPARE(lines({}, -12), QString());
+        QCOMPARE(lines(QByteArray(2048, 'x')).size(), 255);
+        QCOMPARE(lines(QByteArray(2049, 'x')), QString());
+        QVERIFY(QFile::remove(settings.TextFile) && QDir().mkdir(settings.TextFile));
+        QCOMPARE(lines({}), QString());
+        QStringList told;
+        for (const QString& text : std::as_const(display.Statuses))
+            told << QString(text).remove("Text file " + settings.TextFile + u' ');
+        QCOMPARE(told.join(u'|'),
+                 "is missing|is on the pictures again|is too old|is on the pictures "
+                 "again|is larger than 2 KB|cannot be read");
+    }
+
     void FormatsDateAndTime_data() {
         // locale, forms of date and time, time
         Rows<QString, QString>({{"de_DE 0 0 09:15:00", "14.11.2026, 09:15:00"},

@@ -19,6 +19,12 @@ QString NameOf(const QString& section, const QString& key) {
     return section + u'/' + key;
 }
 
+QString SettingFile(const QString& programFolder, const QString& written) {
+    const QString file = Paths::Native(written);
+    const bool full = file.isEmpty() || HasDrive(file) || QDir::isAbsolutePath(file);
+    return full ? file : Paths::WithSeparator(programFolder) + file;
+}
+
 void TakeServerApart(Settings& settings) {
     const ServerAddress address = ServerAddress::Of(settings.Server);
     // What makes no sense shows when it is used.
@@ -50,6 +56,7 @@ Settings LoadSettings(const QString& programFolder, const SettingSource& source)
     if (settings.LocalMode())
         settings.Verzeichnis = SettingFolder(programFolder, settings.Verzeichnis);
     settings.ArchivePath = SettingFolder(programFolder, settings.ArchivePath);
+    settings.TextFile = SettingFile(programFolder, settings.TextFile);
     settings.WorkPath = SettingFolder(programFolder, settings.WorkPath);
     if (settings.WorkPath.isEmpty() || !QDir(settings.WorkPath).exists()) {
         settings.WorkPath = WorkFolder::Usual(programFolder);

@@ -105,6 +105,8 @@ std::vector<SettingRow> MakeTable() {
         {text, u"Effect", &S::TextInRows, u"Zeile"},
         {text, u"Pic", &S::TextPic, 0, most16, nearest},
         {text, u"UB", &S::TextRowsAlone, u"1"},
+        {text, u"TextFile", &S::TextFile},
+        {text, u"TextFileAge", &S::TextFileAge, 0, 1'000'000, nearest},
 
         {picture, u"Capture", &S::PictureCapture},
         {picture, u"Pic", &S::PicturePic},

@@ -29,6 +29,10 @@ struct OverlaySettings : SpecialText {
     bool Italic = false;
     bool Underline = false;
 
+    QString TextFile;       // full path; empty: none
+    int TextFileAge = 0;    // minutes; 0: any
+    QString TextFileLines;  // what it says now
+
     bool OverKombi = false;               // the overlay picture and the text
     bool PictureEff = false;              // the pictures of the list in turn, not Overlayfile
     QString Overlayfile = "Overlay.bmp";  // name of a file in the overlay folder
@@ -41,6 +45,10 @@ struct OverlaySettings : SpecialText {
     QMap<QString, QString> Faults;
 
     [[nodiscard]] bool WithText() const { return Overlay < OverlayMode::PictureOnly; }
+    // The operator's own ones are on it.
+    [[nodiscard]] bool WithLines() const {
+        return Overlay == OverlayMode::DateTimeText || Overlay == OverlayMode::SpecialText;
+    }
     [[nodiscard]] bool WithPicture() const {
         return Overlay == OverlayMode::PictureOnly || (OverKombi && WithText());
     }

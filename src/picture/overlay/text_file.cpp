@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -25,8 +26,8 @@ QString Drawable(QString line) {
     return line.left(mostLetters).trimmed();
 }
 
-using Content = TextFile::Content;
-using Fault = TextFile::Fault;
+using Content = TextFileReader::Content;
+using Fault = TextFileReader::Fault;
 
 // Nothing: it is being written at this moment, and what is there may be half of it.
 std::optional<Content> ReadWhole(const QString& path) {
@@ -80,28 +81,41 @@ QString LinesOfTextFile(const QByteArray& bytes) {
     return lines.join(lineBreak);
 }
 
-QString WithTextFile(const QString& text, const QString& lines, bool named) {
-    QStringList all = text.split(lineBreak);
-    if (named) {
-        for (qsizetype i = all.size() - 1; i >= 0; --i)
-            if (all[i].trimmed() == TextFileWord) lines.isEmpty() ? all.removeAt(i) : void(all[i] = lines);
-        return all.join(lineBreak);
-    }
+QString WithLinesInPlace(const QString& text, const QString& lines) {
+    QStringList all;
+    for (const QString& line : text.split(lineBreak))
+        if (line.trimmed() != TextFileWord)
+            all << line;
+        else if (!lines.isEmpty())
+            all << lines;
+    return all.join(lineBreak);
+}
+
+QString WithLinesBelow(const QString& text, const QString& lines) {
     if (lines.isEmpty()) return text;
+    QStringList all = text.split(lineBreak);
     while (!all.isEmpty() && all.last().isEmpty()) all.removeLast();
     return (all << lines).join(lineBreak);
 }
 
-TextFile::TextFile(StatusDisplay& ownDisplay, Waiting& ownWaiting)
+bool NamesTextFile(const SpecialText& text) {
+    return std::ranges::any_of(text.Lin,
+                               [](const QString& line) { return line.trimmed() == TextFileWord; });
+}
+
+TextFileReader::TextFileReader(StatusDisplay& ownDisplay, Waiting& ownWaiting)
     : display(ownDisplay), waiting(ownWaiting) {}
 
 // One that never answers is asked no more; another file is.
-void TextFile::Ask(const QString& path) {
+void TextFileReader::Ask(const OverlaySettings& settings) {
+    const QString path = settings.WithLines() ? settings.TextFile : QString();
     if (std::exchange(file, path) != path) {
         known.reset();
         answered = true;
+        told = Fault::None;
     }
-    if (!std::exchange(answered, false)) return;
+    if (path.isEmpty() || !std::exchange(answered, false)) return;
+    awaited = false;
     StartDetached([this, path, number = ++asked, back = way] {
         const auto content = ReadWhole(path);
         back.Post([this, content, number] {
@@ -110,21 +124,29 @@ void TextFile::Ask(const QString& path) {
             if (content) known = content;
         });
     });
+}
+
+void TextFileReader::Await() {
+    if (answered || awaited) return;
     (void)waiting.Until([this] { return answered; }, {.LimitMilliseconds = patience});
+    awaited = !answered;
 }
 
-QString TextFile::Read(const OverlaySettings& settings, const QDateTime& now) {
-    const QString& path = settings.TextFile;
-    if (path.isEmpty() || !settings.WithLines()) return {};
-    Ask(path);
-    Fault fault = known ? known->Is : answered ? Fault::None : Fault::Silent;
-    if (fault == Fault::None && known && IsOld(*known, settings.TextFileAge, now))
-        fault = answered ? Fault::Old : Fault::Silent;
-    Tell(fault, path);
-    return fault == Fault::None && known ? known->Lines : QString();
+TextFileReader::Fault TextFileReader::FaultOf(const OverlaySettings& settings,
+                                              const QDateTime& now) const {
+    if (!answered) return Fault::Silent;
+    if (!known || known->Is != Fault::None) return known ? known->Is : Fault::None;
+    return IsOld(*known, settings.TextFileAge, now) ? Fault::Old : Fault::None;
 }
 
-void TextFile::Tell(Fault fault, const QString& path) {
+QString TextFileReader::Lines(const OverlaySettings& settings, const QDateTime& now) {
+    if (file.isEmpty()) return {};
+    Tell(FaultOf(settings, now));
+    const bool good = known && known->Is == Fault::None;
+    return good && !IsOld(*known, settings.TextFileAge, now) ? known->Lines : QString();
+}
+
+void TextFileReader::Tell(Fault fault) {
     if (std::exchange(told, fault) == fault) return;
-    display.ShowStatus("Text file " + path + u' ' + FaultText(fault));
+    display.ShowStatus("Text file " + file + u' ' + FaultText(fault));
 }

@@ -1,10 +1,20 @@
 #include "picture/overlay/text_overlay.h"
 
 #include "picture/overlay/text_drawing.h"
+#include "picture/overlay/text_file.h"
 #include "picture/overlay/text_style.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
+
+namespace {
+
+// Without a file the word is one like any other.
+QString InPlaceOfTheWord(const OverlaySettings& settings, const QString& text) {
+    return settings.TextFile.isEmpty() ? text : WithLinesInPlace(text, settings.TextFileLines);
+}
+
+}  // namespace
 
 void TextOverlay::BuildDateTime(const OverlaySettings& settings, const QDateTime& now) {
     // The form is kept, not the text: a picture with the time of another one is worse than one
@@ -29,15 +39,19 @@ void TextOverlay::BuildOverlayText(const OverlaySettings& settings, const QDateT
             OverlayText = blank + TimeText + blank;
             break;
         case OverlayMode::DateTimeText:
-            OverlayText = blank + dateTime + "  " + NextAppendix(settings, turns, dateTime) + blank;
+            OverlayText = blank + dateTime + "  " +
+                          InPlaceOfTheWord(settings, NextAppendix(settings, turns, dateTime)) +
+                          blank;
             break;
         case OverlayMode::SpecialText:
-            OverlayText = NextSpecialText(settings, turns, dateTime);
+            OverlayText = InPlaceOfTheWord(settings, NextSpecialText(settings, turns, dateTime));
             break;
         case OverlayMode::PictureOnly:
         case OverlayMode::None:
             OverlayText.clear();
     }
+    if (settings.WithLines() && !NamesTextFile(settings))
+        OverlayText = WithLinesBelow(OverlayText, settings.TextFileLines);
 }
 
 QRect TextOverlay::DrawOverlayText(QImage& picture, const OverlaySettings& settings) {

@@ -9,7 +9,11 @@
 #include <algorithm>
 
 PreviewMaker::PreviewMaker(Program& ownCore, const Texts& ownWords)
-    : Camera(ownCore, ownWords), core(ownCore), before(Fresh()), after(before) {}
+    : Camera(ownCore, ownWords),
+      core(ownCore),
+      textFile(nobody, ownCore.Wait),
+      before(Fresh()),
+      after(before) {}
 
 Overlays PreviewMaker::Fresh() {
     return {nobody, core.PictureValues.ReadingFolders(), core.PictureValues.Locale};
@@ -22,7 +26,11 @@ QImage PreviewMaker::Make(const QList<ProfileEntry>& entries) {
     settings.PictureUB = std::min(settings.PictureUB, 1);
     after = before;
     QImage picture = Camera.Picture();
-    const bool published = after.PutOn(picture, settings, core.Wait.OwnClock().Now());
+    const QDateTime now = core.Wait.OwnClock().Now();
+    // What it says is on the next picture.
+    textFile.Ask(settings);
+    settings.TextFileLines = textFile.Lines(settings, now);
+    const bool published = after.PutOn(picture, settings, now);
     return published ? picture : QImage();
 }
 

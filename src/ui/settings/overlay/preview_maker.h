@@ -3,6 +3,7 @@
 #include "base/profile_file.h"
 #include "base/status_hub.h"
 #include "picture/overlay/overlays.h"
+#include "picture/overlay/text_file.h"
 #include "ui/settings/overlay/preview_camera.h"
 
 // Makes the picture that would be published with other settings than those of the file. It comes
@@ -30,6 +31,7 @@ class PreviewMaker {
 
     Program& core;
     StatusHub nobody;  // faults show in the preview itself
-    Overlays before;   // the turns as they were before the picture shown
+    TextFileReader textFile;
+    Overlays before;  // the turns as they were before the picture shown
     Overlays after;
 };
