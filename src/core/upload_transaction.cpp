@@ -52,7 +52,9 @@ void UploadTransaction::Use(PictureServer& other) {
     connect(server, &PictureServer::Received, this, &UploadTransaction::OnReply);
     connect(server, &PictureServer::SendProgress, this, &UploadTransaction::OnSendProgress);
     connect(server, &PictureServer::Remarked, this,
-            [this](const QString& text) { parts.Display.ShowStatus(text); });
+            [this](ServerRemark remark, const QString& detail) {
+                parts.Display.ShowStatus(RemarkText(parts.Words, remark, detail));
+            });
     connect(server, &PictureServer::Sent, this,
             [this](const QString& command) { parts.Display.LogCommand(command); });
 }
@@ -282,8 +284,7 @@ void UploadTransaction::Replace(bool oldIsGone) {
     RenamePublic();
     if (Flags.FtpError) return;
     parts.Run.ThisRun.DeletesFirst = true;
-    parts.Display.ShowStatus(
-        "The server does not rename over a file: \"delete Pic\" in the FTP settings saves a turn");
+    parts.Display.ShowStatus(RemarkText(parts.Words, ServerRemark::DeletesFirst));
 }
 
 // Many servers let only the owner read a new file, and no visitor sees it then. Who does not change

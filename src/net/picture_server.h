@@ -64,8 +64,8 @@ class PictureServer : public QObject {
     // What was said, without line ends, never a password.
     void Sent(const QString& command);
     void Received(const QString& reply);
-    // Something that the operator should know once, in words for people.
-    void Remarked(const QString& text);
+    // Something that the operator should know once.
+    void Remarked(ServerRemark remark, const QString& detail = {});
 
   protected:
     // The operations, entered with nothing cancelled.

@@ -2,7 +2,20 @@
 
 #include <QMetaEnum>
 
+namespace {
+
+template <class Enum>
+QString KeyOf(Enum value) {
+    const auto names = QMetaEnum::fromType<Enum>();
+    return QString::fromLatin1(names.valueToKey(static_cast<int>(value)));
+}
+
+}  // namespace
+
 QString NameOf(ServerFault fault) {
-    const auto names = QMetaEnum::fromType<ServerFault>();
-    return QString::fromLatin1(names.valueToKey(static_cast<int>(fault)));
+    return KeyOf(fault);
+}
+
+QString NameOf(ServerRemark remark) {
+    return KeyOf(remark);
 }

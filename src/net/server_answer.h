@@ -68,6 +68,15 @@ struct ServerAnswer {
     };
     Q_ENUM(Fault)
 
+    // What the operator should know of a server though the pictures go on; a sentence in the same
+    // way (RemarkText).
+    enum class Remark {
+        NoRename,         // pictures go straight to their name
+        DeletesFirst,     // it does not rename over a file
+        StrangerRefused,  // somebody else wanted the data connection: the address
+    };
+    Q_ENUM(Remark)
+
     Fault Is = Fault::None;
     QString Reply = {};  // the server's own words on it; may be empty
 
@@ -76,7 +85,9 @@ struct ServerAnswer {
 };
 
 using ServerFault = ServerAnswer::Fault;
+using ServerRemark = ServerAnswer::Remark;
 
 [[nodiscard]] QString NameOf(ServerFault fault);
+[[nodiscard]] QString NameOf(ServerRemark remark);
 
 Q_DECLARE_METATYPE(ServerAnswer)

@@ -27,7 +27,7 @@ struct WebBench {
         QObject::connect(Server.get(), &PictureServer::Received,
                          [this](const QString& text) { Talk << text; });
         QObject::connect(Server.get(), &PictureServer::Remarked,
-                         [this](const QString& text) { Remarks << text; });
+                         [this](ServerRemark remark) { Remarks << remark; });
     }
 
     TestClock Time;
@@ -36,7 +36,7 @@ struct WebBench {
     RecordingDisplay Log;
     std::unique_ptr<PictureServer> Server;
     QStringList Talk;
-    QStringList Remarks;
+    QList<ServerRemark> Remarks;
     QTemporaryDir Folder;
 
     // A local file.

@@ -71,7 +71,7 @@ FtpServer::FtpServer(const Surroundings& surroundings, FTP& control, const FtpLi
     connect(&ftp, &FTP::SendProgress, this, &PictureServer::SendProgress);
     connect(&ftp, &FTP::StrangerRefused, this, [this](const QString& address) {
         stranger = address;
-        emit Remarked("Refused a data connection from " + address + " (DataFrom)");
+        emit Remarked(ServerRemark::StrangerRefused, address);
     });
 }
 

@@ -58,3 +58,7 @@ QString AnswerText(const Texts& words, const ServerAccess& access, const ServerA
                   {access.Server, folder, reply, QString::number(port), QString::number(usual),
                    NameOf(access.Way)});
 }
+
+QString RemarkText(const Texts& words, ServerRemark remark, const QString& detail) {
+    return Filled(words.Get(QStringLiteral("Remarks"), NameOf(remark)), {detail});
+}

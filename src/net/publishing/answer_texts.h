@@ -9,6 +9,10 @@ class Texts;
 [[nodiscard]] QString AnswerText(const Texts& words, const ServerAccess& access,
                                  const ServerAnswer& answer);
 
+// The same of a remark.
+[[nodiscard]] QString RemarkText(const Texts& words, ServerRemark remark,
+                                 const QString& detail = {});
+
 // Puts the values in place of %1, %2 ... in one pass: a value may have such a mark in itself.
 [[nodiscard]] QString Filled(const QString& text, const QStringList& values);
 

@@ -149,8 +149,7 @@ ServerAnswer HttpServer::DoRename(const QString& from, const QString& to) {
         const std::optional<ServerAnswer> moved = Transfer(HttpStep::Rename, from, to);
         if (moved) return *moved;
         moves = false;
-        emit Remarked(
-            QStringLiteral("This server cannot rename: pictures are sent straight to their name."));
+        emit Remarked(ServerRemark::NoRename);
         // What cannot be renamed is in nobody's way.
         if (const ServerAnswer gone = DoDelete(from); gone.Is == ServerFault::Cancelled)
             return gone;
