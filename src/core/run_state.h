@@ -34,6 +34,7 @@ struct OneRun {
     Retry Again;                       // while the last tick has failed
     qint64 Due = 0;                    // the next picture; clock milliseconds
     bool DeletesFirst = false;         // the server does not rename over a file
+    bool Deletes = true;               // the server deletes files, as far as it was asked
     std::optional<bool> ChangesModes;  // the server sets the rights of files; none: not known yet
     qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture
     bool Published = true;             // lowered while a new picture is not public yet

@@ -225,14 +225,15 @@ void UploadTransaction::SendFile(const QString& localPath, const QString& name) 
     (void)Step("Send File", [&] { return server->SendFile(localPath, name); });
 }
 
-void UploadTransaction::DeleteFile(const QString& name) {
+ServerFault UploadTransaction::DeleteFile(const QString& name) {
     const ServerAnswer answer = Step("Delete File", [&] { return server->DeleteFile(name); });
     // What is not there need not be deleted: the first pictures of an empty folder.
     if (answer.Is == ServerFault::FileMissing) Flags.FtpError = false;
+    return answer.Is;
 }
 
 void UploadTransaction::DeletePublic() {
-    DeleteFile(PublicNames::Picture);
+    (void)DeleteFile(PublicNames::Picture);
 }
 
 void UploadTransaction::RenameFile(const QString& from, const QString& to, Missing missing) {
@@ -257,12 +258,20 @@ bool UploadTransaction::HistoryIsDue() {
 void UploadTransaction::ShiftHistory() {
     const int pictures = parts.State.Values.lastpictureanz;
     parts.Display.ShowStatus("make lastpictures (" + QString::number(pictures) + ")");
-    if (MayGoOn()) DeleteFile(PublicNames::History(pictures));
+    if (MayGoOn() && !server->Replaces()) DeleteOldest(PublicNames::History(pictures));
     for (int i = pictures; i > 1; --i) {
         if (MayGoOn())
             RenameFile(PublicNames::History(i - 1), PublicNames::History(i), Missing::IsNoFault);
     }
     if (MayGoOn()) KeepPublic();
+}
+
+// A server that deletes nothing may rename over the oldest picture all the same.
+void UploadTransaction::DeleteOldest(const QString& name) {
+    bool& deletes = parts.Run.ThisRun.Deletes;
+    if (!deletes || !RefusesToDelete(DeleteFile(name))) return;
+    deletes = Flags.FtpError = false;
+    parts.Display.ShowStatus(RemarkText(parts.Words, ServerRemark::DeletesNothing));
 }
 
 void UploadTransaction::KeepPublic() {
@@ -308,7 +317,8 @@ bool UploadTransaction::Publish(const QString& localPath) {
         return MayGoOn();
     }
     // A shift has moved the public picture away already, where it did not keep a copy.
-    const bool deletes = parts.State.Values.Delete || parts.Run.ThisRun.DeletesFirst;
+    const bool deletes =
+        (parts.State.Values.Delete || parts.Run.ThisRun.DeletesFirst) && !server->Replaces();
     if (MayGoOn() && deletes && !shifted) DeletePublic();
     // The first time the picture is public before the server is asked, which may never answer;
     // from then on no visitor is to come between the two.

@@ -4,6 +4,7 @@
 #include "core/reply_log.h"
 #include "core/run_state.h"
 #include "core/transaction_flags.h"
+#include "net/server_answer.h"
 
 #include <QObject>
 
@@ -15,7 +16,6 @@ class PictureServer;
 class StatusDisplay;
 class Texts;
 class Waiting;
-struct ServerAnswer;
 
 // How a picture becomes public on a server, whatever is spoken there: connect, send the new picture
 // under a temporary name, put it in place of the public one by a rename, keep former pictures. How
@@ -68,7 +68,7 @@ class UploadTransaction : public QObject {
 
     // The single steps. Each does nothing while Flags.ConnectionDown is set.
     void SendFile(const QString& localPath, const QString& name);
-    void DeleteFile(const QString& name);
+    ServerFault DeleteFile(const QString& name);
     void DeletePublic();
     enum class Missing { IsFault, IsNoFault };
     void RenameFile(const QString& from, const QString& to, Missing missing = Missing::IsFault);
@@ -105,6 +105,7 @@ class UploadTransaction : public QObject {
                                     const std::function<ServerAnswer()>& operation);
     [[nodiscard]] bool HistoryIsDue();
     void ShiftHistory();
+    void DeleteOldest(const QString& name);
     void KeepPublic();
     void Replace(bool oldIsGone);
     void ChangeMode(const QString& name);

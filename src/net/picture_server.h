@@ -53,6 +53,9 @@ class PictureServer : public QObject {
     // try later; false: it does not do that.
     [[nodiscard]] virtual std::optional<bool> ChangeMode(const QString& name, const QString& mode);
 
+    // Whether a file that gets another name always takes the place of the one that bears it, so
+    // that nothing need be deleted first; asked of one that is open.
+    [[nodiscard]] virtual bool Replaces() const { return false; }
     // Whether the server could encrypt what it is told plainly now; asked of one that is open.
     [[nodiscard]] virtual bool OffersEncryption() { return false; }
     // A file that is being sent becomes public as a whole, so that no other name is needed before.

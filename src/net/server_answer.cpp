@@ -12,6 +12,10 @@ QString KeyOf(Enum value) {
 
 }  // namespace
 
+bool RefusesToDelete(ServerFault fault) {
+    return fault == ServerFault::DeleteRefused || fault == ServerFault::Forbidden;
+}
+
 QString NameOf(ServerFault fault) {
     return KeyOf(fault);
 }

@@ -73,6 +73,7 @@ struct ServerAnswer {
     enum class Remark {
         NoRename,         // pictures go straight to their name
         DeletesFirst,     // it does not rename over a file
+        DeletesNothing,   // what the history has no room for any more stays
         StrangerRefused,  // somebody else wanted the data connection: the address
     };
     Q_ENUM(Remark)
@@ -86,6 +87,9 @@ struct ServerAnswer {
 
 using ServerFault = ServerAnswer::Fault;
 using ServerRemark = ServerAnswer::Remark;
+
+// How a server ends a deletion that it does not do for anybody, or not for us.
+[[nodiscard]] bool RefusesToDelete(ServerFault fault);
 
 [[nodiscard]] QString NameOf(ServerFault fault);
 [[nodiscard]] QString NameOf(ServerRemark remark);

@@ -172,14 +172,16 @@ class TestUploadCycle : public QObject {
     }
 
     void HistoryFillsFromAnEmptyFolder_data() {
-        const Rows<bool, bool> row;
-        row("rename over", false, false);
-        row("delete first", true, true);
-        row("delete first, as the server wants it", false, true);
+        const Rows<bool, bool, QStringList> row;
+        row("rename over", false, false, {});
+        row("delete first", true, true, {});
+        row("delete first, as the server wants it", false, true, {"saves a turn"});
+        row("a server that deletes nothing", false, false, {"532 no\r\n", "deletes nothing"});
     }
     void HistoryFillsFromAnEmptyFolder() {
-        const auto [deletes, refuses] = Row<bool, bool>();
+        const auto [deletes, refuses, said] = Row<bool, bool, QStringList>();
         CycleFixture f(200);
+        if (said.size() > 1) f.Server.Script = {Says("DELE", {said.first()})};
         f.State.Values.lastpictures = true;
         f.State.Values.lastpictureanz = 3;
         f.State.Values.Delete = deletes;
@@ -197,7 +199,8 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Server.Files.value("pw2.jpg"), published.at(31));
         QCOMPARE(f.Server.Files.value("pw3.jpg"), published.at(20));
         QCOMPARE(f.Server.Files.size(), 4);
-        QCOMPARE(f.Display.Statuses.filter("saves a turn").size(), refuses && !deletes ? 1 : 0);
+        for (const QString& words : {QString("saves a turn"), QString("deletes nothing")})
+            QCOMPARE(f.Display.Statuses.filter(words).size(), said.contains(words) ? 1 : 0);
     }
 
     void IdleServerCostsNoPicture() {

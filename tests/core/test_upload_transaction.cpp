@@ -1,6 +1,8 @@
+#include "net/web/http_server.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
+#include "support/scripted_web_server.h"
 
 #include <QSignalSpy>
 
@@ -162,6 +164,23 @@ class TestUploadTransaction : public QObject {
         QVERIFY(f.RunUntilPublished(3));
         QStringList commands = f.Server.Commands.filter("SITE CHMOD ");
         QCOMPARE(commands.replaceInStrings("SITE CHMOD ", QString()), asked);
+    }
+
+    void DeletesNothingWhereARenameReplaces() {
+        CycleFixture f;
+        ScriptedWebServer web;
+        web.Script = {{.Verb = "DELETE", .Answer = "405 No"}};
+        HttpServer server({f.Wait, f.Display});
+        f.Transaction.Use(server);
+        Settings& values = f.State.Values;
+        values.Protocol = "http";
+        values.Port = web.serverPort();
+        values.Delete = values.lastpictures = true;
+        values.lastpictureanz = 2;
+        QVERIFY(f.Transaction.ConnectFtp());
+        for (int i = 0; i < 33; ++i) QVERIFY(f.Transaction.Publish(Picture(f, "picture")));
+        QCOMPARE(web.Files.keys(), QByteArrayList({"/pw.jpg", "/pw1.jpg", "/pw2.jpg"}));
+        QCOMPARE(web.Said().filter("DELETE").size(), 0);
     }
 };
 

@@ -69,8 +69,12 @@ ServerAnswer ServerTrial::Try() {
 ServerAnswer ServerTrial::PutOneInPlace(bool over) {
     if (server.SendsWhole()) return Send(names.Second);
     ServerAnswer answer = Send(names.First);
-    if (answer.Fine() && !stopped && over && server.Access().DeleteFirst) answer = Delete();
+    if (answer.Fine() && !stopped && over && DeletesFirst()) answer = Delete();
     return answer.Fine() && !stopped ? Rename(over) : answer;
+}
+
+bool ServerTrial::DeletesFirst() const {
+    return server.Access().DeleteFirst && !server.Replaces();
 }
 
 ServerAnswer ServerTrial::Send(const QString& name) {
@@ -94,7 +98,7 @@ ServerAnswer ServerTrial::Rename(bool over) {
     using enum ServerAnswer::Fault;
     const bool refused =
         answer.Is == RenameRefused || answer.Is == ReplaceRefused || answer.Is == FileMissing;
-    if (refused) answer.Is = over && !server.Access().DeleteFirst ? ReplaceRefused : RenameRefused;
+    if (refused) answer.Is = over && !DeletesFirst() ? ReplaceRefused : RenameRefused;
     return answer;
 }
 

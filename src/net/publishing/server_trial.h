@@ -28,6 +28,7 @@ class ServerTrial : public QObject {
     [[nodiscard]] ServerAnswer PutOneInPlace(bool over);
     [[nodiscard]] ServerAnswer Send(const QString& name);
     [[nodiscard]] ServerAnswer Rename(bool over);
+    [[nodiscard]] bool DeletesFirst() const;
     [[nodiscard]] ServerAnswer Delete();
     [[nodiscard]] TrialOffer OfferAfter(const ServerAnswer& answer);
     void CleanUp();

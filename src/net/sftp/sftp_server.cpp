@@ -137,6 +137,10 @@ bool SftpServer::IsOpen() const {
     return talk && talk->Greeted() && !talk->Broken() && connection.IsOpen();
 }
 
+bool SftpServer::Replaces() const {
+    return talk && talk->Offers(renameOver);
+}
+
 void SftpServer::Close() {
     connection.Close();
     talk.reset();
@@ -261,7 +265,7 @@ SftpServer::Answered SftpServer::NameAnew(const QByteArray& extension, const QSt
 }
 
 ServerAnswer SftpServer::DoRename(const QString& from, const QString& to) {
-    if (!talk || !talk->Offers(renameOver)) return RenamePlainly(from, to);
+    if (!Replaces()) return RenamePlainly(from, to);
     const auto [lost, reply] = NameAnew(renameOver, from, to);
     return lost.Fine() ? Explained(reply, ServerFault::RenameRefused) : lost;
 }

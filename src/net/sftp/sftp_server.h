@@ -21,6 +21,7 @@ class SftpServer : public PictureServer {
 
     [[nodiscard]] bool IsOpen() const override;
     void Close() override;
+    [[nodiscard]] bool Replaces() const override;
     [[nodiscard]] std::optional<bool> ChangeMode(const QString& name, const QString& mode) override;
 
   protected:

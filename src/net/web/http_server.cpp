@@ -157,12 +157,6 @@ ServerAnswer HttpServer::DoRename(const QString& from, const QString& to) {
     return from == sentName ? DoSend(sentFrom, to) : CopyAndDelete(from, to);
 }
 
-// Of the pictures that are kept, where the server knows no MOVE.
-ServerAnswer HttpServer::CopyAndDelete(const QString& from, const QString& to) {
-    const ServerAnswer copied = DoKeep(from, to);
-    return copied.Fine() ? DoDelete(from) : copied;
-}
-
 ServerAnswer HttpServer::DoKeep(const QString& from, const QString& to) {
     if (copies) {
         const std::optional<ServerAnswer> copied = Transfer(HttpStep::Copy, from, to);

@@ -34,7 +34,6 @@ class HttpServer : public WebServer {
     // By MOVE or COPY. None: the server knows no such thing.
     [[nodiscard]] std::optional<ServerAnswer> Transfer(HttpStep step, const QString& from,
                                                        const QString& to);
-    [[nodiscard]] ServerAnswer CopyAndDelete(const QString& from, const QString& to);
 
     WebPlace place;  // the folder
     HttpPassword password;

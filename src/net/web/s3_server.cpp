@@ -71,8 +71,7 @@ ServerAnswer S3Server::DoKeep(const QString& from, const QString& to) {
 }
 
 ServerAnswer S3Server::DoRename(const QString& from, const QString& to) {
-    const ServerAnswer copied = DoKeep(from, to);
-    return copied.Fine() ? DoDelete(from) : copied;
+    return CopyAndDelete(from, to);
 }
 
 ServerAnswer S3Server::DoDelete(const QString& name) {

@@ -24,6 +24,7 @@ void WebServer::Close() {
 
 void WebServer::BeginOpen() {
     Close();
+    if (used != Access()) deletes = true;
     used = Access();
 }
 
@@ -81,4 +82,14 @@ std::optional<QByteArray> WebServer::ReadLocal(const QString& path) {
     if (!file.open(QIODevice::ReadOnly)) return {};
     const QByteArray bytes = file.readAll();
     return file.error() == QFile::NoError ? std::optional(bytes) : std::nullopt;
+}
+
+ServerAnswer WebServer::CopyAndDelete(const QString& from, const QString& to) {
+    const ServerAnswer copied = DoKeep(from, to);
+    if (!copied.Fine() || !deletes) return copied;
+    const ServerAnswer gone = DoDelete(from);
+    if (!RefusesToDelete(gone.Is)) return gone;
+    deletes = false;
+    emit Remarked(ServerRemark::DeletesNothing);
+    return {};
 }

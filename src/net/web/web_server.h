@@ -12,6 +12,7 @@ class WebServer : public PictureServer {
 
     [[nodiscard]] bool IsOpen() const override { return open; }
     void Close() override;
+    [[nodiscard]] bool Replaces() const override { return true; }
 
   protected:
     struct Talk {
@@ -35,6 +36,9 @@ class WebServer : public PictureServer {
     // The whole of a local file.
     [[nodiscard]] static std::optional<QByteArray> ReadLocal(const QString& path);
 
+    // Where nothing can be renamed. The first name stays, too, on a server that deletes nothing.
+    [[nodiscard]] ServerAnswer CopyAndDelete(const QString& from, const QString& to);
+
     static constexpr int ConnectSeconds = 30;
     static constexpr int SendSeconds = 45;
     static constexpr int RenameSeconds = 15;
@@ -46,4 +50,5 @@ class WebServer : public PictureServer {
     HttpLine line;
     ServerAccess used;
     bool open = false;
+    bool deletes = true;  // as far as it was asked
 };
