@@ -23,6 +23,7 @@ TroubleKind KindOf(ServerFault fault) {
         case CertificateChanged:
         case HostKeyUnknown:
         case HostKeyChanged:
+        case HostKeyNotKept:
         case NoEncryption:
         case EncryptionNeeded:
             return TroubleKind::Identity;

@@ -52,6 +52,7 @@ struct ServerAnswer {
         SshFailed,       // it ends without having reached the server; Reply: its words
         HostKeyUnknown,  // Reply: its fingerprint
         HostKeyChanged,  // Reply: its fingerprint
+        HostKeyNotKept,  // Reply: the file of this computer that cannot be written
         KeyNotUsable,    // the key file is missing, is no key, or others may read it
         KeyNeedsPassphrase,
         // HTTP and object storage

@@ -130,6 +130,9 @@ class TestSftpServer : public QObject {
         QCOMPARE(bench.Open(access), (ServerAnswer{HostKeyChanged, second}));
         QVERIFY(!QFile::exists(kept));
         access.Trusted = second;
+        QVERIFY(QDir().mkdir(kept));  // no file can take its place
+        QCOMPARE(bench.Open(access), (ServerAnswer{HostKeyNotKept, kept}));
+        QVERIFY(QDir().rmdir(kept));
         QCOMPARE(bench.Open(access), ServerAnswer());
         access.Trusted = first;
         QCOMPARE(bench.Open(access), (ServerAnswer{HostKeyChanged, second}));

@@ -21,11 +21,11 @@ QByteArray KeyOf(const QByteArray& line) {
     return words.size() < 3 ? QByteArray() : QByteArray::fromBase64(words.at(2));
 }
 
-QString PathIn(const QString& folder) {
-    return QDir(folder).filePath(HostKeys::FileName);
-}
-
 }  // namespace
+
+QString HostKeys::PathIn(const QString& folder) {
+    return QDir(folder).filePath(FileName);
+}
 
 QString HostKeys::FingerprintOf(const QByteArray& lines) {
     const QByteArray key = KeyOf(lines.trimmed().split('\n').first());

@@ -10,6 +10,8 @@ namespace HostKeys {
 // The file, in the program folder and wherever OpenSSH is to write a key.
 inline const QString FileName = QStringLiteral("known_hosts");
 
+[[nodiscard]] QString PathIn(const QString& folder);
+
 // "SHA256:" and the base64 of the first line's key, as OpenSSH shows it; empty when there is none.
 [[nodiscard]] QString FingerprintOf(const QByteArray& lines);
 

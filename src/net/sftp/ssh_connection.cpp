@@ -105,7 +105,7 @@ ServerAnswer SshConnection::WhyNot(const SshProcess& run, const PasswordTeller& 
 // compared is what the next run insists on.
 ServerAnswer SshConnection::MeetNewKey(const Condition& answered) {
     const QTemporaryDir scratch;
-    if (!scratch.isValid()) return {ServerFault::LocalNotWritable, {}};
+    if (!scratch.isValid()) return {ServerFault::HostKeyNotKept, scratch.path()};
     QByteArray output;
     const ServerAnswer end = RunToEnd(SshCommand::Purpose::LearnKey, scratch.path(), output);
     QFile file(scratch.filePath(HostKeys::FileName));
@@ -116,7 +116,8 @@ ServerAnswer SshConnection::MeetNewKey(const Condition& answered) {
     if (!HostKeys::IsFingerprint(access.Trusted)) return {ServerFault::HostKeyUnknown, fingerprint};
     if (!HostKeys::IsSame(fingerprint, access.Trusted))
         return {ServerFault::HostKeyChanged, fingerprint};
-    if (!HostKeys::Write(lines, access.ProgramFolder)) return {ServerFault::LocalNotWritable, {}};
+    if (!HostKeys::Write(lines, access.ProgramFolder))
+        return {ServerFault::HostKeyNotKept, HostKeys::PathIn(access.ProgramFolder)};
     return Connect(answered);
 }
 
