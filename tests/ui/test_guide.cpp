@@ -231,17 +231,26 @@ class TestGuide : public QObject {
     }
 
     void AddressesAreGuessed_data() {
-        const Rows<QString, QString, QString> row;  // server, folder: address
-        row("provider", "ftp.example.com", "", "https://www.example.com/pw.jpg");
-        row("web root", "example.com", "/domains/a.org/HTDOCS/my cam/",
+        using enum Protocol;
+        const Rows<Protocol, QString, QString, QString> row;  // server, folder: address
+        row("provider", Ftp, "ftp.example.com", "", "https://www.example.com/pw.jpg");
+        row("web root", Sftp, "example.com", "/domains/a.org/HTDOCS/my cam/",
             "https://example.com/my%20cam/pw.jpg");
-        row("web server", "http://a.example:8080", "web", "http://a.example:8080/web/pw.jpg");
-        row("on the network", "192.168.1.9", "cam", "http://192.168.1.9/cam/pw.jpg");
+        row("web server", Http, "http://a.example:8080", "web", "http://a.example:8080/web/pw.jpg");
+        row("web folder", Https, "dav.example/my b", "web",
+            "https://dav.example:990/my%20b/web/pw.jpg");
+        row("storage", S3, "storage.example", "web", "https://storage.example:990/cam/web/pw.jpg");
+        row("storage, in front", S3, "https://s3.eu-1.amazonaws.com:9", "",
+            "https://cam.s3.eu-1.amazonaws.com:9/pw.jpg");
+        row("on the network", Ftps, "192.168.1.9", "cam", "http://192.168.1.9/cam/pw.jpg");
     }
 
     void AddressesAreGuessed() {
-        const auto [server, folder, address] = Row<QString, QString, QString>();
-        QCOMPARE(PublicAddress(server, folder), address);
+        const auto [way, server, folder, address] = Row<Protocol, QString, QString, QString>();
+        QCOMPARE(
+            PublicAddress(
+                {.Way = way, .Server = server, .Port = 990, .Folder = folder, .Bucket = "cam"}),
+            address);
     }
 };
 

@@ -83,9 +83,7 @@ void Guide::EnterPage(int id) {
     if (id < 0) return;
     if (page(id) == Start)
         Start->Show({.Camera = Camera->CameraName(),
-                     .Local = Place->Access->Local(),
-                     .Server = Place->Access->Server(),
-                     .Folder = Place->Access->Folder(),
+                     .Place = Place->Access->Wanted(around.Core.ProgramFolder()),
                      .Interval = Picture->Interval(),
                      .IntervalText = Picture->IntervalText(),
                      .Offline = Picture->chkOffline->isChecked(),

@@ -1,6 +1,8 @@
 #include "ui/guide/public_address.h"
 
 #include "core/public_names.h"
+#include "net/server_access.h"
+#include "net/web/s3_place.h"
 
 #include <QDir>
 #include <QHostAddress>
@@ -31,14 +33,22 @@ QStringList PublicFolders(const QStringList& parts) {
     return parts;
 }
 
+// Where it is sent to is where it is fetched from.
+QString AddressIn(const WebPlace& folder) {
+    const QByteArray picture = folder.Path + PercentEncoded(PublicNames::Picture);
+    return folder.Host.isEmpty() ? QString() : QString::fromLatin1(folder.Address(picture));
+}
+
 }  // namespace
 
-QString PublicAddress(const QString& server, const QString& folder) {
-    if (server.isEmpty()) return {};
-    const QStringList parts = folder.split(u'/', Qt::SkipEmptyParts);
-    const bool web = server.contains("://");  // pictures are sent there as they are fetched
-    QString address = (web ? server : WebServer(server)) + u'/';
-    const QStringList folders = web ? parts : PublicFolders(parts);
+QString PublicAddress(const ServerAccess& access) {
+    using enum Protocol;
+    if (access.Server.isEmpty()) return {};
+    if (access.Way == Http || access.Way == Https)
+        return AddressIn(WebPlace::Of(access).Below(access.Folder));
+    if (access.Way == S3) return AddressIn(S3Place::Of(access).Folder);
+    QString address = WebServer(access.Server) + u'/';
+    const QStringList folders = PublicFolders(access.Folder.split(u'/', Qt::SkipEmptyParts));
     for (const QString& part : folders)
         address += QString::fromLatin1(QUrl::toPercentEncoding(part)) + u'/';
     return address + PublicNames::Picture;

@@ -2,10 +2,12 @@
 
 #include <QString>
 
-// Where visitors most likely find the picture that is sent to this server and folder: providers
-// call the FTP server "ftp.…" and the web server "www.…", and what is public lies in one of a few
-// folders. A guess that people correct.
-[[nodiscard]] QString PublicAddress(const QString& server, const QString& folder);
+struct ServerAccess;
+
+// Where visitors most likely find the picture that is sent there. Web servers and object storage
+// have it where it is sent to. Else providers call the FTP server "ftp.…" and the web server
+// "www.…", and what is public lies in one of a few folders. A guess that people correct.
+[[nodiscard]] QString PublicAddress(const ServerAccess& access);
 
 // The address of the picture in a folder of this computer.
 [[nodiscard]] QString LocalAddress(const QString& folder);

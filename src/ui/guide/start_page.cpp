@@ -73,7 +73,7 @@ QWidget* StartPage::First() const {
 void StartPage::Show(const GuidePlan& newPlan) {
     plan = newPlan;
     const QString now =
-        plan.Local ? LocalAddress(plan.Folder) : PublicAddress(plan.Server, plan.Folder);
+        plan.Place.Local ? LocalAddress(plan.Place.Folder) : PublicAddress(plan.Place);
     if (now != guessed) txtPublic->setText(now);
     guessed = now;
     lblNote->clear();
@@ -81,9 +81,11 @@ void StartPage::Show(const GuidePlan& newPlan) {
 }
 
 void StartPage::ShowPlan() {
-    const QString folder = plan.Folder.isEmpty() ? QStringLiteral("/") : plan.Folder;
-    QString text = Text(plan.Local ? QString("PlanLocal") : "PlanServer")
-                       .arg(plan.IntervalText, plan.Camera, plan.Local ? folder : plan.Server);
+    const ServerAccess& place = plan.Place;
+    const QString where =
+        place.Local ? QDir::toNativeSeparators(place.Folder) : QString(place.Server);
+    QString text = Text(place.Local ? QString("PlanLocal") : "PlanServer")
+                       .arg(plan.IntervalText, plan.Camera, where);
     text += u' ' + Text(plan.Offline ? QString("PlanOffline") : "PlanNoOffline");
     lblPlan->setText(text);
     lblSpace->setText(SpaceText());

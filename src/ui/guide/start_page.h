@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/server_access.h"
 #include "ui/guide/guide_page.h"
 
 class QCheckBox;
@@ -10,9 +11,7 @@ class QPushButton;
 // What the other pages have led to.
 struct GuidePlan {
     QString Camera;
-    bool Local = false;
-    QString Server;
-    QString Folder;       // on the server, or of this computer
+    ServerAccess Place;
     qint64 Interval = 0;  // milliseconds
     QString IntervalText;
     bool Offline = false;
