@@ -2,6 +2,7 @@
 #include "net/ftp/listing.h"
 #include "net/ftp_bench.h"
 #include "support/data_rows.h"
+#include "support/dead_address.h"
 
 #include <QTcpSocket>
 
@@ -111,14 +112,8 @@ class TestFtpTransfers : public QObject {
     }
     void TriesOneAddressAfterTheOther() {
         const auto [texts, state, milliseconds] = Row<QStringList, int, int>();
-        // A listener that takes nothing answers no more once its queue is full.
-        QTcpServer dead;
-        dead.setListenBacklogSize(0);
-        QVERIFY(dead.listen(QHostAddress("127.0.0.4"), server->Port()));
-        dead.pauseAccepting();
-        QTcpSocket queued;
-        queued.connectToHost(dead.serverAddress(), server->Port());
-        QVERIFY(queued.waitForConnected());
+        DeadAddress dead;
+        QVERIFY(dead.Begin(server->Port()));
         QList<QHostAddress> addresses;
         for (const QString& text : texts) addresses << QHostAddress(text);
         Winsock element(bench->Clock);

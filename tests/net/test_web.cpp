@@ -2,6 +2,7 @@
 #include "net/web/http_password.h"
 #include "net/web_bench.h"
 #include "support/data_rows.h"
+#include "support/dead_address.h"
 #include "support/scripted_web_server.h"
 
 #include <QSslCertificate>
@@ -202,6 +203,22 @@ class TestWeb : public QObject {
                           "us-east-1"};
         const QByteArray value = S3Signature::Authorization(question, keys, moment);
         QVERIFY2(value.endsWith(",Signature=" + signature), value.constData());
+    }
+
+    void ADeadAddressCostsTwoSeconds() {
+        ScriptedWebServer server;
+        DeadAddress dead;
+        QVERIFY(dead.Begin(server.serverPort()));
+        TestClock time;
+        AddressRace race(time);
+        const QSignalSpy won(&race, &AddressRace::Won);
+        const qint64 start = time.Milliseconds();
+        race.Begin({dead.Address, QHostAddress::LocalHost}, server.serverPort(), {});
+        QVERIFY(time.RunUntil([&] { return !won.isEmpty(); }));
+        QCOMPARE((time.Milliseconds() - start) / 100 * 100, 2000);
+        const QHostAddress other("10.0.0.1");
+        const QList found{QHostAddress("::1"), QHostAddress("::2"), other};
+        QCOMPARE(AddressRace::ByTurns(found), QList({found[0], other, found[1]}));
     }
 
     void PublishesByMoving() {

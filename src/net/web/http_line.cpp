@@ -2,8 +2,6 @@
 
 #include "net/tls_socket.h"
 
-#include <QNetworkProxy>
-
 #include <algorithm>
 #include <utility>
 
@@ -20,6 +18,22 @@ QByteArray HeadOf(const HttpQuestion& question, const WebPlace& place) {
     return head + "\r\n";
 }
 
+ServerFault FaultOf(QAbstractSocket::SocketError error, bool connecting) {
+    switch (error) {
+        case QAbstractSocket::HostNotFoundError:
+            return ServerFault::HostNotFound;
+        case QAbstractSocket::ConnectionRefusedError:
+            return ServerFault::Refused;
+        case QAbstractSocket::SocketTimeoutError:
+            return ServerFault::NoAnswer;
+        case QAbstractSocket::SslInternalError:
+        case QAbstractSocket::SslInvalidUserDataError:
+            return ServerFault::EncryptionBroken;
+        default:
+            return connecting ? ServerFault::Unreachable : ServerFault::ConnectionLost;
+    }
+}
+
 // A server that speaks without encryption at this port.
 bool SpeaksPlainly(const QString& error) {
     return error.contains(QStringLiteral("wrong version number"), Qt::CaseInsensitive);
@@ -34,6 +48,13 @@ bool WantsEncryption(const HttpAnswer& answer) {
 
 }  // namespace
 
+HttpLine::HttpLine(Clock& clock) : race(clock) {
+    connect(&race, &AddressRace::Won, this, &HttpLine::Use);
+    connect(&race, &AddressRace::Lost, this, [this](auto error, const QString& text) {
+        Settle({FaultOf(error, true), text});
+    });
+}
+
 HttpLine::~HttpLine() {
     Close();
 }
@@ -44,22 +65,25 @@ void HttpLine::Open(const WebPlace& wanted, const QString& trusted) {
     result = {};
     unheard = asked = false;
     state = State::Connecting;
-    socket = new TlsSocket({.Trusted = trusted, .PeerName = place.Host}, this);
-    socket->setProxy(QNetworkProxy::NoProxy);
+    race.Begin(place.Host, place.Port, {.Trusted = trusted, .PeerName = place.Host});
+}
+
+void HttpLine::Use(TlsSocket* connected) {
+    socket = connected;
+    socket->setParent(this);
     socket->setReadBufferSize(mostUnread);
-    connect(socket, &TlsSocket::connected, this,
-            [this] { place.Secure ? socket->Begin() : Ready(); });
     connect(socket, &TlsSocket::Established, this, &HttpLine::Ready);
     connect(socket, &TlsSocket::readyRead, this, &HttpLine::Read);
     connect(socket, &TlsSocket::disconnected, this, &HttpLine::Ended);
     connect(socket, &TlsSocket::errorOccurred, this, &HttpLine::Failed);
     connect(socket, &TlsSocket::bytesWritten, this, &HttpLine::CountSent);
-    socket->connectToHost(place.Host, place.Port);
+    place.Secure ? socket->Begin() : Ready();
 }
 
 void HttpLine::Close() {
     if (!Settled()) result = {ServerFault::ConnectionLost, {}};
     state = State::Closed;
+    race.GiveUp();
     if (!socket) return;
     TlsSocket* const old = std::exchange(socket, nullptr);
     old->disconnect(this);
@@ -154,17 +178,5 @@ ServerAnswer HttpLine::FaultOfSocket() const {
         const bool plain = verdict.Is == ServerFault::EncryptionBroken && SpeaksPlainly(text);
         return plain ? ServerAnswer{ServerFault::NoEncryption, text} : verdict;
     }
-    switch (socket->error()) {
-        case QAbstractSocket::HostNotFoundError:
-            return {ServerFault::HostNotFound, text};
-        case QAbstractSocket::ConnectionRefusedError:
-            return {ServerFault::Refused, text};
-        case QAbstractSocket::SocketTimeoutError:
-            return {ServerFault::NoAnswer, text};
-        case QAbstractSocket::SslInternalError:
-        case QAbstractSocket::SslInvalidUserDataError:
-            return {ServerFault::EncryptionBroken, text};
-        default:
-            return {connecting ? ServerFault::Unreachable : ServerFault::ConnectionLost, text};
-    }
+    return {FaultOf(socket->error(), connecting), text};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/address_race.h"
 #include "net/server_answer.h"
 #include "net/web/http_answer.h"
 #include "net/web/web_place.h"
@@ -25,6 +26,7 @@ class HttpLine : public QObject {
     Q_OBJECT
 
   public:
+    explicit HttpLine(Clock& clock);
     ~HttpLine() override;
 
     // Begins to connect. trusted: see Certificates::Judge.
@@ -52,6 +54,7 @@ class HttpLine : public QObject {
 
   private:
     enum class State { Closed, Connecting, Open, Asking };
+    void Use(TlsSocket* connected);
     void Ready();
     void Read();
     void Ended();
@@ -61,6 +64,7 @@ class HttpLine : public QObject {
     [[nodiscard]] ServerAnswer FaultOfSocket() const;
 
     State state = State::Closed;
+    AddressRace race;
     TlsSocket* socket = nullptr;
     WebPlace place;
     HttpAnswerReader reader;

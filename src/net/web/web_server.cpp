@@ -1,5 +1,7 @@
 #include "net/web/web_server.h"
 
+#include "base/waiting.h"
+
 #include <QFile>
 
 namespace {
@@ -13,7 +15,8 @@ QString Said(const HttpQuestion& question) {
 
 }  // namespace
 
-WebServer::WebServer(const Surroundings& surroundings) : PictureServer(surroundings) {
+WebServer::WebServer(const Surroundings& surroundings)
+    : PictureServer(surroundings), line(surroundings.Wait.OwnClock()) {
     connect(&line, &HttpLine::Progress, this, &PictureServer::SendProgress);
 }
 
