@@ -271,6 +271,22 @@ class TestWeb : public QObject {
         QCOMPARE(bench.Server->RenameFile("pw1.jpg", "pw2.jpg").Is, NoCopies);
     }
 
+    void LosesNoPictureByMovesOfApache_data() {
+        Rows<QByteArray, bool>({{"apache.org/dav/propset/fs/1", true}, {"svn/1", false}});
+    }
+    void LosesNoPictureByMovesOfApache() {
+        const auto [kind, straight] = Row<QByteArray, bool>();
+        ScriptedWebServer server;
+        server.Script = {{"PROPFIND", ScriptedWebServer::Full("207 Multi\r\nServer: Apache/2.4")},
+                         {"OPTIONS", ScriptedWebServer::Full("200 OK\r\nDAV: 1,2\r\nDAV: <http://" +
+                                                             kind + ">")}};
+        WebBench bench(To(server));
+        QCOMPARE(bench.Publish("picture"), ServerAnswer());
+        QCOMPARE(server.Said().filter("MOVE").isEmpty(), straight);
+        QCOMPARE(server.Files.keys(), {"/dav/my%20cam/pw.jpg"});
+        QCOMPARE(bench.Remarks.size(), 0);
+    }
+
     void MovesKeptPicturesByCopying_data() { Rows<QByteArray>({{""}, {"405 No"}, {"403 No"}}); }
     void MovesKeptPicturesByCopying() {
         const auto [refusal] = Row<QByteArray>();

@@ -27,6 +27,7 @@ const QByteArray kindOfFolder =
 
 void HttpServer::Forget() {
     moves = copies = wholeAddresses = true;
+    sendsWhole = false;
     password.Set(Used().User, Used().Password, place.Secure);
 }
 
@@ -57,7 +58,16 @@ ServerAnswer HttpServer::Check() {
     const ServerAnswer answer = JudgeStatus(talk.Answer, HttpStep::Open);
     const bool tells =
         answer.Is == ServerFault::LoginRefused || answer.Is == ServerFault::FolderMissing;
-    return tells ? answer : ServerAnswer();
+    if (tells) return answer;
+    return talk.Answer.Header("Server").startsWith("Apache") ? AskApache() : ServerAnswer();
+}
+
+// Apache deletes a file before it moves another one to its name, so that a visitor may find none;
+// what is sent to a folder of its own disk it renames itself, over the file, once it is whole.
+ServerAnswer HttpServer::AskApache() {
+    const Talk talk = Exchange({.Verb = "OPTIONS", .Target = place.Path}, ConnectSeconds);
+    sendsWhole = talk.Answer.All("DAV").join().contains("apache.org/dav/propset/fs/");
+    return talk.Is.Is == ServerFault::Cancelled ? talk.Is : ServerAnswer();
 }
 
 QByteArray HttpServer::TargetOf(const QString& name) const {

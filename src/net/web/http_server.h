@@ -13,7 +13,7 @@ class HttpServer : public WebServer {
   public:
     using WebServer::WebServer;
 
-    [[nodiscard]] bool SendsWhole() const override { return !moves; }
+    [[nodiscard]] bool SendsWhole() const override { return sendsWhole || !moves; }
 
   protected:
     [[nodiscard]] ServerAnswer DoOpen() override;
@@ -26,6 +26,7 @@ class HttpServer : public WebServer {
   private:
     void Forget();
     [[nodiscard]] ServerAnswer Check();
+    [[nodiscard]] ServerAnswer AskApache();
     [[nodiscard]] QByteArray TargetOf(const QString& name) const;
     // Asks with the password, and goes where the server sends it on the same host.
     [[nodiscard]] Talk Exchange(HttpQuestion question, int seconds);
@@ -40,6 +41,7 @@ class HttpServer : public WebServer {
     std::optional<ServerAccess> checked;  // what Open has found to be right
     bool moves = true;                    // the server knows MOVE, as far as it was asked
     bool copies = true;
+    bool sendsWhole = false;     // what is sent takes the place of a file when all of it is there
     bool wholeAddresses = true;  // as the target of MOVE; else only the path
     QString sentName;            // the last picture that was sent
     QString sentFrom;
