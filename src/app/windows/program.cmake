@@ -17,7 +17,8 @@ foreach(library libgcc_s_seh-1 libstdc++-6 libwinpthread-1)
   list(APPEND compiler_libraries "${path}")
 endforeach()
 set(shared_libraries)
-foreach(name Qt6Core Qt6Gui Qt6Network Qt6Widgets avcodec avdevice avformat avutil swscale)
+foreach(name Qt6Core Qt6Gui Qt6Network Qt6Widgets avcodec avdevice avformat avutil libcrypto libssl
+    swscale)
   file(GLOB found "${STILLPOST_WINDOWS_PREFIX}/bin/${name}.dll"
     "${STILLPOST_WINDOWS_PREFIX}/bin/${name}-[0-9]*.dll")
   list(APPEND shared_libraries ${found})
@@ -27,7 +28,7 @@ add_custom_command(TARGET stillpost POST_BUILD
   VERBATIM)
 # Qt looks for its plugins in these folders beside the program.
 foreach(plugin imageformats/qgif imageformats/qico imageformats/qjpeg platforms/qoffscreen
-    platforms/qwindows styles/qwindowsvistastyle tls/qcertonlybackend tls/qschannelbackend)
+    platforms/qwindows styles/qwindowsvistastyle tls/qcertonlybackend tls/qopensslbackend)
   get_filename_component(folder "${plugin}" DIRECTORY)
   add_custom_command(TARGET stillpost POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E make_directory "${program}/${folder}"
