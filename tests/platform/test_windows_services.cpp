@@ -18,6 +18,8 @@ extern "C" {
 #include <QSemaphore>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSslConfiguration>
+#include <QSslSocket>
 
 #include <shellapi.h>
 #include <wininet.h>
@@ -151,6 +153,12 @@ class TestWindowsServices : public ServiceContracts {
         modem.Phone().HangUp(handle);
         modem.End();
         QCOMPARE(modem.HungUp(), QStringList("Stick"));
+    }
+
+    // OpenSSL goes on with sessions; who vouches for certificates is the system's matter.
+    void encryptsWithTheSystemsVouchers() {
+        QCOMPARE(QSslSocket::activeBackend(), "openssl");
+        QVERIFY(!QSslConfiguration::systemCaCertificates().isEmpty());
     }
 
     void autostartKeepsArguments_data() {
