@@ -33,6 +33,3 @@ class CameraView : public QWidget {
     const Texts& texts;
     State state = State::Idle;
 };
-
-// Why a camera gives no picture and what to do, in the language in use.
-[[nodiscard]] QString FaultAdvice(CaptureFault fault, const Texts& texts);

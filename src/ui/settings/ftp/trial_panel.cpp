@@ -2,8 +2,8 @@
 
 #include "base/clock.h"
 #include "base/waiting.h"
+#include "net/publishing/trial_texts.h"
 #include "ui/settings/bindings.h"
-#include "ui/settings/ftp/trial_texts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "ui/settings/ftp/trial_texts.h"
+#include "net/publishing/trial_texts.h"
 
 #include "net/publishing/answer_texts.h"
 
