@@ -135,8 +135,35 @@ std::optional<QString> ProfileText::Value(QStringView section, QStringView key) 
     if (begin == lines.size()) return std::nullopt;
     const std::size_t found = KeyLine(begin, key);
     if (found == lines.size() || lines[found].Is != Line::Kind::Key) return std::nullopt;
-    const QStringView value = Trimmed(RawValue(lines[found]));
+    return ValueOf(lines[found]);
+}
+
+QString ProfileText::ValueOf(const Line& line) const {
+    const QStringView value = Trimmed(RawValue(line));
     return (InQuotes(value) ? value.sliced(1).chopped(1) : value).toString();
+}
+
+std::vector<ProfileText::Seen> ProfileText::Lines() const {
+    std::vector<Seen> seen;
+    QString section;
+    int number = 0;
+    for (const Line& line : lines) {
+        ++number;
+        const QStringView whole =
+            QStringView(content.Text).sliced(line.Begin, line.End - line.Begin);
+        if (line.Is == Line::Kind::Blank || Trimmed(whole).startsWith(u';')) continue;
+        Seen one{.Number = number, .Section = section};
+        if (line.Is == Line::Kind::Section) {
+            one.Is = Seen::Kind::Section;
+            one.Section = section = Name(line).toString();
+        } else if (line.Is == Line::Kind::Key) {
+            one.Is = Seen::Kind::Key;
+            one.Key = Name(line).toString();
+            one.Value = ValueOf(line);
+        }
+        seen.push_back(std::move(one));
+    }
+    return seen;
 }
 
 QString ProfileText::LineEnd() const {

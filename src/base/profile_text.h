@@ -26,6 +26,18 @@ class ProfileText {
     // The file's content, in the encoding it was found in; see EncodedText::Encode().
     [[nodiscard]] QByteArray Bytes() { return content.Encode(); }
 
+    // A line that a person reads.
+    struct Seen {
+        enum class Kind { Section, Key, Other };
+        Kind Is = Kind::Other;
+        int Number = 0;        // counts from 1
+        QString Section = {};  // that it is in, or begins
+        QString Key = {};
+        QString Value = {};  // as Value() gives it
+    };
+    // All lines but blank ones and comments.
+    [[nodiscard]] std::vector<Seen> Lines() const;
+
   private:
     // Positions count characters of the whole text.
     struct Line {
@@ -46,6 +58,7 @@ class ProfileText {
     [[nodiscard]] std::size_t SectionLine(QStringView section) const;
     [[nodiscard]] std::size_t KeyLine(std::size_t sectionLine, QStringView key) const;
     [[nodiscard]] QStringView RawValue(const Line& line) const;
+    [[nodiscard]] QString ValueOf(const Line& line) const;
     [[nodiscard]] QString LineEnd() const;
     void InsertAfter(std::size_t line, const QString& added);
     void Replace(std::size_t line, qsizetype from, qsizetype length, const QString& added);

@@ -2,10 +2,19 @@
 
 #include "core/version.h"
 
+#include <optional>
+
 namespace {
 
 constexpr QStringView folderOption = u"--folder";
 constexpr QStringView folderWithValue = u"--folder=";
+
+std::optional<CommandLine::Task> TaskOf(const QString& option) {
+    if (option == u"--check") return CommandLine::Task::Check;
+    if (option == u"--once") return CommandLine::Task::Once;
+    if (option == u"--list-cameras") return CommandLine::Task::ListCameras;
+    return std::nullopt;
+}
 
 }  // namespace
 
@@ -24,6 +33,9 @@ CommandLine CommandLine::Parse(const QStringList& arguments) {
             if (next.isEmpty() || option || next == "/autostarter")
                 result.Fault = "--folder needs a folder behind it.";
             result.Folder = next;
+        } else if (const auto task = TaskOf(each)) {
+            if (result.Asked != Task::None) result.Fault = "Only one thing can be done at a time.";
+            result.Asked = *task;
         } else if (each == "--verbose") {
             result.Verbose = true;
         } else if (each == "--help" || each == "-h") {
@@ -43,6 +55,7 @@ CommandLine CommandLine::Parse(const QStringList& arguments) {
 QString CommandLine::HelpText() {
     return QStringLiteral(
         "Usage: stillpost [--folder DIR] [--verbose] [/autostarter]\n"
+        "       stillpost [--folder DIR] --check | --once | --list-cameras\n"
         "\n"
         "Publishes a still picture from a camera on a web site.\n"
         "\n"
@@ -50,6 +63,11 @@ QString CommandLine::HelpText() {
         "                 the overlay and offline pictures are there\n"
         "  --verbose      print every status text, command and reply on standard error\n"
         "  /autostarter   start publishing at once when the settings allow it (Autostart=1)\n"
+        "  --check        say what is wrong in the settings, try camera and server, and end;\n"
+        "                 exit status 0: all is well, 1: warnings, 2: nothing can be published\n"
+        "  --once         publish one picture and end; exit status 0: it is public, 1: another\n"
+        "                 Stillpost works with the folder, 2: it could not be published\n"
+        "  --list-cameras print the cameras with the picture formats that they offer\n"
         "  --help         print this text\n"
         "  --version      print the program's version\n");
 }

@@ -5,8 +5,11 @@
 
 // What the program was started with.
 struct CommandLine {
-    QString Folder;            // --folder; empty: none
-    bool Verbose = false;      // --verbose
+    QString Folder;        // --folder; empty: none
+    bool Verbose = false;  // --verbose
+    // What is done in place of publishing with windows.
+    enum class Task { None, Check, Once, ListCameras };
+    Task Asked = Task::None;   // --check, --once, --list-cameras
     bool Help = false;         // --help
     bool Version = false;      // --version
     bool Autostarter = false;  // exactly "/autostarter" besides --folder and --verbose

@@ -198,17 +198,13 @@ void Program::ShowPreview(bool on, bool stretched, bool centred) {
 
 void Program::ApplyLanguage() {
     const QString language = ReadSetting(SettingsFile(), "Einstellungen", "Sprache");
-    const bool english = language.isEmpty() || language == "english";
-    const bool german = language == "deutsch";
-    const bool french = language == "franz";
+    const auto named = Texts::Named(language);
     // Any other word leaves the language as it is.
-    if (!english && !german && !french) return;
-    State.LangEnglish = english;
-    State.LangGerman = german;
-    State.LangFrench = french;
-    Words.SetLanguage(german   ? Texts::Language::German
-                      : french ? Texts::Language::French
-                               : Texts::Language::English);
+    if (!named) return;
+    State.LangEnglish = named == Texts::Language::English;
+    State.LangGerman = named == Texts::Language::German;
+    State.LangFrench = named == Texts::Language::French;
+    Words.SetLanguage(*named);
 }
 
 QString Program::NoDriverText() const {

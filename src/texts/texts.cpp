@@ -2,7 +2,13 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace {
+
+// As the settings have them; in the order of Language.
+const std::array names{QStringLiteral("english"), QStringLiteral("deutsch"),
+                       QStringLiteral("franz")};
 
 std::size_t Index(Texts::Language language) {
     return static_cast<std::size_t>(language);
@@ -15,9 +21,14 @@ Texts::Texts(Language language)
             ProfileText(File(Language::French))},
       current(language) {}
 
+std::optional<Texts::Language> Texts::Named(const QString& setting) {
+    if (setting.isEmpty()) return Language::English;
+    const auto found = std::ranges::find(names, setting);
+    if (found == names.end()) return std::nullopt;
+    return static_cast<Language>(found - names.begin());
+}
+
 QByteArray Texts::File(Language language) {
-    static const std::array names{QStringLiteral("english"), QStringLiteral("deutsch"),
-                                  QStringLiteral("franz")};
     QFile file(":/texts/" + names.at(Index(language)) + ".ini");
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

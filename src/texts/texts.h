@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 // Every text of the user interface in the language in use. The texts lie in one file for each
 // language, a section for each window, built into the program; windows ask for theirs again when
@@ -26,6 +27,8 @@ class Texts : public QObject {
     // is given in English, one that English lacks as "?section.key".
     [[nodiscard]] QString Get(const QString& section, const QString& key) const;
 
+    // The language of that name in the settings, English for none; nothing for any other word.
+    [[nodiscard]] static std::optional<Language> Named(const QString& setting);
     // The content of the file of a language.
     [[nodiscard]] static QByteArray File(Language language);
 

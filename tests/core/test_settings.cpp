@@ -1,4 +1,5 @@
 #include "core/settings/load_settings.h"
+#include "core/settings/settings_check.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
 
@@ -145,10 +146,44 @@ class TestSettings : public QObject {
         QVERIFY(settings.PictureList.isEmpty());
     }
 
+    void FaultsAreFound_data() {
+        const Rows<QByteArray, QString> row;  // a file; what, line, key, what counts and the range
+        const QByteArray begin = "; a comment\r\n[einstellungen]\r\n";
+        row("nothing", begin + "Server=a\r\nport = 22\r\nText=\n[Cameras]\nCam12=x|y\n", "");
+        row("no setting", begin + "rubbish\n", "NoSetting 3");
+        row("before the first section", "Server=a\n", "NoSetting 1 Server");
+        row("unknown", begin + "\nFrame=PW\n[Foo]\nBar=1\n", "UnknownKey 4 Frame|UnknownSection 5");
+        row("numbers of a list", begin + "[Text]\nLin0=a\nLin=b\n[Cameras]\nCam01=c\n",
+            "UnknownKey 5 Lin|UnknownKey 7 Cam01");
+        row("twice", begin + "PW=a\npw=b\n[EINSTELLUNGEN]\nX=1\n",
+            "RepeatedKey 4 pw|RepeatedSection 5");
+        row("too long", begin + "PW=" + QByteArray(256, 'x'), "TooLong 3 PW");
+        row("no number", begin + "Port=x21\nSize=1e2\nDelete=yes\nFontIndex=a",
+            "NotANumber 3 Port 21 1 … 65535|NotANumber 4 Size 1 0 … 1000|NotANumber 5 Delete 0|"
+            "NotANumber 6 FontIndex");
+        row("range", begin + "Port=0\nFramerate=90000\nUptime=-1\nQuali=1.5\nAutostart=2\n",
+            "OutOfRange 3 Port 21 1 … 65535|OutOfRange 4 Framerate 30000 1 … 60000|"
+            "OutOfRange 5 Uptime 0 0 … 32767|OutOfRange 6 Quali 1 0 … 2|OutOfRange 7 Autostart 0");
+        row("pattern", begin + "FileMode=rwx\n", "NotAllowed 3 FileMode 644");
+    }
+    void FaultsAreFound() {
+        const auto [file, expected] = Row<QByteArray, QString>();
+        QStringList found;
+        for (const SettingFinding& each : CheckSettings(file)) {
+            QStringList parts{QVariant::fromValue(each.Is).toString(), QString::number(each.Line),
+                              each.Key, each.Counts, each.Range};
+            parts.removeAll(QString());
+            found << parts.join(u' ');
+            QVERIFY(!each.Written.contains("PW"));
+        }
+        QCOMPARE(found.join(u'|'), expected);
+    }
+
     void ExampleWorks() {
         const QTemporaryDir program;
         const QString copy = program.filePath("ftpOptions.ini");
         QVERIFY(QFile::copy(QStringLiteral(STILLPOST_DOCS "/ftpOptions.example.ini"), copy));
+        QVERIFY(CheckSettings(ReadBytes(copy)).isEmpty());
         const Settings settings = LoadSettings(copy);
         QVERIFY(settings.LocalMode());
         QCOMPARE(settings.Verzeichnis, Native(program.path() + "/public/"));

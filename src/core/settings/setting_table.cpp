@@ -187,19 +187,22 @@ class FieldReader {
     Settings& settings;
 };
 
-// The default is what the field holds when nothing was read.
-struct DefaultText {
-    Settings Unread = {};
+// What a field holds, as the file would have it.
+struct FieldText {
+    const Settings& Read;
 
     QString operator()(SettingForm) const { return {}; }
-    QString operator()(QString Settings::*field) const { return Unread.*field; }
-    QString operator()(bool Settings::*field) const { return Unread.*field ? "1" : "0"; }
-    QString operator()(int Settings::*field) const { return QString::number(Unread.*field); }
-    QString operator()(double Settings::*field) const { return QString::number(Unread.*field); }
-    QString operator()(QColor Settings::*) const { return "0"; }
+    QString operator()(QString Settings::*field) const { return Read.*field; }
+    QString operator()(bool Settings::*field) const { return Read.*field ? "1" : "0"; }
+    QString operator()(int Settings::*field) const { return QString::number(Read.*field); }
+    QString operator()(double Settings::*field) const { return QString::number(Read.*field); }
+    QString operator()(QColor Settings::*field) const {
+        const QColor& colour = Read.*field;
+        return QString::number(colour.red() + (colour.green() << 8) + (colour.blue() << 16));
+    }
     template <class Choice>
     QString operator()(Choice Settings::*field) const {
-        return QString::number(static_cast<int>(Unread.*field));
+        return QString::number(static_cast<int>(Read.*field));
     }
     QString operator()(QStringList Settings::*) const { return {}; }
     QString operator()(std::array<QString, TextLines> Settings::*) const { return {}; }
@@ -216,7 +219,7 @@ SettingRow::SettingRow(QStringView section, QStringView key, const SettingField&
     : Section(section.toString()),
       Key(key.toString()),
       Field(field),
-      Default(std::visit(DefaultText(), field)) {}
+      Default(std::visit(FieldText{Settings()}, field)) {}
 
 SettingRow::SettingRow(QStringView section, QStringView key, const SettingField& field, int least,
                        int most, Outside outside, QStringView fault)
@@ -227,7 +230,7 @@ SettingRow::SettingRow(QStringView section, QStringView key, const SettingField&
       Most(most),
       Else(outside),
       Fault(fault.toString()),
-      Default(std::visit(DefaultText(), field)) {}
+      Default(std::visit(FieldText{Settings()}, field)) {}
 
 SettingRow::SettingRow(QStringView section, QStringView key, bool Settings::*field, QStringView on)
     : SettingRow(section, key, field) {
@@ -266,6 +269,10 @@ void SettingRow::Read(const SettingSource& source, Settings& settings) const {
     } else if (const QString written = source(Section, Key); Counts(written)) {
         std::visit(FieldReader(*this, written, settings), Field);
     }
+}
+
+QString SettingRow::TextIn(const Settings& settings) const {
+    return std::visit(FieldText{settings}, Field);
 }
 
 bool SettingRow::Counts(const QString& written) const {

@@ -54,6 +54,8 @@ struct SettingRow {
     [[nodiscard]] bool HasRange() const { return Least > std::numeric_limits<int>::min(); }
     // Fills the field; an empty value leaves it as it is unless empty is a value of its own.
     void Read(const SettingSource& source, Settings& settings) const;
+    // What the field holds, as the file would have it; empty for lists and what windows alone read.
+    [[nodiscard]] QString TextIn(const Settings& settings) const;
     // Whether a text fits the pattern.
     [[nodiscard]] bool Allows(const QString& text) const;
     // Whether what is written counts, or the default in its place: a missing value (null) never
