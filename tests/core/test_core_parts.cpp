@@ -1,5 +1,6 @@
 #include "core/command_line.h"
 #include "core/console_display.h"
+#include "core/folder_claim.h"
 #include "core/megabytes.h"
 #include "core/outage_watch.h"
 #include "core/program_folder.h"
@@ -11,7 +12,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSignalSpy>
+#include <QSysInfo>
 #include <QTemporaryDir>
+#include <QThread>
 
 class TestCoreParts : public QObject {
     Q_OBJECT
@@ -71,6 +74,7 @@ class TestCoreParts : public QObject {
              {"--folder", "", false, false, "--folder needs"},
              {"--folder /autostarter", "", false, false, "--folder needs"},
              {"--folder a --folder b", "", false, false, "twice"},
+             {"--check --once", "", false, false, "one thing"},
              {"-x", "", false, false, "-x"}});
     }
     void CommandLine() {
@@ -84,6 +88,60 @@ class TestCoreParts : public QObject {
         QCOMPARE(parsed.Verbose, verbose);
         QCOMPARE(parsed.Autostarter, autostarter);
         QVERIFY(!parsed.Help && !parsed.Version);
+    }
+
+    // What another program, or none at all, has left in the folder.
+    void OneProgramHasAFolder_data() {
+        const Rows<QByteArray, bool, bool> row;  // the lock file; it is held; this one has it
+        const QByteArray own = QByteArray::number(QCoreApplication::applicationPid());
+        row("none", "", false, true);
+        row("another program works", "", true, false);
+        row("crashed", "999999999\nstillpost\n" + host + "\n", false, true);
+        row("power cut", "\n", false, true);
+        row("crashed, another has its number", own + "\ntest_core_parts\n" + host + "\n", false,
+            true);
+        row("crashed, the computer had another name", "1\nstillpost\nelsewhere\n", false, true);
+    }
+    void OneProgramHasAFolder() {
+        const auto [left, held, mine] = Row<QByteArray, bool, bool>();
+        const QTemporaryDir folder;
+        QVERIFY(left.isEmpty() || WriteBytes(folder.filePath("stillpost.lock"), left));
+        FolderClaim other(folder.path());
+        if (held) QVERIFY(other.Take());
+        FolderClaim claim(folder.path());
+        QCOMPARE(claim.Take(), mine);
+        QCOMPARE(claim.Other().Process, QCoreApplication::applicationPid());
+        QVERIFY(!FolderClaim(folder.filePath(".")).Take());
+    }
+
+    void AskedToShowItself_data() {
+        Rows<bool, bool>({{true, false}, {false, false}, {true, true}});  // visible; file or folder
+    }
+    void AskedToShowItself() {
+        const auto [visible, readOnly] = Row<bool, bool>();
+        const QTemporaryDir base;
+        // No lock can be made below a file.
+        Make(base.filePath("file"));
+        const QString folder = readOnly ? base.filePath("file") : base.path();
+        FolderClaim claim(folder);
+        QVERIFY(claim.Take());
+        claim.Listen(visible);
+        const QSignalSpy shows(&claim, &FolderClaim::ShowWanted);
+        auto answer = FolderClaim::Answer::None;
+        bool taken = true;
+        qputenv("XDG_ACTIVATION_TOKEN", "a token");
+        const std::unique_ptr<QThread> second(QThread::create([&] {
+            FolderClaim again(folder);
+            taken = again.Take();
+            answer = again.Ask();
+        }));
+        second->start();
+        QTRY_VERIFY(second->isFinished());
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+        QVERIFY(!taken);
+        QCOMPARE(answer, visible ? FolderClaim::Answer::Shown : FolderClaim::Answer::Hidden);
+        QCOMPARE(shows.count(), 1);
+        QCOMPARE(shows[0][0].toByteArray(), "a token");
     }
 
     void MegabytesAreTheSumOfRoundedPictures() {
@@ -145,6 +203,8 @@ class TestCoreParts : public QObject {
     }
 
   private:
+    const QByteArray host = QSysInfo::machineHostName().toUtf8();
+
     static void Make(const QString& path) {
         QVERIFY(QDir().mkpath(QFileInfo(path).path()));
         QVERIFY(WriteBytes(path, ""));
