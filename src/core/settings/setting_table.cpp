@@ -52,6 +52,8 @@ std::vector<SettingRow> MakeTable() {
         {main, u"AWCon", Number},
         {main, u"Autostart", &S::Autostart, u"1"},
         {main, u"Notify", &S::Notify},
+        {main, u"Name", &S::Name},
+        {main, u"LogFile", &S::LogFile},
         {main, u"lastpictures", &S::lastpictures},
         {main, u"lastpictureanz", &S::lastpictureanz, 1, 1000, nearest},
         {main, u"OfflinePic", &S::OfflinePic},

@@ -29,6 +29,8 @@ struct Settings : PictureSettings {
     QString AWName;
     bool Autostart = false;
     bool Notify = true;
+    QString Name;  // of this camera among several
+    bool LogFile = true;
     bool OfflinePic = false;
     bool UseOfflineFilter = false;
     int Quali = 0;

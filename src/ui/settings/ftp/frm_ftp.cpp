@@ -95,6 +95,8 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->AddSpace();
     rows->Add(chkAutostart, "Autostart");
     rows->Add(chkNotify, "Notify");
+    rows->Add<QCheckBox>("LogFile");
+    rows->Add<QLineEdit>(Binding{.Key = "Name", .Text = "CameraName"});
     return frame;
 }
 
