@@ -114,6 +114,15 @@ QString Program::SettingsFile() const {
     return QDir(surroundings.Folder).filePath("ftpOptions.ini");
 }
 
+QString Program::Name() const {
+    return State.Values.Name.isEmpty() ? surroundings.Name : State.Values.Name;
+}
+
+QString Program::Title() const {
+    const QString name = Name();
+    return name.isEmpty() ? QString("Stillpost") : name + " - Stillpost";
+}
+
 void Program::Load(bool autostarter) {
     ApplyLanguage();
     // Enumerating capture devices can make sound on some systems.

@@ -41,6 +41,7 @@ class Program : public QObject {
         QString Folder;                     // the program folder
         QString ClickSound;                 // path of "Click.wav"; empty when there is none
         QStringList InstalledFolders = {};  // copies of what the program folder does not have
+        QString Name = {};                  // of one among several; the setting goes before it
     };
     explicit Program(const Surroundings& surroundings);
     ~Program() override;
@@ -117,6 +118,10 @@ class Program : public QObject {
     void CleanUp();
 
     [[nodiscard]] QString SettingsFile() const;
+    // Of one among several, else empty.
+    [[nodiscard]] QString Name() const;
+    // "Garden - Stillpost", or "Stillpost" alone.
+    [[nodiscard]] QString Title() const;
     [[nodiscard]] QString ProgramFolder() const { return surroundings.Folder; }
     // The services of the system.
     [[nodiscard]] const Platform& System() const { return surroundings.System; }

@@ -7,6 +7,8 @@
 #include "core/main_state.h"
 #include "core/program.h"
 #include "core/run_state.h"
+#include "ui/dialogs/frm_another_camera.h"
+#include "ui/dialogs/frm_log.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/frm_statusgesamt.h"
@@ -65,6 +67,8 @@ struct Shell::Parts {
     frmWeb WebWindow{Words, Open, &MainWindow};
     frmMenue Menu{Words, Core.Wait, Core.State, &MainWindow};
     frmStatusgesamt Overview{Core, Figures, Words};
+    frmLog LogWindow{Core.ProgramFolder(), Core.Wait.OwnClock(), Words, Open};
+    frmAnotherCamera AnotherCameraWindow{Core.ProgramFolder(), Words, &MainWindow};
     frmDownloadHilfe HelpPrompt{Core.State, Words, Open};
     Info AboutBox{Skins, Words};
     frmFTP FtpWindow{{Core, Words, Boxes}, LanguageTables, &MainWindow};
@@ -90,6 +94,8 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       WebWindow(parts->WebWindow),
       Menu(parts->Menu),
       Overview(parts->Overview),
+      LogWindow(parts->LogWindow),
+      AnotherCameraWindow(parts->AnotherCameraWindow),
       HelpPrompt(parts->HelpPrompt),
       AboutBox(parts->AboutBox),
       FtpWindow(parts->FtpWindow),
@@ -134,6 +140,7 @@ void Shell::ConnectMenu() {
     open(frmMenue::Info, [this] { AboutBox.Show(); });
     open(frmMenue::Guide, [this] { FirstSteps.Open(); });
     open(frmMenue::Visitors, [this] { MainWindow.ChangeView(); });
+    open(frmMenue::AnotherCamera, [this] { AnotherCameraWindow.Open(); });
     connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);
     connect(&parts->Core, &Program::SetUpWanted, &FirstSteps, qOverload<>(&Guide::Open));
     connect(&LanguageWindow, &frmLanguage::Choosing, &Menu, &frmMenue::CloseAll);
@@ -157,6 +164,8 @@ void Shell::ConnectWindows() {
     connect(&Tray, &Tray1::RemedyWanted, this, &Shell::OpenRemedy);
     connect(&MainWindow, &frmSkin::RemedyWanted, this, &Shell::OpenRemedy);
     connect(&Overview, &frmStatusgesamt::RemedyWanted, this, &Shell::OpenRemedy);
+    connect(&Overview, &frmStatusgesamt::LogWanted, &LogWindow, &frmLog::Show);
+    connect(&AnotherCameraWindow, &frmAnotherCamera::Made, this, &Shell::ProgramWanted);
     connect(&Tray, &Tray1::StatusWanted, this, &Shell::ShowStatusWindow);
     for (PictureButton* button : MainWindow.findChildren<PictureButton*>())
         button->installEventFilter(this);
@@ -173,8 +182,11 @@ void Shell::Show() {
 }
 
 void Shell::OfferGuide() {
+    const Settings& values = parts->Core.State.Values;
     if (!QFile::exists(parts->Core.SettingsFile()))
         FirstSteps.Open(Guide::LanguageOf(QLocale::system()));
+    else if (!values.Name.isEmpty() && values.Treiber.isEmpty())
+        FirstSteps.Open();  // made for another camera, which is not chosen yet
 }
 
 void Shell::Restore() {
@@ -183,6 +195,12 @@ void Shell::Restore() {
     MainWindow.showNormal();
     MainWindow.raise();
     MainWindow.activateWindow();
+}
+
+void Shell::ComeToFront(const QByteArray& token) {
+    // Where Qt looks for it on Wayland.
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+    Restore();
 }
 
 void Shell::OpenRemedy() {

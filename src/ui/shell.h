@@ -15,11 +15,13 @@ class Program;
 class Splash;
 class Texts;
 class Tray1;
+class frmAnotherCamera;
 class frmBild;
 class frmCam;
 class frmDownloadHilfe;
 class frmFTP;
 class frmLanguage;
+class frmLog;
 class frmMenue;
 class frmMsg;
 class frmOberflaeche;
@@ -58,6 +60,8 @@ class Shell : public QObject {
     frmWeb& WebWindow;
     frmMenue& Menu;
     frmStatusgesamt& Overview;
+    frmLog& LogWindow;
+    frmAnotherCamera& AnotherCameraWindow;
     frmDownloadHilfe& HelpPrompt;
     Info& AboutBox;
     frmFTP& FtpWindow;
@@ -71,15 +75,23 @@ class Shell : public QObject {
     // status window. After the program has loaded.
     void Show();
 
-    // Opens the guide, in the system's language, where there are no settings yet.
+    // Opens the guide where there are no settings yet, in the system's language, or all but the
+    // camera.
     void OfferGuide();
     // The help page in the language in use, else the offer to download it.
     void OpenHelp();
     // Shows or hides the status window and remembers it.
     void ShowStatusWindow(bool shown);
     void Restore();
+    // The same for somebody who has started the program once more. token: the desktop's leave to
+    // come to the front; may be empty.
+    void ComeToFront(const QByteArray& token);
     // Opens the settings where what is wrong with the run is put right.
     void OpenRemedy();
+
+  signals:
+    // A second program is to be started with that program folder.
+    void ProgramWanted(const QString& folder);
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;

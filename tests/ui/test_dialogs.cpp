@@ -1,11 +1,15 @@
 #include "base/status_hub.h"
 #include "camera/ezvidcap.h"
+#include "core/log/log_file.h"
 #include "support/data_rows.h"
 #include "ui/dialogs/day_strip.h"
 #include "ui/dialogs/day_view.h"
+#include "ui/dialogs/frm_another_camera.h"
+#include "ui/dialogs/frm_log.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
+#include "ui/guide/guide.h"
 #include "ui/main/link_button.h"
 #include "ui/menu/frm_download_hilfe.h"
 #include "ui/menu/frm_menue.h"
@@ -15,11 +19,15 @@
 #include "ui/shell_fixture.h"
 #include "ui/skin/picture_button.h"
 #include "ui/texts/languages.h"
+#include "ui/tray/tray1.h"
+#include "ui/widgets/menu_row.h"
 #include "ui/window_boxes.h"
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -237,6 +245,46 @@ class TestDialogs : public QObject {
         QCOMPARE(line.toolTip(), "Offline");
     }
 
+    void TheLogIsShownAndFollowed() {
+        ShellFixture program;
+        program.Begin();
+        LogFile log(program.Folder.path());
+        for (int i = 0; i < 300; ++i) log.Write("line " + QString::number(i));
+        program.Windows->Overview.Show();
+        program.Windows->Overview.btnLog->click();
+        frmLog& window = program.Windows->LogWindow;
+        QVERIFY(window.isVisible());
+        QVERIFY(window.txtLines->toPlainText().startsWith("line 100\n"));
+        log.Write("newest");
+        program.Time.Advance(2'000);
+        QVERIFY(window.txtLines->toPlainText().endsWith("line 299\nnewest"));
+        window.btnFolder->click();
+        QCOMPARE(program.Opened, QList{QUrl::fromLocalFile(program.Folder.path())});
+    }
+
+    void AnotherCameraGetsAProgramOfItsOwn() {
+        ShellFixture program;
+        program.Set("Einstellungen", "Name", "Yard");
+        program.Begin();
+        Shell& shell = *program.Windows;
+        QCOMPARE(shell.MainWindow.windowTitle().section(" - ", 0, 1), "Yard - Stillpost");
+        QCOMPARE(shell.Tray.ToolTip(), "Yard - Stillpost: stopped, 0 pictures, offline");
+        const QSignalSpy wanted(&shell, &Shell::ProgramWanted);
+        frmAnotherCamera& window = shell.AnotherCameraWindow;
+        program.OpenMenu().Label1[frmMenue::AnotherCamera]->click();
+        QTest::keyClick(window.txtName, Qt::Key_Return);
+        QVERIFY(window.isVisible() && !window.lblNote->text().isEmpty());
+        QTest::keyClicks(window.txtName, "The garden");
+        QTest::keyClick(window.txtName, Qt::Key_Return);
+        QVERIFY(!window.isVisible());
+        QCOMPARE(wanted.count(), 1);
+        QCOMPARE(QDir(wanted[0][0].toString()),
+                 QDir(program.Folder.filePath("cameras/The-garden")));
+        // What is started there begins with what is missing.
+        shell.OfferGuide();
+        QVERIFY(shell.FirstSteps.isVisible());
+    }
+
     void EveryTextIsWhole() {
         ShellFixture program;
         program.Begin();
@@ -246,6 +294,12 @@ class TestDialogs : public QObject {
         };
         program.Core->Run.Enter(RunState::WaitingToRetry, Trouble{"why", TroubleKind::Folder});
         QCOMPARE(clipped(shell.Overview, [&] { shell.Overview.Show(); }), QString());
+        QCOMPARE(clipped(shell.LogWindow, [&] { shell.LogWindow.Show(); }), QString());
+        const auto another = [&] {
+            shell.AnotherCameraWindow.Open();
+            shell.AnotherCameraWindow.accept();
+        };
+        QCOMPARE(clipped(shell.AnotherCameraWindow, another), QString());
         QCOMPARE(clipped(shell.AboutBox, [&] { shell.AboutBox.Show(); }), QString());
         QCOMPARE(clipped(shell.HelpPrompt, [&] { shell.HelpPrompt.Show(); }), QString());
         QCOMPARE(clipped(shell.HangUpWindow, [&] { shell.HangUpWindow.Ask("Provider 1"); }),

@@ -45,6 +45,7 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     : Day(new DayView(ownTexts, this)),
       btnRemedy(new QPushButton(this)),
       txtLog(new QPlainTextEdit(this)),
+      btnLog(new QPushButton(this)),
       btnClose(new QPushButton(this)),
       program(ownProgram),
       figures(ownFigures),
@@ -67,7 +68,11 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     all->addWidget(area);
     all->addWidget(logCaption);
     all->addWidget(txtLog, 1);
-    all->addWidget(btnClose, 0, Qt::AlignRight);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(btnLog);
+    buttons->addStretch(1);
+    buttons->addWidget(btnClose);
+    all->addLayout(buttons);
     txtLog->setReadOnly(true);
     txtLog->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtLog->setTabChangesFocus(true);
@@ -75,7 +80,9 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
     constexpr int leastLines = 4;
     txtLog->setMinimumHeight(leastLines * txtLog->fontMetrics().lineSpacing());
     logCaption->setBuddy(txtLog);
+    btnLog->setAutoDefault(true);
     btnClose->setAutoDefault(true);
+    connect(btnLog, &QPushButton::clicked, this, &frmStatusgesamt::LogWanted);
     connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
     connect(btnRemedy, &QPushButton::clicked, this, &frmStatusgesamt::RemedyWanted);
     connect(&texts, &Texts::Changed, this, &frmStatusgesamt::ShowTexts);
@@ -115,6 +122,7 @@ void frmStatusgesamt::ShowTexts() {
     Day->ShowTexts();
     logCaption->setText(Text("Log"));
     txtLog->setAccessibleName(Text("Log"));
+    btnLog->setText(Text("ShowLog"));
     btnClose->setText(Text("Close"));
     ShowFigures();
 }

@@ -25,6 +25,7 @@ class frmStatusgesamt : public QWidget {
     DayView* Day;
     QPushButton* btnRemedy;  // shown while something can be put right
     QPlainTextEdit* txtLog;
+    QPushButton* btnLog;
     QPushButton* btnClose;
 
     void Show();
@@ -34,6 +35,8 @@ class frmStatusgesamt : public QWidget {
   signals:
     // What is wrong is to be put right.
     void RemedyWanted();
+    // What has been written down of the last days is to be shown.
+    void LogWanted();
 
   protected:
     void showEvent(QShowEvent* event) override;

@@ -181,6 +181,7 @@ void frmSkin::ConnectCamera() {
         });
     connect(&program, &Program::DriversChanged, this, &frmSkin::ShowDrivers);
     connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowPreviewSettings);
+    connect(&program, &Program::SettingsLoaded, this, &frmSkin::ShowStatusTexts);
     connect(&program, &Program::PreviewChanged, this, &frmSkin::ShowPreviewSettings);
     connect(&program.ezVidCap1, &ezVidCap::PreviewFrame, preview, &PreviewArea::SetPicture);
     connect(preview, &PreviewArea::RoomChanged, &program.ezVidCap1, &ezVidCap::SetPreviewSize);

@@ -68,7 +68,7 @@ void frmSkin::ShowStatusTexts() {
     // "Pause" blinks on the line alone, and what stands behind it keeps its place.
     const bool unlit = status.isEmpty() && program.Run.Is() == RunState::Paused;
     const QString step = unlit ? QString("Pause") : status;
-    setWindowTitle(step.isEmpty() ? QString("Stillpost") : "Stillpost - " + step);
+    setWindowTitle(step.isEmpty() ? program.Title() : program.Title() + " - " + step);
     QStringList parts{step, timeOut, pictureCount, megabytes,
                       Word(isOnline ? QString("Online") : "Offline")};
     parts.removeAll(QString());

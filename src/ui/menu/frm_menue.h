@@ -10,7 +10,7 @@ class Texts;
 struct MainState;
 class Waiting;
 
-// The options menu: ten entries, three of which open a window beside the menu. It goes when an
+// The options menu: a dozen entries, three of which open a window beside the menu. It goes when an
 // entry is chosen, with Escape and with a click anywhere else. Everything works with the keyboard:
 // Up and Down, Enter, Right into a fly-out, Left and Escape back.
 class frmMenue : public MenuPanel {
@@ -29,6 +29,7 @@ class frmMenue : public MenuPanel {
         Info,
         Guide,
         Visitors,
+        AnotherCamera,
         Count
     };
 

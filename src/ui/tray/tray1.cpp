@@ -57,6 +57,7 @@ void Tray1::Connect() {
             [this] { Tell(texts.Get("Tray", "WorksAgain"), QSystemTrayIcon::Information); });
     connect(&figures, &RunFigures::Changed, this, &Tray1::ShowState);
     connect(&texts, &Texts::Changed, this, &Tray1::ShowTexts);
+    connect(&program, &Program::SettingsLoaded, this, &Tray1::ShowState);
 }
 
 void Tray1::SetStatusShown(bool shown) {
@@ -77,7 +78,7 @@ void Tray1::ShowTexts() {
 void Tray1::Tell(const QString& text, QSystemTrayIcon::MessageIcon kind) {
     if (!program.State.Values.Notify) return;
     message = text;
-    icon.showMessage("Stillpost", text, kind);
+    icon.showMessage(program.Title(), text, kind);
 }
 
 void Tray1::ShowState() {
@@ -87,7 +88,8 @@ void Tray1::ShowState() {
     Start->setEnabled(buttons.Start);
     Pause->setEnabled(buttons.Pause);
     Stop->setEnabled(buttons.Stop);
-    icon.setToolTip(TrayTooltip(texts, state));
+    const QString camera = program.Name();
+    icon.setToolTip((camera.isEmpty() ? camera : camera + " - ") + TrayTooltip(texts, state));
     const QString name = TrayIconName(state);
     if (name == shownIcon) return;
     shownIcon = name;
