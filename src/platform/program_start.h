@@ -9,6 +9,9 @@ namespace ProgramStart {
 // name. argc, argv: those of main.
 [[nodiscard]] QStringList Arguments(int argc, char** argv);
 
+// Whether there is a screen that windows could be shown on, as far as the program's start tells.
+[[nodiscard]] bool HasScreen();
+
 // Shows Qt the system's fonts where it does not find them without a screen. Before there is an
 // application.
 void FindFonts();

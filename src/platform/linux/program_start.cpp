@@ -6,6 +6,12 @@ QStringList ProgramStart::Arguments(int argc, char** argv) {
     return arguments;
 }
 
+bool ProgramStart::HasScreen() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_SOCKET");
+}
+
 // Qt asks fontconfig.
 void ProgramStart::FindFonts() {}
 

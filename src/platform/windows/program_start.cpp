@@ -30,6 +30,10 @@ QStringList ProgramStart::Arguments(int /*argc*/, char** /*argv*/) {
     return arguments;
 }
 
+bool ProgramStart::HasScreen() {
+    return true;
+}
+
 // With its platform "offscreen" Qt takes the fonts of one folder, which is empty by itself.
 void ProgramStart::FindFonts() {
     constexpr const char* variable = "QT_QPA_FONTDIR";

@@ -1,0 +1,134 @@
+// The program itself, as a terminal or the system's manager of services starts it.
+
+#include "support/file_bytes.h"
+
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <csignal>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int patience = 60'000;
+
+// What the program tells the manager of services.
+class NotifySocket {
+  public:
+    QByteArray Path;
+    QByteArrayList Told;
+
+    explicit NotifySocket(const QString& path) : Path(QFile::encodeName(path)) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, Path.constData(), sizeof address.sun_path - 1);
+        there = bind(end, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    }
+    ~NotifySocket() { close(end); }
+    NotifySocket(const NotifySocket&) = delete;
+    NotifySocket& operator=(const NotifySocket&) = delete;
+
+    [[nodiscard]] bool Heard(const QByteArray& what, int times = 1) {
+        std::array<char, 500> text{};
+        for (ssize_t size = 0; (size = recv(end, text.data(), text.size(), MSG_DONTWAIT)) > 0;)
+            Told << QByteArray(text.data(), size);
+        return there && Told.count(what) >= times;
+    }
+
+  private:
+    int end = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    bool there = false;
+};
+
+}  // namespace
+
+class TestProgram : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir folder;
+
+    void Begin(QProcess& process, const QStringList& arguments,
+               const QMap<QString, QString>& variables = {}) const {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            environment.remove(QString::fromLatin1(name));
+        environment.insert("XDG_RUNTIME_DIR", folder.path());
+        environment.insert("QT_DEBUG_PLUGINS", "1");
+        for (auto each = variables.begin(); each != variables.end(); ++each)
+            environment.insert(each.key(), each.value());
+        process.setProcessEnvironment(environment);
+        process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        process.start(STILLPOST_PROGRAM "/stillpost",
+                      QStringList{"--folder", folder.filePath("program")} + arguments);
+    }
+
+    struct Result {
+        int Status;
+        QString Output;
+        QString Errors;
+    };
+    [[nodiscard]] Result Run(const QStringList& arguments) const {
+        QProcess process;
+        Begin(process, arguments);
+        const bool ended = process.waitForFinished(patience);
+        return {ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+
+  private slots:
+    void init() {
+        QVERIFY(QDir(folder.path()).mkpath("program/public"));
+        QVERIFY(WriteBytes(folder.filePath("program/ftpOptions.ini"),
+                           "[Einstellungen]\nServer=local\nVerzeichnis=public\nTreiber=Test\n"
+                           "Autostart=1\nFramerate=200\nOverlay=5\n[Cameras]\nCam0=Test|test:64x48\n"));
+    }
+
+    void WithoutAScreen() {
+        const Result check = Run({"--check"});
+        QVERIFY2(check.Status == 0, qPrintable(check.Output));
+        QCOMPARE(check.Output.split(u'\n').size(), 5);
+        QVERIFY(check.Output.contains("Camera: Test gives pictures of 64 x 48 pixels."));
+        QCOMPARE(Run({"--list-cameras"}).Output.section(u'\n', -2, -2),
+                 "Test (written down in the settings)");
+        const Result once = Run({"--once"});
+        QVERIFY2(once.Status == 0, qPrintable(once.Output));
+        QCOMPARE(QImage(folder.filePath("program/public/pw.jpg")).size(), QSize(64, 48));
+        static const QRegularExpression display("loaded library.*(xcb|wayland)");
+        QVERIFY(once.Errors.contains("offscreen") && !display.match(once.Errors).hasMatch());
+        QVERIFY(QDir(folder.filePath("program")).removeRecursively());
+        QCOMPARE(Run({"--check"}).Status, 2);
+        QCOMPARE(Run({"--once"}).Status, 2);
+    }
+
+    void AsAServiceAndASecondTime() {
+        NotifySocket manager(folder.filePath("notify"));
+        QProcess service;
+        Begin(service, {"/autostarter"},
+              {{"NOTIFY_SOCKET", QFile::decodeName(manager.Path)}, {"WATCHDOG_USEC", "100000"}});
+        QTRY_VERIFY_WITH_TIMEOUT(manager.Heard("WATCHDOG=1", 3), patience);
+        QVERIFY(manager.Heard("READY=1") && manager.Heard("STATUS=publishing"));
+        const Result second = Run({});
+        QCOMPARE(second.Status, 0);
+        QVERIFY(second.Errors.contains("without a window"));
+        QCOMPARE(Run({"--once"}).Status, 1);
+        QCOMPARE(Run({"--check"}).Status, 0);
+        service.kill();
+        QVERIFY(service.waitForFinished(patience));
+        QCOMPARE(Run({"--once"}).Status, 0);
+        const QString log = QString::fromUtf8(ReadBytes(folder.filePath("program/stillpost.log")));
+        QCOMPARE(log.count("publishing to "), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "test_program.moc"
