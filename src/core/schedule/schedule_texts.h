@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+class QDateTime;
+class Schedule;
+class Texts;
+
+// What windows and the status say of the hours, in the language in use.
+
+// Why the hours of the settings cannot be read; empty where they can.
+[[nodiscard]] QString FaultText(const Texts& texts, const Schedule& hours);
+// "Outside the hours, next picture 06:00".
+[[nodiscard]] QString OutsideText(const Texts& texts, const Schedule& hours, const QDateTime& now);
+// A moment to come: "06:00" of today, "Mo 06:00" of the next days, else with its date.
+[[nodiscard]] QString WhenText(const Texts& texts, const QDateTime& now, const QDateTime& when);
