@@ -133,7 +133,8 @@ class TestOverlayWindows : public QObject {
         bench.Lines8.Pic->setValue(12);
         QCOMPARE(bench.Saved(bench.Lines8),
                  QStringList({"Effect=Zeile", "Pic=12", "UB=0", "Lin0=", "Lin1=\" \"Hello\" \"",
-                              "Lin2=", "Lin3=", "Lin4=", "Lin5=", "Lin6=", "Lin7=", "Overlay=3"}));
+                              "Lin2=", "Lin3=", "Lin4=", "Lin5=", "Lin6=", "Lin7=", "TextFile=",
+                              "TextFileAge=0", "Overlay=3"}));
         bench.Lines8.Open();
         QCOMPARE(bench.Lines8.Lin[1]->text(), QString(" \"Hello\" "));
         QVERIFY(bench.Lines8.optRows->isChecked() && bench.Lines8.chkDateFirst->isChecked());

@@ -1,11 +1,14 @@
 #include "ui/settings/overlay/frm_text.h"
 
+#include "base/paths.h"
 #include "core/program.h"
 #include "picture/overlay/special_text.h"
 #include "ui/settings/overlay/overlay_preview.h"
 #include "ui/settings/settings_rows.h"
 #include "ui/texts/messages.h"
+#include "ui/widgets/file_chooser.h"
 
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,6 +29,7 @@ bool ShowsLines(const QString& mode) {
 
 frmText::frmText(const Surroundings& surroundings, QWidget* parent)
     : SettingsWindow(surroundings, "frmText", parent),
+      txtFile(new QLineEdit),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
     connect(optRows, &QRadioButton::toggled, Preview, &OverlayPreview::Restart);
@@ -96,7 +100,26 @@ QWidget* frmText::TextFrame() {
     constexpr int usualLetters = 22;
     Lin[0]->setMinimumWidth(usualLetters * Lin[0]->fontMetrics().averageCharWidth());
     rows->AddNote({.Text = "Hint"});
+    AddFile(*rows);
     return frame;
+}
+
+void frmText::AddFile(SettingsRows& rows) {
+    rows.AddSpace();
+    rows.Add(txtFile, {.Key = "TextFile", .Section = textSection}, btnFile);
+    Controls.Add(btnFile, {.Text = "ChooseTextFile"});
+    rows.Add(Age, {.Key = "TextFileAge", .Section = textSection, .Enabled = [this] {
+                       return !txtFile->text().isEmpty();
+                   }});
+    rows.AddNote({.Text = "TextFileHint"});
+    connect(btnFile, &QPushButton::clicked, this, &frmText::ChooseFile);
+}
+
+void frmText::ChooseFile() {
+    const QString begin = QFileInfo(txtFile->text()).path();
+    auto& chooser = OpenFileChooser(this, QFileDialog::ExistingFile, Text("ChooseTextFile"), begin);
+    connect(&chooser, &QFileDialog::fileSelected, txtFile,
+            [this](const QString& file) { txtFile->setText(Paths::Native(file)); });
 }
 
 void frmText::ShowEffect(const QString& written) {

@@ -4,6 +4,7 @@
 #include "ui/widgets/number_box.h"
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include <array>
@@ -11,6 +12,7 @@
 
 class OverlayPreview;
 class QLineEdit;
+class SettingsRows;
 
 // The eight lines of the overlay text and whether they are shown all at once or in turn. Saving
 // makes the pictures show them: with the date and time where that was chosen, else alone.
@@ -28,6 +30,9 @@ class frmText : public SettingsWindow {
     QRadioButton* optRows = new QRadioButton;
     NumberBox* Pic = new NumberBox;
     QCheckBox* chkDateFirst = new QCheckBox;
+    QLineEdit* txtFile;  // the text file
+    QPushButton* btnFile = new QPushButton(QStringLiteral("…"));
+    NumberBox* Age = new NumberBox;
     OverlayPreview* Preview;
 
   protected:
@@ -38,6 +43,8 @@ class frmText : public SettingsWindow {
     void LayOut();
     void AddEffect();
     [[nodiscard]] QWidget* TextFrame();
+    void AddFile(SettingsRows& rows);
+    void ChooseFile();
     void ShowEffect(const QString& written);
     void ShowNote();
     [[nodiscard]] QList<ProfileEntry> PreviewEntries() const;
