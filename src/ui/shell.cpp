@@ -139,6 +139,7 @@ void Shell::ConnectMenu() {
     open(frmMenue::Help, [this] { OpenHelp(); });
     open(frmMenue::Info, [this] { AboutBox.Show(); });
     open(frmMenue::Guide, [this] { FirstSteps.Open(); });
+    open(frmMenue::Archive, [this] { CameraWindow.Archive.Open(); });
     open(frmMenue::Visitors, [this] { MainWindow.ChangeView(); });
     open(frmMenue::AnotherCamera, [this] { AnotherCameraWindow.Open(); });
     connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);

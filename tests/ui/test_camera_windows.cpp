@@ -159,6 +159,30 @@ class TestCameraWindows : public QObject {
         QCOMPARE(fixture.Core->State.Values.WorkPath, Paths::WithSeparator(fixture.Folder.path()));
     }
 
+    void SaysWhichNamesCannotExist() {
+        CameraFixture fixture;
+        fixture.Core->PictureValues.Locale = QLocale("en_US");
+        fixture.OpenWith("[Einstellungen]\nArchiveDays=7\nArchiveEvery=0\n");
+        frmCam& camera = fixture.Window;
+        frmArchive& window = camera.Archive;
+        camera.btnArchive->click();
+        QVERIFY(window.lblName->text().contains("3/4/2026-") && window.btnOther->isVisible());
+        QCOMPARE(ClippedAnywhere(window, fixture.Words).join("\n"), QString());
+        QCOMPARE(TabFaults(window).join("\n"), QString());
+        window.btnOther->click();
+        QVERIFY(window.lblName->text().contains("2026-03-04-") && !window.btnOther->isVisible());
+        window.chkArchive->click();
+        window.txtFolder->setText("/no/such/archive");
+        emit window.txtFolder->editingFinished();
+        QTRY_VERIFY(window.lblMissing->text().startsWith("This folder does not exist"));
+        QVERIFY(window.Save());
+        QVERIFY2(camera.asFlatCheck1->isChecked(), "saving the camera would undo it");
+        QCOMPARE(fixture.Lines().join(u' '),
+                 "ArchiveDays=7 ArchiveEvery=1 Archive=1 ArchivePath=" +
+                     Paths::Native("/no/such/archive/") +
+                     " ArchiveNames=iso ArchiveFolders=0 ArchiveMegabytes=0");
+    }
+
     void ActsAtOnceAndCloseTakesItBack() {
         CameraFixture fixture;
         fixture.OpenWith("[Einstellungen]\nTreiber=Left\nStretchPreview=1\n");

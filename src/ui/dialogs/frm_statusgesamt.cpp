@@ -8,6 +8,7 @@
 #include "core/run_record.h"
 #include "core/run_state.h"
 #include "core/upload_transaction.h"
+#include "picture/picture_pipeline.h"
 #include "platform/online_state.h"
 #include "platform/platform.h"
 #include "texts/texts.h"
@@ -96,7 +97,7 @@ void frmStatusgesamt::AddLines(QGridLayout& grid) {
          {QString("State"), QString("Step"), QString("Made"), QString("Published"),
           QString("Megabytes"), QString("RunningTime"), QString("Interval"), QString("NextPicture"),
           QString("Connection"), QString("Server"), QString("Camera"), QString("PictureSize"),
-          QString("LastError")}) {
+          QString("Archive"), QString("LastError")}) {
         const Line line{key, new QLabel(this), new QLabel(this)};
         line.Value->setWordWrap(true);
         line.Value->setTextFormat(Qt::PlainText);  // some of it comes from the server
@@ -197,6 +198,28 @@ QString frmStatusgesamt::StateText() const {
     return Text("SinceAndWhy").arg(state, figures.TimeOf(program.Run.Since()), why);
 }
 
+QString frmStatusgesamt::ArchiveText() const {
+    const Settings& values = program.State.Values;
+    const auto& [trouble, sum] = program.Pictures.Archive().Now();
+    if (!values.Archive || values.ArchivePath.isEmpty()) return Text("None");
+    const QLocale& locale = program.PictureValues.Locale;
+    const QString bytes =
+        locale.formattedDataSize(sum.Bytes, 1, QLocale::DataSizeTraditionalFormat);
+    switch (trouble) {
+        case ArchiveTrouble::None:
+            break;
+        case ArchiveTrouble::Name:
+            return Text("ArchiveName");
+        case ArchiveTrouble::Full:
+            return Text("ArchiveFull");
+        case ArchiveTrouble::Folder:
+            return Text("ArchiveFolder").arg(values.ArchivePath);
+        case ArchiveTrouble::Silent:
+            return Text("ArchiveSilent").arg(values.ArchivePath);
+    }
+    return Text("ArchiveKept").arg(locale.toString(sum.Pictures), bytes);
+}
+
 QString frmStatusgesamt::NextPictureText() const {
     const auto next = figures.UntilNextPicture();
     if (!next) return Text("None");
@@ -228,6 +251,7 @@ void frmStatusgesamt::ShowFigures() {
     Set("PictureSize",
         width == 0 ? QString()
                    : QString::number(width) + " x " + QString::number(program.ezVidCap1.Height()));
+    Set("Archive", ArchiveText());
     const QString error = figures.LastError();
     Set("LastError", error.isEmpty() ? Text("None") : error);
 }

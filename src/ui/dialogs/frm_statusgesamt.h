@@ -60,6 +60,7 @@ class frmStatusgesamt : public QWidget {
     [[nodiscard]] QString Text(const QString& key) const;
     [[nodiscard]] QString ServerText() const;
     [[nodiscard]] QString StateText() const;
+    [[nodiscard]] QString ArchiveText() const;
     [[nodiscard]] QString NextPictureText() const;
     [[nodiscard]] QString Seconds(qint64 milliseconds) const;
 

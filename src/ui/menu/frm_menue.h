@@ -30,6 +30,7 @@ class frmMenue : public MenuPanel {
         Guide,
         Visitors,
         AnotherCamera,
+        Archive,
         Count
     };
 

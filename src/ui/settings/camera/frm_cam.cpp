@@ -52,11 +52,13 @@ frmCam::frmCam(const Surroundings& surroundings, const Languages& ownLanguages, 
       Text5(new PathField),
       asFlatCheck1(new QCheckBox),
       asFlatTextBox1(new PathField),
+      btnArchive(new QPushButton),
       lblArchiveNote(new QLabel),
       Chooser(surroundings.Words, parent),
       Sources(surroundings, parent),
       Format(surroundings, parent),
       Picture(surroundings, parent),
+      Archive(surroundings, parent),
       languages(ownLanguages) {
     Body().addWidget(DriverFrame());
     Body().addWidget(PathFrame());
@@ -106,6 +108,11 @@ QWidget* frmCam::PathFrame() {
     rows->AddWhole(folder);
     Controls.Add(asFlatTextBox1, {.Key = "ArchivePath", .Text = "ArchiveFolder"});
     Controls.Add(asFlatTextBox1->btnBrowse, {.Text = "BrowseHelp", .Help = "BrowseHelp"});
+    auto* more = new QHBoxLayout;
+    more->addWidget(btnArchive);
+    more->addStretch(1);
+    rows->AddWhole(more);
+    Controls.Add(btnArchive, {.Text = "MoreArchive"});
     rows->AddWhole(lblArchiveNote);
     lblArchiveNote->setWordWrap(true);
     lblArchiveNote->setTextFormat(Qt::PlainText);
@@ -129,6 +136,8 @@ void frmCam::Connect() {
     connect(&Chooser, &frmPfad::Chosen, this, &frmCam::TakeFolder);
     connect(asFlatTextBox1, &QLineEdit::editingFinished, this, &frmCam::LookForArchive);
     connect(asFlatCheck1, &QCheckBox::clicked, this, &frmCam::LookForArchive);
+    connect(btnArchive, &QPushButton::clicked, &Archive, &frmArchive::Open);
+    connect(&Archive, &SettingsWindow::Saved, this, &frmCam::TakeArchive);
     connect(btnSource, &QPushButton::clicked, &Sources, &CameraSources::Open);
     new DropTarget(cbDriver, DropTarget::Takes::Addresses,
                    [this](const QStringList& addresses) { AddCamera(addresses.first()); });
@@ -260,8 +269,14 @@ void frmCam::TakeFolder(const QString& folder) {
     LookForArchive();
 }
 
-// Copies that cannot be made are left out without a word, so it is said here. Those of a relative
-// folder are no trouble: it is created.
+// What was saved in the other window must not be undone by saving this one.
+void frmCam::TakeArchive() {
+    asFlatCheck1->setChecked(Flag("Archive"));
+    asFlatTextBox1->SetFolder(Setting("ArchivePath"));
+    LookForArchive();
+}
+
+// Copies of a relative folder are no trouble: it is created.
 void frmCam::LookForArchive() {
     const bool wanted = asFlatCheck1->isChecked();
     const QString folder = QDir::fromNativeSeparators(asFlatTextBox1->text().trimmed());

@@ -4,6 +4,7 @@
 #include "ui/settings/camera/camera_adjusting.h"
 #include "ui/settings/camera/camera_format.h"
 #include "ui/settings/camera/camera_sources.h"
+#include "ui/settings/camera/frm_archive.h"
 #include "ui/settings/frm_pfad.h"
 #include "ui/settings/settings_window.h"
 
@@ -34,12 +35,14 @@ class frmCam : public SettingsWindow {
     PathField* Text5;
     QCheckBox* asFlatCheck1;
     PathField* asFlatTextBox1;
-    QLabel* lblArchiveNote;  // that the archive's folder is missing; empty otherwise
+    QPushButton* btnArchive;  // everything else about the archive
+    QLabel* lblArchiveNote;   // that the archive's folder is missing; empty otherwise
 
     frmPfad Chooser;
     CameraSources Sources;
     CameraFormat Format;
     CameraAdjusting Picture;
+    frmArchive Archive;  // opened from the menu as well
 
     // Opens the sources with one more camera of this address, to be looked at and saved there.
     void AddCamera(const QString& address);
@@ -72,6 +75,7 @@ class frmCam : public SettingsWindow {
     [[nodiscard]] QString ChooserBegin() const;
     void TakeFolder(const QString& folder);
     void LookForArchive();
+    void TakeArchive();
 
     const Languages& languages;
     Background background;
