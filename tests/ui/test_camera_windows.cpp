@@ -165,6 +165,10 @@ class TestCameraWindows : public QObject {
         fixture.OpenWith("[Einstellungen]\nArchiveDays=7\nArchiveEvery=0\n");
         frmCam& camera = fixture.Window;
         frmArchive& window = camera.Archive;
+        camera.asFlatCheck1->click();
+        camera.asFlatTextBox1->setText("archive");
+        emit camera.asFlatTextBox1->editingFinished();
+        QTRY_VERIFY(camera.lblArchiveNote->text().startsWith("The system's date"));
         camera.btnArchive->click();
         QVERIFY(window.lblName->text().contains("3/4/2026-") && window.btnOther->isVisible());
         QCOMPARE(ClippedAnywhere(window, fixture.Words).join("\n"), QString());

@@ -6,6 +6,7 @@
 #include "core/program.h"
 #include "core/settings/load_settings.h"
 #include "core/settings/work_folder.h"
+#include "picture/archive/archive_names.h"
 #include "picture/picture_state.h"
 #include "ui/settings/camera/path_field.h"
 #include "ui/settings/settings_rows.h"
@@ -280,11 +281,16 @@ void frmCam::TakeArchive() {
 void frmCam::LookForArchive() {
     const bool wanted = asFlatCheck1->isChecked();
     const QString folder = QDir::fromNativeSeparators(asFlatTextBox1->text().trimmed());
-    background.Run([this, wanted, folder]() -> std::function<void()> {
+    const bool named =
+        Setting("ArchiveNames") == "iso" || SystemNamesExist(Core().PictureValues.Locale);
+    background.Run([this, wanted, folder, named]() -> std::function<void()> {
         const bool there = !folder.isEmpty() &&
                            (QDir::isRelativePath(folder) || QDir(Paths::Native(folder)).exists());
-        return [this, note = wanted && !there] {
-            lblArchiveNote->setText(note ? Text("ArchiveMissing") : QString());
+        const QString note = !there  ? QString("ArchiveMissing")
+                             : named ? QString()
+                                     : "ArchiveNoNames";
+        return [this, note = wanted ? note : QString()] {
+            lblArchiveNote->setText(note.isEmpty() ? note : Text(note));
         };
     });
 }

@@ -36,7 +36,7 @@ class frmCam : public SettingsWindow {
     QCheckBox* asFlatCheck1;
     PathField* asFlatTextBox1;
     QPushButton* btnArchive;  // everything else about the archive
-    QLabel* lblArchiveNote;   // that the archive's folder is missing; empty otherwise
+    QLabel* lblArchiveNote;   // why nothing is archived; empty otherwise
 
     frmPfad Chooser;
     CameraSources Sources;
