@@ -157,8 +157,12 @@ class Way {
             one << Address(name) + "/pw.jpg";  // as ours does on Apache
         } else if (Is("s3")) {
             one << Address("http") + "/cam/pw.jpg";
+            const QByteArray hash =
+                QCryptographicHash::hash(ReadBytes(file), QCryptographicHash::Sha256).toHex();
             first << "--aws-sigv4"
-                  << "aws:amz:eu-1:s3";
+                  << "aws:amz:eu-1:s3"
+                  << "-H"
+                  << "x-amz-content-sha256: " + QString::fromLatin1(hash);
         } else {
             one << Address("ftp") + "/1pw.jpg";
             first << "-Q"
