@@ -22,5 +22,6 @@ struct PictureTarget : ArchiveSettings {
 // Everything that one picture depends on, besides the camera.
 struct PictureSettings : PictureTarget, OverlaySettings {
     bool CapturePreview = true;           // the camera's preview while pictures are made
+    int FrozenAfter = 0;                  // minutes that a camera may show the same; 0: for ever
     QString Offlinefile = "Offline.jpg";  // name of a file in the folder "Offline"
 };

@@ -177,7 +177,7 @@ class TestSchedule : public QObject {
     }
     void SunRisesAndSets() {
         const auto [where, date, zone, rise, set] = Row<QString, QDate, int, QString, QString>();
-        const auto place = Place::Parse(where);
+        const auto place = GeoPlace::Parse(where);
         QVERIFY(place.has_value());
         const SunDay sun = SunOf(*place, DayOf(date));
         QCOMPARE(sun.Is, Kind::RisesAndSets);
@@ -212,7 +212,7 @@ class TestSchedule : public QObject {
     }
     void PolarDaysAndNights() {
         const auto [where, date, kind] = Row<QString, QDate, Kind>();
-        QCOMPARE(SunOf(*Place::Parse(where), DayOf(date)).Is, kind);
+        QCOMPARE(SunOf(*GeoPlace::Parse(where), DayOf(date)).Is, kind);
     }
 
     void NoPlace_data() {

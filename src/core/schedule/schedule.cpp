@@ -48,7 +48,7 @@ std::vector<int> EdgesOf(const WeekHours& week, int day) {
 Schedule::Schedule(const QString& hoursText, const QString& placeText)
     : hours(Hours::Parse(hoursText, fault)) {
     if (hours.Is != Hours::Kind::Sun) return;
-    if (const auto there = Place::Parse(placeText)) {
+    if (const auto there = GeoPlace::Parse(placeText)) {
         place = *there;
         return;
     }

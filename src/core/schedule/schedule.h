@@ -37,5 +37,5 @@ class Schedule {
 
     std::optional<HoursFault> fault;  // told by the reading of the hours
     Hours hours;
-    Place place;
+    GeoPlace place;
 };

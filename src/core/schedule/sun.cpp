@@ -60,7 +60,7 @@ double HorizonCosine(double latitude, double declination) {
 
 }  // namespace
 
-std::optional<Place> Place::Parse(const QString& text) {
+std::optional<GeoPlace> GeoPlace::Parse(const QString& text) {
     static const QRegularExpression form(QStringLiteral(
         R"(^\s*([+-]?\d{1,3}(?:\.\d{1,20})?)[\s°]*([NSns]?)[,;\s]\s*([+-]?\d{1,3}(?:\.\d{1,20})?)[\s°]*([EWew]?)\s*$)"));
     const auto match = form.match(text);
@@ -69,13 +69,13 @@ std::optional<Place> Place::Parse(const QString& text) {
         const bool other = match.captured(number + 1).toUpper() == negative;
         return match.captured(number).toDouble() * (other ? -1 : 1);
     };
-    const Place place{degrees(1, u"S"), degrees(3, u"W")};
+    const GeoPlace place{degrees(1, u"S"), degrees(3, u"W")};
     const bool there =
         std::abs(place.Latitude) <= mostLatitude && std::abs(place.Longitude) <= mostLongitude;
     return there ? std::optional(place) : std::nullopt;
 }
 
-SunDay SunOf(const Place& place, qint64 day) {
+SunDay SunOf(const GeoPlace& place, qint64 day) {
     constexpr double pole = 89.99;  // where the equations have no answer
     constexpr int rounds = 2;       // the sun moves on until it rises and sets
     const double latitude = Radians(std::clamp(place.Latitude, -pole, pole));

@@ -20,6 +20,7 @@ constexpr QStringView windows = u"Window";
 constexpr int most16 = 32767;
 constexpr int white = 0xffffff;
 constexpr int mostPictures = 50;
+constexpr int mostPatience = 7 * 24 * 60;  // minutes
 // More than anybody has; a damaged file must not make a list without end.
 constexpr int mostCameras = 100;
 constexpr int mostAdjustments = 1000;
@@ -76,6 +77,12 @@ std::vector<SettingRow> MakeTable() {
         {main, u"Path", &S::WorkPath},
         {main, u"Framerate", &S::Framerate, 1, IntervalMinute, Outside::WholeMinutesOff},
         {main, u"Uptime", &S::Uptime, 0, MostUptime, nearest},
+        {main, u"OnTheMinute", &S::OnTheMinute},
+        {main, u"Hours", &S::Hours},
+        {main, u"Place", &S::Place},
+        {main, u"OutsideHours", &S::OutsideLast, u"last"},
+        {main, u"OfflineAfter", &S::OfflineAfter, 0, mostPatience, nearest},
+        {main, u"FrozenAfter", &S::FrozenAfter, 0, mostPatience, nearest},
         {main, u"JPGQuality", &S::JPGQuality, 0, 100, nearest},
         {main, u"CaptureFormat", &S::CaptureFormat},
         {main, u"CameraPatience", &S::CameraPatience, 5, 600, nearest},

@@ -40,6 +40,11 @@ struct Settings : PictureSettings {
     bool CenterVideo = false;
     int Framerate = UnsetInterval;  // milliseconds, 1 to 60000
     int Uptime = 0;                 // minutes
+    bool OnTheMinute = false;       // pictures at full multiples of the interval
+    QString Hours;                  // see Hours::Parse; empty: always
+    QString Place;                  // LATITUDE, LONGITUDE
+    bool OutsideLast = false;       // outside the hours the last picture stays
+    int OfflineAfter = 0;           // minutes without a new picture; 0: never
     QString CaptureFormat;          // WIDTHxHEIGHT or WIDTHxHEIGHT@FPS
     int CameraPatience = 15;        // seconds
     int PositionX = 0;
