@@ -190,6 +190,11 @@ bool ezVidCap::Running() const {
     return enabled && isSelected && !failed;
 }
 
+bool ezVidCap::MayFreeze() const {
+    return isSelected &&
+           (selected.Kind == CaptureKind::Device || selected.Kind == CaptureKind::Network);
+}
+
 bool ezVidCap::GrabFrame() {
     if (!enabled || !isSelected) return false;
     LookAtArrivals();

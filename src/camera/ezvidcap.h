@@ -76,6 +76,8 @@ class ezVidCap : public QObject, public CaptureControl {
     [[nodiscard]] QString Reason() const override;
     // The same for a window that has its own words for it.
     [[nodiscard]] CaptureFault FaultCause() const { return faultCause; }
+    // Cameras and streams: a video file may well show a still.
+    [[nodiscard]] bool MayFreeze() const override;
 
     // The size of the last picture, pixels; 0 before the first.
     [[nodiscard]] int Width() const { return pictureSize.width(); }

@@ -25,6 +25,9 @@ class CaptureControl {
     virtual void SetPreviewRate(int rate) = 0;
     virtual void SetPreview(bool on) = 0;
 
+    // Whether the same picture again and again is a sign that it hangs.
+    [[nodiscard]] virtual bool MayFreeze() const { return true; }
+
     // Why there is no frame, in a sentence for the operator, and since when; empty when nothing is
     // wrong with the camera.
     [[nodiscard]] virtual QString Reason() const { return {}; }

@@ -32,16 +32,20 @@ PicturePipeline::PicturePipeline(PictureState& pictureState, CaptureControl& cap
 bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const QString frame = settings.WorkFile(frameName);
     state.Unwritten.clear();
+    frozenSince.reset();
     textFile.Ask(settings);
     textFile.Await();
-    if (!CaptureFrame(settings)) return false;
+    if (!CaptureFrame(settings)) {
+        still.Forget();
+        return false;
+    }
     state.Picture2 = capture.TakeFrame();
     const bool known = !state.Picture2.isNull();
     if (!known && !LoadSurface(state.Picture2, frame)) return false;
     const QDateTime now = waiting.OwnClock().Now();
     OverlaySettings over = settings;
     over.TextFileLines = textFile.Lines(settings, now);
-    const bool publishable = overlays.PutOn(state.Picture2, over, now);
+    const bool publishable = !Frozen(settings) && overlays.PutOn(state.Picture2, over, now);
     // The overlay may be there to cover the raw frame: that must not be published when there is no
     // overlay or the surface cannot be saved. Removed beforehand, it also never reaches the disk,
     // whereas a file system that is careful with renames starts writing a replaced file at once.
@@ -52,6 +56,27 @@ bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const bool kept = WholeFile::SetAside(frame);
     return SaveAndEncode(settings,
                          kept && known ? overlays.Changed() : QRegion(state.Picture2.rect()));
+}
+
+bool PicturePipeline::Frozen(const PictureSettings& settings) {
+    constexpr qint64 minute = 60'000;
+    if (settings.FrozenAfter <= 0 || !capture.MayFreeze()) {
+        still.Forget();
+        return false;
+    }
+    const qint64 now = waiting.OwnClock().Milliseconds();
+    still.Note(state.Picture2, now);
+    if (now - *still.Since() >= settings.FrozenAfter * minute) frozenSince = still.Since();
+    return frozenSince.has_value();
+}
+
+QString PicturePipeline::CameraTrouble() const {
+    if (!frozenSince) return capture.Reason();
+    const Clock& clock = waiting.OwnClock();
+    const QDateTime since = clock.Now().addMSecs(*frozenSince - clock.Milliseconds());
+    const bool today = since.date() == clock.Now().date();
+    return QStringLiteral("The picture of the camera has not changed since %1")
+        .arg(since.toString(today ? QStringLiteral("HH:mm") : QStringLiteral("yyyy-MM-dd HH:mm")));
 }
 
 bool PicturePipeline::SaveAndEncode(const PictureSettings& settings) {

@@ -7,6 +7,7 @@
 #include "picture/picture_settings.h"
 #include "picture/picture_state.h"
 #include "picture/spare_file.h"
+#include "picture/still_watch.h"
 
 class MessageBoxes;
 class StatusDisplay;
@@ -23,14 +24,18 @@ class PicturePipeline {
                     MessageBoxes& boxes, StatusDisplay& display);
 
     // Runs one cycle. Returns whether there is a new "1pw.jpg"; whatever fails, an older one stays
-    // as it was.
+    // as it was. A camera that has shown the same for FrozenAfter minutes gives no picture.
     bool MakePicture(const PictureSettings& settings);
 
     // The file that the last cycle could not write; empty when it failed otherwise or not at all.
     [[nodiscard]] const QString& Unwritten() const { return state.Unwritten; }
 
     // What is wrong with the camera; empty when nothing is.
-    [[nodiscard]] QString CameraTrouble() const { return capture.Reason(); }
+    [[nodiscard]] QString CameraTrouble() const;
+    // Since when it has shown the same, clock milliseconds; nothing unless that is what is wrong.
+    [[nodiscard]] const std::optional<qint64>& FrozenSince() const { return frozenSince; }
+    // There was a time in which nobody looked at the camera.
+    void ForgetStill() { still.Forget(); }
 
     // Of every picture that is encoded.
     [[nodiscard]] const PictureArchive& Archive() const { return archive; }
@@ -54,6 +59,7 @@ class PicturePipeline {
   private:
     bool SaveAndEncode(const PictureSettings& settings, const QRegion& changed);
     [[nodiscard]] bool CaptureFrame(const PictureSettings& settings);
+    [[nodiscard]] bool Frozen(const PictureSettings& settings);
     void DeleteWorkingFile(const QString& file);
 
     PictureState& state;
@@ -64,4 +70,6 @@ class PicturePipeline {
     TextFileReader textFile;
     SpareFile spare;
     PictureArchive archive;
+    StillWatch still;
+    std::optional<qint64> frozenSince;
 };

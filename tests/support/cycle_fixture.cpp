@@ -6,7 +6,7 @@
 #include <QSettings>
 
 bool FakeCamera::GrabFrame() {
-    if (Plugged) ++Grabs;
+    if (Plugged && !Frozen) ++Grabs;
     return Plugged;
 }
 

@@ -17,10 +17,11 @@
 #include <QTemporaryDir>
 
 // A camera of which every picture is of another colour, and of another size when that is wanted;
-// it can be pulled out.
+// it can be pulled out, and hang.
 class FakeCamera : public CaptureControl {
   public:
     bool Plugged = true;
+    bool Frozen = false;
     int Grabs = 0;
     int Sizes = 1;  // how many different widths, and heights
 
