@@ -27,14 +27,14 @@ bool OfflinePicture::Wanted() const {
     return parts.State.ForPicture().OfflinePic;
 }
 
-bool OfflinePicture::SendOfflinePicture() {
+bool OfflinePicture::SendOfflinePicture(const Manner& how) {
     parts.Display.ShowStatus("create Offline.jpg");
     const bool local = parts.State.Values.LocalMode();
     QString file;
     bool published = false;
-    if (Prepare(file)) {
+    if (Prepare(file, how.Blends)) {
         parts.Display.ShowStatus("sending Offline - Picture");
-        published = local ? PutLocal(file) : PutOnServer(file);
+        published = local ? PutLocal(file) : PutOnServer(file, how.Then);
     }
     if (published)
         parts.State.KeepPublished(local ? LocalTarget() : file,
@@ -45,14 +45,14 @@ bool OfflinePicture::SendOfflinePicture() {
     return published;
 }
 
-bool OfflinePicture::Prepare(QString& file) {
+bool OfflinePicture::Prepare(QString& file, bool blends) {
     parts.State.FindWorkFolder();
     const Settings settings = parts.State.ForPicture();
     if (settings.LocalMode() && settings.Verzeichnis.isEmpty()) {
         parts.Display.ShowStatus("No folder for the pictures: Verzeichnis is empty");
         return false;
     }
-    if (settings.UseOfflineFilter) {
+    if (blends && settings.UseOfflineFilter) {
         parts.Pictures.DeleteWorkingFiles(settings);
         const bool made = parts.Pictures.MakePicture(settings);
         if (parts.Wait.Closing()) return false;
@@ -81,7 +81,7 @@ bool OfflinePicture::PutLocal(const QString& file) {
     return false;
 }
 
-bool OfflinePicture::PutOnServer(const QString& file) {
+bool OfflinePicture::PutOnServer(const QString& file, RunState then) {
     TransactionFlags& flags = parts.Transaction.Flags;
     if (parts.Wait.Closing()) return false;
     flags.ConnectionDown = false;
@@ -91,21 +91,26 @@ bool OfflinePicture::PutOnServer(const QString& file) {
         return false;
     }
     // A connection that only seems to stand shows it when it is used.
-    if (parts.Transaction.IsConnected() && parts.Transaction.Publish(file)) return true;
+    const auto published = [&] {
+        const bool done = parts.Transaction.Publish(file);
+        if (done) parts.Transaction.KeepOutOfHistory();
+        return done;
+    };
+    if (parts.Transaction.IsConnected() && published()) return true;
     if (parts.Wait.Closing()) return false;
-    const bool connected = Connect();
-    if (connected && parts.Transaction.Publish(file)) return true;
+    const bool connected = Connect(then);
+    if (connected && published()) return true;
     parts.Display.ShowStatus(connected ? QString("Offline Picture not sent")
                                        : QString("No connection: Offline Picture not sent"));
     return false;
 }
 
 // A server that answers nothing may do so the second time.
-bool OfflinePicture::Connect() {
+bool OfflinePicture::Connect(RunState then) {
     constexpr int tries = 2;
     for (int i = 0; i < tries; ++i) {
         parts.Transaction.Flags.ConnectionDown = false;
-        if (parts.Transaction.ConnectOnceMore(RunState::PublishingOffline)) return true;
+        if (parts.Transaction.ConnectOnceMore(then)) return true;
         if (parts.Transaction.GivenUp() || parts.Wait.Closing()) break;
     }
     return false;

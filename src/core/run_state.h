@@ -29,6 +29,13 @@ enum class RunState {
 // "waiting for the next picture" and so on, as the log has it.
 [[nodiscard]] QString NameOf(RunState state);
 
+// The camera gives no new picture.
+struct CameraAbsence {
+    std::optional<qint64> Since = {};  // clock milliseconds; none: it gives some
+    bool OfflineShown = false;         // visitors see the offline picture until a new one comes
+    Retry Again = {};                  // while that could not be published
+};
+
 // What is remembered for one run and begins anew with each start.
 struct OneRun {
     Retry Again;                       // while the last tick has failed
@@ -39,6 +46,7 @@ struct OneRun {
     qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture
     bool Published = true;             // lowered while a new picture is not public yet
     std::optional<int> SendStarted;    // ticks of the watchdog since then; none: nothing is sent
+    CameraAbsence Absence;
 };
 
 // The state of the run. Everything that shows whether the program runs, pauses, connects or sends

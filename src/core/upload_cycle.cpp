@@ -72,6 +72,8 @@ void UploadCycle::Start(Starter who) {
     flags.ConnectionDown = !local;  // whatever still stands
     parts.Net.SetStopped(false);
     const qint64 began = Now();
+    parts.Pictures.ForgetStill();
+    Timer4.SetInterval(parts.State.Values.Framerate);
     if (local) {
         parts.Display.ShowStatus("Save Picture Local");
         run.Enter(RunState::Waiting);
@@ -94,6 +96,8 @@ void UploadCycle::Pause() {
     if (!run.Running()) return;
     const bool pause = run.Is() != RunState::Paused;
     pause ? run.Enter(RunState::Paused) : run.Resume();
+    run.ThisRun.Absence.Since.reset();  // nobody looks for the camera meanwhile
+    parts.Pictures.ForgetStill();
     Timer2.SetEnabled(pause);
     ArmTimer4();
     parts.Display.ShowStatus(pause ? QString("Pause") : QString());
@@ -198,6 +202,11 @@ void UploadCycle::OnTimer4() {
 }
 
 bool UploadCycle::TickMakesPicture() {
+    return MinutesAreOver() && run.Is() != RunState::Paused &&
+           !parts.Transaction.Flags.ConnectionDown;
+}
+
+bool UploadCycle::MinutesAreOver() {
     qint16& left = run.ThisRun.MinutesLeft;
     // A machine that was suspended has slept through minutes that nobody counted.
     if (left > 0 && Now() < run.ThisRun.Due) {
@@ -208,12 +217,15 @@ bool UploadCycle::TickMakesPicture() {
     }
     left = 0;
     Timer4.SetInterval(parts.State.Values.Framerate);
-    return run.Is() != RunState::Paused && !parts.Transaction.Flags.ConnectionDown;
+    return true;
 }
 
 void UploadCycle::Tick() {
     const qint64 began = Now();
-    const Outcome trouble = parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
+    const auto publish = [this] {
+        return parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
+    };
+    const Outcome trouble = StandIn(publish(), began);
     run.ThisRun.SendStarted.reset();
     if (run.Running()) {
         trouble ? Failed(*trouble, began) : Succeeded();
@@ -238,6 +250,31 @@ void UploadCycle::Succeeded() {
     if (once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(values.Uptime);
     once.Due = Now() + values.TotalInterval();
     run.Enter(RunState::Waiting);
+}
+
+// Where there has been no new picture for too long, visitors get the offline picture, once.
+UploadCycle::Outcome UploadCycle::StandIn(const Outcome& tick, qint64 began) {
+    CameraAbsence& absence = run.ThisRun.Absence;
+    if (!tick) absence = {};
+    if (!tick || !tick->NoPicture || !run.Running()) return tick;
+    if (!absence.Since) absence.Since = parts.Pictures.FrozenSince().value_or(began);
+    const qint64 patience = static_cast<qint64>(parts.State.Values.OfflineAfter) * minute;
+    const bool due = patience > 0 && Now() - *absence.Since >= patience;
+    if (due && !absence.OfflineShown && absence.Again.Due(Now())) {
+        const qint64 start = Now();
+        absence.OfflineShown = SendOffline(false);
+        if (!absence.OfflineShown) absence.Again.Failed(start, Now());
+    }
+    Failure told = *tick;
+    if (absence.OfflineShown) told.Is.Why += "; visitors see the offline picture";
+    return told;
+}
+
+bool UploadCycle::SendOffline(bool blends) {
+    const bool sent =
+        offline && offline->SendOfflinePicture({.Then = RunState::Sending, .Blends = blends});
+    if (!parts.Wait.Closing()) parts.Display.ShowUpload(0);
+    return sent;
 }
 
 void UploadCycle::CountPicture(const QString& file) {
@@ -265,6 +302,7 @@ bool UploadCycle::MakePicture() {
                parts.State.LeaveMemory();
     };
     if (!made() && !(again() && made())) return false;
+    run.ThisRun.Absence.Since.reset();
     madeAt = start;
     return true;
 }
@@ -274,6 +312,12 @@ UploadCycle::Failure UploadCycle::Locally(const Trouble& why) const {
 }
 
 UploadCycle::Failure UploadCycle::NoPicture() const {
+    Failure failure = WhyNoPicture();
+    failure.NoPicture = true;
+    return failure;
+}
+
+UploadCycle::Failure UploadCycle::WhyNoPicture() const {
     const QString& unwritten = parts.Pictures.Unwritten();
     const bool work = QFileInfo(unwritten).dir() == QDir(parts.State.Values.WorkPath);
     if (!unwritten.isEmpty())

@@ -37,7 +37,8 @@ class UploadCycle : public QObject {
     };
     explicit UploadCycle(const Parts& parts);
 
-    // What is published when the operator stops; none: the last picture stays.
+    // What is published when the operator stops, and where the camera gives no
+    // picture for too long; none: the last picture stays.
     void SetOfflinePicture(OfflinePicture* picture) { offline = picture; }
 
     // Who begins a run: with nobody there no message box is shown, and a first connect that fails
@@ -76,16 +77,20 @@ class UploadCycle : public QObject {
     struct Failure {
         Trouble Is;
         qint64 MostPause = Retry::MostPause;  // before it is tried again, milliseconds
+        bool NoPicture = false;               // there was none to be sent
     };
     using Outcome = std::optional<Failure>;
 
     void OnlineAgain(bool online);
     void ArmTimer4();
     bool TickMakesPicture();
+    [[nodiscard]] bool MinutesAreOver();
     void Tick();
     [[nodiscard]] Outcome LocalTick();
     [[nodiscard]] Outcome FtpTick();
     [[nodiscard]] bool Connect(RunState then);
+    [[nodiscard]] Outcome StandIn(const Outcome& tick, qint64 began);
+    [[nodiscard]] bool SendOffline(bool blends);
     [[nodiscard]] Outcome Publish();
     void MakeReady();
     void Failed(const Failure& failure, qint64 began);
@@ -96,6 +101,7 @@ class UploadCycle : public QObject {
     // What has nothing to do with the server is tried again as often as the interval asks.
     [[nodiscard]] Failure Locally(const Trouble& why) const;
     [[nodiscard]] Failure NoPicture() const;
+    [[nodiscard]] Failure WhyNoPicture() const;
     bool PrepareSending();
     void CountPicture(const QString& file);
     void Watchdog();

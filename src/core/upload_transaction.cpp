@@ -253,6 +253,10 @@ bool UploadTransaction::HistoryIsDue() {
     return true;
 }
 
+void UploadTransaction::KeepOutOfHistory() {
+    HistoryCounter = std::min(HistoryCounter, ticksPerShift - 1);
+}
+
 // The oldest picture goes, each of the others moves on by one, and the public one becomes the
 // first.
 void UploadTransaction::ShiftHistory() {

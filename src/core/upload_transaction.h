@@ -79,6 +79,10 @@ class UploadTransaction : public QObject {
     // picture is public.
     bool Publish(const QString& localPath);
 
+    // What is public now is no picture of the camera: the next one takes its place without moving
+    // it into the history, which goes on with the one after.
+    void KeepOutOfHistory();
+
     // Ticks since the last shift of the history.
     int HistoryCounter = 0;
 

@@ -41,6 +41,7 @@ class OfflineFixture : public CycleFixture {
         State.Values.Verzeichnis = Folder.filePath("web/");
         Apply();
     }
+    [[nodiscard]] qsizetype Sent() const { return Server.Commands.count("STOR 1pw.jpg"); }
     [[nodiscard]] QByteArray Public() const { return Server.Files.value("pw.jpg"); }
 
     const QByteArray File = Plain(Qt::blue, "JPG");
@@ -216,6 +217,63 @@ class TestOfflinePicture : public QObject {
         f.System.Online.Set(true, OnlineState::Lan);
         f.Time.Advance(200'000);
         QCOMPARE(f.Server.Connections, line.contains("silent") ? 3 : published ? 2 : 1);
+    }
+
+    void CameraIsGone_data() {
+        const Rows<QByteArray, int> row;  // minutes until visitors see the offline picture
+        row("pulled out", "", 10);
+        row("frozen", "FrozenAfter=5\n", 10);
+        row("known to be frozen later", "FrozenAfter=20\n", 20);
+    }
+    void CameraIsGone() {
+        const auto [settings, minutes] = Row<QByteArray, int>();
+        OfflineFixture f;
+        f.Configure(settings + "UseOfflineFilter=1\n");
+        f.State.Values.lastpictures = true;
+        f.State.Values.OfflineAfter = 10;
+        f.State.Values.Framerate = 5'000;
+        f.Apply();
+        QVERIFY(f.Begin());
+        f.Transaction.HistoryCounter = 9;  // the second picture from now on moves it on
+        (settings.isEmpty() ? f.Camera.Plugged : f.Camera.Frozen) = !settings.isEmpty();
+        const qint64 begin = f.Time.Milliseconds();
+        const auto shown = [&f] { return f.Public() == f.File; };
+        QVERIFY(f.Time.RunUntil(shown, 2'000'000));
+        const qint64 off = f.Time.Milliseconds() - begin - minutes * 60'000;
+        QVERIFY2(off >= -1000 && off < 12'000, qPrintable(QString::number(off)));
+        const auto sent = f.Sent();
+        f.Time.Advance(900'000);
+        QVERIFY2(shown() && f.Sent() == sent, "once");
+        QVERIFY(f.Run.Failing() && f.Run.Ongoing()->Kind == TroubleKind::Camera);
+        QVERIFY(f.Run.Reason().contains("since") || settings.isEmpty());
+        QVERIFY(f.Run.Reason().endsWith("; visitors see the offline picture"));
+        f.Server.Files.remove("pw1.jpg");
+        f.Camera.Plugged = true;
+        f.Camera.Frozen = false;
+        const int before = f.Published();
+        QVERIFY(f.RunUntilPublished(before + 1, 10'000) && !shown());
+        QVERIFY(f.RunUntilPublished(before + 2, 20'000));
+        QVERIFY(f.Server.Files.contains("pw1.jpg") || !settings.isEmpty());
+        QVERIFY(f.Server.Files["pw1.jpg"] != f.File);
+    }
+
+    // Tried again less and less often, until it is there.
+    void RefusedInPlaceOfTheCamera() {
+        OfflineFixture f;
+        f.State.Values.OfflineAfter = 1;
+        f.State.Values.Framerate = 5'000;
+        f.Apply();
+        QVERIFY(f.Begin());
+        f.Camera.Plugged = false;
+        f.Server.Script = {{.Verb = "STOR", .Chunks = {"553 no\r\n"}}};
+        const auto sent = f.Sent();
+        f.Time.Advance(1'200'000);
+        QVERIFY2(f.Sent() > sent + 10 && f.Sent() < sent + 30,
+                 qPrintable(QString::number(f.Sent() - sent)));
+        f.Server.Script.clear();
+        QVERIFY(f.Time.RunUntil([&f] { return f.Public() == f.File; }, 310'000));
+        f.Camera.Plugged = true;
+        QVERIFY(f.RunUntilPublished(2, 6'000));
     }
 
     // Pressed within the second tick, or while the offline picture is on its way.
