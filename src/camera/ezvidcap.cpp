@@ -195,6 +195,10 @@ bool ezVidCap::MayFreeze() const {
            (selected.Kind == CaptureKind::Device || selected.Kind == CaptureKind::Network);
 }
 
+void ezVidCap::Release() {
+    if (grabbing == 0 && !preview) CloseSession();
+}
+
 bool ezVidCap::GrabFrame() {
     if (!enabled || !isSelected) return false;
     LookAtArrivals();

@@ -52,6 +52,9 @@ class ezVidCap : public QObject, public CaptureControl {
     // 1920x1080 that comes five times a second.
     void SetCaptureFormat(const QString& format);
 
+    // Closes the camera now, not when nobody has wanted a picture for a while.
+    void Release();
+
     // How long an open camera may send nothing at all before it is closed. 15 seconds at first.
     void SetPatience(int seconds) { patience = seconds * 1000LL; }
 

@@ -23,6 +23,6 @@ OutageWatch::OutageWatch(Clock& clock, const RunStatus& ownRun)
 void OutageWatch::Follow() {
     patience.SetEnabled(run.Failing() && !told);
     if (run.Failing()) return;
-    const bool works = run.Running() && run.Is() != RunState::Paused;
+    const bool works = run.Running() && run.Is() != RunState::Paused && !run.Closed();
     if (std::exchange(told, false) && works) emit Ended();
 }

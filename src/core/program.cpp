@@ -55,7 +55,7 @@ struct Program::Controls {
                       Servers.Of(Protocol::Ftp)),
           Offline({Wait, Net, Transaction, Pictures, PictureValues, Display, State}),
           Cycle({Wait, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
-                 around.ClickSound}),
+                 Words, around.ClickSound}),
           Record(around.Time, Run, Cycle, QDir(around.Folder).filePath("last24hours.bin")),
           CameraWatch(around.Time, cameraWatchMilliseconds) {}
 
@@ -101,6 +101,7 @@ Program::Program(const Surroundings& ownSurroundings)
         // Who tries a camera sees it there.
         if (!fault.isEmpty() && tried.isEmpty()) Display.ShowStatus(fault);
     });
+    connect(&Run, &RunStatus::Changed, this, &Program::FollowHours);
     connect(&controls->CameraWatch, &Timer::Tick, this, &Program::LookForCamera);
     controls->CameraWatch.SetEnabled(true);
     connect(&Wait, &Waiting::Idle, this, [this] {
@@ -174,6 +175,14 @@ void Program::LookForCamera() {
     const QStringList now = ezVidCap1.DriverNames();
     const QStringList before = State.DriverPresent ? drivers : QStringList();
     if (now != before) RefreshDrivers();
+}
+
+// Outside the hours the camera is let go, whatever else wants to show it; windows that are opened
+// to set it may take it again.
+void Program::FollowHours() {
+    if (std::exchange(closed, Run.Closed()) == Run.Closed()) return;
+    ezVidCap1.SetPreview(State.Values.Preview && !closed);
+    if (closed) ezVidCap1.Release();
 }
 
 void Program::RefreshDrivers() {
@@ -252,10 +261,11 @@ void Program::LoadSettings() {
     ezVidCap1.SetCaptureFormat(values.CaptureFormat);
     ezVidCap1.SetPatience(values.CameraPatience);
     SelectDriver(WantedDriver());
-    ezVidCap1.SetPreview(values.Preview);
+    ezVidCap1.SetPreview(values.Preview && !Run.Closed());
     // The time to the next picture goes on running when something else has changed.
     if (before.TotalInterval() != values.TotalInterval()) Cycle.ApplyInterval();
     ApplyLanguage();
+    Cycle.ApplyHours();
     emit SettingsLoaded();
 }
 

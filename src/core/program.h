@@ -138,6 +138,7 @@ class Program : public QObject {
   private:
     void ListDrivers();
     void LookForCamera();
+    void FollowHours();
     void ApplyLanguage();
     [[nodiscard]] int WantedDriver() const;
     void ApplyAccess(const Settings& before);
@@ -149,5 +150,6 @@ class Program : public QObject {
     QStringList drivers;
     QString tried;  // a camera that is not written down; empty: none
     HangUpQuestion* question = nullptr;
+    bool closed = false;  // it is outside the hours
     bool exiting = false;
 };

@@ -63,6 +63,7 @@ void RunRecord::Look() {
 
 MinuteState RunRecord::StateNow() const {
     if (!run.Running() || run.Is() == RunState::Paused) return MinuteState::NotRunning;
+    if (run.Is() == RunState::OutsideHours) return MinuteState::OutsideHours;
     if (!run.Ongoing()) return MinuteState::Waiting;
     return run.Ongoing()->Kind == TroubleKind::Camera ? MinuteState::CameraGone
                                                       : MinuteState::Failed;

@@ -6,7 +6,7 @@
 namespace {
 
 bool IsStep(RunState state) {
-    return state >= RunState::Connecting && state <= RunState::WaitingToRetry;
+    return state >= RunState::Connecting && state <= RunState::OutsideHours;
 }
 
 }  // namespace
@@ -27,6 +27,8 @@ QString NameOf(RunState state) {
             return "sending";
         case RunState::WaitingToRetry:
             return "waiting to try again";
+        case RunState::OutsideHours:
+            return "outside the hours";
         case RunState::Paused:
             return "paused";
         case RunState::Stopping:
@@ -68,7 +70,8 @@ void RunStatus::FollowTrouble(RunState next, const Trouble& why) {
     const bool trouble = next == RunState::WaitingToRetry;
     if (trouble && !troubleSince) troubleSince = clock.Milliseconds();
     // The steps of the next try are no end of the trouble.
-    const bool ends = !trouble && (next == RunState::Waiting || !IsStep(next));
+    const bool rests = next == RunState::Waiting || next == RunState::OutsideHours;
+    const bool ends = !trouble && (rests || !IsStep(next));
     if (ends) troubleSince.reset();
     if (ends) ongoing.reset();
     if (trouble || (ends && !why.Why.isEmpty())) ongoing = why;
@@ -90,7 +93,8 @@ bool RunStatus::EndedOffline() const {
 
 bool RunStatus::Busy() const {
     return state == RunState::PublishingOffline ||
-           (IsStep(step) && step != RunState::Waiting && step != RunState::WaitingToRetry);
+           (IsStep(step) && step != RunState::Waiting && step != RunState::WaitingToRetry &&
+            step != RunState::OutsideHours);
 }
 
 RunButtons RunButtons::For(const RunStatus& run) {

@@ -20,6 +20,7 @@ enum class RunState {
     TakingPicture,      // from the camera to the finished file
     Sending,            // until the picture has its public name
     WaitingToRetry,     // something failed, and is tried again soon
+    OutsideHours,       // nothing is published now; goes on by itself when the hours begin
     Paused,             // by the operator; a picture that is on its way still arrives
     Stopping,           // by the operator; what is under way comes to its end first
     PublishingOffline,  // the picture that tells viewers that the camera is off
@@ -46,6 +47,7 @@ struct OneRun {
     qint16 MinutesLeft = 0;            // extra whole minutes to wait before the next picture
     bool Published = true;             // lowered while a new picture is not public yet
     std::optional<int> SendStarted;    // ticks of the watchdog since then; none: nothing is sent
+    bool Closed = false;               // it is outside the hours, and all is done for that
     CameraAbsence Absence;
 };
 
@@ -59,7 +61,7 @@ class RunStatus : public QObject {
     RunStatus(const Clock& ownClock, StatusDisplay& ownLog);
 
     // From now on the program does this. why: the trouble that led there, if any. A step
-    // (connecting … waiting to try again) that is entered while the operator has paused, stopped
+    // (connecting … outside the hours) that is entered while the operator has paused, stopped
     // or published the offline picture goes on beneath that state.
     void Enter(RunState next, const Trouble& why = {});
     void Enter(RunState next, const QString& why) { Enter(next, Trouble{why}); }
@@ -72,6 +74,8 @@ class RunStatus : public QObject {
 
     // A run is on, paused or not.
     [[nodiscard]] bool Running() const;
+    // A run is on, and it is outside the hours.
+    [[nodiscard]] bool Closed() const { return Running() && ThisRun.Closed; }
     // The run is over and the status says "Offline": after the offline picture, or because the
     // first connect has failed.
     [[nodiscard]] bool EndedOffline() const;

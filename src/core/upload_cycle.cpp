@@ -4,6 +4,7 @@
 #include "base/waiting.h"
 #include "core/offline_picture.h"
 #include "core/public_names.h"
+#include "core/schedule/schedule_texts.h"
 #include "core/upload_transaction.h"
 #include "net/connectivity.h"
 #include "picture/picture_pipeline.h"
@@ -49,6 +50,18 @@ void UploadCycle::ApplyInterval() {
     due = std::min(due, Now() + values.TotalInterval());
 }
 
+void UploadCycle::ApplyHours() {
+    const Settings& values = parts.State.Values;
+    const QString before = FaultText(parts.Words, hours);
+    hours = Schedule(values.Hours, values.Place);
+    const QString fault = FaultText(parts.Words, hours);
+    if (!fault.isEmpty() && fault != before) parts.Display.ShowStatus(fault);
+}
+
+bool UploadCycle::Open() const {
+    return hours.Open(parts.Wait.OwnClock().Now());
+}
+
 // The tick goes back to the interval of the settings.
 void UploadCycle::MakeDue() {
     if (!Timer4.Enabled()) return;
@@ -74,6 +87,12 @@ void UploadCycle::Start(Starter who) {
     const qint64 began = Now();
     parts.Pictures.ForgetStill();
     Timer4.SetInterval(parts.State.Values.Framerate);
+    if (!Open()) {
+        run.ThisRun.Closed = true;
+        run.Enter(RunState::OutsideHours);
+        Tick();
+        return;
+    }
     if (local) {
         parts.Display.ShowStatus("Save Picture Local");
         run.Enter(RunState::Waiting);
@@ -88,7 +107,8 @@ void UploadCycle::Start(Starter who) {
 void UploadCycle::ArmTimer4() {
     const bool ticks = run.Running() && !parts.Wait.Closing() &&
                        !parts.Transaction.Flags.ConnectionDown && run.Is() != RunState::Paused &&
-                       run.Step() != RunState::WaitingToRetry;
+                       run.Step() != RunState::WaitingToRetry &&
+                       run.Step() != RunState::OutsideHours;
     Timer4.SetEnabled(ticks);
 }
 
@@ -165,10 +185,11 @@ void UploadCycle::OnTimer2() {
 void UploadCycle::OnTimer1() {
     if (parts.Wait.Closing()) return;
     const bool online = parts.Net.Online();
-    parts.Display.ShowOnline(online && !run.EndedOffline());
+    parts.Display.ShowOnline(online && !run.EndedOffline() && !run.Closed());
     if (!run.Running()) return;
     Watchdog();
     OnlineAgain(online);
+    FollowHours();
     const bool connecting = parts.Transaction.ConnectInProgress();
     parts.Display.ShowRecording(connecting ? QString("Rec.") : online ? QString() : "offline");
     if (run.Is() == RunState::WaitingToRetry && run.ThisRun.Again.Due(Now())) Tick();
@@ -222,13 +243,15 @@ bool UploadCycle::MinutesAreOver() {
 
 void UploadCycle::Tick() {
     const qint64 began = Now();
+    const bool open = Open();
     const auto publish = [this] {
         return parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
     };
-    const Outcome trouble = StandIn(publish(), began);
+    const Outcome trouble = open ? StandIn(publish(), began) : EndHours();
     run.ThisRun.SendStarted.reset();
     if (run.Running()) {
-        trouble ? Failed(*trouble, began) : Succeeded();
+        run.ThisRun.Closed = !open;
+        trouble ? Failed(*trouble, began) : open ? Succeeded() : RestOutside();
     } else {
         if (run.Is() == RunState::Stopping) run.Enter(RunState::Waiting);
         if (!parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
@@ -250,6 +273,44 @@ void UploadCycle::Succeeded() {
     if (once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(values.Uptime);
     once.Due = Now() + values.TotalInterval();
     run.Enter(RunState::Waiting);
+}
+
+void UploadCycle::FollowHours() {
+    const bool idle = !run.Busy() && run.Is() != RunState::Paused;
+    if (!idle || Open() != run.ThisRun.Closed) return;
+    run.ThisRun.Closed ? BeginHours() : Tick();
+}
+
+void UploadCycle::BeginHours() {
+    OneRun& once = run.ThisRun;
+    once.Closed = false;
+    once.Again.Reset();
+    once.Absence = {.OfflineShown = !parts.State.Values.OutsideLast};
+    once.MinutesLeft = 0;
+    parts.Pictures.ForgetStill();
+    run.Enter(RunState::Waiting);
+    Timer4.SetInterval(1);
+    parts.Transaction.Flags.ConnectionDown = false;  // as when the server has dropped it
+    ArmTimer4();
+}
+
+// The picture for visitors is public once more where a try before has failed.
+UploadCycle::Outcome UploadCycle::EndHours() {
+    OneRun& once = run.ThisRun;
+    bool sent = true;
+    if (!parts.State.Values.OutsideLast) {
+        run.Enter(RunState::Sending);
+        sent = SendOffline(!once.Closed && !once.Absence.Since);
+    }
+    const Outcome trouble = sent ? Outcome() : OfflineNotSent();
+    if (sent && !parts.State.Values.LocalMode()) parts.Transaction.CloseConnection();
+    return trouble;
+}
+
+void UploadCycle::RestOutside() {
+    run.ThisRun.Again.Reset();
+    run.Enter(RunState::OutsideHours);
+    parts.Display.ShowStatus(OutsideText(parts.Words, hours, parts.Wait.OwnClock().Now()));
 }
 
 // Where there has been no new picture for too long, visitors get the offline picture, once.
@@ -275,6 +336,13 @@ bool UploadCycle::SendOffline(bool blends) {
         offline && offline->SendOfflinePicture({.Then = RunState::Sending, .Blends = blends});
     if (!parts.Wait.Closing()) parts.Display.ShowUpload(0);
     return sent;
+}
+
+UploadCycle::Failure UploadCycle::OfflineNotSent() const {
+    if (parts.State.Values.LocalMode())
+        return {{"Cannot write the offline picture", TroubleKind::LocalFolder}};
+    if (!parts.Net.Online()) return {{"No Connection to Internet", TroubleKind::Line}};
+    return NotConnected();
 }
 
 void UploadCycle::CountPicture(const QString& file) {

@@ -4,6 +4,7 @@
 #include "core/main_state.h"
 #include "core/megabytes.h"
 #include "core/run_state.h"
+#include "core/schedule/schedule.h"
 
 #include <QObject>
 
@@ -14,12 +15,14 @@ class OfflinePicture;
 class PicturePipeline;
 class Sound;
 class StatusDisplay;
+class Texts;
 class UploadTransaction;
 class Waiting;
 
 // The heartbeat: each tick of Timer4 makes one picture and publishes it. Start, pause and stop come
 // from the buttons; Timer1 watches for a transfer that got stuck, connects again and tries a failed
-// tick again; Timer2 lets "Pause" blink. A picture is at most half a minute old when it is sent.
+// tick again, and follows the hours in which there are pictures; Timer2 lets "Pause" blink. A
+// picture is at most half a minute old when it is sent.
 class UploadCycle : public QObject {
     Q_OBJECT
 
@@ -33,11 +36,12 @@ class UploadCycle : public QObject {
         Sound& Sounds;
         MainState& State;
         RunStatus& Run;
+        const Texts& Words;
         QString ClickSound;  // path of "Click.wav"; empty when there is none
     };
     explicit UploadCycle(const Parts& parts);
 
-    // What is published when the operator stops, and where the camera gives no
+    // What is published when the operator stops, outside the hours, and where the camera gives no
     // picture for too long; none: the last picture stays.
     void SetOfflinePicture(OfflinePicture* picture) { offline = picture; }
 
@@ -54,6 +58,9 @@ class UploadCycle : public QObject {
 
     // Takes over Framerate and Uptime after the settings were loaded.
     void ApplyInterval();
+    // The same of the hours. Hours that cannot be read count as always, which the status tells.
+    void ApplyHours();
+    [[nodiscard]] const Schedule& PublishingHours() const { return hours; }
     // The next picture comes at once, not an interval later. Nothing while none is waited for.
     void MakeDue();
     // What has failed so far may work now: it is tried again at once.
@@ -89,8 +96,14 @@ class UploadCycle : public QObject {
     [[nodiscard]] Outcome LocalTick();
     [[nodiscard]] Outcome FtpTick();
     [[nodiscard]] bool Connect(RunState then);
+    [[nodiscard]] bool Open() const;
+    void FollowHours();
+    void BeginHours();
+    [[nodiscard]] Outcome EndHours();
     [[nodiscard]] Outcome StandIn(const Outcome& tick, qint64 began);
     [[nodiscard]] bool SendOffline(bool blends);
+    [[nodiscard]] Failure OfflineNotSent() const;
+    void RestOutside();
     [[nodiscard]] Outcome Publish();
     void MakeReady();
     void Failed(const Failure& failure, qint64 began);
@@ -116,6 +129,7 @@ class UploadCycle : public QObject {
     Parts parts;
     RunStatus& run;
     OfflinePicture* offline = nullptr;
+    Schedule hours;
     Timer Timer1;
     Timer Timer2;
     Timer Timer4;

@@ -1,4 +1,5 @@
 #include "core/offline_picture.h"
+#include "core/run_record.h"
 #include "picture/decoded_jpeg.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
@@ -6,6 +7,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QImage>
+#include <QTimeZone>
 #include <QtTest>
 
 namespace {
@@ -40,6 +42,17 @@ class OfflineFixture : public CycleFixture {
         State.Values.Server = "Local";
         State.Values.Verzeichnis = Folder.filePath("web/");
         Apply();
+    }
+    // It is that time in Berlin, on the eve of summer time, and pictures are published by day.
+    void KeepHours(const QTime& now) {
+        Time.SetNow(QDateTime(QDate(2026, 3, 28), now, QTimeZone("Europe/Berlin")));
+        State.Values.Hours = "06:00-22:00";
+        State.Values.Framerate = 60'000;
+        Apply();
+        Cycle.ApplyHours();
+    }
+    [[nodiscard]] bool RunUntilState(RunState state, qint64 limit = 600'000) {
+        return Time.RunUntil([&] { return Run.Is() == state; }, limit);
     }
     [[nodiscard]] qsizetype Sent() const { return Server.Commands.count("STOR 1pw.jpg"); }
     [[nodiscard]] QByteArray Public() const { return Server.Files.value("pw.jpg"); }
@@ -274,6 +287,123 @@ class TestOfflinePicture : public QObject {
         QVERIFY(f.Time.RunUntil([&f] { return f.Public() == f.File; }, 310'000));
         f.Camera.Plugged = true;
         QVERIFY(f.RunUntilPublished(2, 6'000));
+    }
+
+    void NothingHappensDuringAPause_data() {
+        const Rows<QTime, bool, bool> row;  // begin; camera there, offline picture after the pause
+        row("camera gone", {12, 0}, false, false);
+        row("hours end", {21, 50}, true, true);
+    }
+    void NothingHappensDuringAPause() {
+        const auto [now, camera, after] = Row<QTime, bool, bool>();
+        OfflineFixture f;
+        f.KeepHours(now);
+        f.State.Values.OfflineAfter = 10;
+        QVERIFY(f.Begin());
+        f.Camera.Plugged = camera;
+        f.Time.Advance(300'000);
+        f.Cycle.Pause();
+        f.Time.Advance(1'200'000);
+        QVERIFY(f.Public() != f.File);
+        f.Cycle.Pause();
+        f.Time.Advance(500'000);
+        QCOMPARE(f.Public() == f.File, after);
+    }
+
+    void HoursEndAndBegin_data() {
+        const Rows<QByteArray, bool, bool> row;
+        row("the offline picture", "", false, false);
+        row("a blend with the camera", "UseOfflineFilter=1\n", false, false);
+        row("the last picture", "", true, false);
+        row("in a folder", "", false, true);
+    }
+    void HoursEndAndBegin() {
+        const auto [settings, last, local] = Row<QByteArray, bool, bool>();
+        OfflineFixture f;
+        f.Configure(settings);
+        if (local) f.GoLocal();
+        f.State.Values.OutsideLast = last;
+        f.KeepHours({21, 50});
+        RunRecord record(f.Time, f.Run, f.Cycle, f.Folder.filePath("day.bin"));
+        QVERIFY(f.Begin());
+        QVERIFY(f.RunUntilState(RunState::OutsideHours, 700'000));
+        QCOMPARE(f.Time.Now().time().toString("HH:mm"), "22:00");
+        const int published = f.Published();
+        const int grabs = f.Camera.Grabs;
+        const auto seen = [&] {
+            return local ? ReadBytes(f.Folder.filePath("web/pw.jpg")) : f.Public();
+        };
+        QCOMPARE(seen() == f.File, !last && settings.isEmpty());
+        QCOMPARE(grabs, published + (settings.isEmpty() ? 0 : 1));
+        f.Time.Advance(1'000);
+        QVERIFY(!f.Transaction.IsConnected() && !f.Display.Online);
+        QCOMPARE(f.Display.Statuses.last(), "Outside the hours, next picture Su 06:00");
+        f.Transaction.HistoryCounter = 5;
+        f.Time.Advance(5 * 3'600'000);
+        QVERIFY(f.Camera.Grabs == grabs && f.Published() == published);
+        QCOMPARE(record.Day().At(record.Day().Last()).State, MinuteState::OutsideHours);
+        QVERIFY(!f.Run.Failing() && f.Run.Closed());
+        QVERIFY(f.RunUntilPublished(published + 1, 2 * 3'600'000));
+        QVERIFY(f.Time.Now().time() < QTime(6, 0, 10));
+        QVERIFY(seen() != f.File && !f.Run.Closed());
+        QCOMPARE(f.Transaction.HistoryCounter, 5);
+        QCOMPARE(f.Server.Connections, local ? 0 : 2);
+    }
+
+    void ServerIsAwayWhenTheyEnd() {
+        OfflineFixture f;
+        f.KeepHours({21, 58});
+        QVERIFY(f.Begin());
+        f.Server.StopListening();
+        f.Server.DropControl();
+        f.Time.Advance(1'800'000);
+        QVERIFY(f.Run.Failing() && f.Run.Is() == RunState::WaitingToRetry);
+        QVERIFY(f.Run.ThisRun.Again.Next() > f.Time.Milliseconds());
+        f.Server.ListenAgain();
+        QVERIFY(f.RunUntilState(RunState::OutsideHours, 310'000));
+        QVERIFY(f.Public() == f.File && !f.Run.Failing());
+    }
+
+    void OperatorAtNight_data() {
+        const Rows<QString, RunState, bool> row;  // state in the morning; whether pictures came
+        row("stops", "stop", RunState::Offline, false);
+        row("pauses", "pause", RunState::Paused, false);
+        row("pauses and goes on", "pause pause", RunState::Waiting, true);
+        row("stops and starts", "stop start", RunState::Waiting, true);
+    }
+    void OperatorAtNight() {
+        const auto [presses, state, goesOn] = Row<QString, RunState, bool>();
+        OfflineFixture f;
+        f.Configure("UseOfflineFilter=1\n");
+        f.KeepHours({23, 0});
+        f.Cycle.Start();
+        QCOMPARE(f.Run.Is(), RunState::OutsideHours);
+        QVERIFY2(f.Public() == f.File && f.Camera.Grabs == 0, "without the camera's light");
+        for (const QString& press : presses.split(u' ')) {
+            f.Time.Advance(600'000);
+            press == "stop" ? f.Cycle.Stop() : press == "pause" ? f.Cycle.Pause() : f.Cycle.Start();
+        }
+        f.Time.Advance(6 * 3'600'000 + 1'800'000);
+        QCOMPARE(f.Published() > 30, goesOn);
+        QVERIFY(f.RunUntilState(state, 1'000));
+    }
+
+    void ClockIsSet() {
+        OfflineFixture f;
+        f.KeepHours({23, 0});
+        f.Cycle.Start();
+        f.Time.SetNow(f.Time.Now().addYears(1).addSecs(12 * 3600));
+        QVERIFY(f.RunUntilPublished(1, 3'000));
+        f.Time.SetNow(f.Time.Now().addYears(-2).addSecs(12 * 3600));
+        QVERIFY(f.RunUntilState(RunState::OutsideHours, 3'000));
+    }
+
+    void HoursThatCannotBeRead() {
+        OfflineFixture f;
+        f.State.Values.Hours = "mo 25:00-26:00";
+        f.Cycle.ApplyHours();
+        QVERIFY(f.Display.Statuses.last().startsWith("Hours: at character 4, \"25:00-26:00\" is"));
+        QVERIFY(f.Begin());
     }
 
     // Pressed within the second tick, or while the offline picture is on its way.

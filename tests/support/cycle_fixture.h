@@ -67,8 +67,16 @@ class CycleFixture {
     Texts Words{Texts::Language::English};
     FtpServer Way{{Wait, Display, [this] { return Net.Online(); }}, Ftp};
     UploadTransaction Transaction{{Wait, Net, Display, Boxes, State, Words, Run}, Way};
-    UploadCycle Cycle{
-        {Wait, Net, Transaction, Pictures, Display, *System.Services.Sounds, State, Run, {}}};
+    UploadCycle Cycle{{Wait,
+                       Net,
+                       Transaction,
+                       Pictures,
+                       Display,
+                       *System.Services.Sounds,
+                       State,
+                       Run,
+                       Words,
+                       {}}};
 
     // After values were changed: what LoadSettings does with them.
     void Apply();

@@ -7,6 +7,8 @@
 #include "core/program.h"
 #include "core/run_record.h"
 #include "core/run_state.h"
+#include "core/schedule/schedule_texts.h"
+#include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
 #include "picture/picture_pipeline.h"
 #include "platform/online_state.h"
@@ -95,9 +97,9 @@ frmStatusgesamt::frmStatusgesamt(Program& ownProgram, const RunFigures& ownFigur
 void frmStatusgesamt::AddLines(QGridLayout& grid) {
     for (const QString& key :
          {QString("State"), QString("Step"), QString("Made"), QString("Published"),
-          QString("Megabytes"), QString("RunningTime"), QString("Interval"), QString("NextPicture"),
-          QString("Connection"), QString("Server"), QString("Camera"), QString("PictureSize"),
-          QString("Archive"), QString("LastError")}) {
+          QString("Megabytes"), QString("RunningTime"), QString("Interval"), QString("Hours"),
+          QString("NextPicture"), QString("Connection"), QString("Server"), QString("Camera"),
+          QString("PictureSize"), QString("Archive"), QString("LastError")}) {
         const Line line{key, new QLabel(this), new QLabel(this)};
         line.Value->setWordWrap(true);
         line.Value->setTextFormat(Qt::PlainText);  // some of it comes from the server
@@ -227,8 +229,22 @@ QString frmStatusgesamt::NextPictureText() const {
         const qint64 time = program.Wait.OwnClock().Milliseconds() + *next;
         return Text("NextTry").arg(figures.TimeOf(time));
     }
+    if (figures.State() == RunState::OutsideHours) {
+        const QDateTime now = program.Wait.OwnClock().Now();
+        return Text("NextAt").arg(WhenText(texts, now, now.addMSecs(*next)));
+    }
     if (*next == 0) return Text("Now");
     return Text("InSeconds").arg((*next + milliseconds - 1) / milliseconds);
+}
+
+QString frmStatusgesamt::HoursText() const {
+    const Schedule& hours = program.Cycle.PublishingHours();
+    const QDateTime now = program.Wait.OwnClock().Now();
+    if (hours.Fault()) return FaultText(texts, hours);
+    const bool open = hours.Open(now);
+    const auto next = hours.NextChange(now);
+    if (!next) return open ? Text("HoursAlways") : Text("HoursNever");
+    return Text(open ? QString("HoursOpen") : "HoursClosed").arg(WhenText(texts, now, *next));
 }
 
 void frmStatusgesamt::ShowFigures() {
@@ -244,6 +260,7 @@ void frmStatusgesamt::ShowFigures() {
     Set("Megabytes", figures.Megabytes.section(u' ', 1));
     Set("RunningTime", RunningTimeText(figures.RunningTime()));
     Set("Interval", Seconds(program.State.Values.TotalInterval()));
+    Set("Hours", HoursText());
     Set("NextPicture", NextPictureText());
     Set("Connection", texts.Get("States", net));
     Set("Server", ServerText());

@@ -61,6 +61,7 @@ class frmStatusgesamt : public QWidget {
     [[nodiscard]] QString ServerText() const;
     [[nodiscard]] QString StateText() const;
     [[nodiscard]] QString ArchiveText() const;
+    [[nodiscard]] QString HoursText() const;
     [[nodiscard]] QString NextPictureText() const;
     [[nodiscard]] QString Seconds(qint64 milliseconds) const;
 

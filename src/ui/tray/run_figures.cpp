@@ -60,6 +60,8 @@ QString RunFigures::StateText(const Texts& texts, RunState state) {
             return text("Offline");
         case RunState::WaitingToRetry:
             return text("Retrying");
+        case RunState::OutsideHours:
+            return text("OutsideHours");
         case RunState::Waiting:
         case RunState::GoingOnline:
         case RunState::TakingPicture:
@@ -81,11 +83,18 @@ std::optional<qint64> RunFigures::UntilNextPicture() const {
     const RunState state = State();
     if (!program.Run.Running() || state == RunState::Paused || state == RunState::Connecting)
         return std::nullopt;
+    if (state == RunState::OutsideHours) return UntilHoursBegin();
     if (program.Run.Busy()) return 0;
     const qint64 next = state == RunState::WaitingToRetry
                             ? program.Run.ThisRun.Again.Next()
                             : lastPicture + program.State.Values.TotalInterval();
     return std::max<qint64>(0, next - program.Wait.OwnClock().Milliseconds());
+}
+
+std::optional<qint64> RunFigures::UntilHoursBegin() const {
+    const QDateTime now = program.Wait.OwnClock().Now();
+    const auto begin = program.Cycle.PublishingHours().NextChange(now);
+    return begin ? std::optional(now.msecsTo(*begin)) : std::nullopt;
 }
 
 void RunFigures::ShowOnline(bool online) {

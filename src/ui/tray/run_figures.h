@@ -45,6 +45,7 @@ class RunFigures : public QObject, public StatusMemory {
 
   private:
     void Note();
+    [[nodiscard]] std::optional<qint64> UntilHoursBegin() const;
 
     Program& program;
     QString lastError;

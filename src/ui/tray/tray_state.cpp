@@ -8,6 +8,7 @@
 QString TrayIconName(const TrayState& state) {
     switch (state.Is) {
         case RunState::Paused:
+        case RunState::OutsideHours:
             return "paused";
         case RunState::PublishingOffline:
         case RunState::Offline:

@@ -11,8 +11,8 @@ struct TrayState {
     bool Online = false;
 };
 
-// The icon's name: "running", "paused", "stopped", or "offline" while the offline picture is shown
-// or a run waits for the line.
+// The icon's name: "running", "paused" (also outside the hours), "stopped", or "offline" while the
+// offline picture is shown or a run waits for the line.
 [[nodiscard]] QString TrayIconName(const TrayState& state);
 
 // "Stillpost: running, 312 pictures, online" in the language in use.
