@@ -263,7 +263,8 @@ void Program::LoadSettings() {
     SelectDriver(WantedDriver());
     ezVidCap1.SetPreview(values.Preview && !Run.Closed());
     // The time to the next picture goes on running when something else has changed.
-    if (before.TotalInterval() != values.TotalInterval()) Cycle.ApplyInterval();
+    const bool sameBeat = before.OnTheMinute == values.OnTheMinute;
+    if (!sameBeat || before.TotalInterval() != values.TotalInterval()) Cycle.ApplyInterval();
     ApplyLanguage();
     Cycle.ApplyHours();
     emit SettingsLoaded();

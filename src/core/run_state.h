@@ -49,6 +49,8 @@ struct OneRun {
     std::optional<int> SendStarted;    // ticks of the watchdog since then; none: nothing is sent
     bool Closed = false;               // it is outside the hours, and all is done for that
     CameraAbsence Absence;
+    std::optional<qint64> Beat;  // the last full multiple of the interval; milliseconds since 1970
+    bool AtOnce = false;         // the next picture waits for no multiple
 };
 
 // The state of the run. Everything that shows whether the program runs, pauses, connects or sends

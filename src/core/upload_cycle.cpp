@@ -23,6 +23,9 @@ constexpr int watchdogTicks = 61;
 constexpr int countWraps = 65'000;
 // What was made ahead is no longer what the camera sees.
 constexpr qint64 stale = 30'000;
+// A clock is looked at so often, and a timer that comes so late is still on the minute.
+constexpr qint64 longestLook = 1'000;
+constexpr qint64 tooLate = 2'000;
 
 }  // namespace
 
@@ -46,8 +49,12 @@ qint64 UploadCycle::Now() const {
 void UploadCycle::ApplyInterval() {
     qint64& due = run.ThisRun.Due;
     const Settings& values = parts.State.Values;
-    Timer4.SetInterval(values.Framerate);
+    Timer4.SetInterval(FirstLook());
     due = std::min(due, Now() + values.TotalInterval());
+}
+
+int UploadCycle::FirstLook() const {
+    return parts.State.Values.OnTheMinute ? 1 : parts.State.Values.Framerate;
 }
 
 void UploadCycle::ApplyHours() {
@@ -66,6 +73,7 @@ bool UploadCycle::Open() const {
 void UploadCycle::MakeDue() {
     if (!Timer4.Enabled()) return;
     run.ThisRun.MinutesLeft = 0;
+    run.ThisRun.AtOnce = true;
     Timer4.SetInterval(1);
 }
 
@@ -86,7 +94,7 @@ void UploadCycle::Start(Starter who) {
     parts.Net.SetStopped(false);
     const qint64 began = Now();
     parts.Pictures.ForgetStill();
-    Timer4.SetInterval(parts.State.Values.Framerate);
+    Timer4.SetInterval(FirstLook());
     if (!Open()) {
         run.ThisRun.Closed = true;
         run.Enter(RunState::OutsideHours);
@@ -99,7 +107,7 @@ void UploadCycle::Start(Starter who) {
     } else if (!Connect(RunState::Waiting) && run.Running()) {
         Failed(NotConnected(), began);
     }
-    Timer4.SetInterval(parts.State.Values.Framerate);
+    Timer4.SetInterval(FirstLook());
     EndOfWork();
     ArmTimer4();
 }
@@ -223,8 +231,24 @@ void UploadCycle::OnTimer4() {
 }
 
 bool UploadCycle::TickMakesPicture() {
-    return MinutesAreOver() && run.Is() != RunState::Paused &&
-           !parts.Transaction.Flags.ConnectionDown;
+    const bool due = parts.State.Values.OnTheMinute ? OnTheBeat() : MinutesAreOver();
+    return due && run.Is() != RunState::Paused && !parts.Transaction.Flags.ConnectionDown;
+}
+
+// Where the clock stands now; it is looked at again soon, because anybody can set it.
+Beat UploadCycle::AimAtBeat() {
+    const Beat beat = Beat::At(parts.Wait.OwnClock().Now(), parts.State.Values.TotalInterval());
+    Timer4.SetInterval(static_cast<int>(std::min(beat.Until, longestLook)));
+    run.ThisRun.Due = Now() + beat.Until;
+    return beat;
+}
+
+bool UploadCycle::OnTheBeat() {
+    const Beat beat = AimAtBeat();
+    if (std::exchange(run.ThisRun.AtOnce, false)) return true;
+    const qint64 multiple = parts.Wait.OwnClock().Now().toMSecsSinceEpoch() - beat.Since;
+    const bool next = std::exchange(run.ThisRun.Beat, multiple) != multiple;
+    return next && beat.Since < tooLate;
 }
 
 bool UploadCycle::MinutesAreOver() {
@@ -272,6 +296,9 @@ void UploadCycle::Succeeded() {
     once.Again.Reset();
     if (once.MinutesLeft == 0) once.MinutesLeft = static_cast<qint16>(values.Uptime);
     once.Due = Now() + values.TotalInterval();
+    // The multiples that the picture has taken the time of are left out.
+    if (values.OnTheMinute)
+        once.Beat = parts.Wait.OwnClock().Now().toMSecsSinceEpoch() - AimAtBeat().Since;
     run.Enter(RunState::Waiting);
 }
 

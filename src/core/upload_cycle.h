@@ -4,6 +4,7 @@
 #include "core/main_state.h"
 #include "core/megabytes.h"
 #include "core/run_state.h"
+#include "core/schedule/beat.h"
 #include "core/schedule/schedule.h"
 
 #include <QObject>
@@ -92,6 +93,9 @@ class UploadCycle : public QObject {
     void ArmTimer4();
     bool TickMakesPicture();
     [[nodiscard]] bool MinutesAreOver();
+    [[nodiscard]] bool OnTheBeat();
+    [[nodiscard]] Beat AimAtBeat();
+    [[nodiscard]] int FirstLook() const;
     void Tick();
     [[nodiscard]] Outcome LocalTick();
     [[nodiscard]] Outcome FtpTick();

@@ -171,6 +171,45 @@ class TestUploadCycle : public QObject {
         QCOMPARE(f.Display.Statuses.count("Wait..."), 2 * later);
     }
 
+    // Whatever happens, pictures are taken at full multiples of the interval.
+    void OnTheMinute_data() {
+        const Rows<QString, int, int, QStringList> row;  // milliseconds, extra minutes; when taken
+        row("minutes", "", 60'000, 9, {"10:10:00", "10:20:00", "10:30:00"});
+        row("seconds", "", 10'000, 0, {"10:03:20", "10:03:30", "10:03:40"});
+        row("a slow server", "slow", 10'000, 0, {"10:03:30", "10:04:00", "10:04:30"});
+        row("suspended", "suspend", 60'000, 9, {"10:10:00", "10:50:00"});
+        row("clock put on", "set", 60'000, 9, {"10:10:00", "13:20:00"});
+        row("does not divide the day", "midnight", 60'000, 6, {"23:55:00", "00:00:00", "00:07:00"});
+        row("at once", "due", 60'000, 9, {"10:03:20", "10:10:00"});
+    }
+    void OnTheMinute() {
+        const auto [event, milliseconds, minutes, times] = Row<QString, int, int, QStringList>();
+        CycleFixture f(milliseconds);
+        f.State.Values.Uptime = minutes;
+        f.State.Values.OnTheMinute = true;
+        f.Apply();
+        const QTime begin = event == "midnight" ? QTime(23, 53, 20) : QTime(10, 3, 20);
+        f.Time.SetNow(QDateTime(QDate(2026, 3, 4), begin, Qt::UTC));
+        GoLocal(f, "./");
+        if (event == "slow") {
+            f.State.Values.Server = "127.0.0.1";
+            f.State.Values.Verzeichnis.clear();
+            f.Server.Script = {{.Verb = "DONE", .DelayMilliseconds = 20'500}};
+        }
+        QStringList taken;
+        QObject::connect(&f.Run, &RunStatus::Changed, &f.Run, [&] {
+            if (f.Run.Is() == RunState::TakingPicture) taken << f.Time.Now().toString("HH:mm:ss");
+        });
+        f.Cycle.Start();
+        if (event == "due") f.Cycle.MakeDue();
+        for (int i = 1; i <= times.size(); ++i) {
+            QVERIFY(f.RunUntilPublished(i, 2 * tenMinutes));
+            if (i == 1 && event == "suspend") f.Time.Suspend(37 * 60'000);
+            if (i == 1 && event == "set") f.Time.SetNow(f.Time.Now().addSecs(3 * 3600 + 300));
+        }
+        QCOMPARE(taken, times);
+    }
+
     void HistoryFillsFromAnEmptyFolder_data() {
         const Rows<bool, bool, QStringList> row;
         row("rename over", false, false, {});

@@ -85,8 +85,9 @@ std::optional<qint64> RunFigures::UntilNextPicture() const {
         return std::nullopt;
     if (state == RunState::OutsideHours) return UntilHoursBegin();
     if (program.Run.Busy()) return 0;
-    const qint64 next = state == RunState::WaitingToRetry
-                            ? program.Run.ThisRun.Again.Next()
+    const qint64 next = state == RunState::WaitingToRetry ? program.Run.ThisRun.Again.Next()
+                        : program.State.Values.OnTheMinute
+                            ? program.Run.ThisRun.Due
                             : lastPicture + program.State.Values.TotalInterval();
     return std::max<qint64>(0, next - program.Wait.OwnClock().Milliseconds());
 }
