@@ -22,6 +22,7 @@
 #include "ui/menu/frm_web.h"
 #include "ui/settings/camera/frm_cam.h"
 #include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/hours/frm_hours.h"
 #include "ui/settings/overlay/frm_bild.h"
 #include "ui/settings/overlay/frm_overlay.h"
 #include "ui/settings/overlay/frm_text.h"
@@ -73,6 +74,7 @@ struct Shell::Parts {
     Info AboutBox{Skins, Words};
     frmFTP FtpWindow{{Core, Words, Boxes}, LanguageTables, &MainWindow};
     frmCam CameraWindow{{Core, Words, Boxes}, LanguageTables, &MainWindow};
+    frmHours HoursWindow{{Core, Words, Boxes}, &MainWindow};
     frmText TextWindow{{Core, Words, Boxes}, &MainWindow};
     frmBild PictureWindow{{Core, Words, Boxes}, &MainWindow};
     frmOverlay OverlayWindow{{Core, Words, Boxes}, TextWindow, PictureWindow, &MainWindow};
@@ -101,6 +103,7 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       FtpWindow(parts->FtpWindow),
       CameraWindow(parts->CameraWindow),
       OverlayWindow(parts->OverlayWindow),
+      HoursWindow(parts->HoursWindow),
       Tray(parts->Tray),
       HangUpWindow(parts->HangUpWindow),
       FirstSteps(parts->FirstSteps),
@@ -136,6 +139,7 @@ void Shell::ConnectMenu() {
     open(frmMenue::Ftp, [this] { FtpWindow.Open(); });
     open(frmMenue::Camera, [this] { CameraWindow.Open(); });
     open(frmMenue::Overlay, [this] { OverlayWindow.Open(); });
+    open(frmMenue::Hours, [this] { HoursWindow.Open(); });
     open(frmMenue::Help, [this] { OpenHelp(); });
     open(frmMenue::Info, [this] { AboutBox.Show(); });
     open(frmMenue::Guide, [this] { FirstSteps.Open(); });

@@ -20,6 +20,7 @@ class frmBild;
 class frmCam;
 class frmDownloadHilfe;
 class frmFTP;
+class frmHours;
 class frmLanguage;
 class frmLog;
 class frmMenue;
@@ -67,6 +68,7 @@ class Shell : public QObject {
     frmFTP& FtpWindow;
     frmCam& CameraWindow;
     frmOverlay& OverlayWindow;
+    frmHours& HoursWindow;
     Tray1& Tray;
     frmMsg& HangUpWindow;
     Guide& FirstSteps;

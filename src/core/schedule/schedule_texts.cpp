@@ -29,12 +29,15 @@ QString NameOf(HoursFault::Kind kind) {
 
 }  // namespace
 
-QString FaultText(const Texts& texts, const Schedule& hours) {
-    const auto& fault = hours.Fault();
-    if (!fault) return {};
+QString FaultText(const Texts& texts, const HoursFault& fault) {
     // What is written comes last: it must not be searched for places. Not every text has all.
-    QString text = texts.Get(section, NameOf(fault->Is));
-    return text.replace("%1", QString::number(fault->At + 1)).replace("%2", fault->What);
+    QString text = texts.Get(section, NameOf(fault.Is));
+    return text.replace("%1", QString::number(fault.At + 1)).replace("%2", fault.What);
+}
+
+QString FaultText(const Texts& texts, const Schedule& hours) {
+    if (!hours.Fault()) return {};
+    return FaultText(texts, *hours.Fault()) + " " + texts.Get(section, "AlwaysThen");
 }
 
 QString OutsideText(const Texts& texts, const Schedule& hours, const QDateTime& now) {

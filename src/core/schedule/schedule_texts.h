@@ -4,11 +4,14 @@
 
 class QDateTime;
 class Schedule;
+struct HoursFault;
 class Texts;
 
 // What windows and the status say of the hours, in the language in use.
 
-// Why the hours of the settings cannot be read; empty where they can.
+// Why hours cannot be read.
+[[nodiscard]] QString FaultText(const Texts& texts, const HoursFault& fault);
+// The same of those of the settings, and what follows from it; empty where they can be read.
 [[nodiscard]] QString FaultText(const Texts& texts, const Schedule& hours);
 // "Outside the hours, next picture 06:00".
 [[nodiscard]] QString OutsideText(const Texts& texts, const Schedule& hours, const QDateTime& now);

@@ -31,6 +31,7 @@ class frmMenue : public MenuPanel {
         Visitors,
         AnotherCamera,
         Archive,
+        Hours,
         Count
     };
 
