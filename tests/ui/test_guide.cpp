@@ -142,9 +142,10 @@ class TestGuide : public QObject {
 
         // What it wrote is what the settings windows show.
         const QStringList written = program.Lines();
-        for (const QString& line : {"Sprache=" + key, QString("Overlay=2"), QString("PW=right"),
-                                    QString("Lin0=\" Dateline\""), QString("Archive=1"),
-                                    QString("OfflinePic=1"), QString("Framerate=60000")})
+        for (const QString& line :
+             {"Sprache=" + key, QString("Overlay=2"), QString("PW=right"),
+              QString("Lin0=\" Dateline\""), QString("Archive=1"), QString("OfflinePic=1"),
+              QString("OfflineAfter=10"), QString("Framerate=60000")})
             QVERIFY2(written.contains(line), qPrintable(line));
         Shell& shell = *program.Windows;
         for (SettingsWindow* window : std::initializer_list<SettingsWindow*>{
@@ -162,7 +163,8 @@ class TestGuide : public QObject {
         const QString settings =
             "[Einstellungen]\nSprache=franz\nTreiber=Gone\nServer=Local\nVerzeichnis=" +
             Paths::WithSeparator(target.path()) +
-            "\nOverlay=3\nFramerate=2500\nUptime=0\nOfflinePic=0\nAutostart=0\nArchive=0\n"
+            "\nOverlay=3\nFramerate=2500\nUptime=0\nOfflinePic=0\nOfflineAfter=0\nAutostart="
+            "0\nArchive=0\n"
             "[Text]\nLin0=Date\nLin1=more\nEffect=Zeile\n[Cameras]\nCam0=Mine|test:64x48\n";
         Fixture program(settings);
         const QStringList before = program.Lines();

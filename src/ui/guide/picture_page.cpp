@@ -25,6 +25,7 @@ constexpr qint64 minute = 60'000;
 constexpr std::array intervals{10 * second, 30 * second, minute,      2 * minute,
                                5 * minute,  10 * minute, 30 * minute, 60 * minute};
 constexpr QSize offlineSize(120, 90);
+const QString usualPatience = "10";  // minutes without a picture
 
 ProfileEntry Entry(const QString& key, const QString& value) {
     return {"Einstellungen", key, value};
@@ -48,6 +49,7 @@ PicturePage::PicturePage(const SettingsWindow::Surroundings& surroundings)
       txtLine(new QLineEdit),
       cbInterval(new QComboBox),
       chkOffline(new QCheckBox),
+      chkOfflineAfter(new QCheckBox),
       OfflineLook(new PreviewArea),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     constexpr int mostCharacters = 254;  // of a value, with the blank that may come in front
@@ -77,6 +79,11 @@ void PicturePage::LayOut() {
               {.Key = "OfflinePic", .Text = "Offline", .Missing = "1", .Enabled = [this] {
                    return OfflineLook->isVisibleTo(this);
                }});
+    rows->Add(chkOfflineAfter, {.Key = "OfflineAfter",
+                                .Missing = usualPatience,
+                                .Enabled = [this] { return OfflineLook->isVisibleTo(this); },
+                                .Show = [this](const QString& written) { ShowPatience(written); },
+                                .Value = [this] { return Patience(); }});
     OfflineLook->setFixedSize(offlineSize);
     rows->AddWhole(OfflineLook);
     auto* columns = new QHBoxLayout;
@@ -94,7 +101,8 @@ QWidget* PicturePage::First() const {
 void PicturePage::ShowSettings() {
     ShowOffline();
     GuidePage::ShowSettings();
-    if (!chkOffline->isEnabled()) chkOffline->setChecked(false);
+    for (QCheckBox* option : {chkOffline, chkOfflineAfter})
+        if (!option->isEnabled()) option->setChecked(false);
     ShowOverlay();
     const bool set = !Setting("Framerate").isEmpty() || !Setting("Uptime").isEmpty();
     ShowIntervals(set ? Core().State.Values.TotalInterval() : minute);
@@ -128,6 +136,19 @@ QString PicturePage::IntervalName(qint64 milliseconds) const {
     if (milliseconds == 60 * minute) return Text("EveryHour");
     if (milliseconds % minute == 0) return Text("EveryMinutes").arg(milliseconds / minute);
     return Text("EverySeconds").arg(static_cast<double>(milliseconds) / second);
+}
+
+// Suggested to those who have not decided on the offline picture before.
+void PicturePage::ShowPatience(const QString& minutes) {
+    const bool decided = !Setting("OfflineAfter").isEmpty() || Setting("OfflinePic").isEmpty();
+    chkOfflineAfter->setChecked(decided && ValLong(minutes) > 0);
+}
+
+// Who has chosen another time keeps it.
+QString PicturePage::Patience() const {
+    if (!chkOfflineAfter->isChecked()) return "0";
+    const QString written = Setting("OfflineAfter");
+    return ValLong(written) > 0 ? written : usualPatience;
 }
 
 // Without a picture there is nothing that visitors could see.

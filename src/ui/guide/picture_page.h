@@ -22,6 +22,7 @@ class PicturePage : public GuidePage {
     QLineEdit* txtLine;
     QComboBox* cbInterval;
     QCheckBox* chkOffline;
+    QCheckBox* chkOfflineAfter;
     PreviewArea* OfflineLook;
     OverlayPreview* Preview;
 
@@ -41,6 +42,8 @@ class PicturePage : public GuidePage {
     void ShowOverlay();
     void ShowIntervals(qint64 wanted);
     void ShowOffline();
+    void ShowPatience(const QString& minutes);
+    [[nodiscard]] QString Patience() const;
     void ShowNote();
     [[nodiscard]] QString IntervalName(qint64 milliseconds) const;
     [[nodiscard]] QList<ProfileEntry> OverlayEntries() const;
