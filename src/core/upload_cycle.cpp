@@ -205,6 +205,7 @@ void UploadCycle::OnTimer1() {
 
 void UploadCycle::TryAgainAtOnce() {
     run.ThisRun.Again.Reset();
+    run.ThisRun.Absence.Again.Reset();
     // What a run has ended with is no longer so, either.
     if (run.Is() == RunState::Stopped) run.Enter(RunState::Stopped);
 }
@@ -317,7 +318,9 @@ void UploadCycle::BeginHours() {
     parts.Pictures.ForgetStill();
     run.Enter(RunState::Waiting);
     Timer4.SetInterval(1);
-    parts.Transaction.Flags.ConnectionDown = false;  // as when the server has dropped it
+    TransactionFlags& flags = parts.Transaction.Flags;
+    flags.ConnectionDown = false;  // as when the server has dropped it
+    flags.QuietErrors = true;      // nobody is there to read a message
     ArmTimer4();
 }
 

@@ -364,6 +364,20 @@ class TestOfflinePicture : public QObject {
         QVERIFY(f.Public() == f.File && !f.Run.Failing());
     }
 
+    // Nobody is there to read a message.
+    void ServerIsAwayWhenTheyBegin() {
+        OfflineFixture f;
+        f.State.Values.OutsideLast = true;
+        f.KeepHours({5, 58});
+        f.Server.StopListening();
+        f.Cycle.Start();
+        f.Time.Advance(600'000);
+        QVERIFY(f.Run.Failing());
+        QCOMPARE(f.Boxes.Shown, QStringList());
+        f.Server.ListenAgain();
+        QVERIFY(f.RunUntilPublished(1, 310'000));
+    }
+
     void OperatorAtNight_data() {
         const Rows<QString, RunState, bool> row;  // state in the morning; whether pictures came
         row("stops", "stop", RunState::Offline, false);
