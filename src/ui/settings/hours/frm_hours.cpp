@@ -36,8 +36,8 @@ QGroupBox* frmHours::HoursFrame() {
     const auto some = [this] { return !optAlways->isChecked(); };
     QGroupBox* frame = Controls.Frame("FrameHours");
     auto* rows = new SettingsRows(Controls, frame);
-    for (const auto& [option, text] : {std::pair(optAlways, "Always"), std::pair(optWeek, "Week"),
-                                       std::pair(optSun, "Sun")})
+    for (const auto& [option, text] :
+         {std::pair(optAlways, "Always"), std::pair(optWeek, "Week"), std::pair(optSun, "Sun")})
         rows->Add(option, {.Text = QString::fromLatin1(text)});
     rows->AddWhole(Week);
     Controls.Add(Week, {.Text = "Picture", .Enabled = week});

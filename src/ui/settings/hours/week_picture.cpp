@@ -41,7 +41,8 @@ void WeekPicture::SetDayNames(const QStringList& names) {
 QSize WeekPicture::minimumSizeHint() const {
     const int line = fontMetrics().height();
     constexpr int narrowest = 9;  // pixels of an hour that a finger or a mouse still hits
-    return {Area().left() + hours * narrowest + line, (WeekHours::Days + 1) * (line + margin)};
+    return {Area().left() + hours * narrowest + line,
+            (WeekHours::Days + 1) * (line + margin) + margin};
 }
 
 QSize WeekPicture::sizeHint() const {
@@ -123,8 +124,8 @@ void WeekPicture::keyPressEvent(QKeyEvent* event) {
     if (key == Qt::Key_Down) cursor.Day = std::min(WeekHours::Days, cursor.Day + 1);
     const bool moves = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Home ||
                        key == Qt::Key_End || key == Qt::Key_Up || key == Qt::Key_Down;
-    const bool paints = key == Qt::Key_Space ||
-                        (moves && event->modifiers().testFlag(Qt::ShiftModifier));
+    const bool paints =
+        key == Qt::Key_Space || (moves && event->modifiers().testFlag(Qt::ShiftModifier));
     if (!moves && !paints) {
         QWidget::keyPressEvent(event);
         return;
@@ -138,7 +139,9 @@ void WeekPicture::keyPressEvent(QKeyEvent* event) {
 }
 
 void WeekPicture::Tell() {
-    const auto time = [](int hour) { return QString::number(hour).rightJustified(2, u'0') + ":00"; };
+    const auto time = [](int hour) {
+        return QString::number(hour).rightJustified(2, u'0') + ":00";
+    };
     emit Moved(dayNames.at(cursor.Day - 1) + " " + time(cursor.Hour) + "-" + time(cursor.Hour + 1),
                Holds(cursor));
 }
