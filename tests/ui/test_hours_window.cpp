@@ -58,8 +58,7 @@ class TestHoursWindow : public QObject {
         f.Drag({7, 23}, {7, 22});
         QVERIFY(f.Window.txtWeek->text().endsWith("sa 06:00-22:00; su 06:00-24:00"));
         // The keyboard is where the mouse was.
-        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Space})
-            QTest::keyClick(f.Window.Week, key);
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Space}) QTest::keyClick(f.Window.Week, key);
         QVERIFY(f.Window.txtWeek->text().endsWith("sa 06:00-23:00; su 06:00-24:00"));
         QVERIFY(f.Window.lblShown->text().startsWith("Sa 22:00-23:00: pictures"));
         QTest::keyClick(f.Window.Week, Qt::Key_Right, Qt::ShiftModifier);
