@@ -14,6 +14,7 @@ const QString section = QStringLiteral("Einstellungen");
 const QString settingsName = QStringLiteral("ftpOptions.ini");
 constexpr int mostFolders = 1000;
 constexpr qsizetype longestName = 60;
+constexpr int besideFirst = 40;  // pixels
 
 // Beside those that were made from here, wherever the program was started.
 QDir PlaceFor(const QString& programFolder) {
@@ -55,6 +56,12 @@ QList<ProfileEntry> EntriesFor(const QString& file, const QString& name, const Q
         if (const QString each = QString::fromLatin1(key);
             !ReadSetting(file, section, each).isEmpty())
             entries << ProfileEntry{section, each, {}};
+    // Not in the very place of the first one's.
+    for (const char* key : {"WindowLeft", "WindowTop", "StatusLeft", "StatusTop"})
+        if (const QString place = ReadSetting(file, "Window", QString::fromLatin1(key));
+            !place.isEmpty())
+            entries << ProfileEntry{"Window", QString::fromLatin1(key),
+                                    QString::number(ValLong(place) + besideFirst)};
     const QString archive = ReadSetting(file, section, "ArchivePath");
     if (!archive.isEmpty() && !QDir::isRelativePath(archive))
         entries << ProfileEntry{section, "ArchivePath", "archive"};
@@ -92,8 +99,8 @@ QString AnotherCamera::FolderName(const QString& name) {
     // Names of devices on Windows.
     static const QStringList devices{"con", "prn", "aux", "nul"};
     const QString low = folder.toLower();
-    const bool numbered = low.size() == 4 && (low.startsWith("com") || low.startsWith("lpt")) &&
-                          low.back().isDigit();
+    const bool numbered =
+        low.size() == 4 && (low.startsWith("com") || low.startsWith("lpt")) && low.back().isDigit();
     if (devices.contains(low) || numbered) folder += "-camera";
     return folder.isEmpty() ? QStringLiteral("camera") : folder;
 }
