@@ -57,9 +57,12 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool w
     return application;
 }
 
-// Who names a folder has several of them.
-QString NameFor(const CommandLine& commandLine, const ProgramFolder& folder) {
-    return commandLine.Folder.isEmpty() ? QString() : QDir(folder.Folder).dirName();
+// Of one among several: any folder but the usual one.
+QString NameFor(const ProgramFolder& folder) {
+    const QString usual = ProgramFolder::Places::OfThisProcess({}).UserFolder;
+    const QDir own(folder.Folder);
+    const bool portable = own == QDir(folder.ExecutableFolder);
+    return portable || own == QDir(usual) ? QString() : own.dirName();
 }
 
 // Another one, which goes on when this one ends.
@@ -91,7 +94,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     MessageBoxes& boxes =
         display ? static_cast<MessageBoxes&>(windows) : static_cast<MessageBoxes&>(console);
     Program program({clock, platform, boxes, page, folder.Folder, folder.FindShared("Click.wav"),
-                     folder.ReadingFolders(), NameFor(commandLine, folder)});
+                     folder.ReadingFolders(), NameFor(folder)});
     windows.SetWaiting(program.Wait);
 
     ConsoleDisplay verbose(clock, PrintError);

@@ -41,7 +41,7 @@ class Program : public QObject {
         QString Folder;                     // the program folder
         QString ClickSound;                 // path of "Click.wav"; empty when there is none
         QStringList InstalledFolders = {};  // copies of what the program folder does not have
-        QString Name = {};                  // of one among several; the setting goes before it
+        QString Name = {};                  // of one among several; the setting goes first
     };
     explicit Program(const Surroundings& surroundings);
     ~Program() override;
