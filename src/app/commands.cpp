@@ -66,5 +66,5 @@ int RunCommand(const CommandLine& commandLine, const ProgramFolder& folder,
     const Platform platform = MakePlatform();
     const CommandSurroundings around{wait, platform, folder.Folder, PrintLine};
     return static_cast<int>(commandLine.Asked == Task::Check ? Check(around, InUse(folder.Folder))
-                                                       : ListCameras(around));
+                                                             : ListCameras(around));
 }

@@ -6,8 +6,8 @@
 
 class FolderClaim;
 
-// Takes the folder. Where another Stillpost has it, that one is asked to come to the front, the user
-// is told where nothing comes, and the result is the exit status of this one.
+// Takes the folder. Where another Stillpost has it, that one is asked to come to the front, the
+// user is told where nothing comes, and the result is the exit status of this one.
 [[nodiscard]] std::optional<int> EndSecondStart(FolderClaim& claim, const QString& folder,
                                                 bool display);
 

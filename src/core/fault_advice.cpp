@@ -17,6 +17,5 @@ static_assert(keys.size() == static_cast<std::size_t>(CaptureFault::Lost) + 1);
 }  // namespace
 
 QString FaultAdvice(CaptureFault fault, const Texts& texts) {
-    return texts.Get("CameraFaults",
-                     keys.at(static_cast<std::size_t>(fault)).toString());
+    return texts.Get("CameraFaults", keys.at(static_cast<std::size_t>(fault)).toString());
 }

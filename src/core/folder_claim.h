@@ -6,8 +6,8 @@
 
 // Sees to it that one program at a time works with a program folder, and lets a second one ask the
 // first to show itself. The lock is a file in the folder, "stillpost.lock", which the system holds
-// for the program: one that a crash, a power cut or a computer of another name has left behind stops
-// nobody. Where no file can be written, the one that answers has the folder.
+// for the program: one that a crash, a power cut or a computer of another name has left behind
+// stops nobody. Where no file can be written, the one that answers has the folder.
 class FolderClaim : public QObject {
     Q_OBJECT
 

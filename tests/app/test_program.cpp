@@ -88,9 +88,10 @@ class TestProgram : public QObject {
   private slots:
     void init() {
         QVERIFY(QDir(folder.path()).mkpath("program/public"));
-        QVERIFY(WriteBytes(folder.filePath("program/ftpOptions.ini"),
-                           "[Einstellungen]\nServer=local\nVerzeichnis=public\nTreiber=Test\n"
-                           "Autostart=1\nFramerate=200\nOverlay=5\n[Cameras]\nCam0=Test|test:64x48\n"));
+        QVERIFY(
+            WriteBytes(folder.filePath("program/ftpOptions.ini"),
+                       "[Einstellungen]\nServer=local\nVerzeichnis=public\nTreiber=Test\n"
+                       "Autostart=1\nFramerate=200\nOverlay=5\n[Cameras]\nCam0=Test|test:64x48\n"));
     }
 
     void WithoutAScreen() {

@@ -120,8 +120,10 @@ class TestLog : public QObject {
         const auto [settings, verzeichnis] = Row<QByteArray, QString>();
         const QTemporaryDir base;
         const QString first = base.filePath("ftpOptions.ini");
-        QVERIFY(WriteBytes(first, "[Einstellungen]\nPW=x\nTreiber=Cam\nPath=/none\nAutostart=1\n"
-                                  "ArchivePath=/none/archive\nOverlayfile=logo.png\n" + settings));
+        QVERIFY(WriteBytes(first,
+                           "[Einstellungen]\nPW=x\nTreiber=Cam\nPath=/none\nAutostart=1\n"
+                           "ArchivePath=/none/archive\nOverlayfile=logo.png\n" +
+                               settings));
         QVERIFY(QDir(base.path()).mkpath("overlay"));
         QVERIFY(WriteBytes(base.filePath("overlay/logo.png"), "png"));
         const auto made = AnotherCamera::Make(base.path(), "Garden");

@@ -66,7 +66,8 @@ class Checking {
         const QString what = QString::fromLatin1(
             QMetaEnum::fromType<SettingFinding::What>().valueToKey(static_cast<int>(found.Is)));
         QString text = Filled(words.Get("Check", what), {found.Section, found.Key, found.Written});
-        if (!found.Range.isEmpty()) text += ' ' + Filled(words.Get("Check", "Range"), {found.Range});
+        if (!found.Range.isEmpty())
+            text += ' ' + Filled(words.Get("Check", "Range"), {found.Range});
         if (!found.Counts.isEmpty())
             text += ' ' + Filled(words.Get("Check", "Counts"), {found.Counts});
         Say("Line", {"ftpOptions.ini", QString::number(found.Line), text});
@@ -95,8 +96,8 @@ class Checking {
         for (int i = 0; i < cameraTries && !taken && !wait.Closing(); ++i)
             taken = capture.GrabFrame() || !Slow(capture.FaultCause());
         if (capture.Running() && capture.Width() > 0) {
-            Say("Camera", {wanted, QString::number(capture.Width()),
-                           QString::number(capture.Height())});
+            Say("Camera",
+                {wanted, QString::number(capture.Width()), QString::number(capture.Height())});
             return;
         }
         Say("CameraFault", {wanted, FaultAdvice(capture.FaultCause(), words)});

@@ -27,7 +27,8 @@ CommandStatus ListCameras(const CommandSurroundings& around) {
     const QList<Camera> cameras = ListCameras(devices.List(), LoadSettings(file).Cameras);
     for (const Camera& camera : cameras) {
         const bool installed = camera.Kind == CaptureKind::Device;
-        const QString kind = words.Get("ListCameras", installed ? QString("Installed") : "WrittenDown");
+        const QString kind =
+            words.Get("ListCameras", installed ? QString("Installed") : "WrittenDown");
         // Not the address of one that is written down: a password may be in it.
         around.Print(camera.Name + " (" + kind + ")");
         if (!installed) continue;

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr int mostMilliseconds = 300'000;   // in any case
-constexpr qint64 patience = 60'000;         // for what may pass by itself
+constexpr int mostMilliseconds = 300'000;  // in any case
+constexpr qint64 patience = 60'000;        // for what may pass by itself
 
 bool MayPass(TroubleKind kind) {
     return kind != TroubleKind::Login && kind != TroubleKind::Identity &&
@@ -23,9 +23,8 @@ Once::Once(Program& ownProgram, std::function<void(const QString&)> ownPrint)
     : program(ownProgram),
       print(std::move(ownPrint)),
       limit(program.Wait.OwnClock(), mostMilliseconds) {
-    connect(&program.Cycle, &UploadCycle::PicturePublished, this, [this](int, qint64 bytes) {
-        End(CommandStatus::Fine, Text("Published").arg(bytes));
-    });
+    connect(&program.Cycle, &UploadCycle::PicturePublished, this,
+            [this](int, qint64 bytes) { End(CommandStatus::Fine, Text("Published").arg(bytes)); });
     connect(&program.Run, &RunStatus::Changed, this, &Once::Look);
     connect(&limit, &Timer::Tick, this, [this] { End(CommandStatus::Failed, Text("TooSlow")); });
 }
@@ -51,8 +50,7 @@ void Once::Look() {
     if (program.Run.Is() != RunState::WaitingToRetry || !program.Run.Ongoing()) return;
     const Trouble& trouble = *program.Run.Ongoing();
     const bool late = program.Wait.OwnClock().Milliseconds() - began >= patience;
-    if (late || !MayPass(trouble.Kind))
-        End(CommandStatus::Failed, Text("Failed").arg(trouble.Why));
+    if (late || !MayPass(trouble.Kind)) End(CommandStatus::Failed, Text("Failed").arg(trouble.Why));
 }
 
 void Once::End(CommandStatus how, const QString& text) {

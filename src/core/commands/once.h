@@ -5,8 +5,9 @@
 
 class Program;
 
-// `stillpost --once`: takes one picture, publishes it and ends the program. What may pass by itself,
-// as a camera that begins slowly or a server that is restarted, is tried again for a minute.
+// `stillpost --once`: takes one picture, publishes it and ends the program. What may pass by
+// itself, as a camera that begins slowly or a server that is restarted, is tried again for a
+// minute.
 class Once : public QObject {
     Q_OBJECT
 

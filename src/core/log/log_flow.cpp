@@ -50,8 +50,7 @@ QStringList LogFlow::Take(const QString& text, qint64 now) {
 }
 
 bool LogFlow::HasRoom(qint64 now) {
-    const double more =
-        filled ? static_cast<double>(now - *filled) * roomPerMillisecond : mostRoom;
+    const double more = filled ? static_cast<double>(now - *filled) * roomPerMillisecond : mostRoom;
     filled = now;
     room = std::min(mostRoom, room + more);
     if (room < 1) return false;

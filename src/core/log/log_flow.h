@@ -6,8 +6,9 @@
 #include <optional>
 
 // Which lines go into a log, where the same may happen ten times a second for months: of each text
-// three an hour, of all together some hundred and then one a minute. What is left out is counted and
-// told when the next line of its kind comes. Texts that differ in nothing but numbers are the same.
+// three an hour, of all together some hundred and then one a minute. What is left out is counted
+// and told when the next line of its kind comes. Texts that differ in nothing but numbers are the
+// same.
 class LogFlow {
   public:
     // What is to be written for a text that comes now; maybe nothing. now: milliseconds of a clock
@@ -31,6 +32,6 @@ class LogFlow {
 };
 
 // A text as it stands in a log: one line of bounded length, without control characters. secrets:
-// passwords; they are left out wherever they stand, and so is what stands in front of the host of an
-// address.
+// passwords; they are left out wherever they stand, and so is what stands in front of the host of
+// an address.
 [[nodiscard]] QString LogText(const QString& text, const QStringList& secrets);

@@ -22,8 +22,7 @@ void RunLog::Write(const QString& text) {
     const Settings& values = parts.State.Values;
     const QDateTime now = parts.Time.Now();
     const QString time = now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODate);
-    const QStringList lines =
-        flow.Take(LogText(text, {values.PW}), parts.Time.Milliseconds());
+    const QStringList lines = flow.Take(LogText(text, {values.PW}), parts.Time.Milliseconds());
     for (const QString& line : lines) {
         if (values.LogFile) file.Write(time + u' ' + line);
         if (parts.Journal) parts.Journal(line);

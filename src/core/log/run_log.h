@@ -19,7 +19,7 @@ class RunLog : public QObject {
         const Clock& Time;
         const RunStatus& Run;
         const MainState& State;
-        QString Folder;                                      // the program folder
+        QString Folder;                                    // the program folder
         std::function<void(const QString&)> Journal = {};  // gets each line without its time
     };
     // All outlive the log.

@@ -74,7 +74,8 @@ void frmAnotherCamera::Fit() {
     const int wide = std::max(
         {width(), minimumSizeHint().width(), fontMetrics().averageCharWidth() * shownCharacters});
     const QSize room = ScreenRoom(*this);
-    resize(QSize(wide, layout()->totalHeightForWidth(std::min(wide, room.width()))).boundedTo(room));
+    resize(
+        QSize(wide, layout()->totalHeightForWidth(std::min(wide, room.width()))).boundedTo(room));
 }
 
 bool frmAnotherCamera::event(QEvent* event) {
