@@ -48,7 +48,7 @@ class Checking {
     bool CheckFile() {
         QFile opened(file);
         const bool there = opened.open(QIODevice::ReadOnly);
-        const QByteArray bytes = opened.read(mostBytes + 1);
+        const QByteArray bytes = there ? opened.read(mostBytes + 1) : QByteArray();
         if (!there || bytes.size() > mostBytes) {
             Say(there ? QString("FileTooLarge") : "NoFile", {file});
             Worsen(CommandStatus::Failed);
