@@ -67,6 +67,17 @@ QSize DecodedSize(QSize size, QSize enough) {
     return Scaled(size, eighths);
 }
 
+// Of the eighths those that the decoder has a fast way for.
+QSize SmallSize(QSize size, QSize box) {
+    if (box.isEmpty()) return DecodedSize(size, size);
+    const QSize fitted = size.scaled(box, Qt::KeepAspectRatio);
+    for (const int eighths : {1, 2, 4}) {
+        const QSize small = Scaled(size, eighths);
+        if (small.expandedTo(fitted) == small) return small;
+    }
+    return DecodedSize(size, fitted);
+}
+
 bool Decode(const Decoder& decoder, const QByteArray& bytes, QImage& image, int format) {
     // A picture that is cut off is only a warning to the decoder, which makes up the rest.
     return tjDecompress2(decoder.get(), reinterpret_cast<const uchar*>(bytes.constData()),
@@ -98,14 +109,13 @@ QImage FromInks(const QImage& inks) {
     return image;
 }
 
-}  // namespace
-
-FilePicture ReadJpeg(const QByteArray& bytes, QSize enough) {
+// choose: the size to decode to, from that of the file and what is enough.
+FilePicture Read(const QByteArray& bytes, QSize enough, QSize (*choose)(QSize, QSize)) {
     const Decoder decoder(tjInitDecompress());
     Jpeg jpeg{bytes};
     if (!TakeHeader(decoder, jpeg)) return {.Fault = PictureFault::Unreadable};
     const bool onItsSide = OnItsSide(jpeg.Header.Orientation);
-    const QSize size = DecodedSize(jpeg.Size, onItsSide ? enough.transposed() : enough);
+    const QSize size = choose(jpeg.Size, onItsSide ? enough.transposed() : enough);
     const qint64 most = jpeg.Header.Buffered ? mostBufferedPixels : mostPixels;
     if (Pixels(jpeg.Size) > most) return {.Fault = PictureFault::TooLarge};
     if (const PictureFault fault = SizeFault(size, bytes.size()); fault != PictureFault::None)
@@ -126,4 +136,14 @@ FilePicture ReadJpeg(const QByteArray& bytes, QSize enough) {
             .Fault = PictureFault::None,
             .Jpeg = !jpeg.FourColours,
             .Size = onItsSide ? jpeg.Size.transposed() : jpeg.Size};
+}
+
+}  // namespace
+
+FilePicture ReadJpeg(const QByteArray& bytes, QSize enough) {
+    return Read(bytes, enough, &DecodedSize);
+}
+
+FilePicture ReadSmallJpeg(const QByteArray& bytes, QSize box) {
+    return Read(bytes, box, &SmallSize);
 }

@@ -38,11 +38,15 @@ QString NamedDate(const QDate& date, const QLocale& locale, const QString& dayAn
 }  // namespace
 
 // Short dates differ in the year: systems write four digits where the locale data has two.
-QString ShortDate(const QDate& date, const QLocale& locale) {
+QString ShortDateForm(const QLocale& locale) {
     QString format = locale.dateFormat(QLocale::ShortFormat);
     const qsizetype year = format.indexOf(u'y');
     if (year >= 0 && format.count(u'y') == 2) format.insert(year, QStringLiteral("yy"));
-    return locale.toString(date, format);
+    return format;
+}
+
+QString ShortDate(const QDate& date, const QLocale& locale) {
+    return locale.toString(date, ShortDateForm(locale));
 }
 
 QString FormatDate(DateForm form, const QDate& date, const QLocale& locale) {

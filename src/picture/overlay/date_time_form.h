@@ -26,5 +26,6 @@ constexpr int TimeForms = 4;
 [[nodiscard]] QString FormatDate(DateForm form, const QDate& date, const QLocale& locale);
 [[nodiscard]] QString FormatTime(TimeForm form, const QTime& time, const QLocale& locale);
 
-// The locale's short date with four digits of the year.
+// The locale's short date with four digits of the year, and the form that it has.
+[[nodiscard]] QString ShortDateForm(const QLocale& locale);
 [[nodiscard]] QString ShortDate(const QDate& date, const QLocale& locale);

@@ -1,0 +1,95 @@
+#include "film/film_maker.h"
+
+#include "base/whole_file.h"
+#include "film/film_encoder.h"
+#include "film/film_pictures.h"
+
+#include <QFile>
+
+namespace {
+
+class Maker {
+  public:
+    Maker(const FilmOrder& ownOrder, const FilmWatch& ownWatch)
+        : order(ownOrder), watch(ownWatch) {}
+
+    FilmResult Make() {
+        result.Fault = Prepare();
+        if (result.Fault != FilmFault::None) return result;
+        const bool written =
+            WholeFile::Replace(order.File, [this](QFile& file) { return Write(file); });
+        if (!written && result.Fault == FilmFault::None) result.Fault = FilmFault::CannotWrite;
+        return result;
+    }
+
+  private:
+    // Lists the pictures and finds the first that can be read, which gives the film its size.
+    [[nodiscard]] FilmFault Prepare() {
+        ArchiveListing listing = ListArchive(order.Part, watch.Cancelled);
+        if (!listing.Readable) return FilmFault::NoFolder;
+        pictures = Thinned(std::move(listing.Pictures), order.Every, order.MostPictures);
+        for (; first < pictures.size() && size.isEmpty(); ++first) {
+            if (watch.Cancelled()) return FilmFault::Cancelled;
+            size = FilmSizeOf(ReadArchived(pictures[first].File, {}).size(), order.Height);
+        }
+        result.Broken = static_cast<int>(first);
+        if (size.isEmpty()) return watch.Cancelled() ? FilmFault::Cancelled : FilmFault::NoPictures;
+        --first;
+        --result.Broken;
+        return FilmFault::None;
+    }
+
+    [[nodiscard]] bool Write(QFile& file) {
+        FilmEncoder encoder(file);
+        const auto count = static_cast<qsizetype>(pictures.size());
+        const qint64 bits =
+            order.MostBytes > 0 ? BitRateFor(order.MostBytes, count, order.Rate) : 0;
+        if (!encoder.Open({order.Format, size, order.Rate, bits}))
+            return Fail(file, FilmFault::NoEncoder);
+        if (AddAll(encoder) && encoder.Finish() && file.error() == QFileDevice::NoError) return true;
+        return Fail(file, FilmFault::CannotWrite);
+    }
+
+    [[nodiscard]] bool AddAll(FilmEncoder& encoder) {
+        const int total = static_cast<int>(pictures.size());
+        FilmPictures ahead(std::move(pictures), first,
+                           {size, order.Stamp, order.Idle, order.Part.Locale});
+        for (int done = static_cast<int>(first); done < total; ++done) {
+            watch.Progress(done, total);
+            const auto picture = watch.Cancelled() ? std::nullopt : ahead.Next(watch.Cancelled);
+            if (!picture) {
+                result.Fault = FilmFault::Cancelled;
+                return false;
+            }
+            if (picture->isNull())
+                ++result.Broken;
+            else if (++result.Pictures; !encoder.Add(*picture))
+                return false;
+        }
+        watch.Progress(total, total);
+        return true;
+    }
+
+    // What the file says goes before the guess.
+    bool Fail(const QFile& file, FilmFault guess) {
+        const bool full = file.error() == QFileDevice::ResourceError;
+        if (result.Fault == FilmFault::None)
+            result.Fault = full ? FilmFault::DiskFull
+                           : file.error() != QFileDevice::NoError ? FilmFault::CannotWrite
+                                                                  : guess;
+        return false;
+    }
+
+    const FilmOrder& order;
+    const FilmWatch& watch;
+    FilmResult result;
+    std::vector<ArchivedPicture> pictures;
+    std::size_t first = 0;  // that can be read
+    QSize size;
+};
+
+}  // namespace
+
+FilmResult MakeFilm(const FilmOrder& order, const FilmWatch& watch) {
+    return Maker(order, watch).Make();
+}
