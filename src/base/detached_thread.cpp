@@ -1,33 +1,19 @@
 #include "base/detached_thread.h"
 
-#include <QThread>
 #include <QThreadPool>
 
 #include <limits>
 #include <utility>
 
-namespace {
-
-// A pool's threads wait for the next work instead of ending.
-QThreadPool* MakePool(QThread::Priority priority) {
-    auto* const made = new QThreadPool;
-    made->setMaxThreadCount(std::numeric_limits<int>::max());
-    made->setExpiryTimeout(-1);
-    made->setThreadPriority(priority);
-    return made;
-}
-
-}  // namespace
-
-// The pools are never destroyed, because that would wait for work that hangs.
+// A pool's threads wait for the next work instead of ending. It is never destroyed, because that
+// would wait for work that hangs.
 void StartDetached(std::function<void()> work) {
-    static QThreadPool* const pool = MakePool(QThread::InheritPriority);
-    pool->start(std::move(work));
-}
-
-// Of their own: not every system lets a thread rise again.
-void StartDetachedIdle(std::function<void()> work) {
-    static QThreadPool* const pool = MakePool(QThread::IdlePriority);
+    static QThreadPool* const pool = [] {
+        auto* const made = new QThreadPool;
+        made->setMaxThreadCount(std::numeric_limits<int>::max());
+        made->setExpiryTimeout(-1);
+        return made;
+    }();
     pool->start(std::move(work));
 }
 

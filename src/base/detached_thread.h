@@ -10,9 +10,6 @@
 // Work that never ends keeps its thread and holds up nothing else.
 void StartDetached(std::function<void()> work);
 
-// The same for long work that nobody is in a hurry for: it gets what the machine has left.
-void StartDetachedIdle(std::function<void()> work);
-
 // The way from such a thread back to an object that may be gone by then. Copies lead to the same
 // object.
 class WayBack {

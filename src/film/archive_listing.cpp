@@ -25,9 +25,8 @@ class Lister {
             const auto day = DayOfFolder(folders.fileName());
             if (day && Overlaps(*day)) AddFolder(folders.filePath());
         }
-        std::ranges::sort(result.Pictures, {}, [](const ArchivedPicture& each) {
-            return std::tie(each.At, each.File);
-        });
+        std::ranges::sort(result.Pictures, {},
+                          [](const ArchivedPicture& each) { return std::tie(each.At, each.File); });
         return std::move(result);
     }
 

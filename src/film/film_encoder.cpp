@@ -97,7 +97,7 @@ void SetUp(AVCodecContext& codec, const FilmEncoder::Form& form, const Encoder& 
     codec.colorspace = AVCOL_SPC_BT709;
     codec.color_primaries = AVCOL_PRI_BT709;
     codec.color_trc = AVCOL_TRC_BT709;
-    codec.thread_count = 0;  // as many as there are processors
+    codec.thread_count = form.Threads;
     const double pixels = double{1} * form.Size.width() * form.Size.height() * form.Rate;
     codec.bit_rate = static_cast<int64_t>(pixels * encoder.BitsPerPixel);
 }
@@ -105,7 +105,8 @@ void SetUp(AVCodecContext& codec, const FilmEncoder::Form& form, const Encoder& 
 // Quality stays what is wanted where it costs less than that.
 void Limit(AVCodecContext& codec, int64_t bitRate) {
     const bool byQuality = codec.bit_rate == 0 && codec.codec_id == AV_CODEC_ID_H264;
-    if (!byQuality) codec.bit_rate = codec.bit_rate > 0 ? std::min(codec.bit_rate, bitRate) : bitRate;
+    if (!byQuality)
+        codec.bit_rate = codec.bit_rate > 0 ? std::min(codec.bit_rate, bitRate) : bitRate;
     codec.flags &= ~AV_CODEC_FLAG_QSCALE;
     codec.rc_max_rate = bitRate;
     codec.rc_buffer_size = static_cast<int>(std::min<int64_t>(bitRate, INT_MAX));
@@ -195,9 +196,8 @@ bool FilmEncoder::Parts::Encode(const AVFrame* frame) {
 }
 
 bool FilmEncoder::Offers(FilmFormat format) {
-    return std::ranges::any_of(encoders, [format](const Encoder& each) {
-        return each.Format == format && IsThere(each);
-    });
+    return std::ranges::any_of(
+        encoders, [format](const Encoder& each) { return each.Format == format && IsThere(each); });
 }
 
 FilmEncoder::FilmEncoder(QFile& file) : parts(std::make_unique<Parts>(file)) {}
@@ -213,9 +213,10 @@ bool FilmEncoder::Open(const Form& form) {
     AVFormatContext* format = nullptr;
     avformat_alloc_output_context2(&format, nullptr, Muxer(form.Format), address.constData());
     parts->Format.reset(format);
-    const bool opened = format && std::ranges::any_of(encoders, [&](const Encoder& each) {
-        return each.Format == form.Format && IsThere(each) && parts->OpenCodec(each);
-    });
+    const bool opened =
+        format && std::ranges::any_of(encoders, [&](const Encoder& each) {
+            return each.Format == form.Format && IsThere(each) && parts->OpenCodec(each);
+        });
     return opened && parts->OpenFrames() && parts->OpenFile();
 }
 

@@ -17,6 +17,7 @@ class FilmEncoder {
         QSize Size = {};  // even numbers
         int Rate = UsualFilmRate;
         qint64 BitRate = 0;  // bits a second at most; 0: as many as good quality takes
+        int Threads = 0;     // of the encoder; 0: one for each processor
     };
 
     // The formats for which there is an encoder.

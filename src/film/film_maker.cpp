@@ -4,7 +4,11 @@
 #include "film/film_encoder.h"
 #include "film/film_pictures.h"
 
+#include <QElapsedTimer>
 #include <QFile>
+#include <QThread>
+
+#include <algorithm>
 
 namespace {
 
@@ -44,18 +48,21 @@ class Maker {
         const auto count = static_cast<qsizetype>(pictures.size());
         const qint64 bits =
             order.MostBytes > 0 ? BitRateFor(order.MostBytes, count, order.Rate) : 0;
-        if (!encoder.Open({order.Format, size, order.Rate, bits}))
+        if (!encoder.Open({order.Format, size, order.Rate, bits, order.Gentle ? 1 : 0}))
             return Fail(file, FilmFault::NoEncoder);
-        if (AddAll(encoder) && encoder.Finish() && file.error() == QFileDevice::NoError) return true;
+        if (AddAll(encoder) && encoder.Finish() && file.error() == QFileDevice::NoError)
+            return true;
         return Fail(file, FilmFault::CannotWrite);
     }
 
     [[nodiscard]] bool AddAll(FilmEncoder& encoder) {
         const int total = static_cast<int>(pictures.size());
         FilmPictures ahead(std::move(pictures), first,
-                           {size, order.Stamp, order.Idle, order.Part.Locale});
+                           {size, order.Stamp, order.Gentle, order.Part.Locale});
         for (int done = static_cast<int>(first); done < total; ++done) {
             watch.Progress(done, total);
+            QElapsedTimer busy;
+            busy.start();
             const auto picture = watch.Cancelled() ? std::nullopt : ahead.Next(watch.Cancelled);
             if (!picture) {
                 result.Fault = FilmFault::Cancelled;
@@ -65,16 +72,24 @@ class Maker {
                 ++result.Broken;
             else if (++result.Pictures; !encoder.Add(*picture))
                 return false;
+            if (order.Gentle) Rest(busy.elapsed());
         }
         watch.Progress(total, total);
         return true;
+    }
+
+    // Not by the priority of threads: one that never has its turn may hold what others wait for.
+    static void Rest(qint64 worked) {
+        constexpr qint64 times = 3;
+        constexpr qint64 longest = 1000;  // milliseconds
+        QThread::msleep(static_cast<unsigned long>(std::min(longest, times * worked)));
     }
 
     // What the file says goes before the guess.
     bool Fail(const QFile& file, FilmFault guess) {
         const bool full = file.error() == QFileDevice::ResourceError;
         if (result.Fault == FilmFault::None)
-            result.Fault = full ? FilmFault::DiskFull
+            result.Fault = full                                   ? FilmFault::DiskFull
                            : file.error() != QFileDevice::NoError ? FilmFault::CannotWrite
                                                                   : guess;
         return false;

@@ -12,7 +12,7 @@ struct FilmOrder {
     bool Stamp = false;
     FilmFormat Format = FilmFormat::Mp4;
     qint64 MostBytes = 0;  // about; 0: what good quality takes
-    bool Idle = false;     // only while the machine has nothing else to do
+    bool Gentle = false;   // takes a quarter of one processor at most, and four times as long
     QString File = {};     // replaced when the film is whole
 };
 

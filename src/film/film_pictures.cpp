@@ -74,7 +74,7 @@ struct FilmPictures::Shared {
     // The number of the next to be read, when there is room for it.
     [[nodiscard]] std::optional<std::size_t> Take() {
         const QMutexLocker lock(&Mutex);
-        while (!Over && Taken >= Shown + ahead) Changed.wait(&Mutex);
+        while (!Over && Taken >= Shown + (Wanted.Alone ? 1 : ahead)) Changed.wait(&Mutex);
         if (Over || Taken >= Pictures.size()) return {};
         return Taken++;
     }
@@ -100,10 +100,10 @@ FilmPictures::FilmPictures(std::vector<ArchivedPicture> pictures, std::size_t fi
                         .Shown = first}) {
     constexpr int most = 4;
     // The encoder needs more than all of them.
-    const int threads = std::clamp(QThread::idealThreadCount() / 2, 1, most);
+    const int threads = look.Alone ? 1 : std::clamp(QThread::idealThreadCount() / 2, 1, most);
     for (int i = 0; i < threads; ++i) {
         const auto work = [own = shared] { own->ReadAll(); };
-        look.Idle ? StartDetachedIdle(work) : StartDetached(work);
+        StartDetached(work);
     }
 }
 

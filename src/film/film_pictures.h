@@ -18,7 +18,7 @@ class FilmPictures {
     struct Look {
         QSize Size = {};
         bool Stamp = false;  // date and time in the corner
-        bool Idle = false;   // at the lowest priority
+        bool Alone = false;  // one thread, which reads no more than the next picture
         QLocale Locale = {};
     };
     // From the picture `first` of the list on.

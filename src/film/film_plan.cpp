@@ -36,10 +36,10 @@ QSize FilmSizeOf(QSize first, int height) {
 }
 
 QRect PlaceOnFilm(QSize picture, QSize film) {
-    // One that differs by the pixel that even numbers cost is no other shape.
-    const QSize gap = picture - film;
-    const bool same = gap.width() / 2 == 0 && gap.height() / 2 == 0;
-    const QSize size = same ? film : picture.scaled(film, Qt::KeepAspectRatio).expandedTo({1, 1});
+    constexpr int evenCosts = 2;  // pixels, which make no other shape
+    QSize size = picture.scaled(film, Qt::KeepAspectRatio).expandedTo({1, 1});
+    const QSize gap = film - size;
+    if (gap.width() <= evenCosts && gap.height() <= evenCosts) size = film;
     return {QPoint((film.width() - size.width()) / 2, (film.height() - size.height()) / 2), size};
 }
 

@@ -10,13 +10,10 @@
 
 // In the order of the setting FilmFormat.
 enum class FilmFormat { Mp4, WebM };
-constexpr int FilmFormats = 2;
 
 // Heights to choose from, in the order of the setting FilmSize; 0: as the pictures are.
 inline constexpr std::array FilmHeights{0, 1080, 720, 480, 360};
-constexpr int MostFilmRate = 60;     // pictures a second
-constexpr int MostFilmEvery = 10'000;
-constexpr int UsualFilmRate = 25;
+constexpr int UsualFilmRate = 25;  // pictures a second
 
 // Every n-th of them, or less where they would be more than `most`; 0: any number.
 [[nodiscard]] std::vector<ArchivedPicture> Thinned(std::vector<ArchivedPicture> pictures, int every,

@@ -56,7 +56,7 @@ void FilmWork::Start(const FilmOrder& order) {
             emit Ended(result);
         });
     };
-    order.Idle ? StartDetachedIdle(work) : StartDetached(work);
+    StartDetached(work);
 }
 
 void FilmWork::Cancel() {

@@ -12,7 +12,8 @@ namespace {
 
 const QDate day(2025, 3, 4);
 
-// An archive of pictures of differing sizes and colours, one of them cut off, and a place for films.
+// An archive of pictures of differing sizes and colours, one of them cut off, and a place for
+// films.
 class FilmBench {
   public:
     static constexpr int Pictures = 12;
@@ -86,7 +87,8 @@ struct Seen {
 
 bool Alike(const QColor& one, const QColor& other) {
     constexpr int most = 14;
-    return std::abs(one.red() - other.red()) < most && std::abs(one.green() - other.green()) < most &&
+    return std::abs(one.red() - other.red()) < most &&
+           std::abs(one.green() - other.green()) < most &&
            std::abs(one.blue() - other.blue()) < most;
 }
 
@@ -123,6 +125,7 @@ class TestFilm : public QObject {
         QCOMPARE(FilmSizeOf({1600, 1200}, 720), QSize(960, 720));
         QCOMPARE(FilmSizeOf({9000, 3000}, 0), QSize(4096, 1364));
         QCOMPARE(PlaceOnFilm({641, 481}, {640, 480}), QRect(0, 0, 640, 480));
+        QCOMPARE(PlaceOnFilm({1280, 720}, {852, 480}), QRect(0, 0, 852, 480));
         QCOMPARE(PlaceOnFilm({320, 480}, {640, 480}), QRect(160, 0, 320, 480));
         QCOMPARE(Thinned(std::vector<ArchivedPicture>(101), 2, 10).size(), std::size_t{10});
         QCOMPARE(Thinned(std::vector<ArchivedPicture>(101), 25).size(), std::size_t{5});
@@ -131,9 +134,9 @@ class TestFilm : public QObject {
     }
 
     void ShowsTheArchive_data() {
-        Rows<QString, FilmFormat, bool>(
-            {{"MP4", FilmFormat::Mp4, false}, {"MP4 of few bytes", FilmFormat::Mp4, true},
-             {"WebM", FilmFormat::WebM, false}});
+        Rows<QString, FilmFormat, bool>({{"MP4", FilmFormat::Mp4, false},
+                                         {"MP4 of few bytes", FilmFormat::Mp4, true},
+                                         {"WebM", FilmFormat::WebM, false}});
     }
     void ShowsTheArchive() {
         const auto [name, format, small] = Row<QString, FilmFormat, bool>();
