@@ -11,7 +11,7 @@ windows_packages=(
 )
 
 # The libraries in the order in which they are built; a new number makes a machine build one again.
-windows_libraries=(openssl-1 qt-2 libjpeg-turbo-1 ffmpeg-1)
+windows_libraries=(openssl-1 qt-2 libjpeg-turbo-1 ffmpeg-2)
 
 stamp() { printf '%s/%s.done' "$windows_cache" "$1"; }
 
