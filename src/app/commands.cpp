@@ -2,6 +2,7 @@
 
 #include "app/console.h"
 #include "app/console_boxes.h"
+#include "app/film_command.h"
 #include "app/second_start.h"
 #include "base/status_hub.h"
 #include "base/waiting.h"
@@ -47,6 +48,17 @@ CommandStatus PublishOnce(const CommandLine& commandLine, const ProgramFolder& f
     return once.Status();
 }
 
+int FilmOf(const FilmRange& range, const ProgramFolder& folder, Termination& termination) {
+    bool ended = false;
+    const auto end = [&ended] { ended = true; };
+    QObject::connect(&termination, &Termination::Requested, &termination, end);
+    QObject::connect(&termination, &Termination::StopRequested, &termination, end);
+    return MakeFilmOf(range, folder, [&ended] {
+        QCoreApplication::processEvents();
+        return ended;
+    });
+}
+
 // For a moment: nothing here is changed, and a program that is started meanwhile shall start.
 bool InUse(const QString& folder) {
     FolderClaim claim(folder);
@@ -60,6 +72,7 @@ int RunCommand(const CommandLine& commandLine, const ProgramFolder& folder,
     using Task = CommandLine::Task;
     if (commandLine.Asked == Task::Once)
         return static_cast<int>(PublishOnce(commandLine, folder, termination));
+    if (commandLine.Film) return FilmOf(*commandLine.Film, folder, termination);
     SystemClock clock;
     Waiting wait(clock);
     QObject::connect(&termination, &Termination::Requested, &wait, &Waiting::Close);

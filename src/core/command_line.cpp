@@ -13,6 +13,7 @@ std::optional<CommandLine::Task> TaskOf(const QString& option) {
     if (option == u"--check") return CommandLine::Task::Check;
     if (option == u"--once") return CommandLine::Task::Once;
     if (option == u"--list-cameras") return CommandLine::Task::ListCameras;
+    if (option == u"--film") return CommandLine::Task::Film;
     return std::nullopt;
 }
 
@@ -36,6 +37,15 @@ CommandLine CommandLine::Parse(const QStringList& arguments) {
         } else if (const auto task = TaskOf(each)) {
             if (result.Asked != Task::None) result.Fault = "Only one thing can be done at a time.";
             result.Asked = *task;
+            if (*task == Task::Film) {
+                result.Film = FilmRange::Parse(arguments.value(i + 1), arguments.value(i + 2),
+                                               arguments.value(i + 3));
+                if (!result.Film)
+                    result.Fault =
+                        "--film needs two times behind it, such as 2026-11-22 or 2026-11-22T06:30, "
+                        "the first before the second, and a file.";
+                i += 3;
+            }
         } else if (each == "--verbose") {
             result.Verbose = true;
         } else if (each == "--help" || each == "-h") {
@@ -56,6 +66,7 @@ QString CommandLine::HelpText() {
     return QStringLiteral(
         "Usage: stillpost [--folder DIR] [--verbose] [/autostarter]\n"
         "       stillpost [--folder DIR] --check | --once | --list-cameras\n"
+        "       stillpost [--folder DIR] --film FROM TO FILE\n"
         "\n"
         "Publishes a still picture from a camera on a web site.\n"
         "\n"
@@ -68,6 +79,10 @@ QString CommandLine::HelpText() {
         "  --once         publish one picture and end; exit status 0: it is public, 1: another\n"
         "                 Stillpost works with the folder, 2: it could not be published\n"
         "  --list-cameras print the cameras with the picture formats that they offer\n"
+        "  --film ...     make a film of the archive's pictures between two times (2026-11-22 or\n"
+        "                 2026-11-22T06:30; a day as TO: to its end), WebM where FILE ends so, "
+        "else\n"
+        "                 MP4; exit status 0, or 1 where there is none\n"
         "  --help         print this text\n"
         "  --version      print the program's version\n");
 }

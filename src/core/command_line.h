@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/film_range.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -8,12 +10,13 @@ struct CommandLine {
     QString Folder;        // --folder; empty: none
     bool Verbose = false;  // --verbose
     // What is done in place of publishing with windows.
-    enum class Task { None, Check, Once, ListCameras };
-    Task Asked = Task::None;   // --check, --once, --list-cameras
-    bool Help = false;         // --help
-    bool Version = false;      // --version
-    bool Autostarter = false;  // exactly "/autostarter" besides --folder and --verbose
-    QString Fault;             // what is wrong with it, a sentence; empty: nothing
+    enum class Task { None, Check, Once, ListCameras, Film };
+    Task Asked = Task::None;        // --check, --once, --list-cameras, --film
+    std::optional<FilmRange> Film;  // whenever that is asked
+    bool Help = false;              // --help
+    bool Version = false;           // --version
+    bool Autostarter = false;       // exactly "/autostarter" besides --folder and --verbose
+    QString Fault;                  // what is wrong with it, a sentence; empty: nothing
 
     // arguments: without the program's own name. Words that are no options are left alone, but with
     // any of them the rest is not exactly "/autostarter".

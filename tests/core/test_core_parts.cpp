@@ -75,7 +75,13 @@ class TestCoreParts : public QObject {
              {"--folder /autostarter", "", false, false, "--folder needs"},
              {"--folder a --folder b", "", false, false, "twice"},
              {"--check --once", "", false, false, "one thing"},
-             {"-x", "", false, false, "-x"}});
+             {"-x", "", false, false, "-x"},
+             {"--film 2026-11-22 2026-11-22 f", "", false, false, ""},
+             {"--film 2026-11-22T06:30 2026-11-23T06:30 f", "", false, false, ""},
+             {"--film 2026-11-22T06:30 2026-11-22T06:30 f", "", false, false, "--film needs"},
+             {"--film 2026-02-29 2026-11-22 f", "", false, false, "--film needs"},
+             {"--film 2026-11-22T0630 2026-11-22 f", "", false, false, "--film needs"},
+             {"--film 2026-11-22 2026-11-22", "", false, false, "--film needs"}});
     }
     void CommandLine() {
         const auto [line, folder, verbose, autostarter, fault] =
@@ -88,6 +94,8 @@ class TestCoreParts : public QObject {
         QCOMPARE(parsed.Verbose, verbose);
         QCOMPARE(parsed.Autostarter, autostarter);
         QVERIFY(!parsed.Help && !parsed.Version);
+        QCOMPARE(parsed.Film.has_value(), line.startsWith("--film"));
+        if (parsed.Film) QCOMPARE(parsed.Film->From.secsTo(parsed.Film->To), qint64{24} * 3600);
     }
 
     // What another program, or none at all, has left in the folder.

@@ -107,6 +107,12 @@ std::vector<SettingRow> MakeTable() {
         {main, u"Overlayfile", &S::Overlayfile},
         {main, u"OverKombi", &S::OverKombi},
         {main, u"PictureEff", &S::PictureEff, u"true"},
+        {main, u"FilmEvery", &S::FilmEvery, 1, 10'000, nearest},
+        {main, u"FilmRate", &S::FilmRate, 1, 60, nearest},
+        {main, u"FilmFormat", &S::FilmFormat, 0, 1, otherwise},
+        {main, u"FilmSize", &S::FilmSize, 0, 4, otherwise},
+        {main, u"FilmStamp", &S::FilmStamp},
+        {main, u"DayFilm", &S::DayFilm},
         {main, u"Sprache", &S::Sprache},
         {main, u"Skin", &S::Skin},
 

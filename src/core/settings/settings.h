@@ -52,6 +52,13 @@ struct Settings : PictureSettings {
     QString Sprache = "english";
     QString Skin = "Default";
 
+    int FilmEvery = 1;   // every n-th picture of the archive
+    int FilmRate = 25;   // pictures a second
+    int FilmFormat = 0;  // see FilmFormat in film/film_plan.h
+    int FilmSize = 0;    // the place in FilmHeights
+    bool FilmStamp = false;
+    bool DayFilm = false;
+
     int PicturePic = 0;  // the entry of the list that was chosen last
 
     QStringList Cameras;         // the operator's own, each NAME|ADDRESS
