@@ -8,6 +8,7 @@
 #include "base/whole_file.h"
 #include "camera/ezvidcap.h"
 #include "core/access_of.h"
+#include "core/day_film.h"
 #include "core/hang_up_question.h"
 #include "core/main_state.h"
 #include "core/offline_picture.h"
@@ -57,6 +58,8 @@ struct Program::Controls {
           Cycle({Wait, Net, Transaction, Pictures, Display, *around.System.Sounds, State, Run,
                  Words, around.ClickSound}),
           Record(around.Time, Run, Cycle, QDir(around.Folder).filePath("last24hours.bin")),
+          FilmOfDay({Wait, Net, Transaction, Display, State, Words, Run, PictureValues.Locale},
+                    QDir(around.Folder).filePath("dayfilm")),
           CameraWatch(around.Time, cameraWatchMilliseconds) {}
 
     Waiting Wait;
@@ -74,6 +77,7 @@ struct Program::Controls {
     OfflinePicture Offline;
     UploadCycle Cycle;
     RunRecord Record;
+    DayFilm FilmOfDay;
     Timer CameraWatch;  // for the camera of a run that is not there
 };
 
@@ -97,6 +101,7 @@ Program::Program(const Surroundings& ownSurroundings)
     FTP1.SetProgramFolder(surroundings.Folder);
     State.SettingsFile = SettingsFile();
     Cycle.SetOfflinePicture(&Offline);
+    Cycle.SetBetween([this] { controls->FilmOfDay.SendWhenDue(); });
     connect(&ezVidCap1, &ezVidCap::FaultChanged, this, [this](const QString& fault) {
         // Who tries a camera sees it there.
         if (!fault.isEmpty() && tried.isEmpty()) Display.ShowStatus(fault);

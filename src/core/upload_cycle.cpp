@@ -281,6 +281,7 @@ void UploadCycle::Tick() {
         if (run.Is() == RunState::Stopping) run.Enter(RunState::Waiting);
         if (!parts.Wait.Closing()) parts.Display.ShowStatus("stopped");
     }
+    if (between && run.Step() == RunState::Waiting && run.Running()) between();
     EndOfWork();
     ArmTimer4();
 }

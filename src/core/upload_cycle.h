@@ -9,6 +9,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 class Connectivity;
@@ -45,6 +46,9 @@ class UploadCycle : public QObject {
     // What is published when the operator stops, outside the hours, and where the camera gives no
     // picture for too long; none: the last picture stays.
     void SetOfflinePicture(OfflinePicture* picture) { offline = picture; }
+
+    // What is done between two pictures, while the connection stands.
+    void SetBetween(std::function<void()> action) { between = std::move(action); }
 
     // Who begins a run: with nobody there no message box is shown, and a first connect that fails
     // is tried again.
@@ -134,6 +138,7 @@ class UploadCycle : public QObject {
     RunStatus& run;
     OfflinePicture* offline = nullptr;
     Schedule hours;
+    std::function<void()> between;
     Timer Timer1;
     Timer Timer2;
     Timer Timer4;

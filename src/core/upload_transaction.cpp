@@ -334,3 +334,19 @@ bool UploadTransaction::Publish(const QString& localPath) {
     if (!before) ChangeMode(PublicNames::Picture);
     return true;
 }
+
+bool UploadTransaction::PublishBeside(const QString& localPath, const QString& name) {
+    const QString first = server->SendsWhole() ? name : u'1' + name;
+    Flags.FtpError = false;
+    failure = {};
+    if (MayGoOn()) SendFile(localPath, first);
+    parts.Run.ThisRun.SendStarted.reset();
+    if (first != name && MayGoOn()) {
+        RenameFile(first, name);
+        if (refusedToReplace) (void)DeleteFile(name);
+        if (refusedToReplace && MayGoOn()) RenameFile(first, name);
+    }
+    if (!MayGoOn()) return false;
+    if (first != name) ChangeMode(name);
+    return true;
+}

@@ -79,6 +79,9 @@ class UploadTransaction : public QObject {
     // picture is public.
     bool Publish(const QString& localPath);
 
+    // The same with any file, under a name beside the picture's.
+    bool PublishBeside(const QString& localPath, const QString& name);
+
     // What is public now is no picture of the camera: the next one takes its place without moving
     // it into the history, which goes on with the one after.
     void KeepOutOfHistory();

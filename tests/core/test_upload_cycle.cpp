@@ -1,4 +1,5 @@
 #include "base/paths.h"
+#include "core/day_film.h"
 #include "core/run_record.h"
 #include "support/cycle_fixture.h"
 #include "support/data_rows.h"
@@ -149,6 +150,63 @@ class TestUploadCycle : public QObject {
         qputenv("XDG_RUNTIME_DIR", "/gone");
         QVERIFY(f.RunUntilPublished(4));
         QCOMPARE(work, disk);
+    }
+
+    // Made once midnight is over, sent between two pictures, tried again, given up after a day.
+    void FilmOfTheDay_data() {
+        const Rows<bool, int> row;
+        row("server", false, 0);
+        row("server that refuses it for two hours", false, 2);
+        row("server that refuses it for a day", false, 25);
+        row("folder", true, 0);
+    }
+    void FilmOfTheDay() {
+        const auto [local, hoursRefused] = Row<bool, int>();
+        CycleFixture f(60'000);
+        f.Time.SetNow(QDateTime(QDate(2026, 3, 4), QTime(23, 58)));
+        f.State.Values.Uptime = 9;  // minutes more
+        f.State.Values.DayFilm = true;
+        f.State.Values.ArchivePath = f.Folder.filePath("archive/");
+        QVERIFY(QDir(f.Folder.path()).mkdir("archive") && QDir(f.Folder.path()).mkdir("site"));
+        QImage picture(32, 24, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        for (const char* time : {"120000", "120001"})
+            QVERIFY(picture.save(
+                f.Folder.filePath("archive/2026-03-04-" + QString::fromLatin1(time) + ".jpg")));
+        if (local) GoLocal(f, "site/");
+        DayFilm film(
+            {f.Wait, f.Net, f.Transaction, f.Display, f.State, f.Words, f.Run, f.Picture.Locale},
+            f.Folder.filePath("dayfilm"));
+        f.Cycle.SetBetween([&film] { film.SendWhenDue(); });
+        const auto sent = [&f, local = local] {
+            return local ? ReadBytes(f.Folder.filePath("site/film.mp4"))
+                         : f.Server.Files.value("film.mp4");
+        };
+        const auto kept = [&f](const QString& name) {
+            return QFile::exists(f.Folder.filePath("dayfilm/" + name + "2026-03-04.mp4"));
+        };
+        bool refuses = hoursRefused > 0;
+        f.Server.Whim = [&](const QString& verb) {
+            const bool theFilm =
+                f.Server.Commands.value(f.Server.Commands.size() - 1).contains("1film.mp4");
+            return refuses && theFilm ? Says(verb, {"550 no\r\n"}) : FtpFault();
+        };
+        QVERIFY(f.Begin());
+        QVERIFY(!kept("unsent.") && !kept(""));
+        f.Time.Advance(180'000);
+        const auto made = [&] { return kept("unsent.") || kept(""); };
+        // Threads have their own time, and each film needs one of them.
+        QTRY_VERIFY_WITH_TIMEOUT((f.Time.Advance(made() ? 0 : 60'000), made()), 30'000);
+        f.Time.Advance(qint64{hoursRefused} * 3'600'000);
+        QVERIFY2(f.Published() >= 6 * hoursRefused, "pictures do not wait for it");
+        refuses = false;
+        if (local) QTRY_VERIFY((f.Time.Advance(60'000), kept("")));
+        f.Time.Advance(3'600'000);
+        QCOMPARE(kept(""), hoursRefused < 24);
+        QVERIFY(!kept("unsent."));
+        QCOMPARE(sent().mid(4, 4), hoursRefused < 24 ? QByteArray("ftyp") : QByteArray());
+        const auto times = f.Server.Commands.count("RNTO film.mp4");
+        QCOMPARE(times, local || hoursRefused > 24 ? 0 : 1);
     }
 
     void ExtraMinutesAreWaitedOut_data() {
