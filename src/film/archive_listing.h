@@ -20,8 +20,8 @@ struct ArchiveListing {
 struct ArchivePart {
     QString Folder;
     WallTime From = 0;
-    WallTime To = 0;  // the first that is not among it
-    QLocale Locale;   // of the pictures' names
+    WallTime To = 0;      // the first that is not among it
+    QLocale Locale = {};  // of the pictures' names
 };
 
 // Lists the JPEG files of the folder and of its folders that are named after days. A file whose

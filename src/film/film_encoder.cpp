@@ -61,16 +61,35 @@ AVPixelFormat PixelFormat(const AVCodec& codec) {
     return AV_PIX_FMT_NV12;
 }
 
+// The file and what was first wrong with it, which a file itself forgets.
+struct Target {
+    QFile& File;
+    QFileDevice::FileError Error = QFileDevice::NoError;
+};
+
+// A full disk takes a part first, and says only then why not the rest.
+bool WriteAll(QFile& file, const char* bytes, qint64 count) {
+    while (count > 0) {
+        const qint64 written = file.write(bytes, count);
+        if (written <= 0) return false;
+        bytes += written;
+        count -= written;
+    }
+    return true;
+}
+
 // FFmpeg's callbacks; whether it may change the bytes depends on its version.
 template <class Byte>
-int WriteTo(void* file, Byte* bytes, int count) {
-    const auto written = static_cast<QFile*>(file)->write(
-        reinterpret_cast<const char*>(static_cast<const uint8_t*>(bytes)), count);
-    return written == count ? count : AVERROR(EIO);
+int WriteTo(void* opaque, Byte* bytes, int count) {
+    auto& target = *static_cast<Target*>(opaque);
+    const auto* const plain = static_cast<const uint8_t*>(bytes);
+    if (WriteAll(target.File, reinterpret_cast<const char*>(plain), count)) return count;
+    if (target.Error == QFileDevice::NoError) target.Error = target.File.error();
+    return AVERROR(EIO);
 }
 
 int64_t SeekIn(void* opaque, int64_t offset, int whence) {
-    auto& file = *static_cast<QFile*>(opaque);
+    QFile& file = static_cast<Target*>(opaque)->File;
     if (whence == AVSEEK_SIZE) return file.size();
     const qint64 from = whence == SEEK_CUR ? file.pos() : whence == SEEK_END ? file.size() : 0;
     return file.seek(from + offset) ? from + offset : AVERROR(EIO);
@@ -115,9 +134,9 @@ void Limit(AVCodecContext& codec, int64_t bitRate) {
 }  // namespace
 
 struct FilmEncoder::Parts {
-    explicit Parts(QFile& ownFile) : File(ownFile) {}
+    explicit Parts(QFile& file) : Into{file} {}
 
-    QFile& File;
+    Target Into;
     Form Wanted;
     Owned<AVIOContext> Io;
     Owned<AVFormatContext> Format;
@@ -153,7 +172,7 @@ bool FilmEncoder::Parts::OpenCodec(const Encoder& encoder) {
 bool FilmEncoder::Parts::OpenFile() {
     constexpr int buffer = 256 * 1024;
     auto* const room = static_cast<unsigned char*>(av_malloc(buffer));
-    Io.reset(avio_alloc_context(room, buffer, 1, &File, nullptr, &WriteTo, &SeekIn));
+    Io.reset(avio_alloc_context(room, buffer, 1, &Into, nullptr, &WriteTo, &SeekIn));
     Stream = avformat_new_stream(Format.get(), nullptr);
     if (!Io || !Stream || avcodec_parameters_from_context(Stream->codecpar, Codec.get()) < 0)
         return false;
@@ -209,7 +228,7 @@ bool FilmEncoder::Open(const Form& form) {
     av_log_set_level(AV_LOG_QUIET);
     parts->Wanted = form;
     // MP4's index comes to the front by reading what is written, for which FFmpeg opens the file.
-    const QByteArray address = "file:" + parts->File.fileName().toUtf8();
+    const QByteArray address = "file:" + parts->Into.File.fileName().toUtf8();
     AVFormatContext* format = nullptr;
     avformat_alloc_output_context2(&format, nullptr, Muxer(form.Format), address.constData());
     parts->Format.reset(format);
@@ -237,4 +256,8 @@ bool FilmEncoder::Finish() {
     const bool done = parts->Encode(nullptr) && av_write_trailer(parts->Format.get()) >= 0;
     avio_flush(parts->Io.get());
     return done && parts->Io->error >= 0;
+}
+
+QFileDevice::FileError FilmEncoder::FileError() const {
+    return parts->Into.Error;
 }

@@ -34,6 +34,8 @@ class FilmEncoder {
     [[nodiscard]] bool Add(const QImage& picture);
     // What is still in the encoder, and the index. Without it the file is no film.
     [[nodiscard]] bool Finish();
+    // What was wrong with the file when one of them has failed.
+    [[nodiscard]] QFileDevice::FileError FileError() const;
 
   private:
     struct Parts;

@@ -49,10 +49,9 @@ class Maker {
         const qint64 bits =
             order.MostBytes > 0 ? BitRateFor(order.MostBytes, count, order.Rate) : 0;
         if (!encoder.Open({order.Format, size, order.Rate, bits, order.Gentle ? 1 : 0}))
-            return Fail(file, FilmFault::NoEncoder);
-        if (AddAll(encoder) && encoder.Finish() && file.error() == QFileDevice::NoError)
-            return true;
-        return Fail(file, FilmFault::CannotWrite);
+            return Fail(encoder, FilmFault::NoEncoder);
+        if (AddAll(encoder) && encoder.Finish()) return true;
+        return Fail(encoder, FilmFault::CannotWrite);
     }
 
     [[nodiscard]] bool AddAll(FilmEncoder& encoder) {
@@ -86,12 +85,12 @@ class Maker {
     }
 
     // What the file says goes before the guess.
-    bool Fail(const QFile& file, FilmFault guess) {
-        const bool full = file.error() == QFileDevice::ResourceError;
-        if (result.Fault == FilmFault::None)
-            result.Fault = full                                   ? FilmFault::DiskFull
-                           : file.error() != QFileDevice::NoError ? FilmFault::CannotWrite
-                                                                  : guess;
+    bool Fail(const FilmEncoder& encoder, FilmFault guess) {
+        if (result.Fault != FilmFault::None) return false;
+        const QFileDevice::FileError error = encoder.FileError();
+        result.Fault = error == QFileDevice::ResourceError ? FilmFault::DiskFull
+                       : error != QFileDevice::NoError     ? FilmFault::CannotWrite
+                                                           : guess;
         return false;
     }
 

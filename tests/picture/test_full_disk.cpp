@@ -1,3 +1,4 @@
+#include "film/film_maker.h"
 #include "picture/bitmap/picture_surface.h"
 #include "picture/decoded_jpeg.h"
 #include "picture/encode_jpeg.h"
@@ -42,6 +43,20 @@ class TestFullDisk : public QObject {
             QCOMPARE(QDir(target.WorkPath).entryList(QDir::Files), QStringList{"1pw.jpg"});
             QCOMPARE(QDir(target.Verzeichnis).entryList(QDir::Files), QStringList{"pw.jpg"});
         }
+    }
+
+    void LeavesNothingOfAFilm() {
+        const QTemporaryDir folder;
+        QVERIFY(FourQuarters(160, 120).save(folder.filePath("2026-03-04-093000.jpg")));
+        const QDate day(2026, 3, 4);
+        const FilmOrder order{.Part = {.Folder = folder.path(),
+                                       .From = WallTimeOf(day, QTime(0, 0)),
+                                       .To = WallTimeOf(day.addDays(1), QTime(0, 0))},
+                              .File = folder.filePath("film.mp4")};
+        const FullDisk full(10);
+        const FilmResult result = MakeFilm(order, {[](int, int) {}, [] { return false; }});
+        QCOMPARE(result.Fault, FilmFault::CannotWrite);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
     }
 };
 
