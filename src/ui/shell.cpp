@@ -13,6 +13,7 @@
 #include "ui/dialogs/frm_oberflaeche.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
+#include "ui/film/frm_film.h"
 #include "ui/guide/guide.h"
 #include "ui/main/frm_skin.h"
 #include "ui/main/splash.h"
@@ -81,6 +82,7 @@ struct Shell::Parts {
     Tray1 Tray{Core, Figures, Words, Folders};
     frmMsg HangUpWindow{Core, Words, &MainWindow};
     Guide FirstSteps{{Core, Words, Boxes}, LanguageTables, &MainWindow};
+    frmFilm FilmWindow{{Core, Words, Boxes}, Open, &MainWindow};
 };
 
 Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
@@ -107,6 +109,7 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       Tray(parts->Tray),
       HangUpWindow(parts->HangUpWindow),
       FirstSteps(parts->FirstSteps),
+      FilmWindow(parts->FilmWindow),
       openAddress(opener) {
     MainWindow.SetTexts(Words);
     LanguageTables.SetFields([this] {
@@ -144,6 +147,7 @@ void Shell::ConnectMenu() {
     open(frmMenue::Info, [this] { AboutBox.Show(); });
     open(frmMenue::Guide, [this] { FirstSteps.Open(); });
     open(frmMenue::Archive, [this] { CameraWindow.Archive.Open(); });
+    open(frmMenue::Film, [this] { FilmWindow.Open(); });
     open(frmMenue::Visitors, [this] { MainWindow.ChangeView(); });
     open(frmMenue::AnotherCamera, [this] { AnotherCameraWindow.Open(); });
     connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);

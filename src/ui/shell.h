@@ -20,6 +20,7 @@ class frmBild;
 class frmCam;
 class frmDownloadHilfe;
 class frmFTP;
+class frmFilm;
 class frmHours;
 class frmLanguage;
 class frmLog;
@@ -72,6 +73,7 @@ class Shell : public QObject {
     Tray1& Tray;
     frmMsg& HangUpWindow;
     Guide& FirstSteps;
+    frmFilm& FilmWindow;
 
     // Shows the main window, the tray icon and, when it was open at the end of the last run, the
     // status window. After the program has loaded.

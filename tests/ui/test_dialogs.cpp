@@ -9,6 +9,7 @@
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
+#include "ui/film/frm_film.h"
 #include "ui/guide/guide.h"
 #include "ui/main/link_button.h"
 #include "ui/menu/frm_download_hilfe.h"
@@ -285,6 +286,38 @@ class TestDialogs : public QObject {
         QVERIFY(shell.FirstSteps.isVisible());
     }
 
+    void MakesAFilm() {
+        ShellFixture program;
+        program.Set("Einstellungen", "ArchivePath", program.Folder.path());
+        program.Set("Einstellungen", "FilmEvery", "2");
+        const QStringList names{"2026-03-04-0900", "2026-03-04-1000", "2026-03-04-1100"};
+        for (const QString& name : names)
+            SkinMaker::Picture(program.Folder.filePath(name + "00.jpg"), {64, 48}, Qt::red);
+        program.Begin();
+        Shell& shell = *program.Windows;
+        frmFilm& window = shell.FilmWindow;
+        QTest::mouseClick(program.OpenMenu().Label1[frmMenue::Film], Qt::LeftButton);
+        QVERIFY(window.isVisible());
+        QTRY_COMPARE(window.lblCount->text(), "2 pictures, 0:01 long");
+        QCOMPARE(window.Strip->count(), 3);
+        const QColor ground = Qt::darkGray;
+        QTRY_VERIFY(window.Strip->item(2)->icon().pixmap(128, 96).toImage().pixelColor(64, 48) !=
+                    ground);
+        window.Strip->setCurrentRow(1);
+        window.btnBegin->click();
+        QCOMPARE(window.edtFrom->time(), QTime(10, 0));
+        program.Time.Advance(500);
+        QTRY_COMPARE(window.lblCount->text(), "1 pictures, 0:01 long");
+        const QString file = program.Folder.filePath("films/film.mp4");
+        window.txtFile->selectAll();
+        window.txtFile->insert(file);
+        window.btnMake->click();
+        QTRY_COMPARE(window.lblState->text(), "The film is made: 1 pictures, 0:01 long.");
+        QVERIFY(QFileInfo(file).size() > 0);
+        window.btnShow->click();
+        QCOMPARE(program.Opened.value(0), QUrl::fromLocalFile(program.Folder.filePath("films")));
+    }
+
     void EveryTextIsWhole() {
         ShellFixture program;
         program.Begin();
@@ -304,6 +337,9 @@ class TestDialogs : public QObject {
         QCOMPARE(clipped(shell.HelpPrompt, [&] { shell.HelpPrompt.Show(); }), QString());
         QCOMPARE(clipped(shell.HangUpWindow, [&] { shell.HangUpWindow.Ask("Provider 1"); }),
                  QString());
+        QCOMPARE(ClippedAnywhere(shell.FilmWindow, shell.Words).join("\n"), QString());
+        shell.FilmWindow.Open();
+        QCOMPARE(TabFaults(shell.FilmWindow).join("\n"), QString());
         const auto openMenu = [&] {
             shell.Menu.CloseAll();
             (void)program.OpenMenu();

@@ -32,6 +32,7 @@ class frmMenue : public MenuPanel {
         AnotherCamera,
         Archive,
         Hours,
+        Film,
         Count
     };
 
