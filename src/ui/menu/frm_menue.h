@@ -29,10 +29,10 @@ class frmMenue : public MenuPanel {
         Info,
         Guide,
         Visitors,
-        AnotherCamera,
-        Archive,
         Hours,
+        Archive,
         Film,
+        AnotherCamera,
         Count
     };
 
