@@ -202,7 +202,7 @@ QString WeekHours::ToText() const {
     for (int day = 1; day <= Days; ++day) all << RangesOf(day);
     QStringList entries;
     for (int day = 1; day <= Days; ++day) {
-        const QString ranges = all.at(day - 1);
+        const QString& ranges = all.at(day - 1);
         if (ranges.isEmpty() || all.indexOf(ranges) < day - 1) continue;
         ::Days same{};
         for (int other = 0; other < Days; ++other)
