@@ -122,6 +122,7 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "running");
         QCOMPARE(overview.Value("NextPicture"), "in 20 s");
         QCOMPARE(overview.Value("RunningTime"), "00:00:10");
+        QCOMPARE(overview.Value("Hours"), "always");
         overview.hide();
         program.Time.Advance(5'000);
         QCOMPARE(overview.Value("RunningTime"), "00:00:10");
@@ -131,6 +132,33 @@ class TestDialogs : public QObject {
         QCOMPARE(overview.Value("State"), "läuft");
         emit program.Core->FTP1.ServerResponse("220 ready\r\n");
         QVERIFY(overview.txtLog->toPlainText().endsWith(" : 220 ready\n"));
+    }
+
+    void OverviewTellsOfTheHours_data() {
+        const Rows<QString, QString, QString, QString> row;  // state, hours, next picture
+        row("outside", "10-22", "outside its hours", "closed until 10:00", "at 10:00");
+        row("until another day", "th 10-22", "outside its hours", "closed until Th 10:00",
+            "at Th 10:00");
+        row("wrong", "mo x", "running",
+            "Hours: at character 4, \"x\" is no day. Pictures are published at all hours.",
+            "in 20 s");
+    }
+    void OverviewTellsOfTheHours() {
+        const auto [written, state, hours, next] = Row<QString, QString, QString, QString>();
+        ShellFixture program;
+        program.Time.SetNow(QDateTime(QDate(2026, 3, 4), QTime(9, 0)));  // a Wednesday
+        program.Set("Einstellungen", "Server", "Local");
+        program.Set("Einstellungen", "Verzeichnis", program.Folder.path());
+        program.Set("Einstellungen", "Framerate", "30000");
+        program.Set("Einstellungen", "Hours", written);
+        program.Begin();
+        program.Core->Start();
+        frmStatusgesamt& overview = program.Windows->Overview;
+        overview.Show();
+        program.Time.Advance(10'000);
+        QCOMPARE(overview.Value("State"), state);
+        QCOMPARE(overview.Value("Hours"), hours);
+        QCOMPARE(overview.Value("NextPicture"), next);
     }
 
     void OverviewTellsOfTrouble() {
