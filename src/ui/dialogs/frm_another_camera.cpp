@@ -4,11 +4,11 @@
 #include "texts/texts.h"
 #include "ui/widgets/screen_room.h"
 
+#include <QBoxLayout>
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 

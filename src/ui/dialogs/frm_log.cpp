@@ -4,6 +4,7 @@
 #include "texts/texts.h"
 #include "ui/widgets/screen_room.h"
 
+#include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
