@@ -43,14 +43,13 @@ class Checking {
     QList<SettingFinding> Found;
 
     void Look(const ProfileText::Seen& line) {
+        const bool key = line.Is == ProfileText::Seen::Kind::Key;
         if (line.Is == ProfileText::Seen::Kind::Section)
             Begin(line);
-        else if (line.Is == ProfileText::Seen::Kind::Other)
+        else if (!key || line.Section.isEmpty())
             Note(What::NoSetting, line);
         else if (counts)
             LookAtKey(line);
-        else if (line.Section.isEmpty())
-            Note(What::NoSetting, line);
     }
 
   private:
