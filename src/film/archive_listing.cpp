@@ -1,5 +1,7 @@
 #include "film/archive_listing.h"
 
+#include "picture/archive/archive_names.h"
+
 #include <QDirIterator>
 
 #include <algorithm>
@@ -22,8 +24,8 @@ class Lister {
         QDirIterator folders(part.Folder, QDir::Dirs | QDir::NoDotAndDotDot);
         while (folders.hasNext() && !Full()) {
             folders.next();
-            const auto day = DayOfFolder(folders.fileName());
-            if (day && Overlaps(*day)) AddFolder(folders.filePath());
+            const QDate day = DayOfFolder(folders.fileName());
+            if (day.isValid() && Overlaps(day)) AddFolder(folders.filePath());
         }
         std::ranges::sort(result.Pictures, {},
                           [](const ArchivedPicture& each) { return std::tie(each.At, each.File); });

@@ -1,5 +1,6 @@
 #include "film/archive_time.h"
 
+#include "picture/archive/archive_names.h"
 #include "picture/overlay/date_time_form.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@ namespace {
 
 const QString ending = QStringLiteral(".jpg");
 constexpr qsizetype clockDigits = 6;  // hhmmss
+constexpr qsizetype countLength = 3;  // _02
 constexpr qsizetype mostDays = 10'000;
 
 // The number that digits are; -1 where anything else is among them.
@@ -35,18 +37,11 @@ QDateTime LocalTimeOf(WallTime time) {
     return {wall.date(), wall.time()};
 }
 
-std::optional<QDate> DayOfFolder(QStringView name) {
-    constexpr qsizetype length = 10;
-    if (name.size() != length || name[4] != u'-' || name[7] != u'-') return {};
-    const QDate day(Number(name.first(4)), Number(name.sliced(5, 2)), Number(name.sliced(8)));
-    return day.isValid() ? std::optional(day) : std::nullopt;
-}
-
 ArchiveTimes::ArchiveTimes(const QLocale& ownLocale)
     : locale(ownLocale), form(ShortDateForm(ownLocale)) {}
 
 QDate ArchiveTimes::Day(const QString& text) {
-    if (const auto sorted = DayOfFolder(text)) return *sorted;
+    if (const QDate sorted = DayOfFolder(text); sorted.isValid()) return sorted;
     if (const auto known = days.constFind(text); known != days.constEnd()) return *known;
     // Names that others have put there may be all different.
     if (days.size() >= mostDays) days.clear();
@@ -54,7 +49,8 @@ QDate ArchiveTimes::Day(const QString& text) {
 }
 
 std::optional<WallTime> ArchiveTimes::Of(const QString& name) {
-    const qsizetype behind = name.size() - ending.size();
+    qsizetype behind = name.size() - ending.size();
+    if (behind > countLength && name[behind - countLength] == u'_') behind -= countLength;
     const qsizetype dash = behind - clockDigits - 1;
     if (dash < 1 || name[dash] != u'-' || !name.endsWith(ending, Qt::CaseInsensitive)) return {};
     const QStringView clock = QStringView(name).sliced(dash + 1, clockDigits);

@@ -15,9 +15,6 @@ using WallTime = qint64;
 [[nodiscard]] WallTime WallTimeOf(const QDateTime& local);
 [[nodiscard]] QDateTime LocalTimeOf(WallTime time);
 
-// The day that the name of a folder is, "2026-11-22"; none for any other name.
-[[nodiscard]] std::optional<QDate> DayOfFolder(QStringView name);
-
 // Reads the names that the archive gives to its pictures.
 class ArchiveTimes {
   public:
@@ -25,7 +22,8 @@ class ArchiveTimes {
     explicit ArchiveTimes(const QLocale& locale);
 
     // The time in "2026-11-22-063015.jpg" or in "22.11.2026-063015.jpg", whose date is the locale's
-    // short one with four digits of the year. None: the name tells no time.
+    // short one with four digits of the year; a further one of the second may be marked "_02".
+    // None: the name tells no time.
     [[nodiscard]] std::optional<WallTime> Of(const QString& name);
 
   private:

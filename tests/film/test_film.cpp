@@ -101,6 +101,7 @@ class TestFilm : public QObject {
     void NamesTellTheTime_data() {
         const Rows<QString, QString, QString> row;  // name, locale, time
         row("sorted", "2026-11-22-063015.jpg", "C", "2026-11-22T06:30:15");
+        row("further one of the second", "2026-11-22-063015_02.jpg", "C", "2026-11-22T06:30:15");
         row("sorted, elsewhere", "2024-02-29-235959.JPG", "de_DE", "2024-02-29T23:59:59");
         row("German", "22.11.2026-063015.jpg", "de_DE", "2026-11-22T06:30:15");
         row("Dutch", "22-11-2026-063015.jpg", "nl_NL", "2026-11-22T06:30:15");
