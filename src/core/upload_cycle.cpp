@@ -358,7 +358,7 @@ UploadCycle::Outcome UploadCycle::StandIn(const Outcome& tick, qint64 began) {
         if (!absence.OfflineShown) absence.Again.Failed(start, Now());
     }
     Failure told = *tick;
-    if (absence.OfflineShown) told.Is.Why += "; visitors see the offline picture";
+    if (absence.OfflineShown) told.Is.Why = OfflineShownText(parts.Words, told.Is.Why);
     return told;
 }
 
@@ -371,7 +371,7 @@ bool UploadCycle::SendOffline(bool blends) {
 
 UploadCycle::Failure UploadCycle::OfflineNotSent() const {
     if (parts.State.Values.LocalMode())
-        return {{"Cannot write the offline picture", TroubleKind::LocalFolder}};
+        return {{OfflineUnwrittenText(parts.Words), TroubleKind::LocalFolder}};
     if (!parts.Net.Online()) return {{"No Connection to Internet", TroubleKind::Line}};
     return NotConnected();
 }

@@ -54,3 +54,11 @@ QString WhenText(const Texts& texts, const QDateTime& now, const QDateTime& when
     const QString day = texts.Get(section, "Day" + QString::number(when.date().dayOfWeek()));
     return day + when.toString(" HH:mm");
 }
+
+QString OfflineShownText(const Texts& texts, const QString& why) {
+    return texts.Get(section, "OfflineShown").arg(why);
+}
+
+QString OfflineUnwrittenText(const Texts& texts) {
+    return texts.Get(section, "OfflineUnwritten");
+}

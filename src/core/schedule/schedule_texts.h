@@ -17,3 +17,6 @@ class Texts;
 [[nodiscard]] QString OutsideText(const Texts& texts, const Schedule& hours, const QDateTime& now);
 // A moment to come: "06:00" of today, "Mo 06:00" of the next days, else with its date.
 [[nodiscard]] QString WhenText(const Texts& texts, const QDateTime& now, const QDateTime& when);
+// The reason why the camera gives none, and that the offline picture stands in for it.
+[[nodiscard]] QString OfflineShownText(const Texts& texts, const QString& why);
+[[nodiscard]] QString OfflineUnwrittenText(const Texts& texts);
