@@ -20,7 +20,7 @@ constexpr qint64 leastRoom = 200 * megabyte;
 constexpr qint64 enoughRoom = 220 * megabyte;  // to go on: no to and fro at the limit
 constexpr int portion = 200;                   // files that are removed at a time
 constexpr qint64 mostIndexBytes = 64 * megabyte;
-constexpr qint64 firstLook = 1000;  // milliseconds
+constexpr qint64 firstLook = 700;  // milliseconds
 constexpr std::size_t mostNames = 8'000'000;
 
 const QString ownFolder = QStringLiteral(".stillpost");
@@ -50,7 +50,7 @@ class Names {
         std::ranges::sort(marks);
     }
     [[nodiscard]] bool Contain(QByteArrayView path) const {
-        return std::ranges::binary_search(marks, Mark(path)) || !complete;
+        return !complete || std::ranges::binary_search(marks, Mark(path));
     }
 
   private:
