@@ -59,10 +59,9 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool w
 
 // Of one among several: any folder but the usual one.
 QString NameFor(const ProgramFolder& folder) {
-    const QString usual = ProgramFolder::Places::OfThisProcess({}).UserFolder;
     const QDir own(folder.Folder);
-    const bool portable = own == QDir(folder.ExecutableFolder);
-    return portable || own == QDir(usual) ? QString() : own.dirName();
+    const QDir usual(ProgramFolder::Usual(ProgramFolder::Places::OfThisProcess({})));
+    return own == usual ? QString() : own.dirName();
 }
 
 // Another one, which goes on when this one ends.
