@@ -4,8 +4,8 @@
 #include "core/settings/load_settings.h"
 #include "texts/texts.h"
 
-#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -36,7 +36,7 @@ class ProgressLine {
 
 int MakeFilmOf(const FilmRange& range, const ProgramFolder& folder,
                const std::function<bool()>& cancelled) {
-    const QString settings = QDir(folder.Folder).filePath(QStringLiteral("ftpOptions.ini"));
+    const QString settings = SettingsFileIn(folder.Folder);
     FilmOrder order = FilmOrderOf(LoadSettings(settings), QLocale::system());
     order.Part.From = WallTimeOf(range.From);
     order.Part.To = WallTimeOf(range.To);
@@ -49,7 +49,8 @@ int MakeFilmOf(const FilmRange& range, const ProgramFolder& folder,
                          .Cancelled = cancelled});
     line.End();
     const bool made = result.Fault == FilmFault::None;
-    const QString text = FilmText(Texts(Texts::Language::English), order, result);
+    const Texts words(LanguageIn(settings).value_or(Texts::Language::English));
+    const QString text = FilmText(words, order, result);
     std::fprintf(made ? stdout : stderr, "%s\n", qPrintable(text));
     return made ? 0 : 1;
 }

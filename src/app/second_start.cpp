@@ -1,13 +1,12 @@
 #include "app/second_start.h"
 
 #include "app/console.h"
-#include "base/profile_file.h"
 #include "core/folder_claim.h"
+#include "core/settings/load_settings.h"
 #include "net/publishing/answer_texts.h"
 #include "platform/program_start.h"
 #include "texts/texts.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QMessageBox>
 #include <QThread>
@@ -23,8 +22,7 @@ constexpr int betweenTries = 200;
 }  // namespace
 
 QString FolderInUseText(const FolderClaim& claim, const QString& folder, const QString& key) {
-    const QString file = QDir(folder).filePath("ftpOptions.ini");
-    const auto language = Texts::Named(ReadSetting(file, "Einstellungen", "Sprache"));
+    const auto language = LanguageIn(SettingsFileIn(folder));
     const Texts words(language.value_or(Texts::Language::English));
     const FolderClaim::Holder other = claim.Other();
     return Filled(words.Get("FolderInUse", key), {QString::number(other.Process), other.Computer});

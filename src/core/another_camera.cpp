@@ -11,7 +11,6 @@ namespace {
 
 const QString camerasFolder = QStringLiteral("cameras");
 const QString section = QStringLiteral("Einstellungen");
-const QString settingsName = QStringLiteral("ftpOptions.ini");
 constexpr int mostFolders = 1000;
 constexpr qsizetype longestName = 60;
 constexpr int besideFirst = 40;  // pixels
@@ -109,8 +108,8 @@ std::optional<QString> AnotherCamera::Make(const QString& programFolder, const Q
     const QDir own(programFolder);
     const auto folder = NewFolder(PlaceFor(programFolder), FolderName(name));
     if (!folder) return std::nullopt;
-    const QString from = own.filePath(settingsName);
-    const QString to = folder->filePath(settingsName);
+    const QString from = SettingsFileIn(programFolder);
+    const QString to = SettingsFileIn(folder->path());
     const bool copied = !QFileInfo::exists(from) || QFile::copy(from, to);
     if (!copied || WriteSettings(to, EntriesFor(from, name, *folder)) == 0) {
         QDir(*folder).removeRecursively();

@@ -117,7 +117,7 @@ Program::Program(const Surroundings& ownSurroundings)
 Program::~Program() = default;
 
 QString Program::SettingsFile() const {
-    return QDir(surroundings.Folder).filePath("ftpOptions.ini");
+    return SettingsFileIn(surroundings.Folder);
 }
 
 QString Program::Name() const {
@@ -220,8 +220,7 @@ void Program::ShowPreview(bool on, bool stretched, bool centred) {
 }
 
 void Program::ApplyLanguage() {
-    const QString language = ReadSetting(SettingsFile(), "Einstellungen", "Sprache");
-    const auto named = Texts::Named(language);
+    const auto named = LanguageIn(SettingsFile());
     // Any other word leaves the language as it is.
     if (!named) return;
     State.LangEnglish = named == Texts::Language::English;

@@ -11,7 +11,6 @@
 #include "net/publishing/trial_texts.h"
 #include "platform/platform.h"
 
-#include <QDir>
 #include <QFile>
 #include <QMetaEnum>
 
@@ -26,8 +25,6 @@ class Checking {
         : around(ownAround), running(isRunning), wait(around.Wait) {}
 
     CommandStatus Run() {
-        words.SetLanguage(Texts::Named(ReadSetting(file, "Einstellungen", "Sprache"))
-                              .value_or(Texts::Language::English));
         if (!CheckFile()) return status;
         settings = LoadSettings(file);
         CheckCamera();
@@ -127,8 +124,8 @@ class Checking {
     const CommandSurroundings& around;
     bool running;
     Waiting& wait;
-    QString file = QDir(around.Folder).filePath("ftpOptions.ini");
-    Texts words{Texts::Language::English};
+    QString file = SettingsFileIn(around.Folder);
+    Texts words{LanguageIn(file).value_or(Texts::Language::English)};
     Settings settings;
     CommandStatus status = CommandStatus::Fine;
 };

@@ -1,12 +1,9 @@
 #include "core/commands/list_cameras.h"
 
-#include "base/profile_file.h"
 #include "camera/camera_list.h"
 #include "core/settings/load_settings.h"
 #include "platform/platform.h"
 #include "texts/texts.h"
-
-#include <QDir>
 
 namespace {
 
@@ -20,9 +17,8 @@ QString TextOf(const CaptureFormat& format) {
 }  // namespace
 
 CommandStatus ListCameras(const CommandSurroundings& around) {
-    const QString file = QDir(around.Folder).filePath("ftpOptions.ini");
-    const Texts words(Texts::Named(ReadSetting(file, "Einstellungen", "Sprache"))
-                          .value_or(Texts::Language::English));
+    const QString file = SettingsFileIn(around.Folder);
+    const Texts words(LanguageIn(file).value_or(Texts::Language::English));
     const CaptureDevices& devices = *around.System.Cameras;
     const QList<Camera> cameras = ListCameras(devices.List(), LoadSettings(file).Cameras);
     for (const Camera& camera : cameras) {

@@ -40,6 +40,14 @@ void TakeServerApart(Settings& settings) {
 
 }  // namespace
 
+QString SettingsFileIn(const QString& programFolder) {
+    return QDir(programFolder).filePath("ftpOptions.ini");
+}
+
+std::optional<Texts::Language> LanguageIn(const QString& file) {
+    return Texts::Named(ReadSetting(file, "Einstellungen", "Sprache"));
+}
+
 QString SettingFolder(const QString& programFolder, const QString& written) {
     const QString folder = Paths::WithSeparator(written);
     if (folder.isEmpty() || folder.startsWith(QDir::separator()) || HasDrive(folder)) return folder;

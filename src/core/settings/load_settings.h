@@ -2,8 +2,17 @@
 
 #include "base/profile_file.h"
 #include "core/settings/setting_table.h"
+#include "texts/texts.h"
 
 #include <QString>
+
+#include <optional>
+
+// The settings file of a program folder.
+[[nodiscard]] QString SettingsFileIn(const QString& programFolder);
+
+// The language that the file names; none: it names none that there is.
+[[nodiscard]] std::optional<Texts::Language> LanguageIn(const QString& file);
 
 // Reads the settings from the file, whose folder is the program folder. Reading never fails: what
 // is missing or out of range is replaced as the table of settings says. Folders given relative to
