@@ -15,11 +15,6 @@
 
 namespace {
 
-// Whatever is larger is no settings file, and nobody waits for it to be searched.
-constexpr qint64 mostBytes = 1024 * 1024;
-
-constexpr qsizetype mostCharacters = 255;
-
 // Tells versions of a file apart. The time of change catches a file that was moved or copied here
 // together with its old time of modification: nobody can set it back.
 struct Stamp {
@@ -59,15 +54,16 @@ std::map<QString, std::shared_ptr<KnownFile>>& KnownFiles() {
 
 bool IsReadable(const QFileInfo& info) {
     // A pipe would keep the program waiting for its other end.
-    return info.isFile() && info.size() <= mostBytes;
+    return info.isFile() && info.size() <= LargestSettingsFile;
 }
 
 // Nothing when it cannot be read to its end, or grew too large meanwhile.
 std::optional<QByteArray> Load(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    QByteArray bytes = file.read(mostBytes + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > mostBytes) return std::nullopt;
+    QByteArray bytes = file.read(LargestSettingsFile + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > LargestSettingsFile)
+        return std::nullopt;
     return bytes;
 }
 
@@ -115,8 +111,8 @@ QString ProfileReader::Value(const QString& section, const QString& key) const {
         text ? text->Value(section, key) : std::optional<QString>();
     if (!found) return {};
     QString value = found->isEmpty() ? QString("") : *found;
-    if (value.size() <= mostCharacters) return value;
-    value.truncate(mostCharacters);
+    if (value.size() <= LongestSetting) return value;
+    value.truncate(LongestSetting);
     if (value.back().isHighSurrogate()) value.chop(1);
     return value;
 }
@@ -137,7 +133,7 @@ int WriteSettings(const QString& file, const QList<ProfileEntry>& entries) {
     for (const ProfileEntry& entry : entries)
         if (!known.Text.Set(entry.Section, entry.Key, entry.Value)) return 0;
     const QByteArray bytes = known.Text.Bytes();
-    if (bytes.size() > mostBytes || !Replace(file, bytes)) return 0;
+    if (bytes.size() > LargestSettingsFile || !Replace(file, bytes)) return 0;
     KnownFiles().insert_or_assign(
         file, std::make_shared<KnownFile>(KnownFile{std::nullopt, bytes, std::move(known.Text)}));
     return 1;

@@ -7,14 +7,20 @@
 
 class ProfileText;
 
+// What of a value is read; the rest of a longer one is not.
+constexpr int LongestSetting = 255;  // characters
+
+// Whatever is larger is no settings file, and nobody waits for it to be searched.
+constexpr int LargestSettingsFile = 1024 * 1024;  // bytes
+
 // Profile (INI) files as the system's profile functions treat them: one call for each value, the
 // file is never held open. ftpOptions.ini and Position.ini are such files. A damaged or binary file
 // has no settings, and writing keeps what is in it. To be used from one thread only.
 
-// The value of `key` in `section`, at most 255 characters, without surrounding blanks and without a
-// pair of quotes around it; empty when file, section or key is missing or the file is unreadable,
-// and null then, too.
-// Section and key names are compared without regard to case; the first match counts.
+// The value of `key` in `section`, at most LongestSetting characters, without surrounding blanks
+// and without a pair of quotes around it; empty when file, section or key is missing or the file is
+// unreadable, and null then, too. Section and key names are compared without regard to case; the
+// first match counts.
 [[nodiscard]] QString ReadSetting(const QString& file, const QString& section, const QString& key);
 
 // The same for many values of a file as it is at this moment: for each single one the system would

@@ -1,5 +1,6 @@
 #include "core/commands/check.h"
 
+#include "base/profile_file.h"
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "camera/ezvidcap.h"
@@ -16,8 +17,7 @@
 
 namespace {
 
-constexpr qint64 mostBytes = 1024 * 1024;  // what is larger counts as no settings file
-constexpr int cameraTries = 6;             // of some seconds each: a stream may begin slowly
+constexpr int cameraTries = 6;  // of some seconds each: a stream may begin slowly
 
 class Checking {
   public:
@@ -45,8 +45,8 @@ class Checking {
     bool CheckFile() {
         QFile opened(file);
         const bool there = opened.open(QIODevice::ReadOnly);
-        const QByteArray bytes = there ? opened.read(mostBytes + 1) : QByteArray();
-        if (!there || bytes.size() > mostBytes) {
+        const QByteArray bytes = there ? opened.read(LargestSettingsFile + 1) : QByteArray();
+        if (!there || bytes.size() > LargestSettingsFile) {
             Say(there ? QString("FileTooLarge") : "NoFile", {file});
             Worsen(CommandStatus::Failed);
             return false;

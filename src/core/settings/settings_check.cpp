@@ -1,5 +1,6 @@
 #include "core/settings/settings_check.h"
 
+#include "base/profile_file.h"
 #include "base/profile_text.h"
 #include "core/settings/setting_table.h"
 
@@ -11,8 +12,6 @@
 namespace {
 
 using What = SettingFinding::What;
-
-constexpr qsizetype longestValue = 255;  // characters that are read
 
 bool SameName(QStringView one, QStringView other) {
     return one.compare(other, Qt::CaseInsensitive) == 0;
@@ -81,7 +80,7 @@ class Checking {
             Note(What::UnknownKey, line);
         else if (!first)
             Note(What::RepeatedKey, line);
-        else if (line.Value.size() > longestValue)
+        else if (line.Value.size() > LongestSetting)
             Note(What::TooLong, line);
         else if (!line.Value.isEmpty())
             LookAtValue(*row, line);

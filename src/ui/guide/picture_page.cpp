@@ -52,8 +52,7 @@ PicturePage::PicturePage(const SettingsWindow::Surroundings& surroundings)
       chkOfflineAfter(new QCheckBox),
       OfflineLook(new PreviewArea),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
-    constexpr int mostCharacters = 254;  // of a value, with the blank that may come in front
-    txtLine->setMaxLength(mostCharacters);
+    txtLine->setMaxLength(LongestSetting - 1);  // a blank may come in front;
     LayOut();
     const auto changed = [this] {
         overlayChanged = true;

@@ -1,6 +1,7 @@
 #include "ui/settings/settings_window.h"
 
 #include "base/message_boxes.h"
+#include "base/profile_file.h"
 #include "base/waiting.h"
 #include "core/program.h"
 #include "ui/skin/window_system.h"
@@ -20,8 +21,7 @@
 
 namespace {
 
-const QString common = "Settings";   // texts of all settings windows
-constexpr int mostCharacters = 255;  // of a value, see ReadSetting
+const QString common = "Settings";  // texts of all settings windows
 constexpr int settleMilliseconds = 300;
 
 }  // namespace
@@ -62,7 +62,7 @@ SettingsWindow::SettingsWindow(const Surroundings& ownSurroundings, const QStrin
 void SettingsWindow::Finish() {
     for (auto* button : findChildren<QPushButton*>())
         if (button != btnSave) button->setAutoDefault(false);  // Enter saves
-    for (auto* field : findChildren<QLineEdit*>()) field->setMaxLength(mostCharacters);
+    for (auto* field : findChildren<QLineEdit*>()) field->setMaxLength(LongestSetting);
     // The body's controls come before the buttons.
     Controls.SetTabOrder(btnSave);
     setTabOrder(btnSave, btnClose);

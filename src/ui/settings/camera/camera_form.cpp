@@ -1,6 +1,7 @@
 #include "ui/settings/camera/camera_form.h"
 
 #include "base/paths.h"
+#include "base/profile_file.h"
 #include "camera/camera_list.h"
 #include "camera/test_picture.h"
 #include "ui/settings/camera/camera_address.h"
@@ -39,13 +40,12 @@ WrittenCamera WrittenCamera::FromLine(const QString& line) {
 }
 
 QString WrittenCamera::AddressFault() const {
-    constexpr int mostCharacters = 255;  // of a value, see ReadSetting
     const bool network = Kind == CaptureKind::Network;
     if (Kind == CaptureKind::Test && TestPicture::ParseAddress(Address).isEmpty()) return "BadSize";
     if (Address.isEmpty()) return "AddressMissing";
     if (network && !Address.contains("://")) return "NoScheme";
     if (network && CameraAddress::Split(Address).Place.endsWith("://")) return "AddressMissing";
-    if (Line().size() > mostCharacters) return "TooLong";
+    if (Line().size() > LongestSetting) return "TooLong";
     return {};
 }
 
