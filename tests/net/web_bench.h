@@ -3,6 +3,7 @@
 #include "net/web/http_server.h"
 #include "net/web/s3_server.h"
 #include "support/recording_display.h"
+#include "support/scripted_web_server.h"
 #include "support/test_clock.h"
 
 #include "base/waiting.h"
@@ -12,6 +13,19 @@
 #include <QTemporaryDir>
 
 #include <memory>
+
+// The way to a server in this process.
+inline ServerAccess To(const ScriptedWebServer& server, Protocol way = Protocol::Http) {
+    const QString scheme = way == Protocol::Https ? QString("https") : QString("http");
+    return {.Way = way,
+            .Server = QString("%1://127.0.0.1:%2/dav").arg(scheme).arg(server.serverPort()),
+            .User = "cam",
+            .Password = "secret",
+            .Folder = "my cam",
+            .Region = "eu-1",
+            .Bucket = "bucket",
+            .CacheSeconds = 60};
+}
 
 // A web server or storage with everything around it.
 struct WebBench {

@@ -53,6 +53,12 @@ void CycleFixture::Apply() {
     Cycle.ApplyInterval();
 }
 
+void CycleFixture::GoLocal(const QString& folder) {
+    State.Values.Server = "Local";
+    State.Values.Verzeichnis = folder.isEmpty() ? folder : Folder.filePath(folder);
+    Apply();
+}
+
 bool CycleFixture::RunUntilPublished(int count, qint64 limit) {
     return Time.RunUntil([this, count] { return published >= count; }, limit);
 }

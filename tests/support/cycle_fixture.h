@@ -80,6 +80,8 @@ class CycleFixture {
 
     // After values were changed: what LoadSettings does with them.
     void Apply();
+    // From now on the pictures go into this folder below the fixture's.
+    void GoLocal(const QString& folder);
     // Starts a run and waits for its first picture.
     [[nodiscard]] bool Begin() {
         Cycle.Start();
