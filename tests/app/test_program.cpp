@@ -1,6 +1,9 @@
 // The program itself, as a terminal or the system's manager of services starts it.
 
+#include "base/profile_file.h"
+#include "platform/system_clock.h"
 #include "support/file_bytes.h"
+#include "support/scripted_ftp_server.h"
 
 #include <QDir>
 #include <QImage>
@@ -128,6 +131,46 @@ class TestProgram : public QObject {
         QCOMPARE(Run({"--once"}).Status, 0);
         const QString log = QString::fromUtf8(ReadBytes(folder.filePath("program/stillpost.log")));
         QCOMPARE(log.count("publishing to "), 2);
+    }
+
+    // As by a power cut: the next start goes on at once, with its settings and with new pictures.
+    void KilledAtAnyStep() {
+        SystemClock clock;
+        ScriptedFtpServer server(clock);
+        const QString settings = folder.filePath("program/ftpOptions.ini");
+        const auto set = [](const char* key, const QString& value) {
+            return ProfileEntry{"Einstellungen", QString::fromLatin1(key), value};
+        };
+        QVERIFY(WriteSettings(settings, {set("Server", "127.0.0.1"), set("Verzeichnis", {}),
+                                         set("User", "cam"), set("PW", "secret"),
+                                         set("Delete", "1"), set("Path", "work"),
+                                         set("Port", QString::number(server.Port()))}) != 0);
+        const QByteArray before = ReadBytes(settings);
+        const QByteArray stale("what was being made or sent");
+        const QDir work(folder.filePath("program/work"));
+        const QString steps = "CONNECT PASS TYPE PORT STOR DONE DELE RNFR RNTO";
+        for (const QString& step : steps.split(u' ')) {
+            QProcess process;
+            server.Files.clear();
+            server.Whim = [&](const QString& verb) {
+                if (server.Files.values().contains(stale)) qFatal("sent what is left");
+                const bool login = step == "CONNECT" || step == "PASS";
+                if (verb != step || (!login && server.Files.isEmpty())) return FtpFault();
+                process.kill();
+                return FtpFault{.Verb = verb, .Silent = true};
+            };
+            Begin(process, {"/autostarter"});
+            QTRY_COMPARE_WITH_TIMEOUT(process.error(), QProcess::Crashed, patience);
+            server.DropControl();
+            QCOMPARE(ReadBytes(settings), before);
+            for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp"})
+                QVERIFY(WriteBytes(work.filePath(QString::fromLatin1(name)), stale));
+        }
+        QProcess once;
+        Begin(once, {"--once"});
+        QTRY_VERIFY_WITH_TIMEOUT(once.state() == QProcess::NotRunning, patience);
+        QCOMPARE(once.exitCode(), 0);
+        QCOMPARE(QImage::fromData(server.Files.value("pw.jpg"), "JPG").size(), QSize(64, 48));
     }
 };
 
