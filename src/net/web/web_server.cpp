@@ -13,6 +13,14 @@ QString Said(const HttpQuestion& question) {
     return line + QStringLiteral(" (%1 bytes)").arg(question.Body.size());
 }
 
+// Of the files that are published; a browser saves what it does not know.
+QByteArray TypeOf(const QString& name) {
+    const QString ending = name.section(u'.', -1).toLower();
+    if (ending == u"jpg" || ending == u"jpeg") return "image/jpeg";
+    if (ending == u"html" || ending == u"htm") return "text/html; charset=utf-8";
+    return ending == u"mp4" ? "video/mp4" : "application/octet-stream";
+}
+
 }  // namespace
 
 WebServer::WebServer(const Surroundings& surroundings)
@@ -72,9 +80,7 @@ WebServer::Talk WebServer::Ask(const WebPlace& place, const HttpQuestion& questi
 }
 
 HttpHeaders WebServer::PictureHeaders(const QString& name, bool cached) const {
-    const bool jpeg = name.endsWith(QStringLiteral(".jpg"), Qt::CaseInsensitive) ||
-                      name.endsWith(QStringLiteral(".jpeg"), Qt::CaseInsensitive);
-    HttpHeaders headers{{"Content-Type", jpeg ? "image/jpeg" : "application/octet-stream"}};
+    HttpHeaders headers{{"Content-Type", TypeOf(name)}};
     if (cached && used.CacheSeconds > 0)
         headers.append({"Cache-Control", "max-age=" + QByteArray::number(used.CacheSeconds)});
     return headers;
