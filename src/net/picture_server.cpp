@@ -39,6 +39,10 @@ ServerAnswer PictureServer::DeleteFile(const QString& name) {
     return Run([&] { return DoDelete(name); });
 }
 
+ServerAnswer PictureServer::LookAt(const QString& name, QByteArray& beginning) {
+    return Run([&] { return DoLook(name, beginning); });
+}
+
 ServerAnswer PictureServer::DoKeep(const QString& from, const QString& to) {
     return DoRename(from, to);
 }

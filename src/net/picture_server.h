@@ -49,6 +49,10 @@ class PictureServer : public QObject {
     // Keeps a picture under a second name, which it replaces; it may lose the first one over it.
     [[nodiscard]] ServerAnswer KeepFile(const QString& from, const QString& to);
     [[nodiscard]] ServerAnswer DeleteFile(const QString& name);
+    // Fine where a file bears that name: `beginning` is how it begins, 4 KB at least where it is
+    // that long, or empty where the server does not let it be read. FileMissing: none does. All
+    // else: the server does not tell.
+    [[nodiscard]] ServerAnswer LookAt(const QString& name, QByteArray& beginning);
     // Sets who may read a file, octal ("644"). None: the server has lost the line over it, or says
     // try later; false: it does not do that.
     [[nodiscard]] virtual std::optional<bool> ChangeMode(const QString& name, const QString& mode);
@@ -77,6 +81,7 @@ class PictureServer : public QObject {
     [[nodiscard]] virtual ServerAnswer DoRename(const QString& from, const QString& to) = 0;
     [[nodiscard]] virtual ServerAnswer DoKeep(const QString& from, const QString& to);
     [[nodiscard]] virtual ServerAnswer DoDelete(const QString& name) = 0;
+    [[nodiscard]] virtual ServerAnswer DoLook(const QString& name, QByteArray& beginning) = 0;
     // Lets go of what is under way; the wait for it ends by itself.
     virtual void DoCancel() {}
 
@@ -85,6 +90,7 @@ class PictureServer : public QObject {
     [[nodiscard]] std::optional<ServerFault> Await(const std::function<bool()>& done, int seconds,
                                                    const std::function<bool()>& hopeless = {});
     [[nodiscard]] bool Cancelled() const { return cancelled; }
+    static constexpr int LookedAtBytes = 4096;
     [[nodiscard]] Waiting& Wait() const { return around.Wait; }
     [[nodiscard]] StatusDisplay& Display() const { return around.Display; }
     [[nodiscard]] bool Online() const { return !around.Online || around.Online(); }

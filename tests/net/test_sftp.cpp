@@ -56,7 +56,7 @@ class TestSftp : public QObject {
         row("empty", Bytes("00000000"), 0, true);
         row("giant", Bytes("fffffff0 65"), 0, true);
         row("text instead", "Welcome", 0, true);
-        row("kind that nobody asked for", Bytes("00000005 67 00000001"), 0, true);
+        row("kind that nobody asked for", Bytes("00000005 68 00000001"), 0, true);
         row("words beyond the end", Bytes("0000000d 65 00000001 00000004 ffffffff"), 0, true);
         row("attributes cut off", Bytes("00000009 69 00000001 00000005"), 0, true);
         row("handle too long", Bytes("0000010a 66 00000001 00000101") + QByteArray(0x101, 'x'), 0,

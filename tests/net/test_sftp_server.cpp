@@ -81,6 +81,10 @@ class TestSftpServer : public QObject {
             QVERIFY(bench.Public(folder + "pw.jpg") == Content(size));
         }
         QVERIFY(bench.Public(folder + "pw1.jpg") == Content(5'000'000));
+        QByteArray beginning;
+        QCOMPARE(server.LookAt("pw1.jpg", beginning), ServerAnswer());
+        QVERIFY(beginning == Content(5'000'000).left(4096));
+        QCOMPARE(server.LookAt("none", beginning).Is, FileMissing);
         QCOMPARE(server.ChangeMode("pw.jpg", "600"), true);
         constexpr auto readers = QFile::ReadOwner | QFile::ReadGroup;
         QCOMPARE(QFile::permissions(bench.Real.Root() + folder + "pw.jpg") & readers,

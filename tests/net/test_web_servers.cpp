@@ -64,6 +64,10 @@ class TestWebServers : public QObject {
         }
         QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList("pw.jpg"));
         QCOMPARE(bench.Server->DeleteFile("none").Is, FileMissing);
+        QByteArray beginning;
+        QCOMPARE(bench.Server->LookAt("none", beginning).Is, FileMissing);
+        QCOMPARE(bench.Server->LookAt("pw.jpg", beginning), ServerAnswer());
+        QCOMPARE(beginning, QByteArray(4096, static_cast<char>(5'000'000 % 251)));
         QCOMPARE(bench.Talk.filter("401").size(), encrypted ? 0 : 1);
         // Gone and back.
         server->Stop();
@@ -112,6 +116,10 @@ class TestWebServers : public QObject {
             QVERIFY(ReadBytes(server.Root() + files.first()) == content);
         }
         QCOMPARE(bench.Server->KeepFile("none", "kept").Is, FileMissing);
+        QByteArray beginning;
+        QCOMPARE(bench.Server->LookAt("none", beginning).Is, FileMissing);
+        QCOMPARE(bench.Server->LookAt("ü 1.jpg", beginning), ServerAnswer());
+        QVERIFY(beginning.startsWith(QByteArray(4096, 'x')));
         ServerAccess wrong = access;
         wrong.Password += "x";
         QCOMPARE(tried(wrong).Is, SignatureRefused);

@@ -114,6 +114,7 @@ QByteArray ScriptedWebServer::Answer(const Asked& asked) {
     }
     if (asked.Verb == "PROPFIND") return Full("207 Multi-Status", "<multistatus/>");
     if (!there) return Full("404 Not Found");
+    if (asked.Verb == "GET") return Full("200 OK", Files.value(asked.Target));
     const QByteArray target = asked.Headers.value("destination");
     const QByteArray path = QUrl::fromEncoded(target).path(QUrl::FullyEncoded).toLatin1();
     if (asked.Verb == "MOVE" || asked.Verb == "COPY") Files[path] = Files.value(asked.Target);

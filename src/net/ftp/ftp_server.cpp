@@ -4,7 +4,9 @@
 #include "base/status_display.h"
 #include "base/waiting.h"
 
+#include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryFile>
 
 #include <algorithm>
 #include <array>
@@ -19,6 +21,8 @@ constexpr std::array noSuchFolder{550, 553, 501};
 // When it does not rename over a file.
 constexpr std::array noReplacing{553, 550, 501, 450};
 constexpr std::array noRoom{452, 552};
+constexpr std::array notKnown{500, 501, 502, 504};  // the command
+constexpr int aboutFile = 213;
 // When it cannot come back to this computer.
 constexpr std::array noDataConnection{425, 426};
 constexpr qsizetype longestReply = 120;  // shown to people
@@ -258,6 +262,33 @@ ServerAnswer FtpServer::DoDelete(const QString& name) {
     const int code = ftp.ReplyCode();
     if (!IsRefusal(code)) return Lost();
     return {code == notThere ? ServerFault::FileMissing : ServerFault::DeleteRefused, LastReply()};
+}
+
+// SIZE and MDTM (RFC 3659) tell of files alone, and most servers know at least one of them.
+ServerAnswer FtpServer::DoLook(const QString& name, QByteArray& beginning) {
+    constexpr qint64 mostBytes = 64 * 1024;  // what is larger is no page of the program
+    (void)ftp.Ask("TYPE I");
+    int code = ftp.Ask("SIZE " + name);
+    const bool small = LastReply().section(u' ', 1).toLongLong() <= mostBytes;
+    if (IsOneOf(notKnown, code)) code = ftp.Ask("MDTM " + name);
+    if (code == notThere) return {ServerFault::FileMissing, LastReply()};
+    if (code != aboutFile)
+        return IsRefusal(code) ? ServerAnswer{ServerFault::ServerRefused, LastReply()} : Lost();
+    if (small) beginning = Read(name);
+    return {};
+}
+
+// Empty where it cannot be read.
+QByteArray FtpServer::Read(const QString& name) {
+    QTemporaryFile scratch;
+    if (!scratch.open()) return {};
+    scratch.close();
+    QString here;
+    ftpError = false;
+    waits.WaitSend = true;  // for the reply at the end of a transfer, whichever way it goes
+    const bool fetched = ftp.GetFile(here, name, scratch.fileName(), false);
+    if (!fetched || !AwaitReply(waits.WaitSend, limits.Send)) return {};
+    return scratch.open() ? scratch.read(LookedAtBytes) : QByteArray();
 }
 
 ServerAnswer FtpServer::Lost() const {

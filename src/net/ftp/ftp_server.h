@@ -38,6 +38,7 @@ class FtpServer : public PictureServer {
     [[nodiscard]] ServerAnswer DoSend(const QString& localPath, const QString& name) override;
     [[nodiscard]] ServerAnswer DoRename(const QString& from, const QString& to) override;
     [[nodiscard]] ServerAnswer DoDelete(const QString& name) override;
+    [[nodiscard]] ServerAnswer DoLook(const QString& name, QByteArray& beginning) override;
     void DoCancel() override;
 
   private:
@@ -64,6 +65,7 @@ class FtpServer : public PictureServer {
     [[nodiscard]] ServerAnswer SendFault() const;
     [[nodiscard]] ServerAnswer RenameFault() const;
     [[nodiscard]] ServerAnswer Lost() const;
+    [[nodiscard]] QByteArray Read(const QString& name);
     [[nodiscard]] bool AwaitReply(const bool& waitFlag, int seconds);
     [[nodiscard]] QString LastReply() const;
 

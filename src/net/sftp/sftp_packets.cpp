@@ -83,6 +83,9 @@ std::optional<Reply> Parse(const QByteArray& packet) {
             reply.Text = fields.Text();
             if (reply.Text.size() > longestHandle) return std::nullopt;
             break;
+        case Kind::Data:
+            reply.Text = fields.Text();
+            break;
         case Kind::Attributes:
             reply.Mode = ModeOf(fields);
             break;

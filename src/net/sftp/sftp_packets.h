@@ -17,6 +17,7 @@ enum class Kind : quint8 {
     Version = 2,
     Open = 3,
     Close = 4,
+    Read = 5,
     Write = 6,
     Setstat = 9,
     Remove = 13,
@@ -24,6 +25,7 @@ enum class Kind : quint8 {
     Rename = 18,
     Status = 101,
     Handle = 102,
+    Data = 103,
     Attributes = 105,
     Extended = 200,
 };
@@ -63,7 +65,7 @@ struct Reply {
     Kind Is = Kind::Status;
     quint32 Id = 0;  // of the request; of Version the version
     Status Code = Status::Ok;
-    QByteArray Text = {};              // the handle, or a status in the server's words
+    QByteArray Text = {};  // the handle, data of a file, or a status in the server's words
     std::optional<quint32> Mode = {};  // type and permissions of a file, as stat(2) has them
     QByteArrayList Extensions = {};    // of Version: what else the server can do
 };

@@ -16,6 +16,7 @@ constexpr int sendSeconds = 45;
 constexpr int renameSeconds = 15;
 constexpr int deleteSeconds = 30;
 constexpr int modeSeconds = 15;
+constexpr int lookSeconds = 15;
 
 // Every server takes blocks of this size; so many of them fill a line of 100 Mbit/s to a server
 // that is 80 ms away.
@@ -24,6 +25,7 @@ constexpr std::size_t mostUnderWay = 32;
 
 constexpr quint32 forWriting =
     0x02 | 0x08 | 0x10;  // made where it is not there, emptied where it is
+constexpr quint32 forReading = 0x01;
 constexpr quint32 noAttributes = 0;
 constexpr quint32 onlyMode = 4;
 constexpr quint32 fileType = 0170000;  // the part of a mode
@@ -303,6 +305,18 @@ SftpServer::Answered SftpServer::Remove(const QString& name, int seconds) {
 ServerAnswer SftpServer::DoDelete(const QString& name) {
     const auto [lost, reply] = Remove(name, deleteSeconds);
     return lost.Fine() ? Explained(reply, ServerFault::DeleteRefused) : lost;
+}
+
+ServerAnswer SftpServer::DoLook(const QString& name, QByteArray& beginning) {
+    const Request open = New(Kind::Open).Text(PathOf(name)).Number(forReading).Number(noAttributes);
+    const auto [lost, opened] = Ask("open " + name, open, lookSeconds);
+    if (!lost.Fine()) return lost;
+    if (opened.Is != Kind::Handle) return Explained(opened, ServerFault::Forbidden);
+    const Request read = New(Kind::Read).Text(opened.Text).LongNumber(0).Number(LookedAtBytes);
+    const auto [lostThen, content] = Ask("read " + name, read, lookSeconds);
+    if (!lostThen.Fine()) return lostThen;
+    if (content.Is == Kind::Data) beginning = content.Text;
+    return Ask("close", New(Kind::Close).Text(opened.Text), lookSeconds).Lost;
 }
 
 std::optional<bool> SftpServer::ChangeMode(const QString& name, const QString& mode) {

@@ -31,6 +31,7 @@ class SftpServer : public PictureServer {
     // The picture stays under its first name where the server can give it a second one.
     [[nodiscard]] ServerAnswer DoKeep(const QString& from, const QString& to) override;
     [[nodiscard]] ServerAnswer DoDelete(const QString& name) override;
+    [[nodiscard]] ServerAnswer DoLook(const QString& name, QByteArray& beginning) override;
 
   private:
     struct Answered {

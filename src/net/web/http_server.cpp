@@ -182,3 +182,12 @@ ServerAnswer HttpServer::DoDelete(const QString& name) {
     const Talk talk = Exchange({.Verb = "DELETE", .Target = TargetOf(name)}, DeleteSeconds);
     return talk.Is.Fine() ? JudgeStatus(talk.Answer, HttpStep::Delete) : talk.Is;
 }
+
+ServerAnswer HttpServer::DoLook(const QString& name, QByteArray& beginning) {
+    const Talk talk =
+        Exchange({.Verb = "GET", .Target = TargetOf(name), .Headers = LookHeaders()}, LookSeconds);
+    if (!talk.Is.Fine()) return talk.Is;
+    const ServerAnswer answer = JudgeStatus(talk.Answer, HttpStep::Look);
+    if (answer.Fine()) beginning = talk.Answer.Body;
+    return answer;
+}

@@ -22,6 +22,7 @@ class HttpServer : public WebServer {
     // By COPY, so that the first name is never missing; by MOVE where the server does not copy.
     [[nodiscard]] ServerAnswer DoKeep(const QString& from, const QString& to) override;
     [[nodiscard]] ServerAnswer DoDelete(const QString& name) override;
+    [[nodiscard]] ServerAnswer DoLook(const QString& name, QByteArray& beginning) override;
 
   private:
     void Forget();

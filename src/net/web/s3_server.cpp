@@ -78,3 +78,11 @@ ServerAnswer S3Server::DoDelete(const QString& name) {
     return Exchange(HttpStep::Delete, {.Verb = "DELETE", .Path = place.PathOf(name)}, {},
                     DeleteSeconds);
 }
+
+ServerAnswer S3Server::DoLook(const QString& name, QByteArray& beginning) {
+    const ServerAnswer answer = Exchange(
+        HttpStep::Look, {.Verb = "GET", .Path = place.PathOf(name), .Headers = LookHeaders()}, {},
+        LookSeconds);
+    if (answer.Fine()) beginning = LastAnswer().Body;
+    return answer;
+}

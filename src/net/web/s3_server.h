@@ -23,6 +23,7 @@ class S3Server : public WebServer {
     [[nodiscard]] ServerAnswer DoKeep(const QString& from, const QString& to) override;
     // Storage does not say whether there was something.
     [[nodiscard]] ServerAnswer DoDelete(const QString& name) override;
+    [[nodiscard]] ServerAnswer DoLook(const QString& name, QByteArray& beginning) override;
 
   private:
     [[nodiscard]] ServerAnswer List();

@@ -86,6 +86,10 @@ HttpHeaders WebServer::PictureHeaders(const QString& name, bool cached) const {
     return headers;
 }
 
+HttpHeaders WebServer::LookHeaders() {
+    return {{"Range", "bytes=0-" + QByteArray::number(LookedAtBytes - 1)}};
+}
+
 std::optional<QByteArray> WebServer::ReadLocal(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return {};

@@ -36,6 +36,11 @@ class WebServer : public PictureServer {
     // The whole of a local file.
     [[nodiscard]] static std::optional<QByteArray> ReadLocal(const QString& path);
 
+    // The first bytes of a file are enough.
+    [[nodiscard]] static HttpHeaders LookHeaders();
+    // Of the last question.
+    [[nodiscard]] const HttpAnswer& LastAnswer() const { return line.Answer(); }
+
     // Where nothing can be renamed. The first name stays, too, on a server that deletes nothing.
     [[nodiscard]] ServerAnswer CopyAndDelete(const QString& from, const QString& to);
 
@@ -43,6 +48,7 @@ class WebServer : public PictureServer {
     static constexpr int SendSeconds = 45;
     static constexpr int RenameSeconds = 15;
     static constexpr int DeleteSeconds = 30;
+    static constexpr int LookSeconds = 15;
 
   private:
     [[nodiscard]] ServerAnswer AwaitLine(int seconds);
