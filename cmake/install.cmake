@@ -12,6 +12,7 @@ install(TARGETS stillpost RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(DIRECTORY "${program}/Skins/Default" "${program}/Skins/silver 1024" "${program}/Skins/Night Watch"
   DESTINATION "${shared}/Skins")
 install(DIRECTORY "${program}/icons" "${program}/fonts" "${program}/help" "${program}/Hilfe"
+  "${program}/web"
   DESTINATION "${shared}")
 install(FILES "${program}/overlay/Overlay.bmp" DESTINATION "${shared}/overlay")
 install(FILES "${program}/Offline/Offline.jpg" DESTINATION "${shared}/Offline")
@@ -36,5 +37,5 @@ foreach(unit stillpost.service stillpost@.service)
       TYPE FILE FILES \"${CMAKE_BINARY_DIR}/systemd/${unit}\")")
 endforeach()
 install(FILES LICENSE README.md CHANGELOG.md docs/ftpOptions.example.ini docs/headless.md
-  docs/settings.md docs/several-cameras.md docs/skins.md
+  docs/settings.md docs/several-cameras.md docs/skins.md docs/web-page.md
   DESTINATION "${CMAKE_INSTALL_DOCDIR}")
