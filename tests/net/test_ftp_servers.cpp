@@ -1,10 +1,12 @@
 #include "net/ftp_bench.h"
+#include "net/publishing/page_placing.h"
 #include "net/trial_bench.h"
 #include "support/data_rows.h"
 #include "support/real_ftp_server.h"
 #include "support/test_certificates.h"
 
 #include <QDir>
+#include <QSslCertificate>
 
 using enum ServerAnswer::Fault;
 using Kind = RealFtpServer::Kind;
@@ -67,6 +69,39 @@ class TestFtpServers : public QObject {
         QVERIFY(bench.Client.KillFile({}, "pw.jpg"));
         QVERIFY(!bench.Client.KillFile({}, "pw.jpg"));
         QCOMPARE(QDir(server.Root() + folder).entryList(QDir::Files), QStringList("first"));
+    }
+
+    void Pages_data() {
+        const Rows<Kind, bool, QString> row;
+        row("vsftpd", Kind::Vsftpd, false, "");
+        row("vsftpd, TLS 1.3, passive", Kind::Vsftpd, true, "TLSv1.3");
+        row("pyftpdlib, passive", Kind::Pyftpdlib, true, "");
+        row("pyftpdlib, TLS 1.2", Kind::Pyftpdlib, false, "TLSv1.2");
+    }
+    void Pages() {
+        const auto [kind, passive, tls] = Row<Kind, bool, QString>();
+        RealFtpServer server(kind, "cam", "secret", tls);
+        if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
+        TrialBench bench(Quiet);
+        ServerAccess access = TrialBench::To(server.Port());
+        access.Passive = passive;
+        access.Way = tls.isEmpty() ? Protocol::Ftp : Protocol::Ftps;
+        access.Trusted = Certificates::Fingerprint(QSslCertificate(TestCertificates::Good));
+        PagePlacing placing(bench.Wait, bench.Log);
+        QList<PageThere> asked;
+        const auto put = [&](const QByteArray& html) {
+            return placing.Run(access, {"our cam.html", html, ""}, [&asked](PageThere there) {
+                asked << there;
+                return true;
+            });
+        };
+        const QByteArray ours = "<meta name=\"generator\" content=\"Stillpost web page\">";
+        for (const QByteArray& html : {ours + '1', ours + '2', QByteArray("mine"), ours + '3'}) {
+            QCOMPARE(put(html), ServerAnswer());
+            QVERIFY(ReadBytes(server.Root() + "our cam.html") == html);
+        }
+        QCOMPARE(asked, QList{PageThere::Another});
+        QCOMPARE(QDir(server.Root()).entryList(QDir::Files), QStringList("our cam.html"));
     }
 
     void ConnectionTrials_data() {
