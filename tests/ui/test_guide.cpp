@@ -1,4 +1,5 @@
 #include "base/paths.h"
+#include "core/public_address.h"
 #include "core/run_state.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
@@ -6,7 +7,6 @@
 #include "ui/guide/guide.h"
 #include "ui/guide/picture_page.h"
 #include "ui/guide/place_page.h"
-#include "ui/guide/public_address.h"
 #include "ui/guide/start_page.h"
 #include "ui/settings/camera/camera_view.h"
 #include "ui/settings/camera/frm_cam.h"

@@ -2,7 +2,7 @@
 
 #include "base/paths.h"
 #include "core/program.h"
-#include "ui/guide/public_address.h"
+#include "core/public_address.h"
 #include "ui/settings/settings_rows.h"
 
 #include <QCheckBox>

@@ -1,6 +1,5 @@
-#include "ui/guide/public_address.h"
+#include "core/public_address.h"
 
-#include "core/public_names.h"
 #include "net/server_access.h"
 #include "net/web/s3_place.h"
 
@@ -34,24 +33,24 @@ QStringList PublicFolders(const QStringList& parts) {
 }
 
 // Where it is sent to is where it is fetched from.
-QString AddressIn(const WebPlace& folder) {
-    const QByteArray picture = folder.Path + PercentEncoded(PublicNames::Picture);
-    return folder.Host.isEmpty() ? QString() : QString::fromLatin1(folder.Address(picture));
+QString AddressIn(const WebPlace& folder, const QString& file) {
+    const QByteArray path = folder.Path + PercentEncoded(file);
+    return folder.Host.isEmpty() ? QString() : QString::fromLatin1(folder.Address(path));
 }
 
 }  // namespace
 
-QString PublicAddress(const ServerAccess& access) {
+QString PublicAddress(const ServerAccess& access, const QString& file) {
     using enum Protocol;
     if (access.Server.isEmpty()) return {};
     if (access.Way == Http || access.Way == Https)
-        return AddressIn(WebPlace::Of(access).Below(access.Folder));
-    if (access.Way == S3) return AddressIn(S3Place::Of(access).Folder);
+        return AddressIn(WebPlace::Of(access).Below(access.Folder), file);
+    if (access.Way == S3) return AddressIn(S3Place::Of(access).Folder, file);
     QString address = WebServer(access.Server) + u'/';
     const QStringList folders = PublicFolders(access.Folder.split(u'/', Qt::SkipEmptyParts));
     for (const QString& part : folders)
         address += QString::fromLatin1(QUrl::toPercentEncoding(part)) + u'/';
-    return address + PublicNames::Picture;
+    return address + QString::fromLatin1(QUrl::toPercentEncoding(file));
 }
 
 QString LocalAddress(const QString& folder) {
