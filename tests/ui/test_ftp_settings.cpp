@@ -3,6 +3,7 @@
 #include "ui/settings/folder_list.h"
 #include "ui/settings/frm_pfad.h"
 #include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/ftp/frm_page.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
@@ -245,6 +246,49 @@ class TestFtpSettings : public QObject {
         look.SetEnabled(false);
         QVERIFY2(seen.contains("(2 s)"), qPrintable(seen));
         QVERIFY(fixture.Trial.btnTrial->isEnabled());
+    }
+
+    // With what stands in the fields of both windows.
+    void PutsAWebPage() {
+        Fixture fixture;
+        ScriptedFtpServer server(fixture.Time);
+        server.Folders = {"cam"};
+        server.Files["cam/my.html"] = "mine";
+        frmPage& page = *fixture.Window.Page;
+        fixture.Window.Open();
+        fixture.Access.txtVerzeichnis->setText("cam");
+        fixture.Window.chkHistory->setChecked(true);
+        fixture.Window.txtHistory->setValue(2);
+        fixture.Window.btnPage->click();
+        page.txtTitle->setText("The yard");
+        page.txtFile->setText("pw.jpg");
+        page.btnPut->click();
+        QVERIFY(page.lblNote->text().contains("index.html"));
+        page.txtFile->setText("my.html");
+        page.btnPut->click();
+        QVERIFY(!page.isVisible());  // there is no server yet
+        fixture.Access.txtServer->setText("127.0.0.1");
+        fixture.Access.txtPort->setValue(server.Port());
+        page.Open();
+        page.txtTitle->setText("The yard");
+        page.txtFile->setText("my.html");
+        page.btnPut->click();
+        QCOMPARE(page.lblState->text(), fixture.Words.Get("frmPage", "NoPage"));
+        QDir(fixture.Folder.path()).mkdir("web");
+        SkinMaker::Write(fixture.Folder.filePath("web/index.html"),
+                         "<html data-name=\"\" data-history=\"0\">");
+        page.btnPut->click();
+        QVERIFY(fixture.Boxes.Shown.value(0).contains("already a file my.html"));
+        QCOMPARE(page.lblState->text(), fixture.Words.Get("frmPage", "Stopped"));
+        QCOMPARE(server.Files["cam/my.html"], "mine");
+        fixture.Boxes.Yes = true;
+        page.btnPut->click();
+        QVERIFY(page.lblState->text().endsWith(" http://127.0.0.1/cam/my.html"));
+        QCOMPARE(server.Files["cam/my.html"], "<html data-name=\"The yard\" data-history=\"2\">");
+        QCOMPARE(fixture.Lines(), QStringList({"PageTitle=The yard", "PageFile=my.html"}));
+        QCOMPARE(ClippedAnywhere(page, fixture.Words).join("\n"), QString());
+        page.txtTitle->setFocus();
+        QCOMPARE(TabFaults(page).join("\n"), QString());
     }
 
     // A kept connection must not hold on to the old server.

@@ -55,6 +55,8 @@ std::vector<SettingRow> MakeTable() {
         {main, u"Notify", &S::Notify},
         {main, u"Name", &S::Name},
         {main, u"LogFile", &S::LogFile},
+        {main, u"PageTitle", &S::PageTitle},
+        {main, u"PageFile", &S::PageFile, u"[A-Za-z0-9][A-Za-z0-9 _.-]{0,60}[.]html?"},
         {main, u"lastpictures", &S::lastpictures},
         {main, u"lastpictureanz", &S::lastpictureanz, 1, 1000, nearest},
         {main, u"OfflinePic", &S::OfflinePic},

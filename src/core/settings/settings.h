@@ -31,6 +31,8 @@ struct Settings : PictureSettings {
     bool Notify = true;
     QString Name;  // of this camera among several
     bool LogFile = true;
+    QString PageTitle;  // of the web page; empty: Name
+    QString PageFile = "index.html";
     bool OfflinePic = false;
     bool UseOfflineFilter = false;
     int Quali = 0;

@@ -12,6 +12,7 @@
 #include "picture/picture_state.h"
 #include "platform/platform.h"
 #include "ui/settings/autostart.h"
+#include "ui/settings/ftp/frm_page.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/offline_group.h"
 #include "ui/settings/ftp/trial_panel.h"
@@ -33,6 +34,8 @@ frmFTP::frmFTP(const Surroundings& surroundings, const Languages& ownLanguages, 
       Access(new FtpAccessGroup(Controls, Words(), Trial)),
       languages(ownLanguages) {
     Trial->Bind(Controls);
+    Page = new frmPage(surroundings,
+                       {[this] { return WantedTrial(); }, [this] { return Entries(); }}, this);
     Offline = new OfflineGroup(
         Controls, Words(), [this] { return Core().PictureValues.ReadingFolders(); },
         [this] { return QSize(Core().ezVidCap1.Width(), Core().ezVidCap1.Height()); });
@@ -97,6 +100,13 @@ QGroupBox* frmFTP::ExtendedFrame() {
     rows->Add(chkNotify, "Notify");
     rows->Add<QCheckBox>("LogFile");
     rows->Add<QLineEdit>(Binding{.Key = "Name", .Text = "CameraName"});
+    auto* page = new QHBoxLayout;
+    page->addWidget(btnPage);
+    page->addStretch(1);
+    rows->AddWhole(page);
+    Controls.Add(btnPage, {.Text = "WebPage", .Caption = [this] {
+                               return Text(Access->Local() ? QString("WebPageLocal") : "WebPage");
+                           }});
     return frame;
 }
 
@@ -105,6 +115,8 @@ void frmFTP::Connect() {
     connect(Access, &FtpAccessGroup::RowsChanged, this, &frmFTP::ShowRows);
     connect(Trial, &TrialPanel::Done, Access, &FtpAccessGroup::Mark);
     connect(Trial, &TrialPanel::OfferTaken, Access, &FtpAccessGroup::Take);
+    connect(btnPage, &QPushButton::clicked, Page, &frmPage::Open);
+    connect(Access->optLocal, &QRadioButton::toggled, this, &frmFTP::ShowTexts);
     connect(Offline, &OfflineGroup::FoundTooSmall, this,
             [this] { Boxes().Show(title, languages.Messages().MsgOfflineSize); });
     connect(cbQuality, &QComboBox::activated, this, [this] { qualityChosen = true; });

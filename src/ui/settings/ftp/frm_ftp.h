@@ -7,8 +7,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 
 class FtpAccessGroup;
+class frmPage;
 class Languages;
 class OfflineGroup;
 class QGroupBox;
@@ -38,6 +40,8 @@ class frmFTP : public SettingsWindow {
     QCheckBox* chkAbwahl = new QCheckBox;
     QCheckBox* chkAutostart = new QCheckBox;
     QCheckBox* chkNotify = new QCheckBox;
+    QPushButton* btnPage = new QPushButton;
+    frmPage* Page;
 
     // The folder of the offline pictures as the window shows it, which a message names.
     [[nodiscard]] QString OfflinePath() const;
