@@ -10,6 +10,7 @@
 #include "core/commands/check.h"
 #include "core/commands/list_cameras.h"
 #include "core/commands/once.h"
+#include "core/commands/put_page.h"
 #include "core/console_display.h"
 #include "core/folder_claim.h"
 #include "core/log/run_log.h"
@@ -78,6 +79,8 @@ int RunCommand(const CommandLine& commandLine, const ProgramFolder& folder,
     QObject::connect(&termination, &Termination::Requested, &wait, &Waiting::Close);
     const Platform platform = MakePlatform();
     const CommandSurroundings around{wait, platform, folder.Folder, PrintLine};
+    if (commandLine.Asked == Task::WebPage)
+        return static_cast<int>(PutPage(around, folder.ReadingFolders()));
     return static_cast<int>(commandLine.Asked == Task::Check ? Check(around, InUse(folder.Folder))
                                                              : ListCameras(around));
 }

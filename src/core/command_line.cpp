@@ -14,6 +14,7 @@ std::optional<CommandLine::Task> TaskOf(const QString& option) {
     if (option == u"--once") return CommandLine::Task::Once;
     if (option == u"--list-cameras") return CommandLine::Task::ListCameras;
     if (option == u"--film") return CommandLine::Task::Film;
+    if (option == u"--web-page") return CommandLine::Task::WebPage;
     return std::nullopt;
 }
 
@@ -65,7 +66,7 @@ CommandLine CommandLine::Parse(const QStringList& arguments) {
 QString CommandLine::HelpText() {
     return QStringLiteral(
         "Usage: stillpost [--folder DIR] [--verbose] [/autostarter]\n"
-        "       stillpost [--folder DIR] --check | --once | --list-cameras\n"
+        "       stillpost [--folder DIR] --check | --once | --list-cameras | --web-page\n"
         "       stillpost [--folder DIR] --film FROM TO FILE\n"
         "\n"
         "Publishes a still picture from a camera on a web site.\n"
@@ -83,6 +84,9 @@ QString CommandLine::HelpText() {
         "                 2026-11-22T06:30; a day as TO: to its end), WebM where FILE ends so, "
         "else\n"
         "                 MP4; exit status 0, or 1 where there is none\n"
+        "  --web-page     put the web page beside the pictures; exit status 0: it is there, 1: "
+        "another\n"
+        "                 file has its name and was left alone, 2: it could not be put there\n"
         "  --help         print this text\n"
         "  --version      print the program's version\n");
 }

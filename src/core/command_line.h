@@ -10,8 +10,8 @@ struct CommandLine {
     QString Folder;        // --folder; empty: none
     bool Verbose = false;  // --verbose
     // What is done in place of publishing with windows.
-    enum class Task { None, Check, Once, ListCameras, Film };
-    Task Asked = Task::None;        // --check, --once, --list-cameras, --film
+    enum class Task { None, Check, Once, ListCameras, Film, WebPage };
+    Task Asked = Task::None;        // --check, --once, --list-cameras, --film, --web-page
     std::optional<FilmRange> Film;  // whenever that is asked
     bool Help = false;              // --help
     bool Version = false;           // --version

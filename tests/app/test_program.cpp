@@ -107,6 +107,12 @@ class TestProgram : public QObject {
         const Result once = Run({"--once"});
         QVERIFY2(once.Status == 0, qPrintable(once.Output));
         QCOMPARE(QImage(folder.filePath("program/public/pw.jpg")).size(), QSize(64, 48));
+        const QString page = folder.filePath("program/public/index.html");
+        QCOMPARE(Run({"--web-page"}).Output, "The page is there.\n");
+        QVERIFY(ReadBytes(page).contains("data-interval=\"1\" data-history=\"0\""));
+        QVERIFY(WriteBytes(page, "mine"));
+        QCOMPARE(Run({"--web-page"}).Status, 1);
+        QCOMPARE(ReadBytes(page), "mine");
         static const QRegularExpression display("loaded library.*(xcb|wayland)");
         QVERIFY(once.Errors.contains("offscreen") && !display.match(once.Errors).hasMatch());
         QVERIFY(QDir(folder.filePath("program")).removeRecursively());
