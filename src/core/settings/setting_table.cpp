@@ -27,6 +27,11 @@ constexpr int mostAdjustments = 1000;
 
 using enum SettingForm;
 
+SettingRow Secret(SettingRow row) {
+    row.Secret = true;
+    return row;
+}
+
 std::vector<SettingRow> MakeTable() {
     using S = Settings;
     constexpr auto nearest = Outside::Nearest;
@@ -34,8 +39,8 @@ std::vector<SettingRow> MakeTable() {
     return {
         {main, u"Server", &S::Server},
         {main, u"Verzeichnis", &S::Verzeichnis},
-        {main, u"User", &S::User},
-        {main, u"PW", &S::PW},
+        Secret({main, u"User", &S::User}),
+        Secret({main, u"PW", &S::PW}),
         {main, u"Port", &S::Port, 1, 65535, otherwise},
         {main, u"Protocol", &S::Protocol},
         {main, u"Passive", &S::Passive},
@@ -271,6 +276,15 @@ SettingForm SettingRow::Form() const {
     return text ? Text : Number;
 }
 
+bool SettingRow::IsKey(const QString& key) const {
+    if (!Key.contains(u'#')) return Key.compare(key, Qt::CaseInsensitive) == 0;
+    const QString pattern =
+        QRegularExpression::escape(Key).replace(QStringLiteral("\\#"), "(0|[1-9][0-9]{0,3})");
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern),
+                                   QRegularExpression::CaseInsensitiveOption);
+    return whole.match(key).hasMatch();
+}
+
 void SettingRow::Read(const SettingSource& source, Settings& settings) const {
     if (const auto* lines = std::get_if<std::array<QString, TextLines> Settings::*>(&Field)) {
         auto& line = settings.**lines;
@@ -313,4 +327,12 @@ const SettingRow& SettingRowOf(QStringView section, QStringView key) {
     });
     Q_ASSERT(row != table.end());
     return *row;
+}
+
+const SettingRow* FindSettingRow(const QString& section, const QString& key) {
+    const auto& table = Table();
+    const auto row = std::ranges::find_if(table, [&](const SettingRow& each) {
+        return each.Section.compare(section, Qt::CaseInsensitive) == 0 && each.IsKey(key);
+    });
+    return row == table.end() ? nullptr : &*row;
 }

@@ -39,10 +39,11 @@ struct SettingRow {
     int Least = std::numeric_limits<int>::min();  // range of a number; of a list, how many
     int Most = std::numeric_limits<int>::max();
     Outside Else = Outside::Nearest;
-    QString Pattern;  // a regular expression for the whole of a text; empty: any text
-    QString Fault;    // told of a number out of range, with what is written as %1
-    QString On;       // the one text that is on; empty: any number but 0
-    QString Default;  // what an empty or missing value means
+    QString Pattern;      // a regular expression for the whole of a text; empty: any text
+    QString Fault;        // told of a number out of range, with what is written as %1
+    QString On;           // the one text that is on; empty: any number but 0
+    QString Default;      // what an empty or missing value means
+    bool Secret = false;  // nobody but the operator shall see the value
 
     SettingRow(QStringView section, QStringView key, const SettingField& field);
     SettingRow(QStringView section, QStringView key, const SettingField& field, int least, int most,
@@ -51,6 +52,8 @@ struct SettingRow {
     SettingRow(QStringView section, QStringView key, QString Settings::*field, QStringView pattern);
 
     [[nodiscard]] SettingForm Form() const;
+    // Whether a key of the settings file, with a number in the place of '#', is this one.
+    [[nodiscard]] bool IsKey(const QString& key) const;
     [[nodiscard]] bool HasRange() const { return Least > std::numeric_limits<int>::min(); }
     // Fills the field; an empty value leaves it as it is unless empty is a value of its own.
     void Read(const SettingSource& source, Settings& settings) const;
@@ -68,3 +71,5 @@ struct SettingRow {
 
 // The first row of a key, its number replaced by '#'. There is one: names come from this program.
 [[nodiscard]] const SettingRow& SettingRowOf(QStringView section, QStringView key);
+// The same of a key as it stands in a settings file; null when there is none.
+[[nodiscard]] const SettingRow* FindSettingRow(const QString& section, const QString& key);

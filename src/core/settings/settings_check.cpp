@@ -17,15 +17,6 @@ bool SameName(QStringView one, QStringView other) {
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
 
-bool IsKeyOf(const SettingRow& row, const QString& key) {
-    if (!row.Key.contains(u'#')) return SameName(row.Key, key);
-    const QString pattern =
-        QRegularExpression::escape(row.Key).replace(QStringLiteral("\\#"), "(0|[1-9][0-9]{0,3})");
-    const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern),
-                                   QRegularExpression::CaseInsensitiveOption);
-    return whole.match(key).hasMatch();
-}
-
 std::optional<double> NumberOf(const QString& text) {
     static const QRegularExpression number("^[+-]?[0-9]+(\\.[0-9]*)?$");
     if (!number.match(text).hasMatch()) return std::nullopt;
@@ -70,13 +61,10 @@ class Checking {
     }
 
     void LookAtKey(const ProfileText::Seen& line) {
-        const auto table = SettingTable();
-        const auto row = std::ranges::find_if(table, [&line](const SettingRow& each) {
-            return SameName(each.Section, line.Section) && IsKeyOf(each, line.Key);
-        });
+        const SettingRow* row = FindSettingRow(line.Section, line.Key);
         const bool first = !keys.contains(line.Key.toCaseFolded());
         keys.insert(line.Key.toCaseFolded());
-        if (row == table.end())
+        if (!row)
             Note(What::UnknownKey, line);
         else if (!first)
             Note(What::RepeatedKey, line);
