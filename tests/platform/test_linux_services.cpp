@@ -4,6 +4,7 @@
 #include "platform/linux/autostart_entry.h"
 #include "platform/linux/interfaces.h"
 #include "platform/linux/sound.h"
+#include "platform/linux/system_facts.h"
 #include "platform/termination.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
@@ -60,6 +61,27 @@ class TestLinuxServices : public QObject {
         QCOMPARE(failed, failures);
         if (!script.isEmpty())
             QCOMPARE(ReadBytes(folder.filePath("asked")), "http://a.example/x%20y\n");
+    }
+
+    void tellsWhoHoldsACamera() {
+        const QTemporaryDir processes;
+        const auto make = [&](const QString& id, const QByteArray& name, const QString& file) {
+            return QDir(processes.path()).mkpath(id + "/fd") &&
+                   WriteBytes(processes.filePath(id + "/comm"), name + '\n') &&
+                   QFile::link(file, processes.filePath(id + "/fd/3"));
+        };
+        QVERIFY(make("12", "viewer", "/dev/video9") && make("13", "shell", "/dev/null"));
+        QVERIFY(make("self", "viewer", "/dev/video9"));
+        QCOMPARE(LinuxFacts::CameraUsersIn(processes.path()),
+                 QStringList("viewer (12): /dev/video9"));
+    }
+
+    void tellsDrives() {
+        QCOMPARE(
+            LinuxFacts::DrivesIn("proc /proc proc rw\n/dev/sda1 / ext4 rw\n"
+                                 "//nas/a /mnt/my\\040disk cifs rw\n/dev/loop3 /snap/x squashfs\n"
+                                 "/dev/sda1 /etc/hosts ext4 rw\nme@h: /mnt/h fuse.sshfs rw\nodd\n"),
+            QStringList({"/", "/mnt/my disk", "/mnt/h"}));
     }
 
     void autostartStartsTheProgramAsItWasGiven_data() {
