@@ -43,9 +43,8 @@ PagePlacing::Page PageOf(const Settings& settings, const Texts& words, const QSt
         .Earlier = EarlierPictures(settings),
         .EarlierWords = words.Get(section, "Earlier"),
         .Language = words.Get(section, "LanguageTag")};
-    return {.Name = settings.PageFile,
-            .Html = FilledPage(bytes, values),
-            .Mode = settings.FileMode};
+    return {
+        .Name = settings.PageFile, .Html = FilledPage(bytes, values), .Mode = settings.FileMode};
 }
 
 QString PageQuestion(const Texts& words, const QString& name, PageThere there) {

@@ -66,7 +66,8 @@ class TestWebPage : public QObject {
               "<title>" + title + "</title>", "<h1>" + title + "</h1>",
               QByteArray("http-equiv=\"refresh\" content=\"90\""),
               "<img src=\"pw.jpg\" alt=\"" + title + "\">",
-              QByteArray("Frühere Bilder: <a href=\"pw1.jpg\">1</a> <a href=\"pw2.jpg\">2</a></p>")})
+              QByteArray(
+                  "Frühere Bilder: <a href=\"pw1.jpg\">1</a> <a href=\"pw2.jpg\">2</a></p>")})
             QVERIFY2(page.contains(part), part.constData());
         QCOMPARE(Between(page, "<script>", "</script>"),
                  Between(Shipped(), "<script>", "</script>"));

@@ -86,8 +86,7 @@ QStringList LinuxFacts::CameraUsersIn(const QString& processes) {
             lines << QString::fromUtf8(Read(own + "/comm")).trimmed() + " (" + id +
                          "): " + cameras.join(", ");
     }
-    if (closed > 0)
-        lines << QStringLiteral("%1 processes of other users do not tell").arg(closed);
+    if (closed > 0) lines << QStringLiteral("%1 processes of other users do not tell").arg(closed);
     return lines;
 }
 

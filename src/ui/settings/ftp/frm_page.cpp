@@ -5,9 +5,9 @@
 #include "base/waiting.h"
 #include "core/page_settings.h"
 #include "core/program.h"
+#include "core/public_address.h"
 #include "core/settings/load_settings.h"
 #include "picture/picture_state.h"
-#include "core/public_address.h"
 #include "ui/settings/settings_rows.h"
 
 #include <QHBoxLayout>
@@ -77,8 +77,7 @@ void frmPage::Put() {
     if (wanted.PageFile != txtFile->text()) return Refuse(*txtFile, Text("BadFile"));
     const std::optional<ServerAccess> access = place.Access();
     if (!access) return hide();
-    const PagePlacing::Page page =
-        PageOf(wanted, Words(), Core().PictureValues.ReadingFolders());
+    const PagePlacing::Page page = PageOf(wanted, Words(), Core().PictureValues.ReadingFolders());
     if (page.Html.isEmpty()) return Say([this] { return Text("NoPage"); });
     (void)Core().ChangeSettings(Controls.Entries());
     PutThere(*access, page);
