@@ -11,6 +11,7 @@
 #include "core/commands/list_cameras.h"
 #include "core/commands/once.h"
 #include "core/commands/put_page.h"
+#include "core/commands/report.h"
 #include "core/console_display.h"
 #include "core/folder_claim.h"
 #include "core/log/run_log.h"
@@ -81,6 +82,7 @@ int RunCommand(const CommandLine& commandLine, const ProgramFolder& folder,
     const CommandSurroundings around{wait, platform, folder.Folder, PrintLine};
     if (commandLine.Asked == Task::WebPage)
         return static_cast<int>(PutPage(around, folder.ReadingFolders()));
+    if (commandLine.Asked == Task::Report) return static_cast<int>(Report(around));
     return static_cast<int>(commandLine.Asked == Task::Check ? Check(around, InUse(folder.Folder))
                                                              : ListCameras(around));
 }

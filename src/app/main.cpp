@@ -40,12 +40,17 @@ bool HasDisplay() {
            QGuiApplication::platformName() != "minimal";
 }
 
-// Before there is an application. What works without windows has no use for a screen.
+// Before there is an application. What works without windows has no use for a screen, unless it
+// tells of it.
 void ChooseScreen(const CommandLine& commandLine) {
     constexpr const char* variable = "QT_QPA_PLATFORM";
     const bool task = commandLine.Asked != CommandLine::Task::None;
     const bool none = !ProgramStart::HasScreen() && !qEnvironmentVariableIsSet(variable);
-    if (task || none) qputenv(variable, "offscreen");
+    const bool tells = commandLine.Asked == CommandLine::Task::Report;
+    if (tells && !none && !qEnvironmentVariableIsSet(variable))
+        qputenv(variable, ProgramStart::ScreenOrNone());
+    else if (task || none)
+        qputenv(variable, "offscreen");
     ProgramStart::FindFonts();
 }
 

@@ -15,6 +15,7 @@ std::optional<CommandLine::Task> TaskOf(const QString& option) {
     if (option == u"--list-cameras") return CommandLine::Task::ListCameras;
     if (option == u"--film") return CommandLine::Task::Film;
     if (option == u"--web-page") return CommandLine::Task::WebPage;
+    if (option == u"--report") return CommandLine::Task::Report;
     return std::nullopt;
 }
 
@@ -66,7 +67,8 @@ CommandLine CommandLine::Parse(const QStringList& arguments) {
 QString CommandLine::HelpText() {
     return QStringLiteral(
         "Usage: stillpost [--folder DIR] [--verbose] [/autostarter]\n"
-        "       stillpost [--folder DIR] --check | --once | --list-cameras | --web-page\n"
+        "       stillpost [--folder DIR] --check | --once | --list-cameras | --report | "
+        "--web-page\n"
         "       stillpost [--folder DIR] --film FROM TO FILE\n"
         "\n"
         "Publishes a still picture from a camera on a web site.\n"
@@ -87,6 +89,9 @@ QString CommandLine::HelpText() {
         "  --web-page     put the web page beside the pictures; exit status 0: it is there, 1: "
         "another\n"
         "                 file has its name and was left alone, 2: it could not be put there\n"
+        "  --report       print what somebody has to know who shall help: system, cameras, "
+        "settings\n"
+        "                 and log, without passwords\n"
         "  --help         print this text\n"
         "  --version      print the program's version\n");
 }

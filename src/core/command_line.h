@@ -10,8 +10,9 @@ struct CommandLine {
     QString Folder;        // --folder; empty: none
     bool Verbose = false;  // --verbose
     // What is done in place of publishing with windows.
-    enum class Task { None, Check, Once, ListCameras, Film, WebPage };
-    Task Asked = Task::None;        // --check, --once, --list-cameras, --film, --web-page
+    enum class Task { None, Check, Once, ListCameras, Film, Report, WebPage };
+    // --check, --once, --list-cameras, --film, --report, --web-page
+    Task Asked = Task::None;
     std::optional<FilmRange> Film;  // whenever that is asked
     bool Help = false;              // --help
     bool Version = false;           // --version

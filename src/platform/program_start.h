@@ -12,6 +12,9 @@ namespace ProgramStart {
 // Whether there is a screen that windows could be shown on, as far as the program's start tells.
 [[nodiscard]] bool HasScreen();
 
+// For Qt (QT_QPA_PLATFORM): the screen where it can be opened, else none.
+[[nodiscard]] QByteArray ScreenOrNone();
+
 // Shows Qt the system's fonts where it does not find them without a screen. Before there is an
 // application.
 void FindFonts();

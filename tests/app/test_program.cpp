@@ -104,6 +104,10 @@ class TestProgram : public QObject {
         QVERIFY(check.Output.contains("Camera: Test gives pictures of 64 x 48 pixels."));
         QCOMPARE(Run({"--list-cameras"}).Output.section(u'\n', -2, -2),
                  "Test (written down in the settings)");
+        const Result report = Run({"--report"});
+        QVERIFY2(report.Status == 0 && report.Output.contains("  without a display\n") &&
+                     report.Output.contains("  Cam0=Test|test:64x48\n"),
+                 qPrintable(report.Output));
         const Result once = Run({"--once"});
         QVERIFY2(once.Status == 0, qPrintable(once.Output));
         QCOMPARE(QImage(folder.filePath("program/public/pw.jpg")).size(), QSize(64, 48));

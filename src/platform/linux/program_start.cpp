@@ -12,6 +12,11 @@ bool ProgramStart::HasScreen() {
            !qEnvironmentVariableIsEmpty("WAYLAND_SOCKET");
 }
 
+QByteArray ProgramStart::ScreenOrNone() {
+    const bool wayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return wayland ? "wayland;xcb;offscreen" : "xcb;offscreen";
+}
+
 // Qt asks fontconfig.
 void ProgramStart::FindFonts() {}
 

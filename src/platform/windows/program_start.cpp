@@ -34,6 +34,11 @@ bool ProgramStart::HasScreen() {
     return true;
 }
 
+// There is always one.
+QByteArray ProgramStart::ScreenOrNone() {
+    return "windows";
+}
+
 // With its platform "offscreen" Qt takes the fonts of one folder, which is empty by itself.
 void ProgramStart::FindFonts() {
     constexpr const char* variable = "QT_QPA_FONTDIR";
