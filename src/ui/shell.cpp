@@ -11,6 +11,7 @@
 #include "ui/dialogs/frm_log.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_oberflaeche.h"
+#include "ui/dialogs/frm_report.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
 #include "ui/film/frm_film.h"
@@ -70,6 +71,7 @@ struct Shell::Parts {
     frmMenue Menu{Words, Core.Wait, Core.State, &MainWindow};
     frmStatusgesamt Overview{Core, Figures, Words};
     frmLog LogWindow{Core.ProgramFolder(), Core.Wait.OwnClock(), Words, Open};
+    frmReport ReportWindow{Core, Words};
     frmAnotherCamera AnotherCameraWindow{Core.ProgramFolder(), Words, &MainWindow};
     frmDownloadHilfe HelpPrompt{Core.State, Words, Open};
     Info AboutBox{Skins, Words};
@@ -99,6 +101,7 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
       Menu(parts->Menu),
       Overview(parts->Overview),
       LogWindow(parts->LogWindow),
+      ReportWindow(parts->ReportWindow),
       AnotherCameraWindow(parts->AnotherCameraWindow),
       HelpPrompt(parts->HelpPrompt),
       AboutBox(parts->AboutBox),
@@ -174,6 +177,7 @@ void Shell::ConnectWindows() {
     connect(&MainWindow, &frmSkin::RemedyWanted, this, &Shell::OpenRemedy);
     connect(&Overview, &frmStatusgesamt::RemedyWanted, this, &Shell::OpenRemedy);
     connect(&Overview, &frmStatusgesamt::LogWanted, &LogWindow, &frmLog::Show);
+    connect(&AboutBox, &Info::ReportWanted, &ReportWindow, &frmReport::Open);
     connect(&AnotherCameraWindow, &frmAnotherCamera::Made, this, &Shell::ProgramWanted);
     connect(&Tray, &Tray1::StatusWanted, this, &Shell::ShowStatusWindow);
     for (PictureButton* button : MainWindow.findChildren<PictureButton*>())

@@ -28,6 +28,7 @@ class frmMenue;
 class frmMsg;
 class frmOberflaeche;
 class frmOverlay;
+class frmReport;
 class frmSkin;
 class frmStatus;
 class frmStatusgesamt;
@@ -63,6 +64,7 @@ class Shell : public QObject {
     frmMenue& Menu;
     frmStatusgesamt& Overview;
     frmLog& LogWindow;
+    frmReport& ReportWindow;
     frmAnotherCamera& AnotherCameraWindow;
     frmDownloadHilfe& HelpPrompt;
     Info& AboutBox;

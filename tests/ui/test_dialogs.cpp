@@ -2,11 +2,13 @@
 #include "camera/ezvidcap.h"
 #include "core/log/log_file.h"
 #include "support/data_rows.h"
+#include "support/file_bytes.h"
 #include "ui/dialogs/day_strip.h"
 #include "ui/dialogs/day_view.h"
 #include "ui/dialogs/frm_another_camera.h"
 #include "ui/dialogs/frm_log.h"
 #include "ui/dialogs/frm_msg.h"
+#include "ui/dialogs/frm_report.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
 #include "ui/film/frm_film.h"
@@ -26,6 +28,7 @@
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -291,6 +294,31 @@ class TestDialogs : public QObject {
         QCOMPARE(program.Opened, QList{QUrl::fromLocalFile(program.Folder.path())});
     }
 
+    void TheReportCanBeGivenAway() {
+        ShellFixture program;
+        program.Set("Einstellungen", "PW", "geheim");
+        program.System.Cameras.Devices = {{"Cam A", "usb-1", "v4l2", "/dev/video0"}};
+        program.System.Cameras.DeviceFormats = {
+            {.Width = 64, .Height = 48, .PixelFormat = "mjpeg"}};
+        program.Begin();
+        LogFile(program.Folder.path()).Write("530 geheim is wrong");
+        program.Windows->AboutBox.Show();
+        program.Windows->AboutBox.btnReport->click();
+        frmReport& window = program.Windows->ReportWindow;
+        QVERIFY(window.isVisible() && !window.btnCopy->isEnabled());
+        QTRY_VERIFY(window.btnCopy->isEnabled());
+        const QString text = window.txtLines->toPlainText();
+        for (const char* part : {"Cam A, usb-1", "64x48 mjpeg", "530 *** is wrong", "PW=***",
+                                 "without a display", "FFmpeg "})
+            QVERIFY2(text.contains(QString::fromLatin1(part)), qPrintable(text));
+        QVERIFY(!text.contains("geheim"));
+        window.btnCopy->click();
+        QCOMPARE(QGuiApplication::clipboard()->text(), text);
+        const QString file = program.Folder.filePath("report.txt");
+        window.Save(file);
+        QCOMPARE(QString::fromUtf8(ReadBytes(file)), text);
+    }
+
     void AnotherCameraGetsAProgramOfItsOwn() {
         ShellFixture program;
         program.Set("Einstellungen", "Name", "Yard");
@@ -356,6 +384,7 @@ class TestDialogs : public QObject {
         program.Core->Run.Enter(RunState::WaitingToRetry, Trouble{"why", TroubleKind::Folder});
         QCOMPARE(clipped(shell.Overview, [&] { shell.Overview.Show(); }), QString());
         QCOMPARE(clipped(shell.LogWindow, [&] { shell.LogWindow.Show(); }), QString());
+        QCOMPARE(clipped(shell.ReportWindow, [&] { shell.ReportWindow.Open(); }), QString());
         const auto another = [&] {
             shell.AnotherCameraWindow.Open();
             shell.AnotherCameraWindow.accept();

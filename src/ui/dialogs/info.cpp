@@ -17,7 +17,8 @@ namespace {
 constexpr int fontPixels = 13;
 constexpr QSize boxSize(400, 260);
 constexpr QRectF text(28, 120, 344, 84);
-constexpr QRectF button(152, 216, 96, 30);
+constexpr QRectF reportButton(62, 216, 170, 30);
+constexpr QRectF closeButton(242, 216, 96, 30);
 const QColor ground(0x12, 0x42, 0x4e);  // where there is no picture
 
 }  // namespace
@@ -25,6 +26,7 @@ const QColor ground(0x12, 0x42, 0x4e);  // where there is no picture
 Info::Info(const SkinFolders& skinFolders, Texts& ownTexts)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint),
       Label1(new QLabel(this)),
+      btnReport(new QPushButton(this)),
       btnClose(new QPushButton(this)),
       folders(skinFolders),
       texts(ownTexts) {
@@ -34,8 +36,11 @@ Info::Info(const SkinFolders& skinFolders, Texts& ownTexts)
     QPalette colours = Label1->palette();
     colours.setColor(QPalette::WindowText, Qt::white);
     Label1->setPalette(colours);
-    btnClose->setAutoDefault(true);
-    connect(btnClose, &QPushButton::clicked, this, &QWidget::hide);
+    for (QPushButton* button : {btnReport, btnClose}) {
+        button->setAutoDefault(true);
+        connect(button, &QPushButton::clicked, this, &QWidget::hide);
+    }
+    connect(btnReport, &QPushButton::clicked, this, &Info::ReportWanted);
     connect(&texts, &Texts::Changed, this, &Info::ShowTexts);
     ShowTexts();
 }
@@ -46,6 +51,7 @@ void Info::ShowTexts() {
     Label1->setText("Stillpost " + text("Version").arg(ProgramVersion()) + "\n" + text("Purpose") +
                     "\n" + text("Licence") + "\n" +
                     text("Libraries").arg(QString::fromLatin1(qVersion())));
+    btnReport->setText(text("Report"));
     btnClose->setText(text("Close"));
 }
 
@@ -59,10 +65,12 @@ void Info::LayOut() {
     };
     setFixedSize(boxSize * factor);
     Label1->setGeometry(larger(text));
-    btnClose->setGeometry(larger(button));
+    btnReport->setGeometry(larger(reportButton));
+    btnClose->setGeometry(larger(closeButton));
     QFont letters = QApplication::font();
     letters.setPixelSize(qMax(1, static_cast<int>(fontPixels * factor)));
     Label1->setFont(letters);
+    btnReport->setFont(letters);
     btnClose->setFont(letters);
 }
 

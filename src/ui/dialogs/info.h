@@ -11,7 +11,8 @@ class SkinFolders;
 class Texts;
 
 // The about box: a picture of the default skin with the program's version and licence on its panel.
-// The mouse moves it by its background; its button and Escape close it.
+// A button opens the
+// system report. The mouse moves the box by its background; its button and Escape close it.
 class Info : public QWidget {
     Q_OBJECT
 
@@ -20,9 +21,13 @@ class Info : public QWidget {
     Info(const SkinFolders& skinFolders, Texts& ownTexts);
 
     QLabel* Label1;
+    QPushButton* btnReport;
     QPushButton* btnClose;
 
     void Show();
+
+  signals:
+    void ReportWanted();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
