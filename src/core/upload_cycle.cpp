@@ -440,6 +440,7 @@ UploadCycle::Outcome UploadCycle::LocalTick() {
             {"No folder for the pictures: Verzeichnis is empty", TroubleKind::LocalFolder});
     // That writes it into the folder as well.
     if (!MakePicture()) return NoPicture();
+    parts.Display.ShowStatus("Save Picture Local");
     const QString file = parts.State.Values.Verzeichnis + PublicNames::Picture;
     CountPicture(file);
     parts.State.KeepPublished(file, Now());

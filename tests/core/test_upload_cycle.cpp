@@ -103,6 +103,7 @@ class TestUploadCycle : public QObject {
         f.GoLocal("missing/");
         QVERIFY2(f.RunUntilPublished(1), "goes on once the folder is there");
         QVERIFY(!f.Run.Failing());
+        QCOMPARE(f.Display.Statuses.last(), "Save Picture Local");
     }
 
     // That the system keeps for the user, until the end of the session.
