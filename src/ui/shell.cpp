@@ -22,6 +22,7 @@
 #include "ui/menu/frm_language.h"
 #include "ui/menu/frm_menue.h"
 #include "ui/menu/frm_web.h"
+#include "ui/menu/help_key.h"
 #include "ui/settings/camera/frm_cam.h"
 #include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings/hours/frm_hours.h"
@@ -120,6 +121,7 @@ Shell::Shell(Program& program, const QStringList& folders, MessageBoxes& boxes,
     });
     ConnectMenu();
     ConnectWindows();
+    new HelpKey([this](const QString& page) { OpenHelp(page); }, this);
 }
 
 Shell::~Shell() {
@@ -153,7 +155,6 @@ void Shell::ConnectMenu() {
     open(frmMenue::Film, [this] { FilmWindow.Open(); });
     open(frmMenue::Visitors, [this] { MainWindow.ChangeView(); });
     open(frmMenue::AnotherCamera, [this] { AnotherCameraWindow.Open(); });
-    connect(&FirstSteps, &Guide::HelpWanted, this, &Shell::OpenHelp);
     connect(&parts->Core, &Program::SetUpWanted, &FirstSteps, qOverload<>(&Guide::Open));
     connect(&LanguageWindow, &frmLanguage::Choosing, &Menu, &frmMenue::CloseAll);
     connect(&WebWindow, &frmWeb::Choosing, &Menu, &frmMenue::CloseAll);
@@ -238,14 +239,18 @@ void Shell::RememberStatusWindow(bool shown) {
     parts->Core.Remember({{windowSection, statusWindowKey, shown ? QString("1") : QString("0")}});
 }
 
-void Shell::OpenHelp() {
+void Shell::OpenHelp(const QString& page) {
+    if (Menu.isVisible()) Menu.CloseAll();
     const bool german = parts->Core.State.LangGerman;
-    const QString page =
-        Paths::Find(parts->Folders, german ? QString("/Hilfe/HILFE.html") : "/help/HELP.html");
-    if (page.isEmpty())
+    const QString book = german ? QString("/Hilfe/") : QString("/help/");
+    const QString start = german ? QString("HILFE.html") : QString("HELP.html");
+    QString file;
+    if (!page.isEmpty()) file = Paths::Find(parts->Folders, book + page + ".html");
+    if (file.isEmpty()) file = Paths::Find(parts->Folders, book + start);
+    if (file.isEmpty())
         HelpPrompt.Show();
     else
-        OpenAddress(QUrl::fromLocalFile(page));
+        OpenAddress(QUrl::fromLocalFile(file));
 }
 
 void Shell::OpenAddress(const QUrl& address) {

@@ -84,8 +84,9 @@ class Shell : public QObject {
     // Opens the guide where there are no settings yet, in the system's language, or all but the
     // camera.
     void OfferGuide();
-    // The help page in the language in use, else the offer to download it.
-    void OpenHelp();
+    // A page of the help in the language in use, named without its ending; where that is missing
+    // the start page, else the offer to download the help.
+    void OpenHelp(const QString& page = {});
     // Shows or hides the status window and remembers it.
     void ShowStatusWindow(bool shown);
     void Restore();

@@ -8,6 +8,7 @@
 #include "ui/menu/frm_menue.h"
 #include "ui/menu/frm_web.h"
 #include "ui/menu/links.h"
+#include "ui/settings/camera/camera_sources.h"
 #include "ui/settings/camera/frm_cam.h"
 #include "ui/settings/ftp/frm_ftp.h"
 #include "ui/settings/overlay/frm_overlay.h"
@@ -220,6 +221,18 @@ class TestMenu : public QObject {
         SkinMaker::Write(path, "help");
         shell.OpenHelp();
         QCOMPARE(program.Opened.last(), QUrl::fromLocalFile(path));
+        // F1: the page of the window, from the menu as well; where it is missing, the start page.
+        const QString page = program.Folder.filePath("Hilfe/menu.html");
+        SkinMaker::Write(page, "menu");
+        QTest::keyClick(program.OpenMenu().focusWidget(), Qt::Key_F1);
+        QCOMPARE(program.Opened.last(), QUrl::fromLocalFile(page));
+        QVERIFY(!shell.Menu.isVisible());
+        shell.CameraWindow.Sources.Open();
+        QTest::keyClick(shell.CameraWindow.Sources.focusWidget(), Qt::Key_F1);
+        QCOMPARE(program.Opened.last(), QUrl::fromLocalFile(path));
+        QFile::rename(page, program.Folder.filePath("Hilfe/camera-sources.html"));
+        QTest::keyClick(shell.CameraWindow.Sources.focusWidget(), Qt::Key_F1);
+        QCOMPARE(program.Opened.last().fileName(), "camera-sources.html");
         program.SystemOpens = false;
         shell.OpenHelp();
         QCOMPARE(program.Boxes.Shown.size(), 1);

@@ -20,7 +20,6 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QScreen>
-#include <QShortcut>
 
 Guide::Guide(const SettingsWindow::Surroundings& surroundings, Languages& ownLanguages,
              QWidget* parent)
@@ -40,8 +39,6 @@ Guide::Guide(const SettingsWindow::Surroundings& surroundings, Languages& ownLan
     connect(&around.Words, &Texts::Changed, this, &Guide::ShowTexts);
     connect(&around.Core, &Program::SettingsLoaded, this, &Guide::ApplyAgain);
     connect(&around.Core, &Program::Ended, this, &QWidget::hide);
-    const auto* help = new QShortcut(QKeySequence::HelpContents, this);
-    connect(help, &QShortcut::activated, this, &Guide::HelpWanted);
     SetTabOrder();
     ShowTexts();
 }

@@ -35,9 +35,6 @@ class Guide : public QWizard {
     // The one of the three that a system with this locale has; English where it is another.
     [[nodiscard]] static Texts::Language LanguageOf(const QLocale& locale);
 
-  signals:
-    void HelpWanted();
-
   public slots:
     void accept() override;
     void reject() override;
