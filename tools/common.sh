@@ -11,7 +11,7 @@ die() {
 build_packages=(
   ca-certificates ccache cmake g++ git ninja-build pkg-config
   qt6-base-dev qt6-svg-dev qt6-translations-l10n libgl-dev libavcodec-dev libavformat-dev
-  libavutil-dev libswscale-dev libturbojpeg0-dev
+  libavutil-dev libswscale-dev libturbojpeg0-dev python3-markdown
 )
 # What lets Qt show windows under Wayland.
 run_packages=(qt6-wayland)
