@@ -7,6 +7,7 @@
 
   // "Übersicht" is found by "ubersicht" and "uebersicht" finds nothing else than "übersicht" does.
   const fold = (text) => text.toLowerCase().replace(/ß/g, "ss").normalize("NFD").replace(/[\u0300-\u036f]/g, "");
+  const wordsOf = (text) => text.split(/[^\p{L}\p{N}]+/u).filter(Boolean);
   const german = (text) => fold(text).replace(/([aou])e/g, "$1");
 
   const element = (name, values, ...inside) => {
@@ -34,22 +35,29 @@
       passages = window.helpIndex.map(([page, anchor, title, heading, text]) => ({
         page, anchor, title, heading, text,
         folded: [title, heading, text].map(fold),
+        spoken: " " + wordsOf(fold(text)).join(" ") + " ",
       }));
       then();
     };
     document.head.append(script);
   }
 
-  // How well a passage answers: each word must be there, in a heading it counts more.
+  // How well a passage answers: each word must be there, in a heading it counts more. Of a sentence that
+  // was pasted some may differ (names, numbers); there it counts which words follow each other.
   function weigh(passage, wanted) {
     let weight = 0;
+    let missing = 0;
     for (const word of wanted) {
       const [title, heading, text] = passage.folded;
       const best = heading.includes(word) ? 20 : title.includes(word) ? (passage.anchor ? 6 : 30) : 0;
       const times = Math.min(text.split(word).length - 1, 5);
-      if (!best && !times) return 0;
+      if (!best && !times) missing++;
       weight += best + times;
     }
+    const sentence = wanted.length > 3;
+    if (missing > (sentence ? wanted.length / 2 : 0)) return 0;
+    for (let i = 1; i < wanted.length; i++)
+      if (passage.spoken.includes(` ${wanted[i - 1]} ${wanted[i]} `)) weight += 100;
     return weight;
   }
 
@@ -93,7 +101,7 @@
     document.querySelector("main").hidden = typed !== "";
     if (typed === "") return;
     const search = (turn) => {
-      const wanted = turn(typed).split(/\s+/).filter(Boolean);
+      const wanted = wordsOf(turn(typed));
       return { wanted, found: passages.map((passage) => ({ passage, weight: weigh(passage, wanted) }))
         .filter((each) => each.weight > 0).sort((a, b) => b.weight - a.weight) };
     };
