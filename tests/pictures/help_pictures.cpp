@@ -10,6 +10,7 @@
 #include "ui/dialogs/frm_log.h"
 #include "ui/dialogs/frm_msg.h"
 #include "ui/dialogs/frm_oberflaeche.h"
+#include "ui/dialogs/frm_report.h"
 #include "ui/dialogs/frm_statusgesamt.h"
 #include "ui/dialogs/info.h"
 #include "ui/film/frm_film.h"
@@ -22,6 +23,7 @@
 #include "ui/menu/frm_web.h"
 #include "ui/settings/camera/frm_cam.h"
 #include "ui/settings/ftp/frm_ftp.h"
+#include "ui/settings/ftp/frm_page.h"
 #include "ui/settings/ftp/ftp_access_group.h"
 #include "ui/settings/ftp/way_fields.h"
 #include "ui/settings/hours/frm_hours.h"
@@ -313,6 +315,9 @@ class Shooting {
         shell->FtpWindow.Access->Way->Choose("s3");
         Pass(time, 200);
         TakeTogether({shell->FtpWindow.Access}, "ftp-s3");
+        shell->FtpWindow.Page->Open();
+        Take(*shell->FtpWindow.Page, "web-page");
+        shell->FtpWindow.Page->reject();
         shell->FtpWindow.reject();
         shell->HoursWindow.Open();
         Take(shell->HoursWindow, "hours");
@@ -388,6 +393,10 @@ class Shooting {
         shell->AboutBox.Show();
         Take(shell->AboutBox, "about");
         shell->AboutBox.hide();
+        shell->ReportWindow.Open();
+        QTest::qWait(3000);  // it asks the real system
+        Take(shell->ReportWindow, "report");
+        shell->ReportWindow.hide();
         shell->AnotherCameraWindow.Open();
         Take(shell->AnotherCameraWindow, "another-camera");
         shell->AnotherCameraWindow.reject();
