@@ -24,7 +24,6 @@
 
 namespace {
 
-constexpr qint64 mostSettings = 1024 * 1024;  // bytes
 constexpr int logLines = 200;
 
 QString SizeText(qint64 bytes) {
@@ -148,7 +147,7 @@ QString OnlineLine(const OnlineState& online) {
 
 QByteArray SettingsIn(const QString& folder) {
     QFile file(SettingsFileIn(folder));
-    return file.open(QIODevice::ReadOnly) ? file.read(mostSettings) : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? file.read(LargestSettingsFile) : QByteArray();
 }
 
 QStringList LogLines(const QString& folder) {
