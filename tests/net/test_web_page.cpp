@@ -141,6 +141,8 @@ class TestWebPage : public QObject {
         const bool put = result == None;
         QCOMPARE(bench.Server.Files.keys(), QStringList("our cam.html"));
         QVERIFY((bench.Server.Files.value("our cam.html") != "mine") == put);
+        const bool read = QTest::currentDataTag() == QByteArray("unreadable");
+        QCOMPARE(bench.Server.Commands.filter("RETR").size(), read ? 1 : 0);
         QCOMPARE(!bench.Server.Commands.filter("SITE CHMOD 644 our cam.html").isEmpty(), put);
     }
 

@@ -328,6 +328,8 @@ def fits_everywhere(stand):
             tab.run("document.querySelector('li button').click()")
             tab.wait("document.querySelector('dialog').open")
             equal(tab.run(NARROW), True)
+            # Dates that are nearer to each other than pictures can be are no dates of pictures.
+            equal(tab.run("document.querySelector('#which').textContent"), "Earlier picture 1 of 2")
             findings(tab)
             tab.picture(output / "narrow-open.png")
         tab.close()
