@@ -61,10 +61,10 @@ class Browser:
         os.write(self.write_end, json.dumps(message).encode() + b"\0")
         return number
 
-    def ask(self, method, session=None, **parameters):
+    def ask(self, method, session=None, patience=30, **parameters):
         number = self.send(method, session, **parameters)
         with self.arrived:
-            if not self.arrived.wait_for(lambda: number in self.answers, 30):
+            if not self.arrived.wait_for(lambda: number in self.answers, patience):
                 raise TimeoutError(method)
             answer = self.answers.pop(number)
         if "error" in answer:
@@ -118,7 +118,10 @@ class Tab:
         """Until the expression is true; what it is then."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
-            value = self.run(code)
+            try:
+                value = self.run(code)
+            except RuntimeError:  # the page is not there yet
+                value = None
             if value:
                 return value
             time.sleep(0.05)
@@ -134,8 +137,15 @@ class Tab:
                      windowsVirtualKeyCode=codes[name], **(text if kind == "keyDown" else {}))
 
     def picture(self, file):
-        shot = self.ask("Page.captureScreenshot", format="png")["data"]
-        file.write_bytes(base64.b64decode(shot))
+        for last in (False, False, True):
+            try:
+                # Of a page that loads itself anew meanwhile there is none.
+                shot = self.ask("Page.captureScreenshot", format="png", patience=10)["data"]
+                return file.write_bytes(base64.b64decode(shot))
+            except (TimeoutError, RuntimeError):
+                if last:
+                    raise
+                time.sleep(1)
 
     def frames(self, seconds, act=None):
         """Every frame that the browser has drawn in so many seconds."""
