@@ -96,6 +96,14 @@ bool Replace(const QString& path, const QByteArray& bytes) {
 
 }  // namespace
 
+void KeepToOwner(const QString& file) {
+    const QFileDevice::Permissions own =
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    const QFileDevice::Permissions present = QFile::permissions(file);
+    if (present & (QFileDevice::ReadGroup | QFileDevice::ReadOther))
+        QFile::setPermissions(file, present & own);
+}
+
 ProfileReader::ProfileReader(const QString& file) {
     // Held with all that is known of the file.
     if (const std::shared_ptr<KnownFile> known = Current(file))

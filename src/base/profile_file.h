@@ -54,6 +54,10 @@ struct ProfileEntry {
 // is as before and the result is 0, for the reasons for which WriteSetting gives it.
 [[nodiscard]] int WriteSettings(const QString& file, const QList<ProfileEntry>& entries);
 
+// Takes the right to read a file that somebody has written by hand from everybody but its owner,
+// where the system has such rights.
+void KeepToOwner(const QString& file);
+
 // The number at the start of a text as settings mean it: blanks, a sign, digits with a decimal
 // point among them; whatever follows does not count. 0 when there is none; a number out of range is
 // the nearest in range.

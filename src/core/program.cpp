@@ -130,6 +130,7 @@ QString Program::Title() const {
 }
 
 void Program::Load(bool autostarter) {
+    KeepToOwner(SettingsFile());
     ApplyLanguage();
     // Enumerating capture devices can make sound on some systems.
     surroundings.System.Sounds->SetVolume(muted);

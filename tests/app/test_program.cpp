@@ -117,6 +117,8 @@ class TestProgram : public QObject {
         QVERIFY(WriteBytes(page, "mine"));
         QCOMPARE(Run({"--web-page"}).Status, 1);
         QCOMPARE(ReadBytes(page), "mine");
+        const auto others = QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(!(QFile::permissions(folder.filePath("program/ftpOptions.ini")) & others));
         static const QRegularExpression display("loaded library.*(xcb|wayland)");
         QVERIFY(once.Errors.contains("offscreen") && !display.match(once.Errors).hasMatch());
         QVERIFY(QDir(folder.filePath("program")).removeRecursively());

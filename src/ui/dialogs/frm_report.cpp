@@ -26,12 +26,11 @@ frmReport::frmReport(Program& program, Texts& ownTexts)
         SetCaption(Text("Copied"));
     });
     connect(btnSave, &QPushButton::clicked, this, &frmReport::AskWhere);
-    connect(&gathering, &ReportGathering::Done, this,
-            [this](const QList<ReportSection>& sections) {
-                const QDateTime now = core.Wait.OwnClock().Now();
-                txtLines->setPlainText(ReportText(words, now, sections, QDir::homePath()));
-                SetReady(true);
-            });
+    connect(&gathering, &ReportGathering::Done, this, [this](const QList<ReportSection>& sections) {
+        const QDateTime now = core.Wait.OwnClock().Now();
+        txtLines->setPlainText(ReportText(words, now, sections, QDir::homePath()));
+        SetReady(true);
+    });
     frmReport::ShowTexts();
 }
 
