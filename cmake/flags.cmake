@@ -16,6 +16,11 @@ check_linker_flag(CXX -fuse-ld=gold STILLPOST_HAS_GOLD)
 if(STILLPOST_HAS_GOLD)
   target_link_options(stillpost_flags INTERFACE -fuse-ld=gold)
 endif()
+# Users get a program without what debuggers want. An id made from that would still tell builds in
+# two folders apart.
+if(NOT WIN32 AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  target_link_options(stillpost_flags INTERFACE -Wl,--build-id=none)
+endif()
 if(STILLPOST_WERROR)
   target_compile_options(stillpost_flags INTERFACE -Werror)
 endif()
