@@ -261,7 +261,7 @@ def main():
                             "uniqueFontIdentifier": "StillpostReadout-1",
                             "fullName": "Stillpost Readout", "psName": "StillpostReadout",
                             "version": "Version 1.000"})
-    builder.setupOS2(sTypoAscender=930, sTypoDescender=-240, sTypoLineGap=0, usWinAscent=980,
+    builder.setupOS2(fsType=0, sTypoAscender=930, sTypoDescender=-240, sTypoLineGap=0, usWinAscent=980,
                      usWinDescent=260, sxHeight=540, sCapHeight=724)
     builder.setupPost()
     # A fixed date: the same script gives the same file.
