@@ -1,13 +1,15 @@
 # cmake --install build --prefix DIR: the program, and in share/stillpost what it only reads. Each user
 # has a program folder of their own then. On Windows a program lies with all its files in one folder,
-# which ./package windows makes.
-if(WIN32)
-  return()
-endif()
+# which is DIR.
 include(GNUInstallDirs)
 set(program "${CMAKE_BINARY_DIR}/program")
 set(shared "${CMAKE_INSTALL_DATADIR}/stillpost")
-install(TARGETS stillpost RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+set(binaries "${CMAKE_INSTALL_BINDIR}")
+if(WIN32)
+  set(shared ".")
+  set(binaries ".")
+endif()
+install(TARGETS stillpost RUNTIME DESTINATION "${binaries}")
 # Named one by one, because somebody may have used the program of the build folder.
 install(DIRECTORY "${program}/Skins/Default" "${program}/Skins/silver 1024" "${program}/Skins/Night Watch"
   DESTINATION "${shared}/Skins")
@@ -18,24 +20,8 @@ install(FILES "${program}/overlay/Overlay.bmp" DESTINATION "${shared}/overlay")
 install(FILES "${program}/Offline/Offline.jpg" DESTINATION "${shared}/Offline")
 install(FILES "${program}/Click.wav" DESTINATION "${shared}")
 
-set(icons "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
-foreach(size 16 22 24 32 48 64 128 256)
-  install(FILES "${program}/icons/stillpost-${size}.png"
-    DESTINATION "${icons}/${size}x${size}/apps" RENAME stillpost.png)
-endforeach()
-install(FILES art/icons/stillpost.svg DESTINATION "${icons}/scalable/apps")
-install(FILES data/stillpost.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
-# The units of systemd: one for the user's own folder, one for each of several cameras. They name the
-# place of the program, which is known when it is installed.
-foreach(unit stillpost.service stillpost@.service)
-  install(CODE "
-    set(BIN \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
-    set(DOC \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATAROOTDIR}/doc/stillpost\")
-    configure_file(\"${CMAKE_SOURCE_DIR}/data/systemd/${unit}.in\"
-      \"${CMAKE_BINARY_DIR}/systemd/${unit}\" @ONLY)
-    file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/lib/systemd/user\"
-      TYPE FILE FILES \"${CMAKE_BINARY_DIR}/systemd/${unit}\")")
-endforeach()
-install(FILES LICENSE README.md CHANGELOG.md docs/ftpOptions.example.ini docs/headless.md
-  docs/settings.md docs/several-cameras.md docs/skins.md docs/web-page.md
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+if(WIN32)
+  include("${CMAKE_CURRENT_LIST_DIR}/install_windows.cmake")
+else()
+  include("${CMAKE_CURRENT_LIST_DIR}/install_linux.cmake")
+endif()

@@ -23,12 +23,19 @@ foreach(name Qt6Core Qt6Gui Qt6Network Qt6Widgets avcodec avdevice avformat avut
     "${STILLPOST_WINDOWS_PREFIX}/bin/${name}-[0-9]*.dll")
   list(APPEND shared_libraries ${found})
 endforeach()
-add_custom_command(TARGET stillpost POST_BUILD
-  COMMAND ${CMAKE_COMMAND} -E copy_if_different ${compiler_libraries} ${shared_libraries} "${program}"
-  VERBATIM)
+set(STILLPOST_LIBRARIES ${compiler_libraries} ${shared_libraries} CACHE INTERNAL "")
 # Qt looks for its plugins in these folders beside the program.
-foreach(plugin imageformats/qgif imageformats/qico imageformats/qjpeg platforms/qoffscreen
-    platforms/qwindows styles/qwindowsvistastyle tls/qcertonlybackend tls/qopensslbackend)
+set(STILLPOST_PLUGINS imageformats/qgif imageformats/qico imageformats/qjpeg platforms/qoffscreen
+  platforms/qwindows styles/qwindowsvistastyle tls/qcertonlybackend tls/qopensslbackend
+  CACHE INTERNAL "")
+# Its words in other languages.
+set(STILLPOST_TRANSLATIONS "${QT_HOST_PATH}/share/qt6/translations/qtbase_de.qm"
+  "${QT_HOST_PATH}/share/qt6/translations/qtbase_fr.qm" CACHE INTERNAL "")
+
+add_custom_command(TARGET stillpost POST_BUILD
+  COMMAND ${CMAKE_COMMAND} -E copy_if_different ${STILLPOST_LIBRARIES} "${program}"
+  VERBATIM)
+foreach(plugin IN LISTS STILLPOST_PLUGINS)
   get_filename_component(folder "${plugin}" DIRECTORY)
   add_custom_command(TARGET stillpost POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E make_directory "${program}/${folder}"
@@ -36,8 +43,7 @@ foreach(plugin imageformats/qgif imageformats/qico imageformats/qjpeg platforms/
       "${STILLPOST_WINDOWS_PREFIX}/plugins/${plugin}.dll" "${program}/${folder}"
     VERBATIM)
 endforeach()
-# Its words in other languages; the tests look for them beside themselves.
+# The tests look for the words beside themselves.
 foreach(place "${program}" "${CMAKE_BINARY_DIR}/tests")
-  file(COPY "${QT_HOST_PATH}/share/qt6/translations/qtbase_de.qm"
-    "${QT_HOST_PATH}/share/qt6/translations/qtbase_fr.qm" DESTINATION "${place}/translations")
+  file(COPY ${STILLPOST_TRANSLATIONS} DESTINATION "${place}/translations")
 endforeach()
