@@ -33,12 +33,12 @@ void RenderShared(const QString& source, const QString& skin) {
 void RenderProgramIcon(const QString& source, const QString& target) {
     const Drawing large(source + "/stillpost.svg");
     const Drawing small(source + "/stillpost-small.svg");
-    QList<QImage> icons;
-    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+    QList<QImage> icons;  // the sizes that Windows asks for
+    for (const int size : {16, 22, 24, 32, 48, 64, 96, 128, 256, 512}) {
         const QImage image = (size <= 24 ? small : large).Render({size, size});
         WriteFile(QStringLiteral("%1/stillpost-%2.png").arg(target).arg(size),
                   Encoders::Png(image));
-        if (size != 22) icons << image;
+        if (size != 22 && size != 96 && size <= 256) icons << image;
     }
     WriteFile(target + "/stillpost.ico", Encoders::Icon(icons));
 }
