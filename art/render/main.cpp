@@ -61,6 +61,8 @@ void RenderPictures(const QString& art, const QString& program) {
     WriteFile(program + "/overlay/Overlay.bmp", Encoders::Bitmap(RenderBody(stamp)));
     const Drawing offline(art + "/pictures/offline.svg");
     WriteFile(program + "/Offline/Offline.jpg", Encoders::Jpeg(OnWhite(offline)));
+    const Drawing setup(art + "/pictures/setup.svg");
+    WriteFile(program + "/../setup.bmp", Encoders::Bitmap(setup.Render()));
     WriteFile(program + "/Click.wav", Encoders::ClickSound());
 }
 
