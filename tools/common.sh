@@ -44,6 +44,17 @@ install() {
   done
 }
 
+debian_codename() { (. /etc/os-release && printf '%s' "$VERSION_CODENAME"); }
+
+# Where apt gets this Debian's packages from.
+debian_mirror() {
+  local mirror
+  mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Origin: Debian' \
+    "Codename: $(debian_codename)" | head -1)
+  [ -n "$mirror" ] || die "apt knows no package source of Debian $(debian_codename)"
+  printf '%s' "$mirror"
+}
+
 # build PRESET [CMAKE_ARGUMENT ...] [-- TARGET ...]: configures and builds all or the targets; the
 # compiler's progress line is shown. ./run, ./test and ./bench build in one folder: their arguments add
 # targets and change none, so that each builds only what the others have not.

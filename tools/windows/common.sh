@@ -28,13 +28,10 @@ fetch_source() {
   local package=$1 apt="$windows_cache/apt" folder="$windows_cache/src/$1"
   [ ! -e "$folder" ] || return 0
   mkdir -p "$apt/lists/partial" "$apt/cache/archives/partial" "$windows_cache/src"
-  local codename mirror
-  codename=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
-  mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Origin: Debian' \
-    "Codename: $codename" | head -1)
-  [ -n "$mirror" ] || die "apt knows no package source of Debian $codename"
+  local mirror
+  mirror=$(debian_mirror)
   printf 'deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] %s %s main\n' \
-    "$mirror" "$codename" > "$apt/sources.list"
+    "$mirror" "$(debian_codename)" > "$apt/sources.list"
   local options=(
     -q -o "Dir::Etc::SourceList=$apt/sources.list" -o Dir::Etc::SourceParts=-
     -o "Dir::State::Lists=$apt/lists" -o "Dir::Cache=$apt/cache"
