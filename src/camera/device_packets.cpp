@@ -120,7 +120,7 @@ int DevicePackets::Read(AVPacket& packet) {
 }
 
 int DevicePackets::Lend(const VideoBuffer& buffer, AVPacket& packet) {
-    auto lent = std::make_unique<Lent>(device, buffer.Index);
+    auto lent = std::make_unique<Lent>(Lent{device, buffer.Index});
     packet.buf =
         av_buffer_create(const_cast<uint8_t*>(buffer.Bytes), static_cast<size_t>(buffer.Size),
                          GiveBack, lent.get(), AV_BUFFER_FLAG_READONLY);

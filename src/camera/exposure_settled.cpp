@@ -12,7 +12,7 @@ constexpr double steadyLevel = 1.0;  // a night scene: two per cent of it would 
 
 bool ExposureSettled::Feed(qint64 elapsed, double brightness) {
     if (settled) return true;
-    std::ranges::rotate(latest, latest.begin() + 1);
+    std::rotate(latest.begin(), latest.begin() + 1, latest.end());
     latest.back() = brightness;
     ++pictures;
     if (elapsed >= mostMilliseconds) return settled = true;
