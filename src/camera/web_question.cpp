@@ -1,6 +1,6 @@
 #include "camera/web_question.h"
 
-#include "camera/whole_picture.h"
+#include "camera/web_content.h"
 #include "picture/bitmap/picture_file.h"
 
 #include <QAuthenticator>
@@ -12,7 +12,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <utility>
 
@@ -21,7 +20,6 @@ namespace {
 constexpr std::chrono::milliseconds lookInterval(50);
 constexpr int mostRedirections = 10;
 const QString secure = QStringLiteral("https");
-constexpr qsizetype enoughToJudge = 16;  // bytes
 
 int StatusOf(const QNetworkReply& reply) {
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -70,30 +68,6 @@ CaptureFault FaultOfReply(const QNetworkReply& reply) {
     }
 }
 
-bool BeginsLikeAPicture(const QByteArray& bytes) {
-    static constexpr std::array signs{"\xFF\xD8\xFF", "\x89PNG", "GIF8", "BM"};
-    return std::ranges::any_of(signs, [&](const char* sign) { return bytes.startsWith(sign); });
-}
-
-bool IsPage(const QByteArray& type, const QByteArray& bytes) {
-    if (bytes.startsWith("#EXTM3U")) return false;  // the list of a stream's pieces
-    const QByteArray begin = bytes.left(enoughToJudge).trimmed().toLower();
-    return begin.isEmpty() || begin.startsWith("<!doctype html") || begin.startsWith("<html") ||
-           type.startsWith("text/") || type.startsWith("application/json");
-}
-
-// What so much of an answer shows it to be: Picture, Stream, Failed when it is neither, Stopped
-// when more of it has to come. type: its Content-Type, which is wrong as often as not.
-WebAnswer::Kind JudgeAnswer(const QByteArray& type, bool hasLength, const QByteArray& bytes) {
-    using Kind = WebAnswer::Kind;
-    const QByteArray kind = type.trimmed().toLower();
-    const bool moving = kind.startsWith("video/") || kind.startsWith("audio/");
-    if (kind.startsWith("multipart/") || (moving && !hasLength)) return Kind::Stream;
-    if (bytes.size() < enoughToJudge) return Kind::Stopped;
-    if (BeginsLikeAPicture(bytes)) return Kind::Picture;
-    return IsPage(kind, bytes) ? Kind::Failed : Kind::Stream;
-}
-
 // Without a proxy Qt reads from the socket itself, and asks again where a server closes the line
 // right behind a short answer; with the default one, which is none either, there is a buffer.
 class DefaultProxy : public QNetworkProxyFactory {
@@ -114,68 +88,43 @@ class Arriving {
     bool Take();
     // Whether no more of it is needed.
     [[nodiscard]] bool Decided() const {
-        const bool open = kind == WebAnswer::Kind::Stopped || kind == WebAnswer::Kind::Picture;
-        return !open || complete || bytes.size() > MostPictureBytes || reply.isFinished();
+        return content.Decided() || content.Bytes.size() > MostPictureBytes || reply.isFinished();
     }
     [[nodiscard]] WebAnswer Answer() const;
 
   private:
-    void Judge(qsizetype known);
-    void LookForTheEnd(qsizetype known);
-
     QNetworkReply& reply;
     QDeadlineTimer quietEnd;
     std::chrono::milliseconds quiet;
     bool begun = false;
-    bool complete = false;  // though the line may go on
-    QByteArray bytes;
-    WebAnswer::Kind kind = WebAnswer::Kind::Stopped;
+    WebContent content;
 };
 
 bool Arriving::Take() {
     const QByteArray more = reply.readAll();
     if (!Good(StatusOf(reply))) return !more.isEmpty();
-    const qsizetype known = bytes.size();
-    bytes += more;
     if (!more.isEmpty()) quietEnd.setRemainingTime(quiet);
-    Judge(known);
+    content.HasLength = reply.header(QNetworkRequest::ContentLengthHeader).isValid();
+    content.Type = reply.rawHeader("Content-Type");
+    content.Take(more, quietEnd.hasExpired());
     return !std::exchange(begun, true) || !more.isEmpty();
-}
-
-// known: as many bytes as were judged before.
-void Arriving::Judge(qsizetype known) {
-    const bool hasLength = reply.header(QNetworkRequest::ContentLengthHeader).isValid();
-    if (kind == WebAnswer::Kind::Stopped)
-        kind = JudgeAnswer(reply.rawHeader("Content-Type"), hasLength, bytes);
-    if (kind == WebAnswer::Kind::Picture && !hasLength) LookForTheEnd(known);
-}
-
-// Of an answer that does not tell its length.
-void Arriving::LookForTheEnd(qsizetype known) {
-    // One picture behind the other: the first will do.
-    static const QByteArray next = "\xFF\xD9\xFF\xD8\xFF";
-    const qsizetype end = bytes.indexOf(next, std::max<qsizetype>(0, known - next.size()));
-    if (end >= 0) bytes.truncate(end + 2);
-    // Some cameras keep the line although the picture is over.
-    complete =
-        end >= 0 || (quietEnd.hasExpired() &&
-                     JpegWhole(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size()));
 }
 
 WebAnswer Arriving::Answer() const {
     using Kind = WebAnswer::Kind;
+    using Content = WebContent::Kind;
     if (StatusOf(reply) == 304) return {.Is = Kind::Unchanged};
-    if (kind == Kind::Stream) return {.Is = Kind::Stream};
-    if (kind == Kind::Failed || bytes.size() > MostPictureBytes)
+    if (content.Is == Content::Stream) return {.Is = Kind::Stream};
+    if (content.Is == Content::Neither || content.Bytes.size() > MostPictureBytes)
         return Failed(CaptureFault::NotAPicture);
-    if (!complete && !reply.isFinished())
+    if (!content.Complete && !reply.isFinished())
         return Failed(begun ? CaptureFault::NoWholePicture : CaptureFault::NoAnswer);
     // What Qt does not take for HTTP, others may.
     if (reply.error() == QNetworkReply::ProtocolFailure) return {.Is = Kind::Stream};
     // Even if the line broke: whether it is whole shows when it is read.
-    if (kind != Kind::Picture) return Failed(FaultOfReply(reply));
+    if (content.Is != Content::Picture) return Failed(FaultOfReply(reply));
     return {.Is = Kind::Picture,
-            .Picture = {.Bytes = bytes,
+            .Picture = {.Bytes = content.Bytes,
                         .Tag = reply.rawHeader("ETag"),
                         .Modified = reply.rawHeader("Last-Modified")}};
 }
