@@ -105,6 +105,7 @@ void Winsock::TryNext() {
 }
 
 QTcpSocket* Winsock::NewSocket() {
+    if (makeSocket) return makeSocket(this);
     return tls ? new TlsSocket(*tls, this) : new QTcpSocket(this);
 }
 

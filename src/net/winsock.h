@@ -8,6 +8,7 @@
 #include <QHostAddress>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class QTcpServer;
@@ -41,6 +42,11 @@ class Winsock : public QObject {
     };
 
     explicit Winsock(Clock& clock, QObject* parent = nullptr);
+
+    // Makes a socket that is nobody's but the parent's.
+    using SocketMaker = std::function<QTcpSocket*(QObject* parent)>;
+    // What connects from now on are sockets of that kind, in the clear; none: those of the network.
+    void SetSockets(const SocketMaker& maker) { makeSocket = maker; }
 
     // Starts connecting to a name or an address, which may stand in brackets; Connected follows, or
     // the state becomes StateError.
@@ -134,6 +140,7 @@ class Winsock : public QObject {
     QList<QHostAddress> untried;
     quint16 remotePort = 0;
     Timer patience;  // with an address that does not answer
+    SocketMaker makeSocket;
     std::optional<TlsTerms> tls;
     TlsStart tlsStart = TlsStart::Later;
     ServerAnswer tlsAnswer;

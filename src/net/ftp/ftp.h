@@ -45,6 +45,8 @@ class FTP : public QObject {
     // that), and not the server: for a computer that nobody can reach.
     [[nodiscard]] bool Passive() const { return properties.Passive; }
     void SetPassive(bool passive);
+    // Where the connections that the client opens get their sockets from; see Winsock.
+    void SetSockets(const Winsock::SocketMaker& maker) { properties.Sockets = maker; }
     // Seconds: the limit on the waits of one operation.
     [[nodiscard]] qint16 TimeOut() const { return properties.TimeOut; }
     void SetTimeOut(qint16 seconds);

@@ -27,6 +27,7 @@ void FtpControlConnection::Open(const FtpProperties& wanted) {
     const bool atOnce = wanted.Security == FtpSecurity::Implicit;
     element.SetTls(Encrypts ? std::optional(terms) : std::nullopt,
                    atOnce ? Winsock::TlsStart::AtOnce : Winsock::TlsStart::Later);
+    element.SetSockets(wanted.Sockets);
     element.Connect(wanted.RemoteHost, wanted.RemotePort);
 }
 

@@ -20,6 +20,7 @@ FtpDataElements::FtpDataElements(FtpCommands& ownCommands, const FtpProperties& 
 void FtpDataElements::Load(Role role, qint32 size) {
     auto* element = new Winsock(commands.OwnClock(), this);
     loaded.push_back(element);
+    element->SetSockets(properties.Sockets);
     passive = properties.Passive;
     reached = false;
     commands.Fault = {};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "net/winsock.h"
+
 #include <QString>
 
 enum class FtpSecurity {
@@ -19,6 +21,7 @@ struct FtpProperties {
     bool Passive = false;           // the client opens the data connections
     bool DataFromAnywhere = false;  // else only the server's own address takes data connections
     qint16 TimeOut = 30;            // seconds
+    Winsock::SocketMaker Sockets;   // of the connections that the client opens; none: the network's
     qint32 LastErrorCode = 0;       // kept for the host; no operation changes these two
     QString LastErrorDesc = QStringLiteral("(n/a)");
 };
