@@ -15,6 +15,10 @@ std::unique_ptr<QSettings> Open() {
 
 void LastErrorStore::Write(int code, const QString& text) {
     const auto store = Open();
+    const bool known = store->value(codeKey).toString() == QString::number(code) &&
+                       store->value(textKey).toString() == text && store->contains(textKey);
+    // With each change a file is written, for each picture again and again.
+    if (known) return;
     store->setValue(codeKey, QString::number(code));
     store->setValue(textKey, text);
 }
