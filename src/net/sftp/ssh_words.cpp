@@ -42,6 +42,16 @@ constexpr std::array table{
     Words{"^Timeout, server .* not responding|closed by remote host|Broken pipe", ConnectionLost},
 };
 
+// Each pattern of the table, made ready once.
+const QList<QRegularExpression>& Forms() {
+    static const QList<QRegularExpression> forms = [] {
+        QList<QRegularExpression> made;
+        for (const Words& row : table) made << QRegularExpression(QString::fromLatin1(row.Pattern));
+        return made;
+    }();
+    return forms;
+}
+
 QString FingerprintIn(const QStringList& lines) {
     static const QRegularExpression fingerprint("SHA256:[A-Za-z0-9+/]{43}");
     return fingerprint.match(lines.join(u'\n')).captured();
@@ -50,9 +60,10 @@ QString FingerprintIn(const QStringList& lines) {
 }  // namespace
 
 ServerAnswer SshWords::Judge(const QStringList& lines, bool ownKey) {
-    for (const Words& row : table) {
+    for (qsizetype i = 0; i < Forms().size(); ++i) {
+        const Words& row = table.at(static_cast<std::size_t>(i));
         if (row.OfOwnKey && !ownKey) continue;
-        const QStringList said = lines.filter(QRegularExpression(QString::fromLatin1(row.Pattern)));
+        const QStringList said = lines.filter(Forms().at(i));
         if (said.isEmpty()) continue;
         const bool ofHostKey = row.Means == HostKeyChanged || row.Means == HostKeyUnknown;
         return {row.Means, ofHostKey ? FingerprintIn(lines) : said.last()};
