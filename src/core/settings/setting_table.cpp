@@ -27,6 +27,14 @@ constexpr int mostAdjustments = 1000;
 
 using enum SettingForm;
 
+// A number as lists count: without a sign or zeros in front.
+bool IsCount(QStringView text) {
+    constexpr qsizetype mostDigits = 4;
+    const auto digit = [](QChar each) { return each >= u'0' && each <= u'9'; };
+    return !text.isEmpty() && text.size() <= mostDigits && std::ranges::all_of(text, digit) &&
+           (text.size() == 1 || text.front() != u'0');
+}
+
 SettingRow Secret(SettingRow row) {
     row.Secret = true;
     return row;
@@ -277,12 +285,13 @@ SettingForm SettingRow::Form() const {
 }
 
 bool SettingRow::IsKey(const QString& key) const {
-    if (!Key.contains(u'#')) return Key.compare(key, Qt::CaseInsensitive) == 0;
-    const QString pattern =
-        QRegularExpression::escape(Key).replace(QStringLiteral("\\#"), "(0|[1-9][0-9]{0,3})");
-    const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern),
-                                   QRegularExpression::CaseInsensitiveOption);
-    return whole.match(key).hasMatch();
+    const qsizetype place = Key.indexOf(u'#');
+    if (place < 0) return Key.compare(key, Qt::CaseInsensitive) == 0;
+    const QStringView before = QStringView(Key).first(place);
+    const QStringView behind = QStringView(Key).sliced(place + 1);
+    return key.size() >= Key.size() && key.startsWith(before, Qt::CaseInsensitive) &&
+           key.endsWith(behind, Qt::CaseInsensitive) &&
+           IsCount(QStringView(key).sliced(place).chopped(behind.size()));
 }
 
 void SettingRow::Read(const SettingSource& source, Settings& settings) const {
