@@ -110,6 +110,11 @@ ProfileReader::ProfileReader(const QString& file) {
         text = std::shared_ptr<const ProfileText>(known, &known->Text);
 }
 
+ProfileReader ProfileReader::Of(const QByteArray& bytes) {
+    const bool known = bytes.size() <= mostBytes;
+    return ProfileReader(known ? std::make_shared<const ProfileText>(bytes) : nullptr);
+}
+
 QString ReadSetting(const QString& file, const QString& section, const QString& key) {
     return ProfileReader(file).Value(section, key);
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <memory>
+#include <utility>
 
 class ProfileText;
 
@@ -28,9 +29,13 @@ constexpr int LargestSettingsFile = 1024 * 1024;  // bytes
 class ProfileReader {
   public:
     explicit ProfileReader(const QString& file);
+    // Of what has been read elsewhere.
+    [[nodiscard]] static ProfileReader Of(const QByteArray& bytes);
     [[nodiscard]] QString Value(const QString& section, const QString& key) const;
 
   private:
+    explicit ProfileReader(std::shared_ptr<const ProfileText> ownText) : text(std::move(ownText)) {}
+
     std::shared_ptr<const ProfileText> text;  // null: no settings
 };
 

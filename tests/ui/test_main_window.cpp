@@ -56,6 +56,9 @@ class TestMainWindow : public QObject {
         const Rows<QString, QByteArray> row;
         row("a button is missing", "button_go.jpg", {});
         row("no picture", "LEDleft.jpg", "BM\xFF\xD8\x01\x02 no picture");
+        QBuffer half;
+        QImage(80, 80, QImage::Format_RGB32).save(&half, "JPG");
+        row("half a picture", "LEDleft.jpg", half.data().chopped(half.size() / 4));
         QBuffer small;
         QImage(63, 200, QImage::Format_RGB32).save(&small, "BMP");
         row("a background without room for a window", "splash.bmp", small.data());

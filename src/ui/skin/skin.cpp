@@ -1,11 +1,14 @@
 #include "ui/skin/skin.h"
 
-#include <QImageReader>
+#include "picture/bitmap/picture_file.h"
+
+#include <QBuffer>
+
+#include <utility>
 
 namespace {
 
-// Larger files and pictures are no part of a skin, and reading them would hold up the program.
-constexpr qint64 mostBytes = 64 * 1024 * 1024;
+// Larger pictures are no part of a skin, and reading them would hold up the program.
 constexpr int mostPixels = 8192;
 // A smaller background leaves no room for a window that can be used.
 constexpr int leastBackground = 64;
@@ -16,24 +19,27 @@ bool FitsSize(const QSize& size, bool background) {
            size.height() <= mostPixels;
 }
 
-QImage ReadPicture(const QString& path, bool background) {
-    const QFileInfo info(path);
-    if (!info.isFile() || info.size() > mostBytes) return {};
-    QImageReader reader(path);
-    // Skins are made by hand: a name does not always tell what the file is.
-    reader.setDecideFormatFromContent(true);
-    if (reader.size().isValid() && !FitsSize(reader.size(), background)) return {};
-    const QImage image = reader.read();
+// Skins are made by hand: a name does not always tell what the file is, and a file is not always
+// whole.
+QImage Decoded(QByteArray bytes, bool background) {
+    QBuffer buffer(&bytes);
+    if (!buffer.open(QIODevice::ReadOnly)) return {};
+    const QImage image = ReadPicture(buffer).Image;
     return FitsSize(image.size(), background) ? image : QImage();
 }
 
 }  // namespace
 
-Skin::Skin(const SkinFolders& skinFolders, const QString& skinName)
-    : folders(skinFolders), name(skinName) {}
+Skin::Skin(Source ownSource, const QString& skinName)
+    : source(std::move(ownSource)), name(skinName) {}
+
+Skin::Skin(const SkinFolders& folders, const QString& skinName)
+    : Skin(
+          [&folders](const QString& skin, const QString& file) { return folders.Read(skin, file); },
+          skinName) {}
 
 SkinLayout Skin::Layout() const {
-    return SkinLayout(folders.Find(name, "Position.ini"), scale);
+    return SkinLayout(source(name, "Position.ini").value_or(QByteArray()), scale);
 }
 
 QImage Skin::Background(const QString& file) {
@@ -63,13 +69,13 @@ QImage Skin::Load(const QString& file, bool background) {
 }
 
 QImage Skin::LoadFrom(const QString& skin, const QString& file, bool background) {
-    const QString path = folders.Find(skin, file);
+    const std::optional<QByteArray> bytes = source(skin, file);
     const QString called = file + " (" + skin + ")";
-    if (path.isEmpty()) {
+    if (!bytes) {
         Remember(called + " is missing");
         return {};
     }
-    const QImage image = ReadPicture(path, background);
+    const QImage image = Decoded(*bytes, background);
     if (image.isNull()) Remember(called + " is not a usable picture");
     return image;
 }

@@ -6,12 +6,21 @@
 #include <QImage>
 #include <QPixmap>
 
+#include <functional>
+#include <optional>
+
 // A skin while the windows are dressed in it: gives out its layout and its pictures. A picture that
 // is missing or broken comes from the skin "Default" instead, and is remembered as a fault.
 class Skin {
   public:
-    // The folders outlive the skin. skinName: one that SkinFolders has, or "Default".
-    Skin(const SkinFolders& skinFolders, const QString& skinName);
+    // Gives what is in a file of a skin, as SkinFolders::Read does.
+    using Source =
+        std::function<std::optional<QByteArray>(const QString& skin, const QString& file)>;
+
+    // skinName: one that the source has, or "Default".
+    Skin(Source ownSource, const QString& skinName);
+    // From folders, which outlive the skin.
+    Skin(const SkinFolders& folders, const QString& skinName);
 
     [[nodiscard]] QString Name() const { return name; }
     [[nodiscard]] SkinLayout Layout() const;
@@ -35,7 +44,7 @@ class Skin {
     [[nodiscard]] QPixmap Scaled(const QImage& picture) const;
     void Remember(const QString& fault);
 
-    const SkinFolders& folders;
+    Source source;
     QString name;
     QStringList faults;
     double scale = 1;

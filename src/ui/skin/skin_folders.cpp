@@ -3,6 +3,12 @@
 #include "base/paths.h"
 
 #include <QDir>
+#include <QFile>
+
+namespace {
+// Reading more would hold up the program.
+constexpr qint64 mostBytes = 64 * 1024 * 1024;
+}  // namespace
 
 QStringList SkinFolders::Names() const {
     QStringList names;
@@ -32,4 +38,14 @@ QString SkinFolders::Choose(const QString& wanted) const {
 
 QString SkinFolders::Find(const QString& name, const QString& file) const {
     return Paths::Find(places, "Skins/" + name + "/" + file);
+}
+
+std::optional<QByteArray> SkinFolders::Read(const QString& name, const QString& file) const {
+    const QString path = Find(name, file);
+    if (path.isEmpty()) return std::nullopt;
+    const QFileInfo info(path);
+    QFile open(path);
+    // A pipe would keep the program waiting for its other end.
+    const bool whole = info.isFile() && info.size() <= mostBytes && open.open(QIODevice::ReadOnly);
+    return whole ? open.readAll() : QByteArray();
 }

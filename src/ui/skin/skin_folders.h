@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 // Finds skins and their files. A skin is a folder below "Skins" in one of several places: the
 // program folder first, then the installed copies. Names are matched without regard to case.
@@ -23,6 +26,8 @@ class SkinFolders {
 
     // The full path of a skin's file; empty when there is none.
     [[nodiscard]] QString Find(const QString& name, const QString& file) const;
+    // What is in it. None: there is none; empty: it cannot be read, or is no part of a skin.
+    [[nodiscard]] std::optional<QByteArray> Read(const QString& name, const QString& file) const;
 
   private:
     [[nodiscard]] QString Folder(const QString& name) const;

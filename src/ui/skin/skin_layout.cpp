@@ -1,11 +1,9 @@
 #include "ui/skin/skin_layout.h"
 
-#include "base/profile_file.h"
-
 #include <algorithm>
 
 QString SkinLayout::Text(const QString& section, const QString& key) const {
-    return file.isEmpty() ? QString() : ReadSetting(file, section, key);
+    return file.Value(section, key);
 }
 
 int SkinLayout::Number(const QString& section, const QString& key) const {

@@ -1,20 +1,21 @@
 #pragma once
 
+#include "base/profile_file.h"
+
 #include <QColor>
 #include <QPoint>
 #include <QString>
 
 // The layout file of a skin, "Position.ini": where each control lies, in twips. What is missing
-// reads as 0: a control without an entry lies at the top left, invisible or black. Every value is
-// read from the file at the moment it is asked for.
+// reads as 0: a control without an entry lies at the top left, invisible or black.
 class SkinLayout {
   public:
     // Twips as pixels of the layout (not of the screen), rounded: 15 are one.
     [[nodiscard]] static constexpr int FromTwips(double twips) { return qRound(twips / 15); }
 
-    // file: full path; empty or missing is a layout without entries. scale: of all lengths.
-    explicit SkinLayout(const QString& ownFile, double ownScale = 1)
-        : file(ownFile), scale(ownScale) {}
+    // bytes: of the file; none are a layout without entries. scale: of all lengths.
+    explicit SkinLayout(const QByteArray& bytes, double ownScale = 1)
+        : file(ProfileReader::Of(bytes)), scale(ownScale) {}
 
     // Keys "Left" and "Top" of the section, in pixels.
     [[nodiscard]] QPoint Position(const QString& section) const;
@@ -28,6 +29,6 @@ class SkinLayout {
     [[nodiscard]] QColor Colour(const QString& section, const QString& key) const;
 
   private:
-    QString file;
+    ProfileReader file;
     double scale;
 };
