@@ -1,4 +1,4 @@
-# Shared by ./run, ./test and ./bench: installing what is missing, saying what happens.
+# Shared by ./run, ./test, ./bench and ./fuzz: installing what is missing, saying what happens.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -20,6 +20,8 @@ test_packages=(
   python3 python3-dbusmock python3-openssl python3-pyftpdlib
   qemu-system-x86 vsftpd weston xauth xvfb "${run_packages[@]}"
 )
+# What ./fuzz needs besides.
+fuzz_packages=(clang libclang-rt-dev llvm)
 
 # install PACKAGE ...: with apt-get, only what is not there yet.
 install() {

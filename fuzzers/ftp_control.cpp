@@ -1,0 +1,111 @@
+#include "base/status_display.h"
+#include "base/waiting.h"
+#include "fuzzer.h"
+#include "memory_socket.h"
+#include "net/ftp/ftp_server.h"
+#include "support/test_clock.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QPointer>
+#include <QSettings>
+#include <QTemporaryDir>
+
+namespace {
+
+// A file of three blocks, in a folder that nobody else has.
+struct Picture {
+    Picture() {
+        // Below a file no other can be: the user's last error is kept, and no time lost.
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Path);
+        QFile file(Path);
+        MUST(file.open(QIODevice::WriteOnly) && file.write(Bytes) == Bytes.size());
+    }
+    QTemporaryDir Folder;
+    QString Path = Folder.filePath("1pw.jpg");
+    QByteArray Bytes = QByteArray(2 * 8196 + 100, 'p');
+};
+
+// Says a part of the input when it is connected to, and one to each command; the first part is what
+// it sends as a listing. When there is no more, it hangs up.
+class Server {
+  public:
+    explicit Server(const QByteArray& script) : parts(Parts(script, 60)) {
+        listing = parts.takeFirst();
+        while (!parts.isEmpty() && parts.last().isEmpty()) parts.removeLast();
+    }
+
+    QTcpSocket* NewSocket(QObject* parent) {
+        if (!control) {
+            control =
+                new MemorySocket(parent, [this](const QByteArray& bytes) { HearCommand(bytes); });
+            QObject::connect(control, &QTcpSocket::connected, control, [this] { Answer(); });
+            return control;
+        }
+        Taken.clear();
+        data = new MemorySocket(parent, [this](const QByteArray& bytes) { Taken += bytes; });
+        return data;
+    }
+
+    QByteArray Taken;  // over the last data connection
+
+  private:
+    void HearCommand(const QByteArray& line) {
+        MUST(line.endsWith("\r\n") && line.size() < 100);
+        for (const char each : line.chopped(2)) MUST(each >= ' ');
+        if (line.startsWith("LIST") && data) {
+            const auto say = [this] {
+                data->Hear(listing);
+                if (data) data->Hang();
+            };
+            QMetaObject::invokeMethod(data, say, Qt::QueuedConnection);
+        }
+        QMetaObject::invokeMethod(
+            control, [this] { Answer(); }, Qt::QueuedConnection);
+    }
+
+    void Answer() {
+        if (parts.isEmpty()) return control->Hang();
+        InPieces(parts.takeFirst() + "\r\n", [this](const QByteArray& piece) {
+            const auto say = [this, piece] { control->Hear(piece); };
+            QMetaObject::invokeMethod(control, say, Qt::QueuedConnection);
+        });
+    }
+
+    QByteArray listing;
+    QByteArrayList parts;
+    QPointer<MemorySocket> control;
+    QPointer<MemorySocket> data;
+};
+
+}  // namespace
+
+const Fuzzer ftpControl("ftp_control", [](const QByteArray& bytes) {
+    static const Picture picture;
+    Server server(bytes);
+    TestClock clock(0);
+    Waiting waiting(clock);
+    StatusDisplay display;
+    FTP ftp(waiting, display);
+    ftp.SetSockets([&](QObject* parent) { return server.NewSocket(parent); });
+    ftp.SetProgramFolder(picture.Folder.path());
+    FtpServer pictures({waiting, display}, ftp, FtpLimits::OfTrial());
+    pictures.SetAccess({.Server = "127.0.0.1",
+                        .User = "user",
+                        .Password = "secret",
+                        .Folder = "web",
+                        .Passive = true});
+    const qint64 start = clock.Milliseconds();
+    if (pictures.Open().Fine()) {
+        MUST(ftp.GetRemoteFileSize({}, "pw.jpg") >= 0);
+        // Half a picture never counts as sent.
+        if (pictures.SendFile(picture.Path, "1pw.jpg").Fine()) MUST(server.Taken == picture.Bytes);
+        static_cast<void>(pictures.RenameFile("1pw.jpg", "pw.jpg"));
+        static_cast<void>(pictures.DeleteFile("pw2.jpg"));
+        static_cast<void>(pictures.ChangeMode("pw.jpg", "644"));
+        pictures.Close();
+    }
+    constexpr qint64 hour = 3'600'000;
+    MUST(clock.Milliseconds() - start < hour);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+});
