@@ -156,9 +156,8 @@ int BitmapReader::CheckHeader() {
 }
 
 bool BitmapReader::HasRuns() const {
-    return header.Compression == (header.BitCount == 8   ? runsOf8
-                                  : header.BitCount == 4 ? runsOf4
-                                                         : ~0U);
+    return (header.BitCount == 8 && header.Compression == runsOf8) ||
+           (header.BitCount == 4 && header.Compression == runsOf4);
 }
 
 // From here on it is a bitmap of 8 bits like any other.
