@@ -59,12 +59,6 @@ void HttpAnswerReader::Feed(const QByteArray& bytes) {
     if (bytes.isEmpty()) return;
     begun = true;
     rest += bytes;
-    if (part == Part::Status) {
-        // Something else is told from HTTP by its first bytes, before a line ends.
-        static const QByteArray sign = "HTTP/1.";
-        const qsizetype known = std::min(rest.size(), sign.size());
-        if (rest.left(known) != sign.left(known)) part = Part::Nonsense;
-    }
     for (bool more = true; more && Is() == State::Reading;) {
         const Part before = part;
         if (ReadsLines())
@@ -87,8 +81,16 @@ bool HttpAnswerReader::ReadsLines() const {
     return part != Part::Body && part != Part::BodyToEnd && part != Part::Chunk;
 }
 
+// Something else is told from HTTP by its first bytes, before a line ends.
+bool HttpAnswerReader::MayBeHttp() const {
+    static const QByteArray sign = "HTTP/1.";
+    const qsizetype known = std::min(rest.size(), sign.size());
+    return rest.left(known) == sign.left(known);
+}
+
 void HttpAnswerReader::TakeLines() {
     while (Is() == State::Reading && ReadsLines()) {
+        if (part == Part::Status && !MayBeHttp()) part = Part::Nonsense;
         const std::optional<QByteArray> line = TakeLine();
         if (!line) return;
         Take(*line);

@@ -60,6 +60,7 @@ class HttpAnswerReader {
         Nonsense,
     };
     [[nodiscard]] bool ReadsLines() const;
+    [[nodiscard]] bool MayBeHttp() const;
     [[nodiscard]] std::optional<QByteArray> TakeLine();
     void TakeLines();
     void Take(const QByteArray& line);
