@@ -17,7 +17,8 @@ Line Parsed(QByteArrayView text) {
     const auto [behind, fault] = std::from_chars(text.data(), end, bytes);
     if (fault != std::errc() || bytes < 0 || behind == end || *behind != ' ') return {};
     const QByteArrayView path(behind + 1, end);
-    return IsArchiveName(QString::fromUtf8(path)) ? Line{bytes, path} : Line{};
+    const bool named = path.isValidUtf8() && IsArchiveName(QString::fromUtf8(path));
+    return named ? Line{bytes, path} : Line{};
 }
 
 }  // namespace
