@@ -14,15 +14,16 @@ QString Decoded(const QString& text) {
     return text.contains(plainSign) ? text : QUrl::fromPercentEncoding(text.toUtf8());
 }
 
-bool IsHost(const QString& host) {
-    static const QRegularExpression impossible(R"([\s/\\@\[\]\x00-\x20\x7f])");
-    return !host.isEmpty() && !host.contains(impossible) && host != u"Local" && host != u"local";
-}
-
 // An address without brackets has no port behind it.
 bool IsBareIpv6(const QString& text) {
     static const QRegularExpression form("^[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*:[0-9A-Fa-f:.]*(%.+)?$");
     return text.contains(form);
+}
+
+bool IsHost(const QString& host) {
+    static const QRegularExpression impossible(R"([\s/\\@\[\]\x00-\x20\x7f])");
+    return !host.isEmpty() && !host.contains(impossible) && host != u"Local" && host != u"local" &&
+           (!host.contains(u':') || IsBareIpv6(host));
 }
 
 ServerAddress::Fault ReadPort(const QString& text, int& port) {
