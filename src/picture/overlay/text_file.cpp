@@ -23,7 +23,10 @@ const QString lineBreak = QStringLiteral("\r\n");
 QString Drawable(QString line) {
     for (QChar& letter : line)
         if (letter < u' ') letter = u' ';
-    return line.left(mostLetters).trimmed();
+    line.truncate(mostLetters);
+    // Half a character that takes the room of two.
+    if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
+    return line.trimmed();
 }
 
 using Content = TextFileReader::Content;
