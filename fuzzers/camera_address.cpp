@@ -11,7 +11,9 @@ const Fuzzer cameraAddress("camera_address", [](const QByteArray& bytes) {
     for (const Camera& camera : ListCameras({}, entries)) {
         MUST(!camera.Address.isEmpty() && !names.contains(camera.Name));
         names.insert(camera.Name);
-        CaptureRequest request{.Kind = camera.Kind, .Address = camera.Address};
+        CaptureRequest request;
+        request.Kind = camera.Kind;
+        request.Address = camera.Address;
         request.Web = std::make_shared<WebAddress>();
         if (HttpStill::MayBe(request)) MUST(camera.Kind == CaptureKind::Network);
         const Camera again = ListCameras({}, {camera.Name + u'|' + camera.Address}).value(0);

@@ -43,7 +43,8 @@ const Fuzzer cameraAnswer("camera_answer", [](const QByteArray& bytes) {
 
     const std::atomic<bool> stop = false;
     std::atomic<quint64> arrivals = 0;
-    CaptureRequest request{.Kind = CaptureKind::Network};
+    CaptureRequest request;
+    request.Kind = CaptureKind::Network;
     request.Address =
         "data:video/x-mjpeg;base64," + QString::fromLatin1(Stream(parts[1]).toBase64());
     CaptureInput input(request, stop, arrivals);
