@@ -18,7 +18,11 @@ struct Picture {
     Picture() {
         // Below a file no other can be: the user's last error is kept, and no time lost.
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Path);
+    }
+    // There anew, after an input that has cut it.
+    void Write() const {
         QFile file(Path);
+        if (file.size() == Bytes.size()) return;
         MUST(file.open(QIODevice::WriteOnly) && file.write(Bytes) == Bytes.size());
     }
     QTemporaryDir Folder;
@@ -30,8 +34,10 @@ struct Picture {
 // it sends as a listing. When there is no more, it hangs up.
 class Server {
   public:
-    explicit Server(const QByteArray& script) : parts(Parts(script, 60)) {
+    Server(const QByteArray& script, QString ownPicture)
+        : picture(std::move(ownPicture)), parts(Parts(script, 60)) {
         listing = parts.takeFirst();
+        cuts = listing.startsWith("cut");
         while (!parts.isEmpty() && parts.last().isEmpty()) parts.removeLast();
     }
 
@@ -43,7 +49,10 @@ class Server {
             return control;
         }
         Taken.clear();
-        data = new MemorySocket(parent, [this](const QByteArray& bytes) { Taken += bytes; });
+        data = new MemorySocket(parent, [this](const QByteArray& bytes) {
+            if (cuts) QFile::resize(picture, 8200);
+            Taken += bytes;
+        });
         return data;
     }
 
@@ -72,7 +81,9 @@ class Server {
         });
     }
 
+    QString picture;
     QByteArray listing;
+    bool cuts = false;  // the picture becomes shorter while it is sent
     QByteArrayList parts;
     QPointer<MemorySocket> control;
     QPointer<MemorySocket> data;
@@ -82,7 +93,8 @@ class Server {
 
 const Fuzzer ftpControl("ftp_control", [](const QByteArray& bytes) {
     static const Picture picture;
-    Server server(bytes);
+    picture.Write();
+    Server server(bytes, picture.Path);
     TestClock clock(0);
     Waiting waiting(clock);
     StatusDisplay display;

@@ -49,7 +49,7 @@ QByteArrayList Parts(const QByteArray& bytes, int count) {
 void InPieces(const QByteArray& bytes, const std::function<void(const QByteArray&)>& take) {
     std::minstd_rand lengths(static_cast<unsigned>(qHash(bytes, 1)));
     for (qsizetype at = 0; at < bytes.size();) {
-        const auto length = static_cast<qsizetype>(1 + lengths() % 17 * (lengths() % 3));
+        const auto length = static_cast<qsizetype>(1 + lengths() % 17 * (lengths() % 3 / 2));
         take(bytes.mid(at, length));
         at += length;
     }

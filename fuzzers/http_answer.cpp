@@ -15,6 +15,12 @@ const Fuzzer httpAnswer("http_answer", [](const QByteArray& bytes) {
     if (whole.Is() == HttpAnswerReader::State::Nonsense) return;
     MUST(answer.Status == pieces.Answer().Status && answer.Body == pieces.Answer().Body);
     MUST(answer.Headers == pieces.Answer().Headers);
+    // Nothing else passes for HTTP, and what stands in front of an answer does not change it.
+    const QByteArray sign = "HTTP/1.";
+    MUST(bytes.startsWith(sign) || sign.startsWith(bytes));
+    HttpAnswerReader later;
+    later.Feed("HTTP/1.1 100 Continue\r\n\r\n" + bytes);
+    MUST(bytes.isEmpty() || (later.Is() == whole.Is() && later.Answer().Body == answer.Body));
     // Half an answer is none.
     if (whole.Is() == HttpAnswerReader::State::Whole) MUST(answer.Status >= 200);
     if (whole.Is() == HttpAnswerReader::State::Reading && answer.Header("Content-Length") != "") {

@@ -33,6 +33,9 @@ const Fuzzer serverAddress("server_address", [](const QByteArray& bytes) {
     MUST(again.Host == address.Host && again.Port == address.Port);
     MUST(again.User == address.User && again.Password == address.Password);
     MUST(again.Path == address.Path);
+    const QString host = address.Host.contains(u':') ? u'[' + address.Host + u']' : address.Host;
+    for (const char* const port : {":0", ":65536", ":x"})
+        MUST(ServerAddress::Of(host + QString::fromLatin1(port)).Is == ServerAddress::Fault::Port);
     for (const char* const way : {"ftp", "https", "s3"}) {
         const QString setting = QString::fromLatin1(way);
         if (!address.Fits(setting)) continue;
