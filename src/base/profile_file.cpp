@@ -111,7 +111,7 @@ ProfileReader::ProfileReader(const QString& file) {
 }
 
 ProfileReader ProfileReader::Of(const QByteArray& bytes) {
-    const bool known = bytes.size() <= mostBytes;
+    const bool known = bytes.size() <= LargestSettingsFile;
     return ProfileReader(known ? std::make_shared<const ProfileText>(bytes) : nullptr);
 }
 
