@@ -45,10 +45,7 @@ class TestSkin : public QObject {
 
     void LayoutValues() {
         const auto [value, pixels, one] = Row<QByteArray, int, bool>();
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("Position.ini");
-        SkinMaker::Write(file, "[Control]\nTop=30\n[control2]\nKey=" + value + "\n");
-        const SkinLayout layout(file);
+        const SkinLayout layout("[Control]\nTop=30\n[control2]\nKey=" + value + "\n");
         QCOMPARE(layout.Pixels("Control2", "key"), pixels);
         QCOMPARE(layout.IsOne("Control2", "Key"), one);
         QCOMPARE(layout.Position("Control"), QPoint(0, 2));

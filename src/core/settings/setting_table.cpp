@@ -28,11 +28,11 @@ constexpr int mostAdjustments = 1000;
 using enum SettingForm;
 
 // A number as lists count: without a sign or zeros in front.
-bool IsCount(QStringView text) {
+bool IsCount(QStringView digits) {
     constexpr qsizetype mostDigits = 4;
-    const auto digit = [](QChar each) { return each >= u'0' && each <= u'9'; };
-    return !text.isEmpty() && text.size() <= mostDigits && std::ranges::all_of(text, digit) &&
-           (text.size() == 1 || text.front() != u'0');
+    const auto isDigit = [](QChar each) { return each >= u'0' && each <= u'9'; };
+    return !digits.isEmpty() && digits.size() <= mostDigits &&
+           std::ranges::all_of(digits, isDigit) && (digits.size() == 1 || digits.front() != u'0');
 }
 
 SettingRow Secret(SettingRow row) {
