@@ -9,7 +9,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
-#include <random>
 #include <set>
 
 namespace {
@@ -328,59 +327,6 @@ class TestUploadCycle : public QObject {
         QVERIFY2(f.Server.BackSince > 0 && needed <= most * 1000,
                  qPrintable(QString::number(needed)));
         QVERIFY(!QImage::fromData(f.Server.Files.value("pw.jpg"), "JPG").isNull());
-    }
-
-    // Whatever goes wrong in any step: a visitor sees whole pictures, each of them new.
-    void ADayWithABadServer() {
-        CycleFixture f(30'000);
-        f.Camera.Sizes = 80;
-        f.State.Values.lastpictures = f.State.Values.Delete = true;
-        std::mt19937 random(20'260'304);
-        const auto upTo = [&random](int most) {
-            return std::uniform_int_distribution(0, most)(random);
-        };
-        QMap<int, qint64> grabbed;  // when
-        qint64 sending = 0;         // since then
-        QByteArray seen;
-        int last = 0;
-        const auto look = [&] {
-            const QByteArray now = f.Server.Files.value("pw.jpg");
-            if (now.isEmpty() || now == seen) return;
-            seen = now;
-            const int grab = f.Camera.GrabOf(QImage::fromData(now, "JPG").size());
-            QVERIFY2(now.endsWith("\xff\xd9") && grab > last, "no new whole picture");
-            QVERIFY2(sending - grabbed.value(grab) <= 30'000, "an old one");
-            last = grab;
-        };
-        f.Server.Whim = [&](const QString& verb) {
-            look();
-            if (!grabbed.contains(f.Camera.Grabs)) grabbed[f.Camera.Grabs] = f.Time.Milliseconds();
-            if (verb == "TYPE") sending = f.Time.Milliseconds();
-            const QList<FtpFault> faults{Says(verb, {"451 no\r\n"}),
-                                         Says(verb, {"553-no\r\n", "553 no\r\n"}),
-                                         Says(verb, {"421 bye\r\n"}),
-                                         Closes(verb),
-                                         Dies(verb, 0, 1 + upTo(600)),
-                                         {.Verb = verb, .Silent = true},
-                                         {.Verb = verb, .DelayMilliseconds = upTo(70'000)},
-                                         {.Verb = verb, .NoDataConnection = true},
-                                         {.Verb = verb, .DataBytes = upTo(600)}};
-            return upTo(60) == 0 ? faults.at(upTo(static_cast<int>(faults.size()) - 1))
-                                 : FtpFault();
-        };
-        QVERIFY(f.Begin());
-        const auto descriptors = [] {
-            // Outside an event loop nobody else does so.
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            return QDir("/proc/self/fd").count();
-        };
-        const auto before = descriptors();
-        // Under Wine each second of the clock costs ten real milliseconds.
-        const int hours = QSysInfo::kernelType() == "winnt" ? 1 : 24;
-        f.Time.Advance(hours * 6 * tenMinutes);
-        look();
-        QVERIFY(f.Published() > 40 * hours && f.Server.Connections > 4 * hours);
-        QVERIFY(descriptors() <= before + 3);
     }
 
     void NobodyThereAtTheStart() {

@@ -43,6 +43,7 @@ void ScriptedFtpServer::SetTls(const QByteArray& certificate, bool atOnce) {
 
 void ScriptedFtpServer::Take() {
     ++Connections;
+    sessions.removeAll(nullptr);
     sessions << new ScriptedFtpSession(*this, listener.nextPendingConnection());
 }
 
