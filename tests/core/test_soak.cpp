@@ -40,14 +40,15 @@ struct Footprint {
         malloc_trim(0);
         Footprint now;
         now.Heap = static_cast<qint64>(mallinfo2().uordblks + mallinfo2().hblkhd);
-        now.Resident = ReadBytes("/proc/self/statm").split(' ').value(1).toLongLong() *
-                       sysconf(_SC_PAGESIZE);
+        now.Resident =
+            ReadBytes("/proc/self/statm").split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
         now.Descriptors = QDir("/proc/self/fd").count();
         now.Threads = QDir("/proc/self/task").count();
         QDirIterator all(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (all.hasNext()) {
             const QString name = QDir(folder).relativeFilePath(all.next());
-            if (!name.startsWith("archive/") && !name.startsWith("stillpost.log.")) now.Files << name;
+            if (!name.startsWith("archive/") && !name.startsWith("stillpost.log."))
+                now.Files << name;
         }
         now.Files.sort();
         return now;
@@ -80,11 +81,11 @@ class Soak : public CycleFixture {
     ~Soak() { Cycle.SetOfflinePicture(nullptr); }
     Q_DISABLE_COPY_MOVE(Soak)
 
-    bool Bad = false;       // the server fails now and then
-    QString Seen;           // what a visitor must not see
-    qint64 Looks = 0;       // at another picture than before
-    qint64 Offs = 0;        // of which the offline picture
-    bool Stays = false;     // there is a picture all the time
+    bool Bad = false;    // the server fails now and then
+    QString Seen;        // what a visitor must not see
+    qint64 Looks = 0;    // at another picture than before
+    qint64 Offs = 0;     // of which the offline picture
+    bool Stays = false;  // there is a picture all the time
 
     [[nodiscard]] int UpTo(int most) { return std::uniform_int_distribution(0, most)(random); }
     [[nodiscard]] bool OneIn(int many) { return UpTo(many - 1) == 0; }
@@ -117,18 +118,32 @@ class Soak : public CycleFixture {
         const auto pass = [this](int minutes) { Time.Advance(minutes * minute); };
         pass(15);  // by then the server is back
         switch (trouble) {
-            case 0: Camera.Plugged = false; break;
+            case 0:
+                Camera.Plugged = false;
+                break;
             case 1:
                 NoteGrab();
                 frozen = ++Camera.Grabs;
                 Camera.Frozen = true;
                 break;
-            case 2: System.Online.Set(false, OnlineState::Lan); break;
-            case 3: shortage = std::make_unique<FullDisk>(UpTo(2000)); break;
-            case 6: shortage = std::make_unique<Shortage>(RLIMIT_NOFILE, UpTo(20)); break;
-            case 4: Time.SetNow(Time.Now().addSecs(UpTo(2 * 86'400) - 86'400)); break;
-            case 5: Time.Suspend(qint64{length} * 10 * minute); break;
-            default: Server.GoAway(length * 60); break;
+            case 2:
+                System.Online.Set(false, OnlineState::Lan);
+                break;
+            case 3:
+                shortage = std::make_unique<FullDisk>(UpTo(2000));
+                break;
+            case 6:
+                shortage = std::make_unique<Shortage>(RLIMIT_NOFILE, UpTo(20));
+                break;
+            case 4:
+                Time.SetNow(Time.Now().addSecs(UpTo(2 * 86'400) - 86'400));
+                break;
+            case 5:
+                Time.Suspend(qint64{length} * 10 * minute);
+                break;
+            default:
+                Server.GoAway(length * 60);
+                break;
         }
         pass(length);
         Camera.Plugged = true;
@@ -219,7 +234,10 @@ class TestSoak : public QObject {
             QVERIFY2(f.Seen.isEmpty(), qPrintable(f.Seen));
             f.Forget();
             if (days > 0)
-                std::fprintf(stderr, "Day %d of %d: %lld pictures seen, %lld of them offline, %d connections\n", day, days, f.Looks, f.Offs, f.Server.Connections);
+                std::fprintf(
+                    stderr,
+                    "Day %d of %d: %lld pictures seen, %lld of them offline, %d connections\n", day,
+                    days, f.Looks, f.Offs, f.Server.Connections);
             Compare(before, Footprint::Now(f.Folder.path()), day);
             if (QTest::currentTestFailed()) return;
         }
@@ -230,7 +248,8 @@ class TestSoak : public QObject {
     // The first two days fill what is kept for the last hours, and the caches.
     static void Compare(Footprint& before, const Footprint& now, int day) {
         if (qEnvironmentVariableIsSet("STILLPOST_SOAK_DAYS"))
-            std::fprintf(stderr, "  heap %lld kB, resident %lld kB, descriptors %d, threads %d, files %d\n",
+            std::fprintf(stderr,
+                         "  heap %lld kB, resident %lld kB, descriptors %d, threads %d, files %d\n",
                          now.Heap / 1024, now.Resident / 1024, static_cast<int>(now.Descriptors),
                          static_cast<int>(now.Threads), static_cast<int>(now.Files.size()));
         if (day <= 2) before = now;
