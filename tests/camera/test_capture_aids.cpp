@@ -138,6 +138,7 @@ bool WriteVideo(const QString& path, const char* name, QSize size, int count, in
     codec->pix_fmt = qstrcmp(name, "mjpeg") == 0 ? AV_PIX_FMT_YUVJ420P : AV_PIX_FMT_YUV420P;
     codec->flags |= AV_CODEC_FLAG_QSCALE | AV_CODEC_FLAG_GLOBAL_HEADER;
     codec->global_quality = FF_QP2LAMBDA * 2;
+    codec->thread_count = 1;  // the same bytes each time, however busy the machine is
     av_opt_set(codec->priv_data, "crf", "12", 0);
     if (avcodec_open2(codec.get(), encoder, nullptr) < 0) return false;
 
