@@ -112,12 +112,11 @@ class Soak : public CycleFixture {
 
     // An hour in which something besides the server goes wrong for a while.
     void BadHour() {
-        const int trouble = UpTo(7);
         const int length = 1 + UpTo(40);
-        Bad = trouble != 6;  // the server has none of its descriptors to lose
+        Bad = true;
         const auto pass = [this](int minutes) { Time.Advance(minutes * minute); };
         pass(15);  // by then the server is back
-        switch (trouble) {
+        switch (UpTo(6)) {
             case 0:
                 Camera.Plugged = false;
                 break;
@@ -130,10 +129,7 @@ class Soak : public CycleFixture {
                 System.Online.Set(false, OnlineState::Lan);
                 break;
             case 3:
-                shortage = std::make_unique<FullDisk>(UpTo(2000));
-                break;
-            case 6:
-                shortage = std::make_unique<Shortage>(RLIMIT_NOFILE, UpTo(20));
+                full = std::make_unique<FullDisk>(UpTo(2000));
                 break;
             case 4:
                 Time.SetNow(Time.Now().addSecs(UpTo(2 * 86'400) - 86'400));
@@ -149,7 +145,7 @@ class Soak : public CycleFixture {
         Camera.Plugged = true;
         Camera.Frozen = false;
         System.Online.Set(true, OnlineState::Lan);
-        shortage.reset();
+        full.reset();
         pass(45 - length);
         Forget();
     }
@@ -194,7 +190,7 @@ class Soak : public CycleFixture {
     OfflinePicture Offline{{Wait, Net, Transaction, Pictures, Picture, Display, State}};
     RunRecord Record{Time, Run, Cycle, Folder.filePath("last24hours.bin")};
     RunLog Log{{Time, Run, State, Folder.path()}};
-    std::unique_ptr<Shortage> shortage;
+    std::unique_ptr<FullDisk> full;
     QMap<int, qint64> grabbed;  // when
     qint64 sending = 0;         // since then
     QByteArray last;

@@ -4,25 +4,19 @@
 
 #include <sys/resource.h>
 
-// While it lives this process gets no more than so much of something.
-class Shortage {
+// While it lives no file of this process grows beyond so many bytes, as on a full disk.
+class FullDisk {
   public:
-    Shortage(__rlimit_resource_t ofWhat, rlim_t most) : what(ofWhat) {
+    explicit FullDisk(rlim_t bytes) {
         std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(what, &before);
-        const rlimit tight{most, before.rlim_max};
-        setrlimit(what, &tight);
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit tight{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &tight);
     }
-    ~Shortage() { setrlimit(what, &before); }
-    Shortage(const Shortage&) = delete;
-    Shortage& operator=(const Shortage&) = delete;
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
 
   private:
-    __rlimit_resource_t what;
     rlimit before{};
-};
-
-// No file grows beyond so many bytes, as on a full disk.
-struct FullDisk : Shortage {
-    explicit FullDisk(rlim_t bytes) : Shortage(RLIMIT_FSIZE, bytes) {}
 };
