@@ -181,6 +181,7 @@ class TestProgram : public QObject {
             for (const char* name : {"1pw.jpg", "pw.jpg", "1pw.bmp"})
                 QVERIFY(WriteBytes(work.filePath(QString::fromLatin1(name)), stale));
         }
+        server.Whim = nullptr;
         QProcess once;
         Begin(once, {"--once"});
         QTRY_VERIFY_WITH_TIMEOUT(once.state() == QProcess::NotRunning, patience);
