@@ -47,7 +47,7 @@ QByteArrayList Parts(const QByteArray& bytes, int count) {
 }
 
 void InPieces(const QByteArray& bytes, const std::function<void(const QByteArray&)>& take) {
-    std::minstd_rand lengths(static_cast<unsigned>(qHash(bytes, 1)));
+    std::minstd_rand lengths(1U + qChecksum(bytes));  // the same for each run
     for (qsizetype at = 0; at < bytes.size();) {
         const auto length = static_cast<qsizetype>(1 + lengths() % 17 * (lengths() % 3 / 2));
         take(bytes.mid(at, length));

@@ -34,7 +34,8 @@ WebContent::Kind JudgeContent(const QByteArray& type, bool hasLength, const QByt
 }  // namespace
 
 void WebContent::Take(const QByteArray& more, bool quiet) {
-    const qsizetype known = Bytes.size();
+    // What came before the kind was known has not been looked at.
+    const qsizetype known = Is == Kind::Unknown ? 0 : Bytes.size();
     Bytes += more;
     if (Is == Kind::Unknown) Is = JudgeContent(Type, HasLength, Bytes);
     if (Is == Kind::Picture && !HasLength) LookForTheEnd(known, quiet);
