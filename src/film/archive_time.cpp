@@ -57,5 +57,7 @@ std::optional<WallTime> ArchiveTimes::Of(const QString& name) {
     const QTime time(Number(clock.first(2)), Number(clock.sliced(2, 2)), Number(clock.sliced(4)));
     if (!time.isValid()) return {};
     const QDate day = Day(name.first(dash));
-    return day.isValid() ? std::optional(WallTimeOf(day, time)) : std::nullopt;
+    // A dash too many is a year before Christ.
+    const bool possible = day.isValid() && day.year() > 0;
+    return possible ? std::optional(WallTimeOf(day, time)) : std::nullopt;
 }
