@@ -13,7 +13,8 @@
 struct Platform {
     std::unique_ptr<OnlineState> Online;
     std::unique_ptr<Dialer> Dial;
-    std::unique_ptr<CaptureDevices> Cameras;
+    // Also held by whoever asks it on another thread, which may hang beyond the platform.
+    std::shared_ptr<CaptureDevices> Cameras;
     std::unique_ptr<CameraControls> Controls;
     std::unique_ptr<Sound> Sounds;
     std::unique_ptr<AutostartEntry> Autostart;

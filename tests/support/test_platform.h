@@ -135,8 +135,8 @@ struct TestPlatform {
         Fill(Services.Autostart, std::make_unique<RecordingAutostart>());
 
   private:
-    template <class Service, class Own>
-    static Own& Fill(std::unique_ptr<Service>& place, std::unique_ptr<Own> own) {
+    template <class Place, class Own>
+    static Own& Fill(Place& place, std::unique_ptr<Own> own) {
         Own& filled = *own;
         place = std::move(own);
         return filled;

@@ -21,6 +21,7 @@
 #include <QTimeZone>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -76,13 +77,13 @@ QString FormatLine(const CaptureFormat& format) {
            rates.join(u' ');
 }
 
-ReportAnswer CameraAnswer(const CaptureDevices& cameras) {
+ReportAnswer CameraAnswer(const std::shared_ptr<const CaptureDevices>& cameras) {
     ReportAnswer answer;
-    for (const CaptureDevice& device : cameras.List())
+    for (const CaptureDevice& device : cameras->List())
         answer.Further << ReportPart{
-            device.Name, [&cameras, device] {
+            device.Name, [cameras, device] {
                 ReportAnswer formats{{device.Name + ", " + device.Connection}};
-                for (const CaptureFormat& format : cameras.Formats(device))
+                for (const CaptureFormat& format : cameras->Formats(device))
                     formats.Lines << FormatLine(format);
                 if (formats.Lines.size() == 1) formats.Lines << "  tells no formats now";
                 return formats;
@@ -166,7 +167,7 @@ ReportPart Simple(const QString& name, const std::function<QStringList()>& lines
 QList<ReportPart> ReportParts(const ReportSources& sources) {
     const auto name = [&](const QString& key) { return sources.Words.Get("Report", key); };
     const QString folder = sources.Folder;
-    const CaptureDevices& cameras = *sources.System.Cameras;
+    const std::shared_ptr<const CaptureDevices> cameras = sources.System.Cameras;
     const QStringList screens = ScreenLines();
     const QString online = OnlineLine(*sources.System.Online);
     const QString autostart = sources.System.Autostart->Place();
@@ -178,7 +179,7 @@ QList<ReportPart> ReportParts(const ReportSources& sources) {
             Simple(name("Graphics"), SystemFacts::Graphics),
             Simple(name("Screens"), [screens] { return screens; }),
             Simple(name("Sound"), SystemFacts::Sound),
-            {name("Cameras"), [&cameras] { return CameraAnswer(cameras); }},
+            {name("Cameras"), [cameras] { return CameraAnswer(cameras); }},
             Simple(name("CameraUsers"), SystemFacts::CameraUsers),
             {name("Drives"), DriveAnswer},
             Simple(name("Network"), [online] { return QStringList{online} + InterfaceLines(); }),

@@ -12,6 +12,5 @@ struct ReportSources {
     QString Folder;      // the program folder
 };
 
-// On the user-interface thread, which the screens are asked on; the services of the system outlive
-// all answers.
+// On the user-interface thread, which the screens are asked on.
 [[nodiscard]] QList<ReportPart> ReportParts(const ReportSources& sources);
