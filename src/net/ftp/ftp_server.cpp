@@ -270,7 +270,11 @@ ServerAnswer FtpServer::DoLook(const QString& name, QByteArray& beginning) {
     (void)ftp.Ask("TYPE I");
     int code = ftp.Ask("SIZE " + name);
     const bool small = LastReply().section(u' ', 1).toLongLong() <= mostBytes;
-    if (IsOneOf(notKnown, code)) code = ftp.Ask("MDTM " + name);
+    // Some refuse SIZE for a file that is there.
+    if (code == notThere || IsOneOf(notKnown, code)) {
+        const int changed = ftp.Ask("MDTM " + name);
+        if (code != notThere || !IsOneOf(notKnown, changed)) code = changed;
+    }
     if (code == notThere) return {ServerFault::FileMissing, LastReply()};
     if (code != aboutFile)
         return IsRefusal(code) ? ServerAnswer{ServerFault::ServerRefused, LastReply()} : Lost();
