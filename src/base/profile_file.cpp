@@ -64,6 +64,7 @@ std::optional<QByteArray> Load(const QString& path) {
     QByteArray bytes = file.read(LargestSettingsFile + 1);
     if (file.error() != QFileDevice::NoError || bytes.size() > LargestSettingsFile)
         return std::nullopt;
+    bytes.squeeze();  // it is kept, and had room for the largest file
     return bytes;
 }
 
