@@ -40,7 +40,7 @@ Waiting::End Waiting::Until(const std::function<bool()>& done, const WaitTerms& 
         }
         clock.WaitForEvents();
     }
-    if (--depth == 0) emit Idle();
+    Leave();
     return end;
 }
 
@@ -52,7 +52,15 @@ bool Waiting::Seconds(int seconds) {
 void Waiting::Yield() {
     ++depth;
     QCoreApplication::processEvents();
-    if (--depth == 0) emit Idle();
+    Leave();
+}
+
+void Waiting::Leave() {
+    if (--depth > 0) return;
+    // A wait puts off what was to be deleted later, and the loop above does not look at that again
+    // before the next posted event: without windows there may be none for months.
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    emit Idle();
 }
 
 void Waiting::Close() {

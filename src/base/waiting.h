@@ -54,6 +54,8 @@ class Waiting : public QObject {
     void Idle();
 
   private:
+    void Leave();
+
     Clock& clock;
     bool closing = false;
     int depth = 0;

@@ -3,6 +3,8 @@
 #include "support/test_clock.h"
 
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -130,6 +132,24 @@ class TestClockWaiting : public QObject {
         const auto end = waiting.Until(Never, {.LimitMilliseconds = 5'000, .Hopeless = close});
         QCOMPARE(end, Waiting::End::Closing);
         QVERIFY(real.elapsed() < 2'500);
+    }
+
+    void WhatIsToBeDeletedOutlivesNoWait() {
+        SystemClock clock;
+        Waiting waiting(clock);
+        Timer timer(clock, 1);
+        QEventLoop loop;
+        QPointer object = new QObject;
+        int ticks = 0;
+        connect(&timer, &Timer::Tick, this, [&] {
+            if (++ticks == 3) loop.quit();
+            if (ticks > 1) return;
+            object->deleteLater();
+            QCOMPARE(waiting.Until(Never, {.LimitMilliseconds = 1}), Waiting::End::Limit);
+        });
+        timer.SetEnabled(true);
+        loop.exec();
+        QVERIFY(!object);
     }
 };
 
