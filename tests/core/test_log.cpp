@@ -1,6 +1,7 @@
 #include "core/another_camera.h"
 #include "core/log/run_log.h"
 #include "core/report/report_gathering.h"
+#include "core/report/report_parts.h"
 #include "core/report/report_secrets.h"
 #include "core/settings/setting_table.h"
 #include "support/cycle_fixture.h"
@@ -122,6 +123,16 @@ class TestLog : public QObject {
                                             {"sound", {"of sound"}, {}}};
         QVERIFY(sections == expected);
         hanging.release();
+    }
+
+    void AReportAsksNoCamerasThatAreGone() {
+        auto platform = std::make_unique<TestPlatform>();
+        const std::weak_ptr<CaptureDevices> cameras = platform->Services.Cameras;
+        const Texts words(Texts::Language::English);
+        const auto parts = ReportParts({platform->Services, words, "."});
+        // What hangs is still being asked when the program has ended.
+        platform.reset();
+        QVERIFY(!cameras.expired());
     }
 
     void NoReportTellsASecret() {
