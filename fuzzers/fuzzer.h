@@ -6,7 +6,7 @@
 #include <functional>
 
 // What is done with any bytes, and what must be true of it whatever they are. One in each file; in
-// fuzz/corpus a folder of the same name has its inputs.
+// corpus a folder of the same name has its inputs.
 class Fuzzer {
   public:
     using Routine = void (*)(const QByteArray& bytes);
