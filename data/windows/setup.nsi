@@ -415,6 +415,37 @@ Function un.LeaveSettings
   ${EndIf}
 FunctionEnd
 
+; Of the program folder $0. By name, because pictures and films may lie there too.
+Function un.DeleteSettings
+  Delete "$0\ftpOptions.ini*"
+  Delete "$0\stillpost.log*"
+  Delete "$0\stillpost.lock"
+  Delete "$0\last24hours.bin"
+  Delete "$0\known_hosts"
+  Delete "$0\dirxca.dat"
+  RMDir /r "$0\work"
+  RMDir /r "$0\dayfilm"
+  RMDir "$0"
+FunctionEnd
+
+; And of those of the cameras that were added to it.
+Function un.DeleteSettingsAndCameras
+  StrCpy $1 "$0"
+  FindFirst $2 $3 "$1\cameras\*"
+  ${DoWhile} $3 != ""
+    ${If} $3 != "."
+    ${AndIf} $3 != ".."
+      StrCpy $0 "$1\cameras\$3"
+      Call un.DeleteSettings
+    ${EndIf}
+    FindNext $2 $3
+  ${Loop}
+  FindClose $2
+  RMDir "$1\cameras"
+  StrCpy $0 "$1"
+  Call un.DeleteSettings
+FunctionEnd
+
 Section "Uninstall"
   Call un.CloseRunning
   !insertmacro RemoveFiles
@@ -426,19 +457,12 @@ Section "Uninstall"
     ${If} $0 == 1
       DeleteRegValue HKCU "${RUN_KEY}" "Stillpost"
     ${EndIf}
-    ; By name, because pictures and films may lie there too.
     ${If} $DeleteSettings == 1
       SetShellVarContext current
-      Delete "$INSTDIR\ftpOptions.ini"
-      Delete "$INSTDIR\stillpost.log*"
-      Delete "$INSTDIR\stillpost.lock"
-      Delete "$INSTDIR\last24hours.bin"
-      Delete "$INSTDIR\known_hosts"
-      Delete "$INSTDIR\dirxca.dat"
-      RMDir /r "$INSTDIR\work"
-      RMDir /r "$INSTDIR\dayfilm"
-      RMDir /r "$INSTDIR\cameras"
-      RMDir /r "$APPDATA\stillpost"
+      StrCpy $0 "$INSTDIR"
+      Call un.DeleteSettingsAndCameras
+      StrCpy $0 "$APPDATA\stillpost"
+      Call un.DeleteSettingsAndCameras
       DeleteRegKey HKCU "Software\Stillpost"
     ${EndIf}
     RMDir "$INSTDIR"
