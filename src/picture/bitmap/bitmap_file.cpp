@@ -246,7 +246,7 @@ int BitmapReader::ReadPixels(const BitmapRows& rows, int bits) {
         return source->read(all, stride * Height()) == stride * Height() ? ImagingDone
                                                                          : ImagingCannotRead;
     }
-    const int rowsAtOnce = static_cast<int>(std::max<qint64>(1, BitmapPiece / stride));
+    const int rowsAtOnce = static_cast<int>(std::clamp<qint64>(BitmapPiece / stride, 1, Height()));
     std::vector<char> piece(static_cast<size_t>(rowsAtOnce * stride));
     for (int done = 0; done < Height();) {
         const int count = std::min(rowsAtOnce, Height() - done);
