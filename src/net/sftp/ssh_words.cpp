@@ -46,27 +46,30 @@ constexpr std::array table{
 const QList<QRegularExpression>& Forms() {
     static const QList<QRegularExpression> forms = [] {
         QList<QRegularExpression> made;
-        for (const Words& row : table) made << QRegularExpression(QString::fromLatin1(row.Pattern));
+        for (const Words& row : table)
+            made << QRegularExpression(QString::fromLatin1(row.Pattern),
+                                       QRegularExpression::MultilineOption);
         return made;
     }();
     return forms;
 }
 
-QString FingerprintIn(const QStringList& lines) {
+QString FingerprintIn(const QString& text) {
     static const QRegularExpression fingerprint("SHA256:[A-Za-z0-9+/]{43}");
-    return fingerprint.match(lines.join(u'\n')).captured();
+    return fingerprint.match(text).captured();
 }
 
 }  // namespace
 
 ServerAnswer SshWords::Judge(const QStringList& lines, bool ownKey) {
+    const QString text = lines.join(u'\n');
     for (qsizetype i = 0; i < Forms().size(); ++i) {
         const Words& row = table.at(static_cast<std::size_t>(i));
-        if (row.OfOwnKey && !ownKey) continue;
+        // In all lines at once: most say nothing of the kind.
+        if ((row.OfOwnKey && !ownKey) || !Forms().at(i).match(text).hasMatch()) continue;
         const QStringList said = lines.filter(Forms().at(i));
-        if (said.isEmpty()) continue;
         const bool ofHostKey = row.Means == HostKeyChanged || row.Means == HostKeyUnknown;
-        return {row.Means, ofHostKey ? FingerprintIn(lines) : said.last()};
+        return {row.Means, ofHostKey ? FingerprintIn(text) : said.last()};
     }
     return {SshFailed, lines.isEmpty() ? QString() : lines.last()};
 }
