@@ -2,8 +2,6 @@
 
 #include "base/profile_file.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <type_traits>
 #include <vector>
@@ -271,7 +269,7 @@ SettingRow::SettingRow(QStringView section, QStringView key, bool Settings::*fie
 SettingRow::SettingRow(QStringView section, QStringView key, QString Settings::*field,
                        QStringView pattern)
     : SettingRow(section, key, field) {
-    Pattern = pattern.toString();
+    Pattern.emplace(QRegularExpression::anchoredPattern(pattern));
 }
 
 SettingForm SettingRow::Form() const {
@@ -316,13 +314,12 @@ QString SettingRow::TextIn(const Settings& settings) const {
 }
 
 bool SettingRow::Counts(const QString& written) const {
-    if (Pattern.isEmpty()) return !written.isEmpty();
+    if (!Pattern) return !written.isEmpty();
     return !written.isNull() && Allows(written);
 }
 
 bool SettingRow::Allows(const QString& text) const {
-    const QString whole = QRegularExpression::anchoredPattern(Pattern);
-    return Pattern.isEmpty() || QRegularExpression(whole).match(text).hasMatch();
+    return !Pattern || Pattern->match(text).hasMatch();
 }
 
 std::span<const SettingRow> SettingTable() {

@@ -2,11 +2,13 @@
 
 #include "core/settings/settings.h"
 
+#include <QRegularExpression>
 #include <QString>
 
 #include <array>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <span>
 #include <variant>
 
@@ -39,7 +41,8 @@ struct SettingRow {
     int Least = std::numeric_limits<int>::min();  // range of a number; of a list, how many
     int Most = std::numeric_limits<int>::max();
     Outside Else = Outside::Nearest;
-    QString Pattern;      // a regular expression for the whole of a text; empty: any text
+    // For the whole of a text, made ready once; none: any text.
+    std::optional<QRegularExpression> Pattern;
     QString Fault;        // told of a number out of range, with what is written as %1
     QString On;           // the one text that is on; empty: any number but 0
     QString Default;      // what an empty or missing value means
