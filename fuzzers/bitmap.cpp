@@ -1,6 +1,7 @@
 #include "picture/bitmap/bitmap_file.h"
 
 #include "fuzzer.h"
+#include "small_picture.h"
 
 #include <cstring>
 
@@ -16,8 +17,6 @@ struct Pixels {
         MUST(bytes[14] == 12 || bytes[33] == 0);
         MUST(reader.Width() > 0 && reader.Height() > 0);
         const qint64 stride = BitmapStride(reader.Width(), bits);
-        constexpr qint64 enough = 4'000'000;
-        if (stride * reader.Height() > enough) return;
         Read.fill('\xA5', stride * reader.Height());
         Whole = reader.ReadPixels({reinterpret_cast<uchar*>(Read.data()), stride}, bits) == 0;
     }
@@ -30,6 +29,7 @@ struct Pixels {
 }  // namespace
 
 const Fuzzer bitmap("bitmap", [](const QByteArray& bytes) {
+    if (!IsQuick(bytes)) return;
     const Pixels all(bytes, 24);
     if (!all.Whole) return;
     // The same from a file with something behind it; nothing from one that lacks its end.

@@ -1,6 +1,7 @@
 #include "picture/bitmap/picture_file.h"
 
 #include "fuzzer.h"
+#include "small_picture.h"
 
 #include <QBuffer>
 
@@ -24,6 +25,7 @@ bool Fine(const FilePicture& picture) {
 
 // Overlays, the offline picture, and what cameras give over HTTP.
 const Fuzzer picture("picture", [](const QByteArray& bytes) {
+    if (!IsQuick(bytes)) return;
     const FilePicture whole = Read(bytes);
     if (!Fine(whole)) return;
     MUST(OpaquePicture(whole.Image).format() == QImage::Format_BGR888);

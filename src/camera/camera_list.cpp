@@ -10,7 +10,7 @@ void AddDistinct(QList<Camera>& cameras, Camera camera) {
         return std::ranges::any_of(cameras, [&](const Camera& c) { return c.Name == camera.Name; });
     };
     for (int number = 2; taken(); ++number)
-        camera.Name = QStringLiteral("%1 (%2)").arg(base).arg(number);
+        camera.Name = base + QStringLiteral(" (") + QString::number(number) + u')';
     cameras << camera;
 }
 
