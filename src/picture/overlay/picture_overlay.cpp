@@ -52,6 +52,15 @@ QPoint OverlayPosition(OverlayPlace place, QSize frame, QSize overlay) {
     return {rest.width(), 0};
 }
 
+QRect PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place) {
+    const QPoint at = OverlayPosition(place, frame.size(), overlay.size());
+    if (overlay.hasAlphaChannel())
+        QPainter(&frame).drawImage(at, overlay);
+    else
+        TransparentCopy(frame, at, overlay.size(), overlay, {}, overlay.pixel(0, 0));
+    return QRect(at, overlay.size()) & frame.rect();
+}
+
 bool PictureOverlay::StampOverlayPicture(QImage& picture, const OverlaySettings& settings) {
     const QString name = settings.PictureEff ? list.Next(settings.PictureUB, settings.PictureList)
                                              : settings.Overlayfile;
@@ -63,18 +72,9 @@ bool PictureOverlay::StampOverlayPicture(QImage& picture, const OverlaySettings&
         picture = OpaquePicture(overlay.Image);
         stamped = picture.rect();
     } else {
-        PlaceOverlay(picture, overlay.Image, settings.PositionBild);
+        stamped = PlaceOverlay(picture, overlay.Image, settings.PositionBild);
     }
     return true;
-}
-
-void PictureOverlay::PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place) {
-    const QPoint at = OverlayPosition(place, frame.size(), overlay.size());
-    stamped = QRect(at, overlay.size()) & frame.rect();
-    if (overlay.hasAlphaChannel())
-        QPainter(&frame).drawImage(at, overlay);
-    else
-        TransparentCopy(frame, at, overlay.size(), overlay, {}, overlay.pixel(0, 0));
 }
 
 void PictureOverlay::Report(const QString& name, PictureFault fault, bool alone) {

@@ -13,6 +13,9 @@
 // larger. Half pixels go to the even neighbour.
 [[nodiscard]] QPoint OverlayPosition(OverlayPlace place, QSize frame, QSize overlay);
 
+// Puts the overlay there and returns which part of the frame (Format_BGR888) it may have changed.
+QRect PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place);
+
 // Puts a picture of the program's overlay folder on the camera's, or in its place: always the same
 // one, or the next of a list after a number of pictures. The colour of its upper left pixel lets
 // the camera picture through; in a picture that has transparency of its own (PNG, GIF), that and
@@ -34,7 +37,6 @@ class PictureOverlay {
     [[nodiscard]] const QRect& Stamped() const { return stamped; }
 
   private:
-    void PlaceOverlay(QImage& frame, const QImage& overlay, OverlayPlace place);
     void Report(const QString& name, PictureFault fault, bool alone);
 
     StatusDisplay* display;
