@@ -142,8 +142,9 @@ class TestClockWaiting : public QObject {
         QPointer object = new QObject;
         int ticks = 0;
         connect(&timer, &Timer::Tick, this, [&] {
-            if (++ticks == 3) loop.quit();
-            if (ticks > 1) return;
+            constexpr int patience = 500;  // Windows has other events first
+            if (!object || ++ticks == patience) loop.quit();
+            if (!object || ticks > 1) return;
             object->deleteLater();
             QCOMPARE(waiting.Until(Never, {.LimitMilliseconds = 1}), Waiting::End::Limit);
         });
