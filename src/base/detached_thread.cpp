@@ -1,6 +1,10 @@
 #include "base/detached_thread.h"
 
+#include "base/open_files.h"
+
+#include <QCoreApplication>
 #include <QThreadPool>
+#include <QTimer>
 
 #include <limits>
 #include <utility>
@@ -14,7 +18,10 @@ void StartDetached(std::function<void()> work) {
         made->setExpiryTimeout(-1);
         return made;
     }();
-    pool->start(std::move(work));
+    if (FilesLeft()) return pool->start(std::move(work));
+    constexpr int pause = 100;  // milliseconds
+    QTimer::singleShot(pause, QCoreApplication::instance(),
+                       [later = std::move(work)] { StartDetached(later); });
 }
 
 WayBack::WayBack(QObject& target) : link(std::make_shared<Link>()) {

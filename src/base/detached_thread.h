@@ -7,7 +7,8 @@
 #include <memory>
 
 // Does the work on another thread, which nobody waits for: neither here nor at the program's end.
-// Work that never ends keeps its thread and holds up nothing else.
+// Work that never ends keeps its thread and holds up nothing else. Begins later where too many
+// files are open.
 void StartDetached(std::function<void()> work);
 
 // The way from such a thread back to an object that may be gone by then. Copies lead to the same

@@ -1,5 +1,6 @@
 #include "net/address_race.h"
 
+#include "base/open_files.h"
 #include "net/tls_socket.h"
 
 #include <QHostInfo>
@@ -22,6 +23,7 @@ void AddressRace::Begin(const QString& host, quint16 wantedPort, const TlsTerms&
     if (QHostAddress address; address.setAddress(host))
         return Begin(QList{address}, wantedPort, wantedTerms);
     GiveUp();
+    if (!FilesLeft()) return emit Lost(QAbstractSocket::SocketResourceError, {});
     lookup =
         QHostInfo::lookupHost(host, this, [this, wantedPort, wantedTerms](const QHostInfo& found) {
             lookup = noLookup;

@@ -19,8 +19,7 @@ class AddressRace : public QObject {
   public:
     explicit AddressRace(Clock& clock);
 
-    // host: a name or an address without brackets. Won or Lost follows, for an address maybe at
-    // once.
+    // host: a name or an address without brackets. Won or Lost follows, maybe at once.
     void Begin(const QString& host, quint16 port, const TlsTerms& terms);
     void Begin(const QList<QHostAddress>& addresses, quint16 port, const TlsTerms& terms);
     // Neither follows any more.

@@ -1,5 +1,6 @@
 #include "net/winsock.h"
 
+#include "base/open_files.h"
 #include "net/tls_socket.h"
 #include "platform/socket_options.h"
 
@@ -81,6 +82,7 @@ bool Winsock::Begin(qint32 port) {
 
 void Winsock::Resolve(const QString& name) {
     if (const QHostAddress address(name); !address.isNull()) return TryEach({address});
+    if (!FilesLeft()) return TryEach({});
     lookup = QHostInfo::lookupHost(name, this, [this](const QHostInfo& found) {
         lookup = noLookup;
         TryEach(found.addresses());

@@ -1,12 +1,16 @@
 // What only Linux has: the desktop's launcher, the kernel's interfaces, signals, players.
 
+#include "base/detached_thread.h"
+#include "net/winsock.h"
 #include "platform/address_opener.h"
 #include "platform/linux/autostart_entry.h"
 #include "platform/linux/interfaces.h"
 #include "platform/linux/sound.h"
 #include "platform/linux/system_facts.h"
+#include "platform/system_clock.h"
 #include "platform/termination.h"
 #include "support/data_rows.h"
+#include "support/few_files.h"
 #include "support/file_bytes.h"
 
 #include <QDir>
@@ -16,6 +20,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <csignal>
 
 #include <sched.h>
@@ -177,6 +182,21 @@ class TestLinuxServices : public QObject {
             QTRY_COMPARE(requests.count(), 1);
         }
         std::signal(SIGHUP, before);
+    }
+
+    // What begins a thread would end the program.
+    void threadsWaitForFiles() {
+        SystemClock clock;
+        Winsock name(clock);
+        std::atomic<bool> done = false;
+        {
+            const FewFiles none(0);
+            StartDetached([&done] { done = true; });
+            name.Connect("localhost", 1);
+            QCOMPARE(name.ConnectResult(), Winsock::ConnectEnd::HostNotFound);
+            QVERIFY(!done);
+        }
+        QTRY_VERIFY(done);
     }
 
     void playsThroughFirstPlayer() {
