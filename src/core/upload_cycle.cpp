@@ -1,5 +1,6 @@
 #include "core/upload_cycle.h"
 
+#include "base/open_files.h"
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "core/offline_picture.h"
@@ -104,6 +105,8 @@ void UploadCycle::Start(Starter who) {
     if (local) {
         parts.Display.ShowStatus("Save Picture Local");
         run.Enter(RunState::Waiting);
+    } else if (!FilesLeft()) {
+        Failed(NoFilesLeft(), began);
     } else if (!Connect(RunState::Waiting) && run.Running()) {
         Failed(NotConnected(), began);
     }
@@ -272,7 +275,9 @@ void UploadCycle::Tick() {
     const auto publish = [this] {
         return parts.State.Values.LocalMode() ? LocalTick() : FtpTick();
     };
-    const Outcome trouble = open ? StandIn(publish(), began) : EndHours();
+    const Outcome trouble = !FilesLeft() ? NoFilesLeft()
+                            : open       ? StandIn(publish(), began)
+                                         : EndHours();
     run.ThisRun.SendStarted.reset();
     if (run.Running()) {
         run.ThisRun.Closed = !open;
@@ -408,6 +413,10 @@ bool UploadCycle::MakePicture() {
 
 UploadCycle::Failure UploadCycle::Locally(const Trouble& why) const {
     return {why, std::min(Retry::FirstPause, parts.State.Values.TotalInterval())};
+}
+
+UploadCycle::Failure UploadCycle::NoFilesLeft() const {
+    return Locally({parts.Words.Get("Messages", "NoFilesLeft")});
 }
 
 UploadCycle::Failure UploadCycle::NoPicture() const {

@@ -121,6 +121,7 @@ class UploadCycle : public QObject {
     [[nodiscard]] Failure NotConnected() const;
     // What has nothing to do with the server is tried again as often as the interval asks.
     [[nodiscard]] Failure Locally(const Trouble& why) const;
+    [[nodiscard]] Failure NoFilesLeft() const;
     [[nodiscard]] Failure NoPicture() const;
     [[nodiscard]] Failure WhyNoPicture() const;
     bool PrepareSending();

@@ -2,6 +2,7 @@
 
 #include "base/profile_file.h"
 #include "platform/system_clock.h"
+#include "support/few_files.h"
 #include "support/file_bytes.h"
 #include "support/scripted_ftp_server.h"
 
@@ -143,6 +144,30 @@ class TestProgram : public QObject {
         QCOMPARE(Run({"--once"}).Status, 0);
         const QString log = QString::fromUtf8(ReadBytes(folder.filePath("program/stillpost.log")));
         QCOMPARE(log.count("publishing to "), 2);
+    }
+
+    // It waits without a word that misleads, and goes on by itself.
+    void NoFilesLeft() {
+        const QString picture = folder.filePath("program/public/pw.jpg");
+        QFile::remove(picture);
+        const ProfileEntry slow{"Einstellungen", "Framerate", "2000"};
+        QVERIFY(WriteSettings(folder.filePath("program/ftpOptions.ini"), {slow}) != 0);
+        QProcess process;
+        Begin(process, {"--verbose", "/autostarter"});
+        QByteArray said;
+        const auto says = [&](const char* text) {
+            said += process.readAllStandardError();
+            return said.contains(text);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(says("state: waiting for the next picture"), patience);
+        {
+            const FewFiles none(0, process.processId());
+            QTRY_VERIFY_WITH_TIMEOUT(says("try again: Too many files are open"), patience);
+        }
+        QVERIFY(!QFile::exists(picture) && !said.contains("Cannot"));
+        QTRY_COMPARE_WITH_TIMEOUT(QImage(picture).size(), QSize(64, 48), patience);
+        process.terminate();
+        QVERIFY(process.waitForFinished(patience) && process.exitCode() == 0);
     }
 
     // As by a power cut: the next start goes on at once, with its settings and with new pictures.
