@@ -246,4 +246,5 @@ void ArchiveFolder::CloseDay() {
     (void)QDir(folder).rmdir(DayFolder(open));
     days.erase(open);
     open = {};
+    left = {};  // of a day with a picture each second some megabytes
 }
