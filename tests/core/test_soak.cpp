@@ -2,6 +2,7 @@
 #include "core/offline_picture.h"
 #include "core/run_record.h"
 #include "support/cycle_fixture.h"
+#include "support/few_files.h"
 #include "support/file_bytes.h"
 #include "support/full_disk.h"
 
@@ -61,10 +62,13 @@ class Soak : public CycleFixture {
         State.Values.OfflineAfter = 10;
         State.Values.LogFile = true;
         State.Values.Hours = "05:00-23:30";
+        State.Values.Archive = State.Values.ArchiveIso = true;
+        State.Values.ArchivePath = Folder.filePath("archive/");
+        State.Values.ArchiveDays = 1;
         (void)WriteBytes(State.SettingsFile,
-                         "[Einstellungen]\nOverlay=5\nOfflinePic=1\nFrozenAfter=5\nArchive=1\n"
-                         "ArchivePath=archive\nArchiveNames=iso\nArchiveDays=1\n");
-        QDir(Folder.path()).mkpath("Offline");
+                         "[Einstellungen]\nOverlay=5\nOfflinePic=1\nFrozenAfter=5\n");
+        const QDir folder(Folder.path());
+        if (!folder.mkpath("Offline") || !folder.mkpath("archive")) qFatal("no folders");
         (void)Grey().save(Folder.filePath("Offline/Offline.jpg"), "JPG");
         Cycle.SetOfflinePicture(&Offline);
         Time.SetNow(QDateTime(QDate(2026, 3, 4), QTime(12, 0), QTimeZone("Europe/Berlin")));
@@ -123,7 +127,7 @@ class Soak : public CycleFixture {
             while (--minutes >= 0) Pass(minute);
         };
         pass(15);  // by then the server is back
-        switch (UpTo(6)) {
+        switch (UpTo(7)) {
             case 0:
                 Camera.Plugged = false;
                 break;
@@ -144,6 +148,10 @@ class Soak : public CycleFixture {
             case 5:
                 Time.Suspend(qint64{length} * 10 * minute);
                 break;
+            case 6:
+                // Enough for the server, which is part of this process.
+                few = std::make_unique<FewFiles>(8 + UpTo(11));
+                break;
             default:
                 Server.GoAway(length * 60);
                 break;
@@ -153,6 +161,7 @@ class Soak : public CycleFixture {
         Camera.Frozen = false;
         System.Online.Set(true, OnlineState::Lan);
         full.reset();
+        few.reset();
         pass(45 - length);
         Forget();
     }
@@ -199,6 +208,7 @@ class Soak : public CycleFixture {
     RunRecord Record{Time, Run, Cycle, Folder.filePath("last24hours.bin")};
     RunLog Log{{Time, Run, State, Folder.path()}};
     std::unique_ptr<FullDisk> full;
+    std::unique_ptr<FewFiles> few;
     QMap<int, qint64> grabbed;  // when
     qint64 sending = 0;         // since then
     QByteArray last;
@@ -237,6 +247,9 @@ class TestSoak : public QObject {
             f.Look();
             QVERIFY2(f.Seen.isEmpty(), qPrintable(f.Seen));
             f.Forget();
+            const PictureArchive& archive = f.Pictures.Archive();
+            QTRY_VERIFY_WITH_TIMEOUT(!archive.Working(), 60'000);
+            QVERIFY(archive.Now().Sum.Pictures > 200 || archive.Now().Is == ArchiveTrouble::Full);
             if (days > 0)
                 std::fprintf(
                     stderr,

@@ -120,6 +120,12 @@ PictureArchive::~PictureArchive() {
     if (!work->Waiting.isEmpty()) work->Written.wait(&work->Mutex, lastMoment);
 }
 
+bool PictureArchive::Working() const {
+    if (!work) return false;
+    const QMutexLocker lock(&work->Mutex);
+    return work->Running;
+}
+
 bool PictureArchive::IsTurn(const ArchiveSettings& settings) {
     const int now = std::max(1, settings.ArchiveEvery);
     if (std::exchange(every, now) != now) turn = 0;

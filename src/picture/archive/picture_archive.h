@@ -28,6 +28,8 @@ class PictureArchive : public QObject {
     };
     // As of the last picture kept.
     [[nodiscard]] const State& Now() const { return state; }
+    // Pictures are being written, or old ones removed.
+    [[nodiscard]] bool Working() const;
 
   private:
     struct Work;
