@@ -14,7 +14,9 @@
 #include <QSignalSpy>
 #include <QSysInfo>
 #include <QTemporaryDir>
-#include <QThread>
+
+#include <atomic>
+#include <thread>
 
 class TestCoreParts : public QObject {
     Q_OBJECT
@@ -137,14 +139,15 @@ class TestCoreParts : public QObject {
         const QSignalSpy shows(&claim, &FolderClaim::ShowWanted);
         auto answer = FolderClaim::Answer::None;
         bool taken = true;
+        std::atomic<bool> answered = false;
         qputenv("XDG_ACTIVATION_TOKEN", "a token");
-        const std::unique_ptr<QThread> second(QThread::create([&] {
+        const std::jthread second([&] {
             FolderClaim again(folder);
             taken = again.Take();
             answer = again.Ask();
-        }));
-        second->start();
-        QTRY_VERIFY(second->isFinished());
+            answered = true;
+        });
+        QTRY_VERIFY(answered);
         qunsetenv("XDG_ACTIVATION_TOKEN");
         QVERIFY(!taken);
         QCOMPARE(answer, visible ? FolderClaim::Answer::Shown : FolderClaim::Answer::Hidden);
