@@ -18,6 +18,10 @@ QByteArray Bytes(const char* hex) {
     return QByteArray::fromHex(hex);
 }
 
+QString StandIn() {
+    return QCoreApplication::applicationDirPath() + "/stand_in_ssh";
+}
+
 struct ServedFolder {
     QTemporaryDir Served;
 };
@@ -25,9 +29,7 @@ struct ServedFolder {
 // A server that is no more than a program on this computer, with these manners.
 struct StandInBench : ServedFolder, SftpBench {
     explicit StandInBench(const char* manners)
-        : SftpBench({QCoreApplication::applicationDirPath() + "/stand_in_ssh",
-                     {QString::fromLatin1(manners), Served.path()}},
-                    60) {}
+        : SftpBench({StandIn(), {QString::fromLatin1(manners), Served.path()}}, 60) {}
 
     [[nodiscard]] ServerAnswer Enter() {
         return Open({.Server = "127.0.0.1", .Port = 0, .User = "cam", .Password = password});
@@ -183,6 +185,8 @@ class TestSftp : public QObject {
         row("cut", None, ConnectionLost, None);
         row("stuck", None, NoAnswer, None);
         row("gone", None, None, ConnectionLost);
+        row("killed", SshFailed, None, None);
+        row("killed later", None, ConnectionLost, None);
     }
     void EndsWhateverTheServerDoes() {
         const auto [open, send, rename] = Row<ServerFault, ServerFault, ServerFault>();
@@ -247,9 +251,19 @@ class TestSftp : public QObject {
         QVERIFY(bench.Server.IsOpen());
     }
 
-    void SaysThatOpenSshIsMissing() {
-        SftpBench bench({"/nowhere/ssh", {}}, 60);
-        QCOMPARE(bench.Open({.Server = "127.0.0.1"}).Is, NoSsh);
+    void SaysWhyOpenSshDoesNotStart_data() {
+        const Rows<SshProgram, ServerFault> row;
+        row("missing", {"/nowhere/ssh", {}}, NoSsh);
+        // The system refuses to start it, as without memory or processes.
+        row("refused", {StandIn(), {QString(200'000, u'x')}}, SshFailed);
+    }
+    void SaysWhyOpenSshDoesNotStart() {
+        const auto [program, fault] = Row<SshProgram, ServerFault>();
+        SftpBench bench(program, 60);
+        const ServerAnswer answer = bench.Open({.Server = "127.0.0.1"});
+        QCOMPARE(answer.Is, fault);
+        QCOMPARE(answer.Reply.isEmpty(), fault == NoSsh);
+        QVERIFY(!bench.Server.IsOpen());
     }
 };
 

@@ -5,6 +5,7 @@
 #include <QProcessEnvironment>
 #include <QtEndian>
 
+#include <csignal>
 #include <cstdio>
 #include <functional>
 
@@ -18,6 +19,8 @@
 //
 //     stand_in_ssh MANNERS FOLDER [WHAT OPENSSH IS CALLED WITH]
 namespace {
+
+constexpr int killed = 9;  // as by the system when memory runs out
 
 struct Request {
     quint8 Kind = 0;
@@ -85,6 +88,8 @@ class Server {
         Request request;
         while (Read(request)) {
             if (manners == "silent") continue;
+            if (manners == "killed" || (manners == "killed later" && request.Kind == 6))
+                std::raise(killed);
             if (!Answer(request)) return 255;
         }
         return 0;

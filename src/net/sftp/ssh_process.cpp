@@ -2,6 +2,7 @@
 
 #include "platform/child_process.h"
 
+#include <QFileInfo>
 #include <QProcessEnvironment>
 
 namespace {
@@ -22,8 +23,11 @@ SshProcess::SshProcess(Clock& clock, const SshProgram& ownProgram, const QString
     connect(&process, &QProcess::readyReadStandardError, this, &SshProcess::ReadErrors);
     connect(&process, &QProcess::finished, this, &SshProcess::End);
     connect(&process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error != QProcess::FailedToStart) return;
-        missing = true;
+        const bool unstarted = error == QProcess::FailedToStart;
+        // Without memory for it, or ended by the system, it has no words of its own.
+        if (unstarted || error == QProcess::Crashed) AddLine(process.errorString().toUtf8());
+        if (!unstarted) return;
+        missing = !QFileInfo(program.Path).isExecutable();
         End();
     });
     connect(&patience, &Timer::Tick, &process, &QProcess::kill);

@@ -24,7 +24,7 @@ class SshProcess : public QObject {
     void EndInput() { process.closeWriteChannel(); }
 
     [[nodiscard]] bool Ended() const { return ended; }
-    // The program could not be started.
+    // There is no such program.
     [[nodiscard]] bool Missing() const { return missing; }
     // What it said on standard error, the last lines.
     [[nodiscard]] const QStringList& Lines() const { return lines; }
