@@ -114,6 +114,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     QObject::connect(&program, &Program::Loaded, &log, [&] {
         log.Write(program.Title() + " " + ProgramVersion() + " begins, process " +
                   QString::number(QCoreApplication::applicationPid()));
+        if (const QString remark = program.SettingsRemark(); !remark.isEmpty()) log.Write(remark);
     });
     ConnectEnd(program, termination);
     Shell shell(program, folder.ReadingFolders(), boxes, &AddressOpener::Open);

@@ -16,6 +16,7 @@
 #include "core/run_record.h"
 #include "core/run_state.h"
 #include "core/settings/load_settings.h"
+#include "core/settings/settings_check.h"
 #include "core/settings/work_folder.h"
 #include "core/upload_cycle.h"
 #include "core/upload_transaction.h"
@@ -140,10 +141,12 @@ void Program::Load(bool autostarter) {
     DeleteOldFiles();
     ezVidCap1.SetEnabled(State.DriverPresent);
     PictureValues.CameraRunning = State.DriverPresent;
+    const QString remark = SettingsRemark();
+    if (!remark.isEmpty()) Display.ShowStatus(remark);
     emit Loaded();
     if (!State.Values.Autostart || !autostarter) return;
     if (State.Values.Server.isEmpty())
-        surroundings.Boxes.Show("Stillpost", NotSetUpText());
+        surroundings.Boxes.Show("Stillpost", (NotSetUpText() + u' ' + remark).trimmed());
     else
         Cycle.Start(UploadCycle::Starter::System);
 }
@@ -240,6 +243,10 @@ QString Program::NotSetUpText() const {
     if (State.LangGerman) return "Nichts ist eingerichtet: wohin sollen die Bilder?";
     if (State.LangFrench) return "Rien n'est réglé : où envoyer les images ?";
     return "Nothing is set up: where are the pictures to go?";
+}
+
+QString Program::SettingsRemark() const {
+    return ::SettingsRemark(SettingsFile(), Words);
 }
 
 QString Program::DriverText() const {

@@ -118,6 +118,8 @@ class Program : public QObject {
     void CleanUp();
 
     [[nodiscard]] QString SettingsFile() const;
+    // What is wrong with it, in a line for a log; empty: nothing.
+    [[nodiscard]] QString SettingsRemark() const;
     // Of one among several, else empty.
     [[nodiscard]] QString Name() const;
     // "Garden - Stillpost", or "Stillpost" alone.

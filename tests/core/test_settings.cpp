@@ -1,11 +1,20 @@
+#include "base/status_hub.h"
+#include "core/main_state.h"
+#include "core/program.h"
 #include "core/settings/load_settings.h"
 #include "core/settings/settings_check.h"
+#include "net/page_control.h"
+#include "support/answering_boxes.h"
 #include "support/data_rows.h"
 #include "support/file_bytes.h"
+#include "support/recording_display.h"
+#include "support/test_clock.h"
+#include "support/test_platform.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QMap>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 using Written = QMap<QString, QString>;  // "Section/Key" and value
@@ -177,6 +186,79 @@ class TestSettings : public QObject {
             QVERIFY(!each.Written.contains("PW"));
         }
         QCOMPARE(found.join(u'|'), expected);
+    }
+
+    void DamagedFilesLoseNothing_data() {
+        // The file; which server counts, none: nothing is set up; what is said, and what of it.
+        const Rows<QByteArray, QString, QString> row;
+        const QByteArray rest = "Verzeichnis=public\nAutostart=1\nFramerate=200\n";
+        const QByteArray whole = "[Einstellungen]\nServer=local\n" + rest;
+        const QString text = QString::fromLatin1(whole);
+        const auto utf16 = [&](QStringConverter::Encoding as, bool mark) {
+            const auto flag = mark ? QStringConverter::Flag::WriteBom : QStringConverter::Flag{};
+            return QByteArray(QStringEncoder(as, flag)(text));
+        };
+        const QByteArray zeros(300, '\0');
+        QByteArray mixed = whole;
+        mixed.replace("local\n", "local\r\n");
+        const QString doubtful = "in line %1;";
+        row("whole", whole, "local", "");
+        row("empty", "", "", "");
+        row("cut off in a key", whole + "Upti", "local", doubtful.arg(6));
+        row("cut off in the section", "[Einst", "", doubtful.arg(1));
+        row("zeroed", zeros, "", doubtful.arg(1));
+        row("zeroed end", whole + zeros, "local", doubtful.arg(6));
+        row("zeros in a line", "[Einstellungen]\nSer" + zeros + "\n" + rest, "", doubtful.arg(2));
+        row("a picture", "\xff\xd8\xff\xe0" + zeros + "\xff=\n[\xfe\r" + rest, "", doubtful.arg(1));
+        row("huge line", whole + "User=" + QByteArray(500'000, 'x'), "local", doubtful.arg(6));
+        row("too large", whole + QByteArray(1024 * 1024, ';'), "", "more than a megabyte");
+        row("UTF-8 mark", "\xef\xbb\xbf" + whole, "local", "");
+        row("UTF-16", utf16(QStringConverter::Utf16LE, true), "local", "");
+        row("UTF-16, the other way round", utf16(QStringConverter::Utf16BE, true), "local", "");
+        row("UTF-16 without a mark", utf16(QStringConverter::Utf16LE, false), "", doubtful.arg(1));
+        row("Windows-1252", whole + "User=\xfc\x80\n", "local", "");
+        row("section twice", whole + "[einstellungen]\nServer=x\n", "local", doubtful.arg(6));
+        row("key twice", whole + "Server=x\n", "local", doubtful.arg(6));
+        row("no section", "Server=local\n" + rest, "", doubtful.arg(1));
+        row("section not closed", "[Einstellungen\nServer=local\n" + rest, "", doubtful.arg(1));
+        row("only carriage returns", QByteArray(whole).replace('\n', '\r'), "local", "");
+        row("line ends mixed", mixed + "User=a\r\rText=b", "local", "");
+        row("out of range", whole + "Port=70000\n", "local", doubtful.arg(6));
+        row("no number", whole + "Port=ftp\n", "local", doubtful.arg(6));
+        row("a folder", "", "", "no file");
+        row("read-only", whole, "local", "");
+    }
+    void DamagedFilesLoseNothing() {
+        const auto [bytes, server, remark] = Row<QByteArray, QString, QString>();
+        const QByteArray tag(QTest::currentDataTag());
+        const QTemporaryDir program;
+        const QString file = program.filePath("ftpOptions.ini");
+        QVERIFY(tag == "a folder" ? QDir().mkdir(file) : WriteBytes(file, bytes));
+        if (tag == "read-only") QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
+
+        TestClock time;
+        const TestPlatform system;
+        AnsweringBoxes boxes;
+        PageControl page;
+        Program started({time, system.Services, boxes, page, program.path(), {}});
+        RecordingDisplay display;
+        started.Display.Add(display);
+        started.Load(false);
+        QCOMPARE(started.State.Values.Server, server);
+        const QString said = display.Statuses.join(u'\n');
+        QVERIFY2(said.contains(remark) && said.contains("Settings: ") == !remark.isEmpty(),
+                 qPrintable(said));
+
+        // Root writes everywhere.
+        const bool writes =
+            remark.startsWith("in line") || (remark.isEmpty() && QFileInfo(file).isWritable());
+        QCOMPARE(started.ChangeSettings({{"Einstellungen", "Framerate", "77"}}), writes);
+        QByteArray after = ReadBytes(file);
+        if (!writes) QVERIFY(after == bytes);
+        if (writes) QCOMPARE(started.State.Values.Framerate, 77);
+        for (const QByteArray& line : bytes.split('\n'))
+            QVERIFY(line.contains("Framerate") || line.contains(QByteArray("F\0r", 3)) ||
+                    after.contains(line));
     }
 
     void ExampleWorks() {

@@ -50,7 +50,8 @@ class NameService {
 // In the place of the C library's, which Qt asks on a thread of its own.
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints,
                            addrinfo** result) {
-    static auto* const own = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    static auto* const own =
+        reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
     QByteArray found(name);
     if (found.endsWith(".test"))
         if (const int fault = names.Ask(found)) return fault;

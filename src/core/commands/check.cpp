@@ -1,6 +1,5 @@
 #include "core/commands/check.h"
 
-#include "base/profile_file.h"
 #include "base/status_display.h"
 #include "base/waiting.h"
 #include "camera/ezvidcap.h"
@@ -12,7 +11,6 @@
 #include "net/publishing/trial_texts.h"
 #include "platform/platform.h"
 
-#include <QFile>
 #include <QMetaEnum>
 
 namespace {
@@ -43,15 +41,14 @@ class Checking {
     void Worsen(CommandStatus to) { status = std::max(status, to); }
 
     bool CheckFile() {
-        QFile opened(file);
-        const bool there = opened.open(QIODevice::ReadOnly);
-        const QByteArray bytes = there ? opened.read(LargestSettingsFile + 1) : QByteArray();
-        if (!there || bytes.size() > LargestSettingsFile) {
-            Say(there ? QString("FileTooLarge") : "NoFile", {file});
+        QString fault;
+        const auto bytes = ReadSettingsFile(file, fault);
+        if (!bytes) {
+            Say(fault, {file});
             Worsen(CommandStatus::Failed);
             return false;
         }
-        for (const SettingFinding& each : CheckSettings(bytes)) {
+        for (const SettingFinding& each : CheckSettings(*bytes)) {
             Tell(each);
             Worsen(CommandStatus::Warnings);
         }

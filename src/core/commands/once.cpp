@@ -37,6 +37,7 @@ void Once::Begin() {
     began = program.Wait.OwnClock().Milliseconds();
     limit.SetEnabled(true);
     program.Load(false);
+    if (const QString remark = program.SettingsRemark(); !remark.isEmpty()) print(remark);
     if (program.State.Values.Server.isEmpty()) {
         End(CommandStatus::Failed, program.Words.Get("Check", "NoServer"));
         return;

@@ -3,7 +3,10 @@
 #include "base/profile_file.h"
 #include "base/profile_text.h"
 #include "core/settings/setting_table.h"
+#include "texts/texts.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -114,4 +117,25 @@ QList<SettingFinding> CheckSettings(const QByteArray& file) {
     Checking checking;
     for (const ProfileText::Seen& line : ProfileText(file).Lines()) checking.Look(line);
     return checking.Found;
+}
+
+std::optional<QByteArray> ReadSettingsFile(const QString& file, QString& fault) {
+    // A pipe would keep the program waiting for its other end.
+    QFile opened(file);
+    const bool there = QFileInfo(file).isFile() && opened.open(QIODevice::ReadOnly);
+    const QByteArray bytes = there ? opened.read(LargestSettingsFile + 1) : QByteArray();
+    if (there && bytes.size() <= LargestSettingsFile) return bytes;
+    fault = there ? QString("FileTooLarge") : "NoFile";
+    return std::nullopt;
+}
+
+QString SettingsRemark(const QString& file, const Texts& words) {
+    if (!QFileInfo::exists(file)) return {};
+    QString fault;
+    const auto bytes = ReadSettingsFile(file, fault);
+    if (!bytes) return words.Get("Check", fault).arg(file);
+    for (const SettingFinding& found : CheckSettings(*bytes))
+        if (found.Is != What::UnknownKey && found.Is != What::UnknownSection)
+            return words.Get("Check", "Doubtful").arg(file).arg(found.Line);
+    return {};
 }

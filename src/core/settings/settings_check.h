@@ -5,6 +5,10 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
+class Texts;
+
 // A line of a settings file that does not do what it seems to.
 struct SettingFinding {
     Q_GADGET
@@ -38,3 +42,12 @@ struct SettingFinding {
 // What a person should know of the content of a settings file, in the order of its lines. The table
 // of settings says which keys there are.
 [[nodiscard]] QList<SettingFinding> CheckSettings(const QByteArray& file);
+
+// What the file holds. None where it has no settings at all; fault is then the name of the sentence
+// for that.
+[[nodiscard]] std::optional<QByteArray> ReadSettingsFile(const QString& file, QString& fault);
+
+// A line for those who look at the log or the status when something in the file does not do what is
+// written there; empty when nothing is wrong, or there is no file. Names that the program does not
+// know are no fault here: another version may know them.
+[[nodiscard]] QString SettingsRemark(const QString& file, const Texts& words);
