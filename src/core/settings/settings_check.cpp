@@ -136,6 +136,6 @@ QString SettingsRemark(const QString& file, const Texts& words) {
     if (!bytes) return words.Get("Check", fault).arg(file);
     for (const SettingFinding& found : CheckSettings(*bytes))
         if (found.Is != What::UnknownKey && found.Is != What::UnknownSection)
-            return words.Get("Check", "Doubtful").arg(file).arg(found.Line);
+            return words.Get("Check", "Doubtful").arg(file, QString::number(found.Line));
     return {};
 }
