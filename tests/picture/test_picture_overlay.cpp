@@ -54,6 +54,14 @@ QByteArray Gif(int width = 2, int height = 1, const char* data = "02440a00") {
     return bytes;
 }
 
+// Rows of grey, each brighter than the one above; they come in four rounds.
+QByteArray InterlacedGif() {
+    return QByteArray::fromHex(
+        "4749463839610200060082"
+        "0000000000202020404040606060808080a0a0a0c0c0c0e0e0e0"
+        "2c00000000020006004003080840248211335509003b");
+}
+
 // A pixel that nobody sees and one that is a third red.
 QByteArray GlassBitmap(int headerSize, quint32 alpha) {
     QByteArray bytes = BitmapShape{.Bits = 32,
@@ -114,6 +122,10 @@ class TestPictureOverlay : public QObject {
         two.setPixel(1, 0, 0xFFFFFFFF);
         row("GIF", Gif(), two);
         row("GIF with stray bytes behind", Gif() + "stray", two);
+        QImage rows(2, 6, QImage::Format_BGR888);
+        for (int y = 0; y < 6; ++y)
+            for (int x = 0; x < 2; ++x) rows.setPixel(x, y, qRgb(32 * y, 32 * y, 32 * y));
+        row("interlaced GIF", InterlacedGif(), rows);
         QImage grey(13, 9, QImage::Format_BGR888);
         grey.fill(qRgb(90, 90, 90));
         const QByteArray jpeg = Saved(grey, "JPG");
