@@ -41,6 +41,12 @@ const Fuzzer ftpReplies("ftp_replies", [](const QByteArray& bytes) {
     MUST(pieces.Codes == read.Codes);
     MUST(pieces.Text == read.Text || !whole.isValidUtf8());
     for (const int code : read.Codes) MUST(code >= 100 && code <= 999);
+    // What had begun when its time was up swallows nothing that comes later.
+    ReplyLines late;
+    late.Feed(FromServer(bytes));
+    late.CountOpen();
+    late.Feed("\n200 x\n");
+    MUST(late.Codes.endsWith(200));
     MUST(SizeInListing(bytes, "pw.jpg") >= 0);
     const QByteArray last = "\n-rw-r--r-- 1 u g 4711 Nov 22 10:00 pw.jpg\r\n";
     MUST(SizeInListing(bytes + last, "pw.jpg") == 4711);
