@@ -158,7 +158,7 @@ class TestSftpServer : public QObject {
         row("folder", "", "key", "/tmp", None);
         row("no folder", "", "key", "none", FolderMissing);
         row("a file", "", "key", "/etc/passwd", FolderMissing);
-        row("folder of others", "", "key", "/root/.ssh", FolderRefused);
+        row("folder of others", "", "key", "closed/inner", FolderRefused);
     }
     void LogsIn() {
         const auto [password, keyFile, folder, fault] =
@@ -171,6 +171,8 @@ class TestSftpServer : public QObject {
         if (keyFile == "open") QVERIFY(QFile::setPermissions(key, QFile::Permissions(0x6644)));
         if (keyFile == "locked")
             static_cast<void>(OutputOf({"-q", "-p", "-N", "phrase", "-f", key}));
+        const QString closed = bench.Real.Root() + "closed";
+        QVERIFY(QDir().mkpath(closed + "/inner") && QFile::setPermissions(closed, {}));
         ServerAccess access = bench.ByKey();
         access.Password = password;
         access.KeyFile = keyFile.isEmpty() ? QString() : key;
