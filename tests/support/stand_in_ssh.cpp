@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 
 #if __has_include(<io.h>)  // pipes are of text there unless one says otherwise
@@ -88,8 +89,10 @@ class Server {
         Request request;
         while (Read(request)) {
             if (manners == "silent") continue;
-            if (manners == "killed" || (manners == "killed later" && request.Kind == 6))
+            if (manners == "killed" || (manners == "killed later" && request.Kind == 6)) {
                 std::raise(killed);
+                std::_Exit(killed);  // Windows has no such signal
+            }
             if (!Answer(request)) return 255;
         }
         return 0;
