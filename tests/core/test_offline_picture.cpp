@@ -339,8 +339,8 @@ class TestOfflinePicture : public QObject {
         QVERIFY(!f.Transaction.IsConnected() && !f.Display.Online);
         QCOMPARE(f.Display.Statuses.last(), "Outside the hours, next picture Su 06:00");
         f.Transaction.HistoryCounter = 5;
-        f.Time.Suspend(5 * 3'600'000);
-        f.Time.Advance(1'800'000);
+        f.Time.Suspend(6 * 3'600'000);
+        f.Time.Advance(900'000);
         QVERIFY(f.Camera.Grabs == grabs && f.Published() == published);
         QCOMPARE(record.Day().At(record.Day().Last()).State, MinuteState::OutsideHours);
         QVERIFY(!f.Run.Failing() && f.Run.Closed());
@@ -390,7 +390,7 @@ class TestOfflinePicture : public QObject {
         const auto [presses, state, goesOn] = Row<QString, RunState, bool>();
         OfflineFixture f;
         f.Configure("UseOfflineFilter=1\n");
-        f.KeepHours({4, 0});
+        f.KeepHours({5, 30});
         f.Cycle.Start();
         QCOMPARE(f.Run.Is(), RunState::OutsideHours);
         QVERIFY2(f.Public() == f.File && f.Camera.Grabs == 0, "without the camera's light");
@@ -398,7 +398,7 @@ class TestOfflinePicture : public QObject {
             f.Time.Advance(600'000);
             press == "stop" ? f.Cycle.Stop() : press == "pause" ? f.Cycle.Pause() : f.Cycle.Start();
         }
-        f.Time.Advance(9'000'000);
+        f.Time.Advance(3'600'000);
         QCOMPARE(f.Published() > 30, goesOn);
         QVERIFY(f.RunUntilState(state, 1'000));
     }
