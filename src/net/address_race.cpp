@@ -26,6 +26,7 @@ void AddressRace::Begin(const QString& host, quint16 wantedPort, const TlsTerms&
     if (!FilesLeft()) return emit Lost(QAbstractSocket::SocketResourceError, {});
     lookup =
         QHostInfo::lookupHost(host, this, [this, wantedPort, wantedTerms](const QHostInfo& found) {
+            if (found.lookupId() != lookup) return;
             lookup = noLookup;
             if (found.addresses().isEmpty())
                 emit Lost(QAbstractSocket::HostNotFoundError, found.errorString());
@@ -83,7 +84,7 @@ void AddressRace::Win(TlsSocket& socket) {
 }
 
 void AddressRace::GiveUp() {
-    if (lookup != noLookup) QHostInfo::abortHostLookup(std::exchange(lookup, noLookup));
+    lookup = noLookup;  // a late answer is left alone: to abort it would cost its memory in Qt 6.4
     untried.clear();
     turn.SetEnabled(false);
     for (TlsSocket* const socket : std::exchange(running, {})) {

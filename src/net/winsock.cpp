@@ -84,6 +84,7 @@ void Winsock::Resolve(const QString& name) {
     if (const QHostAddress address(name); !address.isNull()) return TryEach({address});
     if (!FilesLeft()) return TryEach({});
     lookup = QHostInfo::lookupHost(name, this, [this](const QHostInfo& found) {
+        if (found.lookupId() != lookup) return;
         lookup = noLookup;
         TryEach(found.addresses());
     });
@@ -265,7 +266,7 @@ void Winsock::Drop(QTcpSocket* old) {
 void Winsock::Close() {
     patience.SetEnabled(false);
     untried.clear();
-    if (lookup != noLookup) QHostInfo::abortHostLookup(std::exchange(lookup, noLookup));
+    lookup = noLookup;  // a late answer is left alone: to abort it would cost its memory in Qt 6.4
     if (listener) {
         listener->disconnect(this);
         listener->close();
