@@ -5,6 +5,9 @@
 #include <QElapsedTimer>
 
 #include <functional>
+#include <memory>
+
+class LoopbackEcho;
 
 // Time that stands still while anything happens and jumps to the next timer when the event loop has
 // been quiet for a few real milliseconds. A 45-second limit so passes in milliseconds, and replies
@@ -14,8 +17,10 @@ class TestClock : public Clock {
 
   public:
     // quiet: real milliseconds without an event before the time jumps. Servers in other processes
-    // need more of it than those in this one.
+    // need more of it than those in this one; 0: everything happens in this thread.
     explicit TestClock(int quiet = 3);
+    ~TestClock() override;
+    Q_DISABLE_COPY_MOVE(TestClock)
 
     [[nodiscard]] qint64 Milliseconds() const override { return now; }
     [[nodiscard]] QDateTime Now() const override { return start.addMSecs(now); }
@@ -43,6 +48,7 @@ class TestClock : public Clock {
     bool HandleEvents();
 
     int quiet;
+    std::unique_ptr<LoopbackEcho> echo;
     QElapsedTimer idle;  // real time in which nothing happened nor could
     qint64 now = 1'000'000;
     QDateTime start{QDate(2026, 3, 4), QTime(10, 0)};
