@@ -52,36 +52,21 @@ std::map<QString, std::shared_ptr<KnownFile>>& KnownFiles() {
     return files;
 }
 
-bool IsReadable(const QFileInfo& info) {
-    // A pipe would keep the program waiting for its other end.
-    return info.isFile() && info.size() <= LargestSettingsFile;
-}
-
-// Nothing when it cannot be read to its end, or grew too large meanwhile.
-std::optional<QByteArray> Load(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    QByteArray bytes = file.read(LargestSettingsFile + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > LargestSettingsFile)
-        return std::nullopt;
-    bytes.squeeze();  // it is kept, and had room for the largest file
-    return bytes;
-}
-
 // The file as it is now; null when it has no settings. Only what has changed is parsed again, which
 // takes much longer than reading it.
 std::shared_ptr<KnownFile> Current(const QString& path) {
     const QFileInfo info(path);
-    if (!IsReadable(info)) return {};
+    if (!info.isFile() || info.size() > LargestSettingsFile) return {};
     std::shared_ptr<KnownFile>& known = KnownFiles()[path];
     // The stamp is taken before the content is read, so it can only be too old.
     const Stamp version(info);
     if (known && known->Version == version) return known;
     const bool settled = version.Settled();
-    const std::optional<QByteArray> bytes = Load(path);
-    if (!bytes) return {};
-    if (!known || *bytes != known->Bytes)
-        known = std::make_shared<KnownFile>(KnownFile{std::nullopt, *bytes, ProfileText(*bytes)});
+    const ProfileBytes read = ReadProfile(path);
+    if (read.Is != ProfileBytes::Fault::None) return {};
+    if (!known || read.Bytes != known->Bytes)
+        known = std::make_shared<KnownFile>(
+            KnownFile{std::nullopt, read.Bytes, ProfileText(read.Bytes)});
     known->Version = settled ? std::optional(version) : std::nullopt;
     return known;
 }
@@ -96,6 +81,18 @@ bool Replace(const QString& path, const QByteArray& bytes) {
 }
 
 }  // namespace
+
+ProfileBytes ReadProfile(const QString& path) {
+    using Fault = ProfileBytes::Fault;
+    QFile file(path);
+    // A pipe would keep the program waiting for its other end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {Fault::Unreadable};
+    QByteArray bytes = file.read(LargestSettingsFile + 1);
+    if (file.error() != QFileDevice::NoError) return {Fault::Unreadable};
+    if (bytes.size() > LargestSettingsFile) return {Fault::TooLarge};
+    bytes.squeeze();  // it is kept, and had room for the largest file
+    return {Fault::None, bytes};
+}
 
 void KeepToOwner(const QString& file) {
     const QFileDevice::Permissions own =

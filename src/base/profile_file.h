@@ -14,6 +14,13 @@ constexpr int LongestSetting = 255;  // characters
 // Whatever is larger is no settings file, and nobody waits for it to be searched.
 constexpr int LargestSettingsFile = 1024 * 1024;  // bytes
 
+// What a file holds, to its last byte.
+struct ProfileBytes {
+    enum class Fault { None, Unreadable, TooLarge } Is = Fault::None;
+    QByteArray Bytes = {};
+};
+[[nodiscard]] ProfileBytes ReadProfile(const QString& file);
+
 // Profile (INI) files as the system's profile functions treat them: one call for each value, the
 // file is never held open. ftpOptions.ini and Position.ini are such files. A damaged or binary file
 // has no settings, and writing keeps what is in it. To be used from one thread only.

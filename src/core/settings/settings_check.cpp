@@ -5,7 +5,6 @@
 #include "core/settings/setting_table.h"
 #include "texts/texts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
@@ -120,12 +119,10 @@ QList<SettingFinding> CheckSettings(const QByteArray& file) {
 }
 
 std::optional<QByteArray> ReadSettingsFile(const QString& file, QString& fault) {
-    // A pipe would keep the program waiting for its other end.
-    QFile opened(file);
-    const bool there = QFileInfo(file).isFile() && opened.open(QIODevice::ReadOnly);
-    const QByteArray bytes = there ? opened.read(LargestSettingsFile + 1) : QByteArray();
-    if (there && bytes.size() <= LargestSettingsFile) return bytes;
-    fault = there ? QString("FileTooLarge") : "NoFile";
+    using Fault = ProfileBytes::Fault;
+    const ProfileBytes read = ReadProfile(file);
+    if (read.Is == Fault::None) return read.Bytes;
+    fault = read.Is == Fault::TooLarge ? QString("FileTooLarge") : "NoFile";
     return std::nullopt;
 }
 
