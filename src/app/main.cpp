@@ -76,13 +76,17 @@ void StartProgram(const QString& folder) {
         PrintError("Cannot start " + program);
 }
 
-// Ties the ways in which the system ends a program to the one orderly way out.
-void ConnectEnd(Program& program, Termination& termination) {
+// Ties the ways in which the system ends a program to the one orderly way out; ended is true from
+// then on, because a window that is shown handles events before there is a loop to be left.
+void ConnectEnd(Program& program, Termination& termination, bool& ended) {
     QObject::connect(&termination, &Termination::Requested, &program, &Program::Exit);
     QObject::connect(&termination, &Termination::StopRequested, &program,
                      [&program] { program.Cycle.Stop(); });
     // Not quit(): that asks the window first, and the window leaves its closing to the program.
-    QObject::connect(&program, &Program::Ended, qApp, [] { QCoreApplication::exit(0); });
+    QObject::connect(&program, &Program::Ended, qApp, [&ended] {
+        ended = true;
+        QCoreApplication::exit(0);
+    });
 }
 
 int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination& termination) {
@@ -116,7 +120,8 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
                   QString::number(QCoreApplication::applicationPid()));
         if (const QString remark = program.SettingsRemark(); !remark.isEmpty()) log.Write(remark);
     });
-    ConnectEnd(program, termination);
+    bool ended = false;
+    ConnectEnd(program, termination, ended);
     Shell shell(program, folder.ReadingFolders(), boxes, &AddressOpener::Open);
     // Where nobody can see it, the windows and what their skin lacks are no concern.
     if (display) QObject::connect(&program, &Program::Loaded, &shell, &Shell::Show);
@@ -134,7 +139,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
             reports.Loaded();
         },
         Qt::QueuedConnection);
-    const int status = QCoreApplication::exec();
+    const int status = ended ? 0 : QCoreApplication::exec();
     log.Write(program.Title() + " ends");
     program.CleanUp();
     return status;

@@ -131,6 +131,7 @@ QString Program::Title() const {
 }
 
 void Program::Load(bool autostarter) {
+    if (exiting) return;
     KeepToOwner(SettingsFile());
     ApplyLanguage();
     // Enumerating capture devices can make sound on some systems.
@@ -144,7 +145,7 @@ void Program::Load(bool autostarter) {
     const QString remark = SettingsRemark();
     if (!remark.isEmpty()) Display.ShowStatus(remark);
     emit Loaded();
-    if (!State.Values.Autostart || !autostarter) return;
+    if (exiting || !State.Values.Autostart || !autostarter) return;
     if (State.Values.Server.isEmpty())
         surroundings.Boxes.Show("Stillpost", (NotSetUpText() + u' ' + remark).trimmed());
     else

@@ -6,6 +6,7 @@
 #include "support/file_bytes.h"
 #include "support/scripted_ftp_server.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QImage>
 #include <QProcess>
@@ -144,6 +145,30 @@ class TestProgram : public QObject {
         QCOMPARE(Run({"--once"}).Status, 0);
         const QString log = QString::fromUtf8(ReadBytes(folder.filePath("program/stillpost.log")));
         QCOMPARE(log.count("publishing to "), 2);
+    }
+
+    // As soon as it listens to the system, long before its windows are there.
+    void EndedWhileItStarts() {
+        QProcess screen;
+        screen.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        screen.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
+        if (!screen.waitForStarted()) QSKIP("Xvfb is not installed");
+        QVERIFY(screen.waitForReadyRead(patience));
+        const QString number = QString::fromLatin1(screen.readLine().trimmed());
+        QProcess process;
+        Begin(process, {}, {{"DISPLAY", ":" + number}, {"QT_QPA_PLATFORM", "xcb"}});
+        QVERIFY(process.waitForStarted());
+        const auto listens = [&process] {
+            const auto status = ReadBytes(QString("/proc/%1/status").arg(process.processId()));
+            const qsizetype caught = status.indexOf("SigCgt:");
+            return status.mid(caught + 8, 16).toULongLong(nullptr, 16) >> (SIGTERM - 1) & 1;
+        };
+        const QDeadlineTimer end(patience);
+        while (!listens() && !end.hasExpired()) QTest::qSleep(1);
+        process.terminate();
+        QVERIFY(process.waitForFinished(patience) && process.exitCode() == 0);
+        screen.terminate();
+        QVERIFY(screen.waitForFinished(patience));
     }
 
     // It waits without a word that misleads, and goes on by itself.
