@@ -244,6 +244,7 @@ void ScriptedFtpSession::ReceiveData(const FtpFault& fault, const QString& path)
     const auto receive = [this, fault, path] {
         QByteArray& file = server.Files[path];
         file += data->readAll();
+        file.squeeze();  // it would keep the 32 kB that were read into
         if (fault.DataBytes < 0 || file.size() < fault.DataBytes) return;
         file.truncate(fault.DataBytes);
         data->disconnect(this);
