@@ -201,7 +201,11 @@ bool ArchiveFolder::Tidy(const ArchiveSettings& settings, const QDate& today, qi
         settings.ArchiveDays > 0 && oldest.addDays(settings.ArchiveDays) < day.Judges(today);
     const qint64 most = settings.ArchiveMegabytes * megabyte;
     const bool many = settings.ArchiveMegabytes > 0 && sum.Bytes > most;
-    if (!old && !many) return false;
+    if (!old && !many) {
+        // A day that was old until the clock was set again. With a limit of room it goes on soon.
+        if (settings.ArchiveMegabytes <= 0) left = {};
+        return false;
+    }
     if (open != oldest || left.isEmpty()) OpenDay(oldest);
     left.isEmpty() ? CloseDay() : RemoveSome(old, most);
     return true;
