@@ -1,3 +1,4 @@
+#include "base/detached_thread.h"
 #include "core/log/run_log.h"
 #include "core/offline_picture.h"
 #include "core/run_record.h"
@@ -8,6 +9,7 @@
 
 #include <QDirIterator>
 #include <QImage>
+#include <QSemaphore>
 #include <QTimeZone>
 
 #include <memory>
@@ -52,6 +54,27 @@ struct Footprint {
         now.Files.sort();
         return now;
     }
+};
+
+// Has the pool start as many threads as are ever busy at a time. They stay, and only how busy the
+// machine is decides on which day two pieces of work meet for the first time.
+class Crowd {
+  public:
+    Crowd() {
+        constexpr int most = 4;
+        for (int i = 0; i < most; ++i) {
+            StartDetached([this] {
+                here.release();
+                leave.acquire();
+            });
+        }
+        here.acquire(most);
+        leave.release(most);
+    }
+
+  private:
+    QSemaphore here;
+    QSemaphore leave;
 };
 
 // A run with all that goes on beside it, at a picture a minute, and what a visitor sees of it.
@@ -227,6 +250,7 @@ class TestSoak : public QObject {
   private slots:
     void Days() {
         const int days = qEnvironmentVariableIntValue("STILLPOST_SOAK_DAYS");
+        const Crowd crowd;
         Soak f;
         QVERIFY(f.Begin());
         Footprint before;
