@@ -105,12 +105,13 @@ class TestLog : public QObject {
         QList<ReportSection> sections;
         connect(&report, &ReportGathering::Done, this,
                 [&](const auto& found) { sections = found; });
-        QSemaphore hanging;
+        // Its thread still takes from it when this has returned.
+        const auto hanging = std::make_shared<QSemaphore>();
         const auto part = [](const QString& name) {
             return ReportPart{name, [name] { return ReportAnswer{{"of " + name}}; }};
         };
-        const ReportPart lost{"lost", [&hanging] {
-                                  hanging.acquire();
+        const ReportPart lost{"lost", [hanging] {
+                                  hanging->acquire();
                                   return ReportAnswer{{"late"}};
                               }};
         const QList<ReportPart> drives{part("here"), lost, part("there")};
@@ -122,7 +123,7 @@ class TestLog : public QObject {
         const QList<ReportSection> expected{{"drives", {"of here", "of there"}, {"lost"}},
                                             {"sound", {"of sound"}, {}}};
         QVERIFY(sections == expected);
-        hanging.release();
+        hanging->release();
     }
 
     void AReportAsksNoCamerasThatAreGone() {

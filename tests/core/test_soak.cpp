@@ -58,24 +58,23 @@ struct Footprint {
 
 // Has the pool start as many threads as are ever busy at a time. They stay, and only how busy the
 // machine is decides on which day two pieces of work meet for the first time.
-class Crowd {
-  public:
-    Crowd() {
-        constexpr int most = 4;
-        for (int i = 0; i < most; ++i) {
-            StartDetached([this] {
-                here.release();
-                leave.acquire();
-            });
-        }
-        here.acquire(most);
-        leave.release(most);
+void StartCrowd() {
+    struct Place {
+        QSemaphore Here;
+        QSemaphore Leave;
+    };
+    // Who leaves last still takes from it when this has returned.
+    const auto place = std::make_shared<Place>();
+    constexpr int most = 4;
+    for (int i = 0; i < most; ++i) {
+        StartDetached([place] {
+            place->Here.release();
+            place->Leave.acquire();
+        });
     }
-
-  private:
-    QSemaphore here;
-    QSemaphore leave;
-};
+    place->Here.acquire(most);
+    place->Leave.release(most);
+}
 
 // A run with all that goes on beside it, at a picture a minute, and what a visitor sees of it.
 class Soak : public CycleFixture {
@@ -250,7 +249,7 @@ class TestSoak : public QObject {
   private slots:
     void Days() {
         const int days = qEnvironmentVariableIntValue("STILLPOST_SOAK_DAYS");
-        const Crowd crowd;
+        StartCrowd();
         Soak f;
         QVERIFY(f.Begin());
         Footprint before;
