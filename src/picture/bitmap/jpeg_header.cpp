@@ -2,6 +2,8 @@
 
 #include "picture/bitmap/byte_reader.h"
 
+#include <algorithm>
+
 namespace {
 
 enum Marker {
@@ -65,7 +67,8 @@ JpegHeader ReadJpegHeader(QByteArrayView bytes) {
         int marker = in.Byte();
         while (marker == Fill) marker = in.Byte();
         if (StandsAlone(marker)) continue;
-        const QByteArrayView segment = in.Take(in.Word(true) - 2);
+        // A length counts its own two bytes; libjpeg goes on behind one that is too small for them.
+        const QByteArrayView segment = in.Take(std::max(0, in.Word(true) - 2));
         if (segment.isEmpty()) continue;
         if (marker == Exif && segment.startsWith(exif) && header.Orientation == 1)
             header.Orientation = ExifOrientation(segment.sliced(exif.size()));
