@@ -8,17 +8,12 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QPointer>
-#include <QSettings>
 #include <QTemporaryDir>
 
 namespace {
 
 // A file of three blocks, in a folder that nobody else has.
 struct Picture {
-    Picture() {
-        // Below a file no other can be: the user's last error is kept, and no time lost.
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Path);
-    }
     // There anew, after an input that has cut it.
     void Write() const {
         QFile file(Path);
