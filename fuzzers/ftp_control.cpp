@@ -30,9 +30,10 @@ struct Picture {
 class Server {
   public:
     Server(const QByteArray& script, QString ownPicture)
-        : picture(std::move(ownPicture)), parts(Parts(script, 60)) {
-        listing = parts.takeFirst();
-        cuts = listing.startsWith("cut");
+        : picture(std::move(ownPicture)),
+          parts(Parts(script, 60)),
+          listing(parts.takeFirst()),
+          cuts(listing.startsWith("cut")) {
         while (!parts.isEmpty() && parts.last().isEmpty()) parts.removeLast();
     }
 
@@ -81,9 +82,9 @@ class Server {
     }
 
     QString picture;
-    QByteArray listing;
-    bool cuts = false;  // the picture becomes shorter while it is sent
     QByteArrayList parts;
+    QByteArray listing;
+    bool cuts;  // the picture becomes shorter while it is sent
     QPointer<MemorySocket> control;
     QPointer<MemorySocket> data;
 };
