@@ -12,7 +12,8 @@ void Check(const WebPlace& place) {
         for (const char each : said) MUST(each > ' ' && each < '\x7f');
     MUST(place.Path.startsWith('/'));
     const WebPlace again = WebPlace::OfAddress(place.Address(place.Path));
-    MUST(again.SameServer(place) && again.Path == place.Path);
+    MUST(again.Secure == place.Secure && again.HostHeader() == place.HostHeader());
+    MUST(again.Path == place.Path);
 }
 
 }  // namespace

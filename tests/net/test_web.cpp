@@ -85,6 +85,8 @@ class TestWeb : public QObject {
         row("path", Protocol::Http, "https://dav.example.org/remote.php//dav b/", 21,
             "https://dav.example.org/remote.php/dav%20b/a%20%23%25%C3%BC/");
         row("IPv6", Protocol::Http, "::1", 81, "http://[::1]:81/a%20%23%25%C3%BC/");
+        row("zone", Protocol::Http, "fe80::1%eth0", 81, "http://[fe80::1]:81/a%20%23%25%C3%BC/");
+        row("no zone", Protocol::Http, "::%]", 81, "");
         row("other scheme", Protocol::Http, "ftp://dav.example.org", 21, "");
         row("blank", Protocol::Http, "dav example", 21, "");
         row("nothing", Protocol::Http, "", 21, "");

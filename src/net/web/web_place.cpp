@@ -3,6 +3,7 @@
 #include "net/server_access.h"
 
 #include <QHostAddress>
+#include <QRegularExpression>
 #include <QUrl>
 
 namespace {
@@ -15,11 +16,20 @@ quint16 UsualPort(bool secure) {
     return secure ? usualSecurePort : usualPort;
 }
 
+// As sockets take it. The zone of an IPv6 address stands behind "%25" in an address (RFC 6874) and
+// is a word; with anything else in it the address would not be read again as it was written.
+QString HostOf(const QUrl& url) {
+    QString host = url.host(QUrl::FullyEncoded);
+    if (!host.contains(u':')) return host;
+    static const QRegularExpression form(QStringLiteral("^[0-9a-f:.]+(%25[A-Za-z0-9._~-]+)?$"));
+    return form.match(host).hasMatch() ? host.replace("%25", "%") : QString();
+}
+
 WebPlace OfUrl(const QUrl& url) {
     const bool secure = url.scheme() == QStringLiteral("https");
     if (!url.isValid() || (!secure && url.scheme() != QStringLiteral("http"))) return {};
     return {.Secure = secure,
-            .Host = url.host(QUrl::FullyEncoded).remove(u'[').remove(u']'),
+            .Host = HostOf(url),
             .Port = static_cast<quint16>(url.port(UsualPort(secure)))};
 }
 
@@ -61,7 +71,7 @@ bool WebPlace::SameServer(const WebPlace& other) const {
 }
 
 QByteArray WebPlace::HostHeader() const {
-    const QByteArray host = Host.toLatin1();
+    const QByteArray host = Host.section(u'%', 0, 0).toLatin1();
     const QByteArray name = host.contains(':') ? '[' + host + ']' : host;
     return Port == UsualPort(Secure) ? name : name + ':' + QByteArray::number(Port);
 }

@@ -8,7 +8,9 @@ struct ServerAccess;
 // A folder on the web.
 struct WebPlace {
     bool Secure = true;
-    QString Host = {};  // a name or address without brackets; empty: what was given is none
+    // A name, or an address without brackets, with its zone as in "fe80::1%eth0"; empty: what was
+    // given is none.
+    QString Host = {};
     quint16 Port = 0;
     QByteArray Path = "/";  // begins and ends with a slash, percent-encoded
 
@@ -20,7 +22,8 @@ struct WebPlace {
 
     [[nodiscard]] WebPlace Below(const QString& folder) const;
     [[nodiscard]] bool SameServer(const WebPlace& other) const;
-    // As questions name it: with the port where that is not the usual one.
+    // As questions name it: with the port where that is not the usual one. A zone means something
+    // on this machine only and is left out (RFC 6874), of an address, too.
     [[nodiscard]] QByteArray HostHeader() const;
     // path: from the root of the server
     [[nodiscard]] QByteArray Address(const QByteArray& path) const;
