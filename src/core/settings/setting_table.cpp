@@ -2,6 +2,8 @@
 
 #include "base/profile_file.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <type_traits>
 #include <vector>
@@ -223,7 +225,10 @@ struct FieldText {
     QString operator()(QString Settings::*field) const { return Read.*field; }
     QString operator()(bool Settings::*field) const { return Read.*field ? "1" : "0"; }
     QString operator()(int Settings::*field) const { return QString::number(Read.*field); }
-    QString operator()(double Settings::*field) const { return QString::number(Read.*field); }
+    // All of its digits and no exponent, which Val does not read.
+    QString operator()(double Settings::*field) const {
+        return QString::number(Read.*field, 'f', QLocale::FloatingPointShortest);
+    }
     QString operator()(QColor Settings::*field) const {
         const QColor& colour = Read.*field;
         return QString::number(colour.red() + (colour.green() << 8) + (colour.blue() << 16));
