@@ -91,10 +91,10 @@ void ConnectEnd(Program& program, Termination& termination, bool& ended) {
 
 int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination& termination) {
     const bool display = HasDisplay();
+    SystemClock clock;
     FolderClaim claim(folder.Folder);
     if (const auto status = EndSecondStart(claim, folder.Folder, display)) return *status;
-    claim.Listen(display);
-    SystemClock clock;
+    claim.Listen(clock, display);
     const Platform platform = MakePlatform();
     PageControl page;
     WindowBoxes windows(commandLine.Autostarter);

@@ -1,5 +1,6 @@
 #include "core/folder_claim.h"
 
+#include "base/clock.h"
 #include "platform/foreground.h"
 #include "platform/memory_folder.h"
 
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int answerPatience = 3000;  // milliseconds
+constexpr int listeningAgain = 10'000;
 constexpr int longestQuestion = 1024;
 constexpr int writingMilliseconds = 200;  // more than a program needs to write its lock file
 const QByteArray showQuestion = "show ";
@@ -51,6 +53,8 @@ FolderClaim::FolderClaim(const QString& folder)
     connect(&server, &QLocalServer::newConnection, this, &FolderClaim::Meet);
 }
 
+FolderClaim::~FolderClaim() = default;
+
 bool FolderClaim::Take() {
     if (lock.tryLock(0)) return true;
     if (lock.error() == QLockFile::LockFailedError) return RemoveLeftBehind() && lock.tryLock(0);
@@ -72,8 +76,18 @@ FolderClaim::Holder FolderClaim::Other() const {
     return holder;
 }
 
-void FolderClaim::Listen(bool ownVisible) {
+void FolderClaim::Listen(Clock& clock, bool ownVisible) {
     visible = ownVisible;
+    TakeName();
+    // The server gives up without a word when there is no file left for who comes.
+    listening = std::make_unique<Timer>(clock, listeningAgain);
+    connect(listening.get(), &Timer::Tick, this, [this] {
+        if (!server.isListening()) TakeName();
+    });
+    listening->SetEnabled(true);
+}
+
+void FolderClaim::TakeName() {
     for (const QString& name : std::as_const(names)) {
         // Of one that has crashed: nobody else can have it, with the folder in this one's hands.
         QLocalServer::removeServer(name);

@@ -4,6 +4,11 @@
 #include <QLockFile>
 #include <QObject>
 
+#include <memory>
+
+class Clock;
+class Timer;
+
 // Sees to it that one program at a time works with a program folder, and lets a second one ask the
 // first to show itself. The lock is a file in the folder, "stillpost.lock", which the system holds
 // for the program: one that a crash, a power cut or a computer of another name has left behind
@@ -14,12 +19,14 @@ class FolderClaim : public QObject {
   public:
     // folder: there already; full path.
     explicit FolderClaim(const QString& folder);
+    ~FolderClaim() override;
 
     // The folder is this program's until the object is gone. False when another one has it.
     [[nodiscard]] bool Take();
 
-    // From now on answers others. visible: there is a window to be brought to the front.
-    void Listen(bool visible);
+    // From now on answers others, by a clock that lives longer. visible: there is a window to be
+    // brought to the front.
+    void Listen(Clock& clock, bool visible);
 
     // How the one that has the folder answers.
     enum class Answer {
@@ -45,10 +52,12 @@ class FolderClaim : public QObject {
   private:
     [[nodiscard]] bool RemoveLeftBehind();
     [[nodiscard]] Answer Talk(const QByteArray& question) const;
+    void TakeName();
     void Meet();
 
     QStringList names;  // of the local server, the best first
     QLockFile lock;
     QLocalServer server;
+    std::unique_ptr<Timer> listening;
     bool visible = false;
 };

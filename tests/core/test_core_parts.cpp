@@ -133,9 +133,10 @@ class TestCoreParts : public QObject {
         // No lock can be made below a file.
         Make(base.filePath("file"));
         const QString folder = readOnly ? base.filePath("file") : base.path();
+        TestClock clock;
         FolderClaim claim(folder);
         QVERIFY(claim.Take());
-        claim.Listen(visible);
+        claim.Listen(clock, visible);
         const QSignalSpy shows(&claim, &FolderClaim::ShowWanted);
         auto answer = FolderClaim::Answer::None;
         bool taken = true;

@@ -1,6 +1,7 @@
 // What only Linux has: the desktop's launcher, the kernel's interfaces, signals, players.
 
 #include "base/detached_thread.h"
+#include "core/folder_claim.h"
 #include "net/winsock.h"
 #include "platform/address_opener.h"
 #include "platform/linux/autostart_entry.h"
@@ -12,6 +13,7 @@
 #include "support/data_rows.h"
 #include "support/few_files.h"
 #include "support/file_bytes.h"
+#include "support/test_clock.h"
 
 #include <QDir>
 #include <QProcess>
@@ -22,6 +24,8 @@
 
 #include <atomic>
 #include <csignal>
+#include <optional>
+#include <thread>
 
 #include <sched.h>
 
@@ -197,6 +201,34 @@ class TestLinuxServices : public QObject {
             QVERIFY(!done);
         }
         QTRY_VERIFY(done);
+    }
+
+    // The system's listener is given up when there is none left for who comes.
+    void aSecondStartIsHeardWhenThereAreFilesAgain() {
+        const QTemporaryDir folder;
+        TestClock clock;
+        FolderClaim claim(folder.path());
+        QVERIFY(claim.Take());
+        claim.Listen(clock, false);
+        const auto answer = [&claim] {
+            std::optional<FolderClaim::Answer> got;
+            std::atomic<bool> there = false;
+            const std::jthread second([&] {
+                got = claim.Ask();
+                there = true;
+            });
+            (void)QTest::qWaitFor([&there] { return there.load(); });
+            return got;
+        };
+        // After this the sanitizers have looked at all types, for which they need pipes.
+        QCOMPARE(answer(), FolderClaim::Answer::Hidden);
+        QCoreApplication::processEvents();
+        {
+            const FewFiles one(1);
+            QCOMPARE(answer(), FolderClaim::Answer::None);
+        }
+        clock.Advance(10'000);
+        QCOMPARE(answer(), FolderClaim::Answer::Hidden);
     }
 
     void playsThroughFirstPlayer() {
