@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
     const Platform platform = MakePlatform();
     AnsweringBoxes boxes;
     PageControl page;
-    const QString folder = arguments.at(1);
+    const QString& folder = arguments.at(1);
     Program program({clock, platform, boxes, page, folder, {}});
     MeasureUpdates(program, folder, arguments.at(2).toInt());
     return 0;

@@ -277,7 +277,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: upload_bench FILE RUNS [WAY ...]\n");
         return 2;
     }
-    const QString file = arguments.at(1);
+    const QString& file = arguments.at(1);
     const int runs = arguments.at(2).toInt();
     QStringList ways = arguments.mid(3);
     if (ways.isEmpty()) ways = {"ftp", "passive", "ftps", "sftp", "http", "https", "s3"};

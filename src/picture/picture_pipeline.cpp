@@ -43,7 +43,7 @@ bool PicturePipeline::MakePicture(const PictureSettings& settings) {
     const bool known = !state.Picture2.isNull();
     if (!known && !LoadSurface(state.Picture2, frame)) return false;
     const QDateTime now = waiting.OwnClock().Now();
-    OverlaySettings over = settings;
+    OverlaySettings over = static_cast<const OverlaySettings&>(settings);
     over.TextFileLines = textFile.Lines(settings, now);
     const bool publishable = !Frozen(settings) && overlays.PutOn(state.Picture2, over, now);
     // The overlay may be there to cover the raw frame: that must not be published when there is no

@@ -19,7 +19,8 @@ constexpr QSize size(320, 180);
 // until the line is closed.
 class Stream : public QObject {
   public:
-    Stream(QTcpSocket& line, std::function<QByteArray(int)> picture, const QByteArray& type = {})
+    Stream(QTcpSocket& line, const std::function<QByteArray(int)>& picture,
+           const QByteArray& type = {})
         : QObject(&line) {
         WebCamera::BeginStream(line, type);
         connect(&pace, &QTimer::timeout, this, [this, &line, picture, type] {

@@ -74,7 +74,8 @@ QString NextSpecialText(const SpecialText& text, RowTurns& turns, const QString&
     return text.TextInRows ? NextRow(text, turns, dateTime) : WholeText(text, dateTime);
 }
 
-QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime) {
+QString NextAppendix(const SpecialText& whole, RowTurns& turns, const QString& dateTime) {
+    SpecialText text = whole;
     text.TextRowsAlone = true;
     QString& first = text.Lin.front();
     if (first == dateWord) first.clear();

@@ -40,7 +40,8 @@ struct RowTurns {
 
 // What mode 2 puts behind date and time: the text without empty lines at its end and without the
 // words for a second date at the beginning of the first row; the rest of that row stays.
-[[nodiscard]] QString NextAppendix(SpecialText text, RowTurns& turns, const QString& dateTime);
+[[nodiscard]] QString NextAppendix(const SpecialText& whole, RowTurns& turns,
+                                   const QString& dateTime);
 
 // The text as it is for one more picture, whole or a row of it.
 [[nodiscard]] QString NextSpecialText(const SpecialText& text, RowTurns& turns,

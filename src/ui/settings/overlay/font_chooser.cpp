@@ -30,7 +30,7 @@ int FontChooser::Choice::PointsIndex() const {
     return static_cast<int>(qMax<qsizetype>(QFontDatabase::standardSizes().indexOf(Points), 0));
 }
 
-FontChooser::FontChooser(Bindings& bindings, std::function<bool()> enabled)
+FontChooser::FontChooser(Bindings& bindings, const std::function<bool()>& enabled)
     : btnFont(new QPushButton(this)),
       chkUsualSize(new QCheckBox(this)),
       words(bindings),

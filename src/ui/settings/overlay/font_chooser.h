@@ -31,7 +31,7 @@ class FontChooser : public QWidget {
     };
 
     // bindings: of the window. enabled: whether there is a font to choose.
-    FontChooser(Bindings& bindings, std::function<bool()> enabled);
+    FontChooser(Bindings& bindings, const std::function<bool()>& enabled);
 
     QPushButton* btnFont;
     QCheckBox* chkUsualSize;

@@ -26,7 +26,6 @@
 frmOverlay::frmOverlay(const Surroundings& surroundings, frmText& textWindow,
                        frmBild& pictureWindow, QWidget* parent)
     : SettingsWindow(surroundings, "frmOverlay", parent),
-      Font(nullptr),
       Preview(new OverlayPreview(surroundings.Core, surroundings.Words)) {
     LayOut();
     ConnectControls();

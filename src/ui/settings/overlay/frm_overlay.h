@@ -37,7 +37,7 @@ class frmOverlay : public SettingsWindow {
     HeadedList* lstPositionBild = new HeadedList;
     QComboBox* cbDate = new QComboBox;
     QComboBox* cbTime = new QComboBox;
-    FontChooser* Font;
+    FontChooser* Font = nullptr;
     ColourButton* btnColor = new ColourButton;
     ColourButton* btnBackColor = new ColourButton;
     QCheckBox* chkTransparent = new QCheckBox;
