@@ -7,9 +7,11 @@
 #include "support/file_bytes.h"
 #include "support/full_disk.h"
 
+#include <QCoreApplication>
 #include <QDirIterator>
 #include <QImage>
 #include <QSemaphore>
+#include <QTest>
 #include <QTimeZone>
 
 #include <memory>
