@@ -148,6 +148,7 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
 }  // namespace
 
 int main(int argc, char** argv) {
+    ProgramStart::ShareOneHeap();
     // Started by OpenSSH for one question: no window, no display, no folder.
     if (PasswordHelper::Wanted()) return PasswordHelper::Run(argc, argv);
     // Before there is an application, which needs a display that a mere question does not.

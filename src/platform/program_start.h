@@ -23,4 +23,8 @@ void FindFonts();
 // where a program with windows has to ask for it.
 void UseConsole();
 
+// Has all threads take their memory from one heap, where each would get one of its own: every heap
+// keeps pages that are all but empty, which add up over months. Before there are threads.
+void ShareOneHeap();
+
 }  // namespace ProgramStart

@@ -2,6 +2,7 @@
 #include "core/log/run_log.h"
 #include "core/offline_picture.h"
 #include "core/run_record.h"
+#include "platform/program_start.h"
 #include "support/cycle_fixture.h"
 #include "support/few_files.h"
 #include "support/file_bytes.h"
@@ -251,6 +252,7 @@ class TestSoak : public QObject {
   private slots:
     void Days() {
         const int days = qEnvironmentVariableIntValue("STILLPOST_SOAK_DAYS");
+        ProgramStart::ShareOneHeap();
         StartCrowd();
         Soak f;
         QVERIFY(f.Begin());

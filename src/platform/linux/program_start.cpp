@@ -1,5 +1,7 @@
 #include "platform/program_start.h"
 
+#include <malloc.h>
+
 QStringList ProgramStart::Arguments(int argc, char** argv) {
     QStringList arguments;
     for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
@@ -22,3 +24,9 @@ void ProgramStart::FindFonts() {}
 
 // A program has the console that it was started from.
 void ProgramStart::UseConsole() {}
+
+void ProgramStart::ShareOneHeap() {
+#ifdef __GLIBC__
+    mallopt(M_ARENA_MAX, 1);
+#endif
+}

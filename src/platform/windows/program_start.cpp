@@ -56,3 +56,6 @@ void ProgramStart::UseConsole() {
     if (!output) ToConsole(stdout);
     if (!error) ToConsole(stderr);
 }
+
+// They share one here.
+void ProgramStart::ShareOneHeap() {}
