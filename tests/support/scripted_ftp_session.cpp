@@ -27,7 +27,10 @@ void ScriptedFtpSession::CloseControl() {
 
 void ScriptedFtpSession::Read() {
     input += control->readAll();
-    for (qsizetype end = input.indexOf("\r\n"); end >= 0; end = input.indexOf("\r\n")) {
+    // A TLS handshake, in whose random bytes a line may end, is no command.
+    constexpr char handshake = '\x16';
+    for (qsizetype end = input.indexOf("\r\n"); end >= 0 && !input.startsWith(handshake);
+         end = input.indexOf("\r\n")) {
         const QString line = QString::fromUtf8(input.left(end));
         input.remove(0, end + 2);
         server.Commands << line;
