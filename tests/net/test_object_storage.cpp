@@ -33,6 +33,8 @@ class TestObjectStorage : public QObject {
             "https://cam.s3.amazonaws.com/web/pw.jpg", "us-east-1");
         row("AWS, point in the bucket", "s3.amazonaws.com", "my.cam",
             "https://s3.amazonaws.com/my.cam/web/pw.jpg", "us-east-1");
+        row("AWS, no name in the bucket", "s3.amazonaws.com", "xn--zca1",
+            "https://s3.amazonaws.com/xn--zca1/web/pw.jpg", "us-east-1");
     }
 
     void Buckets() {

@@ -87,6 +87,7 @@ class TestWeb : public QObject {
         row("IPv6", Protocol::Http, "::1", 81, "http://[::1]:81/a%20%23%25%C3%BC/");
         row("zone", Protocol::Http, "fe80::1%eth0", 81, "http://[fe80::1]:81/a%20%23%25%C3%BC/");
         row("no zone", Protocol::Http, "::%]", 81, "");
+        row("address of no kind", Protocol::Http, "[v9..a]", 81, "");
         row("other scheme", Protocol::Http, "ftp://dav.example.org", 21, "");
         row("blank", Protocol::Http, "dav example", 21, "");
         row("nothing", Protocol::Http, "", 21, "");

@@ -23,6 +23,15 @@ bool MayBePartOfName(const QString& bucket) {
     return form.match(bucket).hasMatch();
 }
 
+// In the server's name where its provider wants that and it is a name then, else in the path.
+WebPlace WithBucket(const WebPlace& server, const QString& bucket) {
+    if (server.Host.startsWith(bucket + u'.')) return server;
+    WebPlace named = server;
+    named.Host.prepend(bucket + u'.');
+    const bool may = WantsBucketInName(server.Host) && MayBePartOfName(bucket);
+    return may && named.ReadsBack() ? named : server.Below(bucket);
+}
+
 QString RegionOf(const QString& host) {
     static const QRegularExpression form(
         QStringLiteral("(?:^|\\.)s3[.-]([a-z0-9-]+)(?:\\.[a-z0-9-]+){2,}$"));
@@ -35,17 +44,11 @@ QString RegionOf(const QString& host) {
 S3Place S3Place::Of(const ServerAccess& access) {
     const QString bucket = access.Bucket.trimmed();
     const QString region = access.Region.trimmed();
-    S3Place place{.Bucket = WebPlace::Of(access), .Folder = {}, .Region = region.toUtf8()};
-    QString& host = place.Bucket.Host;
-    if (region.isEmpty()) place.Region = RegionOf(host).toLatin1();
-    if (!host.startsWith(bucket + u'.')) {
-        if (WantsBucketInName(host) && MayBePartOfName(bucket))
-            host.prepend(bucket + u'.');
-        else
-            place.Bucket = place.Bucket.Below(bucket);
-    }
-    place.Folder = place.Bucket.Below(access.Folder);
-    return place;
+    const WebPlace server = WebPlace::Of(access);
+    const WebPlace place = WithBucket(server, bucket);
+    return {.Bucket = place,
+            .Folder = place.Below(access.Folder),
+            .Region = region.isEmpty() ? RegionOf(server.Host).toLatin1() : region.toUtf8()};
 }
 
 QByteArray S3Place::PathOf(const QString& name) const {

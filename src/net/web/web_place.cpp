@@ -20,17 +20,22 @@ quint16 UsualPort(bool secure) {
 // is a word; with anything else in it the address would not be read again as it was written.
 QString HostOf(const QUrl& url) {
     QString host = url.host(QUrl::FullyEncoded);
-    if (!host.contains(u':')) return host;
+    if (!url.authority(QUrl::FullyEncoded).contains(u'[')) return host;
     static const QRegularExpression form(QStringLiteral("^[0-9a-f:.]+(%25[A-Za-z0-9._~-]+)?$"));
     return form.match(host).hasMatch() ? host.replace("%25", "%") : QString();
 }
 
-WebPlace OfUrl(const QUrl& url) {
+WebPlace Named(const QUrl& url) {
     const bool secure = url.scheme() == QStringLiteral("https");
     if (!url.isValid() || (!secure && url.scheme() != QStringLiteral("http"))) return {};
     return {.Secure = secure,
             .Host = HostOf(url),
             .Port = static_cast<quint16>(url.port(UsualPort(secure)))};
+}
+
+WebPlace OfUrl(const QUrl& url) {
+    const WebPlace place = Named(url);
+    return place.ReadsBack() ? place : WebPlace{};
 }
 
 QString WithScheme(const QString& server, Protocol way) {
@@ -68,6 +73,10 @@ WebPlace WebPlace::Below(const QString& folder) const {
 
 bool WebPlace::SameServer(const WebPlace& other) const {
     return Secure == other.Secure && Host == other.Host && Port == other.Port;
+}
+
+bool WebPlace::ReadsBack() const {
+    return Named(QUrl::fromEncoded(Address("/"))).HostHeader() == HostHeader();
 }
 
 QByteArray WebPlace::HostHeader() const {
