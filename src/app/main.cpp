@@ -93,7 +93,8 @@ int Run(const CommandLine& commandLine, const ProgramFolder& folder, Termination
     const bool display = HasDisplay();
     SystemClock clock;
     FolderClaim claim(folder.Folder);
-    if (const auto status = EndSecondStart(claim, folder.Folder, display)) return *status;
+    if (const auto status = EndSecondStart(claim, folder.Folder, display, termination))
+        return *status;
     claim.Listen(clock, display);
     const Platform platform = MakePlatform();
     PageControl page;

@@ -5,6 +5,7 @@
 #include "core/settings/load_settings.h"
 #include "net/publishing/answer_texts.h"
 #include "platform/program_start.h"
+#include "platform/termination.h"
 #include "texts/texts.h"
 
 #include <QElapsedTimer>
@@ -19,6 +20,12 @@ using Answer = FolderClaim::Answer;
 constexpr qint64 patience = 5000;
 constexpr int betweenTries = 200;
 
+void Show(const QString& text, const Termination& termination) {
+    QMessageBox box(QMessageBox::Warning, "Stillpost", text);
+    QObject::connect(&termination, &Termination::Requested, &box, &QDialog::reject);
+    box.exec();
+}
+
 }  // namespace
 
 QString FolderInUseText(const FolderClaim& claim, const QString& folder, const QString& key) {
@@ -28,7 +35,8 @@ QString FolderInUseText(const FolderClaim& claim, const QString& folder, const Q
     return Filled(words.Get("FolderInUse", key), {QString::number(other.Process), other.Computer});
 }
 
-std::optional<int> EndSecondStart(FolderClaim& claim, const QString& folder, bool display) {
+std::optional<int> EndSecondStart(FolderClaim& claim, const QString& folder, bool display,
+                                  const Termination& termination) {
     Answer answer = Answer::None;
     QElapsedTimer waited;
     waited.start();
@@ -42,8 +50,7 @@ std::optional<int> EndSecondStart(FolderClaim& claim, const QString& folder, boo
             ProgramStart::UseConsole();
             PrintError(text);
             // Who clicked on the program sees no console, and no window came.
-            if (display && answer != Answer::Shown)
-                QMessageBox::warning(nullptr, "Stillpost", text);
+            if (display && answer != Answer::Shown) Show(text, termination);
             return answer == Answer::None ? 1 : 0;
         }
         QThread::msleep(betweenTries);

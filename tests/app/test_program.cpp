@@ -54,6 +54,32 @@ class NotifySocket {
     bool there = false;
 };
 
+class VirtualScreen {
+  public:
+    VirtualScreen() {
+        screen.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        screen.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
+        if (screen.waitForStarted()) screen.waitForReadyRead(patience);
+    }
+    ~VirtualScreen() {
+        screen.terminate();
+        screen.waitForFinished(patience);
+    }
+    VirtualScreen(const VirtualScreen&) = delete;
+    VirtualScreen& operator=(const VirtualScreen&) = delete;
+
+    // Of a program that shows its windows there; none: Xvfb is not installed.
+    [[nodiscard]] QMap<QString, QString> Variables() {
+        if (number.isEmpty()) number = QString::fromLatin1(screen.readLine().trimmed());
+        if (number.isEmpty()) return {};
+        return {{"DISPLAY", ":" + number}, {"QT_QPA_PLATFORM", "xcb"}};
+    }
+
+  private:
+    QProcess screen;
+    QString number;
+};
+
 }  // namespace
 
 class TestProgram : public QObject {
@@ -149,14 +175,10 @@ class TestProgram : public QObject {
 
     // As soon as it listens to the system, long before its windows are there.
     void EndedWhileItStarts() {
-        QProcess screen;
-        screen.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-        screen.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
-        if (!screen.waitForStarted()) QSKIP("Xvfb is not installed");
-        QVERIFY(screen.waitForReadyRead(patience));
-        const QString number = QString::fromLatin1(screen.readLine().trimmed());
+        VirtualScreen screen;
+        if (screen.Variables().isEmpty()) QSKIP("Xvfb is not installed");
         QProcess process;
-        Begin(process, {}, {{"DISPLAY", ":" + number}, {"QT_QPA_PLATFORM", "xcb"}});
+        Begin(process, {}, screen.Variables());
         QVERIFY(process.waitForStarted());
         const auto listens = [&process] {
             const auto status = ReadBytes(QString("/proc/%1/status").arg(process.processId()));
@@ -167,8 +189,26 @@ class TestProgram : public QObject {
         while (!listens() && !end.hasExpired()) QTest::qSleep(1);
         process.terminate();
         QVERIFY(process.waitForFinished(patience) && process.exitCode() == 0);
-        screen.terminate();
-        QVERIFY(screen.waitForFinished(patience));
+    }
+
+    // Where somebody may never press its button.
+    void EndedWhileItShowsAMessage() {
+        VirtualScreen screen;
+        if (screen.Variables().isEmpty()) QSKIP("Xvfb is not installed");
+        QProcess first;
+        QProcess second;
+        QMap<QProcess*, QByteArray> said;
+        const auto says = [&said](QProcess& process, const char* text) {
+            return (said[&process] += process.readAllStandardError()).contains(text);
+        };
+        Begin(first, {"--verbose", "/autostarter"});
+        QTRY_VERIFY_WITH_TIMEOUT(says(first, "state: "), patience);
+        Begin(second, {}, screen.Variables());
+        QTRY_VERIFY_WITH_TIMEOUT(says(second, "without a window"), patience);
+        second.terminate();
+        QVERIFY(second.waitForFinished(patience) && second.exitCode() == 0);
+        first.terminate();
+        QVERIFY(first.waitForFinished(patience) && first.exitCode() == 0);
     }
 
     // It waits without a word that misleads, and goes on by itself.
