@@ -16,7 +16,7 @@
 // An FTP client with everything around it, and a folder for its files and its last error.
 struct FtpBench {
     // quiet: see TestClock.
-    explicit FtpBench(quint16 port, int quiet = 3) : Clock(quiet), Patience(5000 / quiet) {
+    explicit FtpBench(quint16 port, int quiet = 3) : Clock(quiet) {
         QObject::connect(&Client, &FTP::Replied, &Client, [this](int code) { Codes << code; });
         QObject::connect(&Client, &FTP::CommandSentToServer, &Client, [this] { Codes.clear(); });
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Folder.path());
@@ -53,7 +53,7 @@ struct FtpBench {
     }
 
     // Waits for a reply since the last command announced, such as the server's last word on a
-    // transfer; for about five real seconds.
+    // transfer; in this process for about five real seconds.
     bool AwaitReply(int code) {
         return Clock.RunUntil([this, code] { return Codes.contains(code); }, Patience);
     }
@@ -67,7 +67,7 @@ struct FtpBench {
 
     QTemporaryDir Folder;
     TestClock Clock;
-    const qint64 Patience;
+    static constexpr qint64 Patience = 1700;
     QList<int> Codes;  // of the replies since the last command announced
     Waiting Waits{Clock};
     RecordingDisplay Display;

@@ -10,9 +10,7 @@
 
 // An SFTP server's client with everything around it, and a folder for its files.
 struct SftpBench {
-    // quiet: see TestClock; what it talks to are processes of their own.
-    SftpBench(const SshProgram& program, int quiet)
-        : Time(quiet), Server({Wait, Display}, program) {
+    explicit SftpBench(const SshProgram& program) : Server({Wait, Display}, program) {
         const auto note = [this](const QString& line) { Said << line; };
         QObject::connect(&Server, &PictureServer::Sent, &Server, note);
         QObject::connect(&Server, &PictureServer::Received, &Server, note);
@@ -37,7 +35,7 @@ struct SftpBench {
     }
 
     QTemporaryDir Folder;
-    TestClock Time;
+    TestClock Time{TestClock::Patient};
     Waiting Wait{Time};
     RecordingDisplay Display;
     QStringList Said;  // by either side, as a log has it

@@ -11,11 +11,6 @@
 using enum ServerAnswer::Fault;
 using Kind = RealFtpServer::Kind;
 
-namespace {
-// The servers live in other processes: more quiet before the time moves on.
-constexpr int Quiet = 100;
-}  // namespace
-
 // The client and the trial against the servers that are in use.
 class TestFtpServers : public QObject {
     Q_OBJECT
@@ -42,7 +37,7 @@ class TestFtpServers : public QObject {
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         QVERIFY(QDir(server.Root()).mkdir(folder));
         QVERIFY(QFile::setPermissions(server.Root() + folder, QFile::Permissions(0x7777)));
-        FtpBench bench(server.Port(), Quiet);
+        FtpBench bench(server.Port(), TestClock::Patient);
         bench.Client.SetPassive(passive);
         if (!tls.isEmpty()) bench.Trust(TestCertificates::Good);
         bench.Client.SetUserName(user);
@@ -82,7 +77,7 @@ class TestFtpServers : public QObject {
         const auto [kind, passive, tls] = Row<Kind, bool, QString>();
         RealFtpServer server(kind, "cam", "secret", tls);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
-        TrialBench bench(Quiet);
+        TrialBench bench(TestClock::Patient);
         ServerAccess access = TrialBench::To(server.Port());
         access.Passive = passive;
         access.Way = tls.isEmpty() ? Protocol::Ftp : Protocol::Ftps;
@@ -116,7 +111,7 @@ class TestFtpServers : public QObject {
         RealFtpServer server(kind);
         if (!server.Start()) QSKIP(qPrintable(server.WhyNot()));
         QVERIFY(QDir(server.Root()).mkdir("closed"));
-        TrialBench bench(Quiet);
+        TrialBench bench(TestClock::Patient);
         ServerAccess access = TrialBench::To(server.Port());
         access.Password = password;
         access.Folder = folder;

@@ -29,7 +29,10 @@ struct ServedFolder {
 // A server that is no more than a program on this computer, with these manners.
 struct StandInBench : ServedFolder, SftpBench {
     explicit StandInBench(const char* manners)
-        : SftpBench({StandIn(), {QString::fromLatin1(manners), Served.path()}}, 60) {}
+        : SftpBench({StandIn(), {QString::fromLatin1(manners), Served.path()}}) {}
+
+    // From now on it says nothing that is worth waiting for.
+    void FallSilent() { Time.SetQuiet(60); }
 
     [[nodiscard]] ServerAnswer Enter() {
         return Open({.Server = "127.0.0.1", .Port = 0, .User = "cam", .Password = password});
@@ -193,7 +196,9 @@ class TestSftp : public QObject {
         StandInBench bench(QTest::currentDataTag());
         QVERIFY(WriteBytes(bench.Served.filePath("pw.jpg"), "old"));
         const qint64 start = bench.Time.Milliseconds();
+        if (open == NoAnswer) bench.FallSilent();
         QCOMPARE(bench.Enter().Is, open);
+        if (send == NoAnswer) bench.FallSilent();
         if (open == None) {
             QCOMPARE(bench.Send(QByteArray(100'000, 'x'), "1pw.jpg").Is, send);
             QCOMPARE(bench.Server.IsOpen(), send != ConnectionLost && send != NoAnswer);
@@ -241,6 +246,7 @@ class TestSftp : public QObject {
     void LetsGoWithinASecond() {
         StandInBench bench("stuck");
         QVERIFY(bench.Enter().Fine());
+        bench.FallSilent();
         const qint64 start = bench.Time.Milliseconds();
         Timer operatorsHand(bench.Time, 5000);
         connect(&operatorsHand, &Timer::Tick, &bench.Server, &PictureServer::Cancel);
@@ -265,7 +271,7 @@ class TestSftp : public QObject {
             QVERIFY(WriteBytes(program.Path, "no program"));
             QVERIFY(QFile::setPermissions(program.Path, QFile::ReadOwner | QFile::ExeOwner));
         }
-        SftpBench bench(program, 60);
+        SftpBench bench(program);
         const ServerAnswer answer = bench.Open({.Server = "127.0.0.1"});
         QCOMPARE(answer.Is, fault);
         QCOMPARE(answer.Reply.isEmpty(), fault == NoSsh);

@@ -22,11 +22,9 @@ QString OutputOf(const QStringList& arguments) {
 }
 
 // The system's OpenSSH and its server; nothing of the user's own counts.
-constexpr int Quiet = 500;
 
 struct SshBench : SftpBench {
-    // A login starts several programs and computes for a while before anything is heard of it.
-    SshBench() : SftpBench({"ssh", {"-F", "none"}}, Quiet) {}
+    SshBench() : SftpBench({"ssh", {"-F", "none"}}) {}
 
     [[nodiscard]] ServerAccess Access(const QString& trusted) const {
         return {.Server = "127.0.0.1", .Port = Real.Port(), .User = User, .Trusted = trusted};

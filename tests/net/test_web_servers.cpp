@@ -12,8 +12,6 @@ using enum ServerAnswer::Fault;
 
 namespace {
 
-// The servers live in other processes: more quiet before the time moves on.
-constexpr int Quiet = 100;
 const QString User = "k@m $!§ü";
 const QString Password = " p$@:!§ü \"x\\ ";
 const QString AccessKey = "AKIDEXAMPLE";
@@ -56,7 +54,7 @@ class TestWebServers : public QObject {
         const QString folder = server->Root() + "a #%?ü b";
         QVERIFY(QDir().mkpath(folder) && QFile::setPermissions(folder, QFile::Permissions(0x7777)));
         ServerAccess access = To(*server, encrypted);
-        WebBench bench(access, Quiet);
+        WebBench bench(access, TestClock::Patient);
         for (const int size : {1, 100'000, 5'000'000}) {
             const QByteArray content(size, static_cast<char>(size % 251));
             QCOMPARE(bench.Publish(content), ServerAnswer());
@@ -78,14 +76,14 @@ class TestWebServers : public QObject {
         QCOMPARE(bench.Publish("picture"), ServerAnswer());
         // What is wrong with the settings.
         access.Password = "other";
-        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, LoginRefused);
+        QCOMPARE(WebBench(access, TestClock::Patient).Publish("picture").Is, LoginRefused);
         access = To(*server, encrypted);
         access.Folder = "none";
-        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, FolderMissing);
+        QCOMPARE(WebBench(access, TestClock::Patient).Publish("picture").Is, FolderMissing);
         access.Folder = "still";
-        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is, Forbidden);
+        QCOMPARE(WebBench(access, TestClock::Patient).Publish("picture").Is, Forbidden);
         access.Way = encrypted ? Protocol::Http : Protocol::Https;
-        QCOMPARE(WebBench(access, Quiet).Publish("picture").Is,
+        QCOMPARE(WebBench(access, TestClock::Patient).Publish("picture").Is,
                  encrypted ? EncryptionNeeded : NoEncryption);
     }
 
@@ -101,11 +99,11 @@ class TestWebServers : public QObject {
                                   .Bucket = "cam",
                                   .CacheSeconds = 5};
         const auto tried = [](const ServerAccess& with, int hours = 0) {
-            WebBench bench(with, Quiet);
+            WebBench bench(with, TestClock::Patient);
             bench.Time.SetNow(QDateTime::currentDateTime().addSecs(hours * 3600));
             return bench.Publish("picture");
         };
-        WebBench bench(access, Quiet);
+        WebBench bench(access, TestClock::Patient);
         bench.Time.SetNow(QDateTime::currentDateTime());
         for (const int size : {1, 100'000, 5'000'000}) {
             const QByteArray content(size, 'x');

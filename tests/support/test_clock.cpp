@@ -21,13 +21,22 @@ bool Slow() {
     return UnderWine() || qEnvironmentVariableIsSet("STILLPOST_SLOW_TESTS");
 }
 
+// Programs there often end only when they are killed, after a silence of this length.
+constexpr int longestUnderWine = 1000;
+
 }  // namespace
 
 // Where everything is slow, so are the threads whose events are waited for.
-TestClock::TestClock(int quietMilliseconds)
-    : quiet(Slow() ? 6 * quietMilliseconds : quietMilliseconds) {}
+TestClock::TestClock(int quietMilliseconds) {
+    SetQuiet(quietMilliseconds);
+}
 
 TestClock::~TestClock() = default;
+
+void TestClock::SetQuiet(int milliseconds) {
+    quiet = Slow() ? 6 * milliseconds : milliseconds;
+    if (UnderWine()) quiet = std::min(quiet, longestUnderWine);
+}
 
 bool TestClock::HandleEvents() {
     if (quiet == 0 && UnderWine()) {

@@ -16,8 +16,11 @@ class TestClock : public Clock {
     Q_OBJECT
 
   public:
-    // quiet: real milliseconds without an event before the time jumps. Servers in other processes
-    // need more of it than those in this one; 0: everything happens in this thread.
+    // Of other processes, which answer sooner or later however busy the machine is.
+    static constexpr int Patient = 5000;
+
+    // quiet: real milliseconds without an event before the time jumps; 0: everything happens in
+    // this thread.
     explicit TestClock(int quiet = 3);
     ~TestClock() override;
     Q_DISABLE_COPY_MOVE(TestClock)
@@ -28,6 +31,7 @@ class TestClock : public Clock {
     // many real seconds, ends the test with a message.
     void WaitForEvents() override;
 
+    void SetQuiet(int milliseconds);
     // Sets the date and time of day that belong to this moment.
     void SetNow(const QDateTime& time) { start = time.addMSecs(-now); }
 
@@ -47,7 +51,7 @@ class TestClock : public Clock {
     // Handles events until none has come for the quiet time; false when none came at all.
     bool HandleEvents();
 
-    int quiet;
+    int quiet = 0;
     std::unique_ptr<LoopbackEcho> echo;
     QElapsedTimer idle;  // real time in which nothing happened nor could
     qint64 now = 1'000'000;
