@@ -26,10 +26,12 @@ bool MayBePartOfName(const QString& bucket) {
 // In the server's name where its provider wants that and it is a name then, else in the path.
 WebPlace WithBucket(const WebPlace& server, const QString& bucket) {
     if (server.Host.startsWith(bucket + u'.')) return server;
+    if (!WantsBucketInName(server.Host) || !MayBePartOfName(bucket)) return server.Below(bucket);
     WebPlace named = server;
     named.Host.prepend(bucket + u'.');
-    const bool may = WantsBucketInName(server.Host) && MayBePartOfName(bucket);
-    return may && named.ReadsBack() ? named : server.Below(bucket);
+    // What "xn--zca1" stands for is encoded otherwise: the address would name another server.
+    const WebPlace read = WebPlace::OfAddress(named.Address(named.Path));
+    return read.SameServer(named) ? named : server.Below(bucket);
 }
 
 QString RegionOf(const QString& host) {

@@ -25,17 +25,12 @@ QString HostOf(const QUrl& url) {
     return form.match(host).hasMatch() ? host.replace("%25", "%") : QString();
 }
 
-WebPlace Named(const QUrl& url) {
+WebPlace OfUrl(const QUrl& url) {
     const bool secure = url.scheme() == QStringLiteral("https");
     if (!url.isValid() || (!secure && url.scheme() != QStringLiteral("http"))) return {};
     return {.Secure = secure,
             .Host = HostOf(url),
             .Port = static_cast<quint16>(url.port(UsualPort(secure)))};
-}
-
-WebPlace OfUrl(const QUrl& url) {
-    const WebPlace place = Named(url);
-    return place.ReadsBack() ? place : WebPlace{};
 }
 
 QString WithScheme(const QString& server, Protocol way) {
@@ -73,10 +68,6 @@ WebPlace WebPlace::Below(const QString& folder) const {
 
 bool WebPlace::SameServer(const WebPlace& other) const {
     return Secure == other.Secure && Host == other.Host && Port == other.Port;
-}
-
-bool WebPlace::ReadsBack() const {
-    return Named(QUrl::fromEncoded(Address("/"))).HostHeader() == HostHeader();
 }
 
 QByteArray WebPlace::HostHeader() const {

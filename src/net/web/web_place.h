@@ -22,9 +22,6 @@ struct WebPlace {
 
     [[nodiscard]] WebPlace Below(const QString& folder) const;
     [[nodiscard]] bool SameServer(const WebPlace& other) const;
-    // Whether its address names the same server again. "xn--zca1.example.org" does not: what that
-    // stands for is encoded otherwise.
-    [[nodiscard]] bool ReadsBack() const;
     // As questions name it: with the port where that is not the usual one. A zone means something
     // on this machine only and is left out (RFC 6874), of an address, too.
     [[nodiscard]] QByteArray HostHeader() const;
