@@ -22,7 +22,6 @@ QString OutputOf(const QStringList& arguments) {
 }
 
 // The system's OpenSSH and its server; nothing of the user's own counts.
-
 struct SshBench : SftpBench {
     SshBench() : SftpBench({"ssh", {"-F", "none"}}) {}
 

@@ -32,6 +32,7 @@ class TestClock : public Clock {
     void WaitForEvents() override;
 
     void SetQuiet(int milliseconds);
+
     // Sets the date and time of day that belong to this moment.
     void SetNow(const QDateTime& time) { start = time.addMSecs(-now); }
 
